@@ -1,0 +1,57 @@
+#pragma once
+
+#include "base/ports.h"
+
+#include <QString>
+
+#include <optional>
+#include <utility>
+
+namespace kervan {
+
+/// A step that could not be carried out. Thrown by steps (file, query, missing row, conversion),
+/// caught only by the three modes below, so that a search for it lists every swallowed failure.
+class Failure
+{
+public:
+    explicit Failure(QString description)
+        : m_description(std::move(description))
+    {
+    }
+    /// What went wrong, in words for the user: names the file, statement, line or value.
+    const QString &description() const { return m_description; }
+
+private:
+    QString m_description;
+};
+
+/// Carries out one step; a failure of it is passed over and given back, and the caller goes on.
+template<class Step>
+std::optional<Failure> passOver(Step &&step)
+{
+    try {
+        std::forward<Step>(step)();
+        return std::nullopt;
+    } catch (const Failure &failure) {
+        return failure;
+    }
+}
+
+/// Carries out steps up to the first failure, which ends them without a word. Gives it back.
+template<class Steps>
+std::optional<Failure> endQuietly(Steps &&steps)
+{
+    return passOver(std::forward<Steps>(steps));
+}
+
+/// Carries out steps up to the first failure, whose description a plain box then shows.
+template<class Steps>
+std::optional<Failure> endWithReport(Boxes &boxes, Steps &&steps)
+{
+    auto failed = passOver(std::forward<Steps>(steps));
+    if (failed)
+        boxes.show({.text = failed->description()});
+    return failed;
+}
+
+} // namespace kervan

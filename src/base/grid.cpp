@@ -1,0 +1,227 @@
+#include "base/grid.h"
+
+#include "base/failure.h"
+
+#include <algorithm>
+#include <utility>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const QString &emptyText()
+{
+    static const QString empty;
+    return empty;
+}
+
+} // namespace
+
+Grid::Grid(QList<GridColumn> columns, Kind kind, QObject *parent)
+    : QAbstractTableModel(parent)
+    , m_columns(std::move(columns))
+    , m_kind(kind)
+{
+}
+
+const Grid::Row &Grid::at(int row) const
+{
+    if (row < 0 || row >= rows())
+        throw Failure(u"Listede %1. satır yok."_s.arg(row + 1));
+    return m_rows[row];
+}
+
+Grid::Row &Grid::at(int row)
+{
+    return const_cast<Row &>(std::as_const(*this).at(row));
+}
+
+void Grid::checkColumn(int column) const
+{
+    if (column < 0 || column >= m_columns.size())
+        throw Failure(u"Listede %1 numaralı sütun yok."_s.arg(column));
+}
+
+int Grid::addRow(const QString &text)
+{
+    const int row = rows();
+    if (m_refills == 0)
+        beginInsertRows({}, row, row);
+    m_rows.append({.cells = {text}, .tag = {}, .ticked = false});
+    if (m_refills == 0)
+        endInsertRows();
+    return row;
+}
+
+const QString &Grid::cell(int row, int column) const
+{
+    checkColumn(column);
+    const Row &found = at(row);
+    return column < found.cells.size() ? found.cells[column] : emptyText();
+}
+
+void Grid::setCell(int row, int column, const QString &text)
+{
+    checkColumn(column);
+    Row &found = at(row);
+    while (found.cells.size() <= column)
+        found.cells.append(QString());
+    found.cells[column] = text;
+    changed(row, row, column, column);
+}
+
+bool Grid::ticked(int row) const
+{
+    return at(row).ticked;
+}
+
+void Grid::setTicked(int row, bool ticked)
+{
+    at(row).ticked = ticked;
+    changed(row, row, 0, 0);
+}
+
+void Grid::setAllTicked(bool ticked)
+{
+    tickWhere([ticked](int) { return ticked; });
+}
+
+void Grid::tickWhere(const std::function<bool(int)> &belongs)
+{
+    for (int row = 0; row < rows(); ++row)
+        m_rows[row].ticked = belongs(row);
+    if (!isEmpty())
+        changed(0, rows() - 1, 0, 0);
+}
+
+int Grid::tickedCount() const
+{
+    return static_cast<int>(std::ranges::count_if(m_rows, &Row::ticked));
+}
+
+const QString &Grid::tag(int row) const
+{
+    return at(row).tag;
+}
+
+void Grid::setTag(int row, const QString &tag)
+{
+    at(row).tag = tag;
+}
+
+void Grid::clear()
+{
+    const Refill refill(*this);
+    m_rows.clear();
+}
+
+void Grid::keepWhere(const std::function<bool(int)> &belongs)
+{
+    const Refill refill(*this);
+    int kept = 0;
+    int row = 0;
+    const auto closeGap = [&] {
+        m_rows.remove(kept, row - kept);
+    };
+    try {
+        for (; row < rows(); ++row) {
+            if (!belongs(row))
+                continue;
+            if (kept != row)
+                std::swap(m_rows[kept], m_rows[row]);
+            ++kept;
+        }
+    } catch (...) {
+        closeGap();
+        throw;
+    }
+    closeGap();
+}
+
+Grid::Refill::Refill(Grid &grid)
+    : m_grid(grid)
+{
+    if (m_grid.m_refills++ == 0)
+        m_grid.beginResetModel();
+}
+
+Grid::Refill::~Refill()
+{
+    if (--m_grid.m_refills == 0)
+        m_grid.endResetModel();
+}
+
+void Grid::changed(int firstRow, int lastRow, int firstColumn, int lastColumn)
+{
+    if (m_refills == 0)
+        Q_EMIT dataChanged(index(firstRow, firstColumn), index(lastRow, lastColumn));
+}
+
+int Grid::rowCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : rows();
+}
+
+int Grid::columnCount(const QModelIndex &parent) const
+{
+    return parent.isValid() ? 0 : static_cast<int>(m_columns.size());
+}
+
+QVariant Grid::data(const QModelIndex &index, int role) const
+{
+    if (!index.isValid() || index.row() >= rows())
+        return {};
+    switch (role) {
+    case Qt::DisplayRole:
+    case Qt::EditRole:
+        return cell(index.row(), index.column());
+    case Qt::TextAlignmentRole:
+        return QVariant::fromValue(m_columns[index.column()].alignment | Qt::AlignVCenter);
+    case Qt::CheckStateRole:
+        if (m_kind == Tickable && index.column() == 0)
+            return ticked(index.row()) ? Qt::Checked : Qt::Unchecked;
+        return {};
+    default:
+        return {};
+    }
+}
+
+bool Grid::setData(const QModelIndex &index, const QVariant &value, int role)
+{
+    if (!index.isValid() || index.row() >= rows())
+        return false;
+    if (role == Qt::CheckStateRole && m_kind == Tickable && index.column() == 0) {
+        setTicked(index.row(), value.toInt() == Qt::Checked);
+        return true;
+    }
+    if (role == Qt::EditRole && m_editable.contains(index.column())) {
+        setCell(index.row(), index.column(), value.toString());
+        return true;
+    }
+    return false;
+}
+
+QVariant Grid::headerData(int section, Qt::Orientation orientation, int role) const
+{
+    if (orientation == Qt::Horizontal && section < m_columns.size()) {
+        if (role == Qt::DisplayRole)
+            return m_columns[section].heading;
+        if (role == Qt::TextAlignmentRole)
+            return QVariant::fromValue(m_columns[section].alignment | Qt::AlignVCenter);
+    }
+    return QAbstractTableModel::headerData(section, orientation, role);
+}
+
+Qt::ItemFlags Grid::flags(const QModelIndex &index) const
+{
+    Qt::ItemFlags flags = QAbstractTableModel::flags(index);
+    if (m_kind == Tickable && index.column() == 0)
+        flags |= Qt::ItemIsUserCheckable;
+    if (m_editable.contains(index.column()))
+        flags |= Qt::ItemIsEditable;
+    return flags;
+}
+
+} // namespace kervan

@@ -1,0 +1,101 @@
+#pragma once
+
+#include <QAbstractTableModel>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <functional>
+
+namespace kervan {
+
+/// Heading, width in twips and alignment of one column.
+struct GridColumn
+{
+    QString heading;
+    int twips = 1440;
+    Qt::Alignment alignment = Qt::AlignLeft;
+};
+
+/// The in-memory model of a transfer: rows by position, cells by column number, all text; a tick
+/// and a tag per row. Views and procedures use the same object. Rows count from 0.
+class Grid : public QAbstractTableModel
+{
+    Q_OBJECT
+
+public:
+    enum Kind { Plain, Tickable };
+
+    explicit Grid(QList<GridColumn> columns, Kind kind = Plain, QObject *parent = nullptr);
+
+    int rows() const { return static_cast<int>(m_rows.size()); }
+    bool isEmpty() const { return m_rows.isEmpty(); }
+    const QList<GridColumn> &columns() const { return m_columns; }
+
+    /// Adds a row with the text of its column 0; returns its position.
+    int addRow(const QString &text);
+    /// Text of a cell; empty if it was never set. A missing row or column is a Failure.
+    const QString &cell(int row, int column) const;
+    /// Sets a cell; a missing row or column is a Failure.
+    void setCell(int row, int column, const QString &text);
+
+    bool ticked(int row) const;
+    void setTicked(int row, bool ticked);
+    void setAllTicked(bool ticked);
+    /// Ticks each row for which the function answers true and unticks the others.
+    void tickWhere(const std::function<bool(int row)> &belongs);
+    int tickedCount() const;
+
+    const QString &tag(int row) const;
+    void setTag(int row, const QString &tag);
+
+    void clear();
+    /// Keeps the rows for which the function answers true, in their order, in one walk. When it
+    /// throws at a row, that row and those after it stay, and the exception goes on.
+    void keepWhere(const std::function<bool(int row)> &belongs);
+
+    /// Holds back the views while many rows change; they are told once at the end.
+    class Refill
+    {
+    public:
+        explicit Refill(Grid &grid);
+        ~Refill();
+        Refill(const Refill &) = delete;
+        Refill &operator=(const Refill &) = delete;
+
+    private:
+        Grid &m_grid;
+    };
+
+    /// Columns whose cells a view may edit.
+    void setEditable(QList<int> columns) { m_editable = std::move(columns); }
+
+    // QAbstractTableModel
+    int rowCount(const QModelIndex &parent = {}) const override;
+    int columnCount(const QModelIndex &parent = {}) const override;
+    QVariant data(const QModelIndex &index, int role) const override;
+    bool setData(const QModelIndex &index, const QVariant &value, int role) override;
+    QVariant headerData(int section, Qt::Orientation orientation, int role) const override;
+    Qt::ItemFlags flags(const QModelIndex &index) const override;
+
+private:
+    struct Row
+    {
+        QStringList cells;
+        QString tag;
+        bool ticked = false;
+    };
+
+    const Row &at(int row) const;
+    Row &at(int row);
+    void checkColumn(int column) const;
+    void changed(int firstRow, int lastRow, int firstColumn, int lastColumn);
+
+    QList<GridColumn> m_columns;
+    Kind m_kind;
+    QList<int> m_editable;
+    QList<Row> m_rows;
+    int m_refills = 0;
+};
+
+} // namespace kervan

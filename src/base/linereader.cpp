@@ -1,0 +1,101 @@
+#include "base/linereader.h"
+
+#include "base/codepage.h"
+#include "base/failure.h"
+
+#include <QDir>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 chunk = 64 * 1024;
+
+Failure readFailure(const QFile &file)
+{
+    return Failure(
+        u"%1 okunamadı: %2"_s.arg(QDir::toNativeSeparators(file.fileName()), file.errorString()));
+}
+
+} // namespace
+
+LineReader::LineReader(const QString &path)
+    : m_file(path)
+{
+    if (path.isEmpty())
+        throw Failure(u"Dosya seçilmedi."_s);
+    if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+        throw readFailure(m_file);
+    fill();
+    m_utf8 = m_buffer.startsWith(utf8Mark);
+    if (m_utf8)
+        m_at = utf8Mark.size();
+}
+
+bool LineReader::fill()
+{
+    m_bufferOffset += m_buffer.size();
+    m_buffer.resize(chunk);
+    const qint64 count = m_file.read(m_buffer.data(), chunk);
+    if (count < 0) {
+        m_buffer.clear();
+        throw readFailure(m_file);
+    }
+    m_buffer.resize(count);
+    m_at = 0;
+    return count > 0;
+}
+
+void LineReader::take(QByteArrayView bytes)
+{
+    m_bytes.append(bytes.first(qMin(bytes.size(), longestLine - m_bytes.size())));
+}
+
+bool LineReader::next()
+{
+    if (m_at == m_buffer.size() && !fill())
+        return false;
+    m_lineOffset = m_bufferOffset + m_at;
+    m_bytes.clear();
+    for (;;) {
+        const char *const begin = m_buffer.constData() + m_at;
+        const char *const end = m_buffer.constData() + m_buffer.size();
+        const char *mark = begin;
+        while (mark != end && *mark != '\n' && *mark != '\r')
+            ++mark;
+        take({begin, mark});
+        m_at += mark - begin;
+        if (mark != end) {
+            ++m_at;
+            if (*mark == '\r' && (m_at < m_buffer.size() || fill()) && m_buffer[m_at] == '\n')
+                ++m_at;
+            break;
+        }
+        if (!fill())
+            break;
+    }
+    if (m_utf8) {
+        m_line = QString::fromUtf8(m_bytes);
+    } else {
+        m_line.resize(0);
+        appendFromCodePage(m_line, m_bytes);
+    }
+    return true;
+}
+
+void LineReader::seek(qint64 offset)
+{
+    if (offset >= m_bufferOffset && offset < m_bufferOffset + m_buffer.size()) {
+        m_at = offset - m_bufferOffset;
+        return;
+    }
+    if (!m_file.seek(offset))
+        throw readFailure(m_file);
+    m_bufferOffset = offset;
+    m_buffer.clear();
+    m_at = 0;
+}
+
+} // namespace kervan

@@ -1,0 +1,43 @@
+#pragma once
+
+#include <QString>
+
+#include <optional>
+
+namespace kervan {
+
+/// A statement that is put together from fixed text and values that go between quotes as they
+/// stand. It remembers the values, so that whoever runs it can refuse one that would end its own
+/// quotes and turn the text into another statement.
+class Statement
+{
+public:
+    explicit Statement(QStringView fixed)
+        : m_text(fixed.toString())
+    {
+    }
+
+    Statement &text(QStringView fixed)
+    {
+        m_text += fixed;
+        return *this;
+    }
+    Statement &value(QStringView text)
+    {
+        if (!m_breaking && text.contains(u'\''))
+            m_breaking = text.toString();
+        m_text += text;
+        return *this;
+    }
+
+    /// The whole statement, word for word.
+    const QString &text() const { return m_text; }
+    /// The first value that does not stay inside its quotes, if there is one.
+    const std::optional<QString> &breakingValue() const { return m_breaking; }
+
+private:
+    QString m_text;
+    std::optional<QString> m_breaking;
+};
+
+} // namespace kervan

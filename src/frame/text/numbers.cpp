@@ -1,0 +1,201 @@
+#include "frame/text/numbers.h"
+
+#include "base/failure.h"
+
+#include <array>
+#include <charconv>
+#include <cmath>
+#include <limits>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int doubleDigits = 15;
+constexpr int singleDigits = 7;
+
+// A number as it prints: its significant digits without zeros at either end, and the place of the
+// decimal mark among them (0 is in front of the first digit, negative further left).
+struct Decimal
+{
+    std::array<char, doubleDigits> digits{};
+    int count = 0;
+    int point = 0;
+    bool negative = false;
+
+    char digit(int i) const
+    {
+        return i >= 0 && i < count ? digits[static_cast<std::size_t>(i)] : '0';
+    }
+};
+
+Decimal decimal(double value, int significant)
+{
+    if (!std::isfinite(value))
+        throw Failure(u"Sayı taşması."_s);
+    std::array<char, 40> text;
+    const auto end = std::to_chars(text.begin(), text.end(), std::abs(value),
+                                   std::chars_format::scientific, significant - 1)
+                         .ptr;
+    Decimal result;
+    result.negative = value < 0;
+    const char *at = text.begin();
+    for (; *at != 'e'; ++at) {
+        if (*at != '.')
+            result.digits[static_cast<std::size_t>(result.count++)] = *at;
+    }
+    int exponent = 0;
+    std::from_chars(at[1] == '+' ? at + 2 : at + 1, end, exponent);
+    result.point = exponent + 1;
+    while (result.count > 0 && result.digit(result.count - 1) == '0')
+        --result.count;
+    if (result.count == 0)
+        result = {};
+    return result;
+}
+
+// Cut to so many decimals, the last one rounded half away from zero.
+void roundTo(Decimal &number, int decimals)
+{
+    int keep = number.point + decimals;
+    if (keep >= number.count)
+        return;
+    const bool up = keep >= 0 && number.digit(keep) >= '5';
+    keep = std::max(keep, 0);
+    number.count = keep;
+    if (up) {
+        int i = keep - 1;
+        while (i >= 0 && number.digit(i) == '9')
+            --i;
+        number.count = i + 1;
+        if (i >= 0) {
+            ++number.digits[static_cast<std::size_t>(i)];
+        } else {
+            number.digits[0] = '1';
+            number.count = 1;
+            ++number.point;
+        }
+    }
+    while (number.count > 0 && number.digit(number.count - 1) == '0')
+        --number.count;
+    if (number.count == 0)
+        number = {};
+}
+
+QString spelled(const Decimal &number, int leadingDigits, int decimals, bool grouped)
+{
+    QString text;
+    const int whole = std::max(number.point, leadingDigits);
+    text.reserve(whole + whole / 3 + decimals + 2);
+    if (number.negative)
+        text += u'-';
+    for (int left = whole; left > 0; --left) {
+        text += QLatin1Char(number.digit(number.point - left));
+        if (grouped && left > 1 && left % 3 == 1)
+            text += u'.';
+    }
+    if (decimals > 0)
+        text += u',';
+    for (int i = 0; i < decimals; ++i)
+        text += QLatin1Char(number.digit(number.point + i));
+    return text;
+}
+
+QString shortest(const Decimal &number)
+{
+    return spelled(number, 1, std::max(number.count - number.point, 0), false);
+}
+
+QString underMask(Decimal number, Mask mask)
+{
+    roundTo(number, mask.decimals);
+    return spelled(number, mask.leadingDigits, mask.decimals, mask.grouped);
+}
+
+} // namespace
+
+std::optional<double> number(QStringView text)
+{
+    text = text.trimmed();
+    std::array<char, 64> plain;
+    if (text.isEmpty() || static_cast<std::size_t>(text.size()) > plain.size())
+        return std::nullopt;
+    char *end = plain.begin();
+    bool digits = false;
+    bool behindMark = false;
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const char16_t c = text[i].unicode();
+        if (c >= u'0' && c <= u'9') {
+            *end++ = static_cast<char>(c);
+            digits = true;
+        } else if (c == u',' && !behindMark) {
+            *end++ = '.';
+            behindMark = true;
+        } else if (c == u'-' && i == 0) {
+            *end++ = '-';
+        } else if (c == u'.' ? behindMark || !digits : c != u'+' || i > 0) {
+            return std::nullopt;
+        }
+    }
+    double value = 0;
+    if (!digits || std::from_chars(plain.begin(), end, value).ec != std::errc{})
+        return std::nullopt;
+    return value;
+}
+
+double toNumber(QStringView text)
+{
+    const auto value = number(text);
+    if (!value)
+        throw Failure(u"\"%1\" bir sayı değil."_s.arg(text.left(100)));
+    return *value;
+}
+
+float toSingleNumber(QStringView text)
+{
+    return toSingle(toNumber(text));
+}
+
+float toSingle(double value)
+{
+    if (!(std::abs(value) <= static_cast<double>(std::numeric_limits<float>::max())))
+        throw Failure(u"Sayı taşması."_s);
+    return static_cast<float>(value);
+}
+
+double divided(double dividend, double divisor)
+{
+    if (divisor == 0)
+        throw Failure(u"Sıfıra bölme."_s);
+    return dividend / divisor;
+}
+
+QString toText(double value)
+{
+    return shortest(decimal(value, doubleDigits));
+}
+
+QString toText(float value)
+{
+    return shortest(decimal(static_cast<double>(value), singleDigits));
+}
+
+QString masked(double value, Mask mask)
+{
+    return underMask(decimal(value, doubleDigits), mask);
+}
+
+QString masked(float value, Mask mask)
+{
+    return underMask(decimal(static_cast<double>(value), singleDigits), mask);
+}
+
+QString masked(const QString &text, Mask mask)
+{
+    const auto value = number(text);
+    return value ? masked(*value, mask) : text;
+}
+
+} // namespace kervan

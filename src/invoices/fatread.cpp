@@ -1,0 +1,176 @@
+#include "invoices/fat.h"
+
+#include "base/failure.h"
+#include "frame/text/numbers.h"
+#include "invoices/columns.h"
+#include "store/sidefiles.h"
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+void Fat::umurlarfaturabaslikoku()
+{
+    QString fiyatsizlar;
+    bilgi.setText({});
+    kasaislemsayac = number(kasacariislemno()).value_or(0);
+    {
+        const Grid::Refill refill(l1());
+        l1().clear();
+        std::optional<Prices> prices;
+        note(passOver([&] { prices.emplace(m_program.db, m_program.path(u"data.dbs")); }));
+        if (!dosyaadi.isEmpty())
+            note(passOver([&] { readHeaders(prices, fiyatsizlar); }));
+    }
+    if (!fiyatsizlar.isEmpty())
+        showMissingPrices(fiyatsizlar);
+    liste.listedolu = !l1().isEmpty();
+    liste.showRowCount();
+    if (dosyaacik && liste.Check1.isChecked())
+        note(endQuietly([this] { liste.tarihbelirle(); }));
+    faturakasafisnoyaz();
+}
+
+void Fat::readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar)
+{
+    LineReader reader(dosyaadi);
+    while (reader.next()) {
+        const QStringView line = reader.line();
+        if (isLine(line)) {
+            const QString kod = productCode(line).toString();
+            const QString price = prices ? prices->satisfiyatibul(kod) : u"0"_s;
+            if (number(price).value_or(0) <= 0)
+                fiyatsizlar += u"  "_s + kod;
+        } else if (isHeader(line)) {
+            if (countsAsHeader(line))
+                takeHeader(line);
+        } else if (isCollection(line)) {
+            if (countsAsCollection(line))
+                takeCollection(line);
+        }
+    }
+}
+
+void Fat::takeHeader(QStringView line)
+{
+    ++kasaislemsayac;
+    const int previous = l1().rows() - 1;
+    if (previous >= 0) {
+        l1().setCell(previous, L1::TahsilatOrani, u"100"_s);
+        l1().setCell(previous, L1::KasaSatisElemani, l1().cell(previous, L1::LogoPersonelKodu));
+        l1().setCell(previous, L1::TahsilatTutari, l1().cell(previous, L1::ToplamTutar));
+    }
+    const int row = l1().addRow({});
+    cutHeader(line, l1(), row);
+    const QString personel = perseslestir(l1().cell(row, L1::SapPersonelKodu));
+    l1().setCell(row, L1::BelgeNumarasi, personel);
+    l1().setCell(row, L1::LogoPersonelKodu, personel);
+}
+
+void Fat::takeCollection(QStringView line)
+{
+    const QString rateText =
+        masked(trimmedBlanks(pointToComma(collectionRate(line))).toString(), "#0.0000"_mask);
+    if (number(rateText).value_or(0) <= 0)
+        return;
+    ++kasaislemsayac;
+    const int row = l1().rows() - 1;
+    passOver([&] {
+        const float rate = toSingleNumber(rateText);
+        l1().setCell(row, L1::TahsilatOrani, toText(rate));
+        l1().setCell(row, L1::KasaSatisElemani, l1().cell(row, L1::LogoPersonelKodu));
+        const double total = toNumber(l1().cell(row, L1::ToplamTutar));
+        l1().setCell(row, L1::TahsilatTutari,
+                     toText(toSingle(total * static_cast<double>(rate) / 100)));
+    });
+}
+
+void Fat::showMissingPrices(const QString &fiyatsizlar)
+{
+    const QString text = u"Ürünlerde Bayi Fiyatı Olmayan Faturalar Var...\r\n"
+                         "Aşagıdaki Ürünlerin Bayi Fiyatlarını Giriniz. Faturayı Yeniden "
+                         "Okutunuz...\r\n"_s +
+                         fiyatsizlar;
+    m_program.boxes.show({.text = trimmedBlanks(text).toString()});
+}
+
+QString Fat::kasacariislemno() const
+{
+    QString stored;
+    endQuietly([&] { stored = readSingleValue(m_program.path(u"kasacariislemno.kvz")); });
+    return stored;
+}
+
+void Fat::faturakasafisnoyaz()
+{
+    double counter = number(kasacariislemno()).value_or(0);
+    const Grid::Refill refill(l1());
+    for (int row = 0; row < l1().rows(); ++row) {
+        const QString digits = masked(++counter, "000000"_mask);
+        l1().setCell(row, L1::IslemNo, u"NT"_s + digits);
+        l1().setCell(row, L1::KasaIslemNo, u"KN"_s + digits);
+    }
+}
+
+QString Fat::birimbul(const QString &kelime) const
+{
+    for (int row = 0; row < lbrm.rows(); ++row) {
+        if (lbrm.cell(row, 0) == kelime)
+            return lbrm.cell(row, 1);
+    }
+    return {};
+}
+
+QString Fat::perseslestir(const QString &kod) const
+{
+    for (int row = 0; row < persl.rows(); ++row) {
+        if (persl.cell(row, 1) == kod)
+            return persl.cell(row, 0);
+    }
+    return {};
+}
+
+LineLookups Fat::lookupsIn(Prices &prices) const
+{
+    return {.satisfiyatibul = [&prices](const QString &kod) { return prices.satisfiyatibul(kod); },
+            .birimbul =
+                [this](const QString &kelime) {
+                    return birimbul(kelime);
+                }};
+}
+
+void Fat::umurlardetaylioku(const QString &faturano)
+{
+    const Grid::Refill refill(l2);
+    l2.clear();
+    if (faturano.isEmpty())
+        return;
+    note(endQuietly([&] {
+        Prices prices(m_program.db, m_program.path(u"data.dbs"));
+        const LineLookups lookups = lookupsIn(prices);
+        walkInvoice(dosyaadi, faturano,
+                    [&](QStringView line) { addToL2(cutLine(line), lookups, l2); });
+    }));
+}
+
+std::optional<Failure> Fat::liste3yukle(const QString &faturano)
+{
+    l3.clear();
+    if (faturano.isEmpty())
+        return std::nullopt;
+    return endQuietly([&] {
+        const auto takeInto = [this](const LineLookups &lookups) {
+            return [this, lookups](QStringView line) {
+                addToL3(cutLine(line), lookups, l3);
+            };
+        };
+        if (m_export) {
+            m_export->file.walkInvoice(faturano, takeInto(lookupsIn(m_export->prices)));
+        } else {
+            Prices prices(m_program.db, m_program.path(u"data.dbs"));
+            walkInvoice(dosyaadi, faturano, takeInto(lookupsIn(prices)));
+        }
+    });
+}
+
+} // namespace kervan

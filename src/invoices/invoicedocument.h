@@ -1,0 +1,84 @@
+#pragma once
+
+#include "logoxml/document.h"
+#include "logoxml/template.h"
+
+#include <QDateTime>
+#include <QString>
+#include <QStringList>
+
+namespace kervan {
+
+/// What goes into the head of an invoice; texts as the cells and fields hold them.
+struct InvoiceHead
+{
+    QString cariKod;
+    QString faturaNo;
+    QString belgeNo;
+    QString belgeTarihi;
+    QString personelKodu;
+    QString fatOzKod;
+    QString odemePlaniKodu;
+    QString subeKodu;
+    QString subeAlicilarHesabi;
+    QString subeDepoKodu;
+    QString genelKdv;
+    QString kdvMuafiyetGenel;
+    bool eFatura = false;
+    QDateTime an; ///< the moment of writing
+};
+
+/// What goes into a goods line; numbers in XML spelling.
+struct InvoiceGoods
+{
+    QString urunKodu;
+    QString miktar;
+    QString birimFiyat;
+    QString indirim;
+    QString kdv;
+    QString birim;
+    QString satKod;
+    QString satKdvKod;
+    QString kdvMuafiyetSatir;
+    QString ekVergiTutari;
+    QString indirimMuhKod;
+    bool promosyon = false;
+    QStringList yuzdeler; ///< discount percentages above 0, each a discount line behind the goods
+};
+
+/// The document of ticked invoices, put together invoice by invoice and line by line.
+class InvoiceDocument
+{
+public:
+    /// An invoice has room for this many lines; one beyond it is lost.
+    static constexpr int mostLines = 60000;
+
+    /// `fatbilgi` begins with the invoice kind: 10, 20, 30, 40 or 80.
+    explicit InvoiceDocument(const QString &fatbilgi);
+
+    void beginInvoice(const InvoiceHead &head);
+    void addLine(const InvoiceGoods &goods);
+    /// Adds the general discount behind the last line. Without a percentage (it could not be
+    /// worked out) its placeholder stays in the document.
+    void addGeneralDiscount(const std::optional<QString> &percent);
+    void endInvoice();
+
+    /// The whole document of the invoices so far, to be written by route one.
+    Belge belge() const;
+
+private:
+    Sablon m_head;
+    Sablon m_line;
+    Sablon m_lineDiscount;
+    QByteArray m_generalDiscount;
+    QByteArray m_kalemson;
+    QByteArray m_baslik;
+    QByteArray m_sonu;
+
+    InvoiceHead m_current;
+    QByteArray m_text; // the invoice in hand
+    int m_lines = 0;
+    QByteArrayList m_invoices;
+};
+
+} // namespace kervan

@@ -1,0 +1,32 @@
+#pragma once
+
+#include "store/localdb.h"
+
+#include <QHash>
+#include <QString>
+
+namespace kervan {
+
+/// The dealer prices of table `urun`, with the database open for the length of one read or one
+/// export. Each product is asked for once.
+class Prices
+{
+public:
+    /// Opens the database; that it can't be opened is a Failure.
+    Prices(LocalDb &db, const QString &path)
+        : m_db(db)
+        , m_open(db, path)
+    {
+    }
+
+    /// Field `bfiyat` of the product's first row as it is stored, an empty one included; "0" if
+    /// there is no row or the query fails.
+    QString satisfiyatibul(const QString &kod);
+
+private:
+    LocalDb &m_db;
+    OpenDb m_open;
+    QHash<QString, QString> m_asked;
+};
+
+} // namespace kervan

@@ -1,0 +1,43 @@
+#include "logolink/screenlink.h"
+
+#include "base/failure.h"
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr SqlOptions screenOptions{.commandTimeout = 0, .connectionTimeout = 5};
+
+} // namespace
+
+void ScreenLink::sqlyukle()
+{
+    endQuietly([this] {
+        const SqlSettings settings = readSqlSettings(m_program.path(u"sqlbaglan.kvz"));
+        // Unlike the settings screen, an empty password is refused here too.
+        if (settings.server.isEmpty() || settings.user.isEmpty() || settings.password.isEmpty() ||
+            settings.database.isEmpty() || settings.firm.isEmpty()) {
+            m_program.boxes.show(
+                {u"Bağlantı Bilgilerinde Eksikler Var..."_s, u"Dikkat"_s, Icon::Stop});
+            return;
+        }
+        firmakod = settings.firm;
+        sqlbaglan(settings);
+    });
+}
+
+void ScreenLink::sqlbaglan(const SqlSettings &settings)
+{
+    const auto failed = passOver([&] {
+        m_connection = m_program.sqlServer.connect(connectionText(settings), screenOptions);
+        Label9.setText(m_connection->isOpen() ? u"SQL Bağlantı Var"_s : u"SQL Bağlantı Yok"_s);
+    });
+    if (failed) {
+        Label9.setText(u"SQL Bağlantı Yok"_s);
+        m_program.boxes.show({.text = failed->description()});
+    }
+}
+
+} // namespace kervan

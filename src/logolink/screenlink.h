@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/fields.h"
+#include "logolink/sqlsettings.h"
+#include "store/program.h"
+
+#include <memory>
+
+namespace kervan {
+
+/// The Logo connection that a transfer screen holds from its opening to its end.
+class ScreenLink
+{
+public:
+    explicit ScreenLink(Program &program)
+        : m_program(program)
+    {
+    }
+
+    /// Reads the side file and connects. A missing or short file ends it silently; an empty line
+    /// shows a box and leaves the screen unconnected.
+    void sqlyukle();
+
+    TextField Label9{QStringLiteral("SQL Bağlantı Yok")};
+    QString firmakod; ///< the firm line
+
+private:
+    void sqlbaglan(const SqlSettings &settings);
+
+    Program &m_program;
+    std::unique_ptr<SqlConnection> m_connection;
+};
+
+} // namespace kervan

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+namespace kervan {
+
+/// The five lines of the side file sqlbaglan.kvz.
+struct SqlSettings
+{
+    QString server;
+    QString user;
+    QString password;
+    QString database;
+    QString firm; ///< firm number, "- ", firm name
+};
+
+/// Reads the side file; missing or with fewer than five lines it is a Failure.
+SqlSettings readSqlSettings(const QString &path);
+
+/// The connection text of the settings, its values as they stand.
+QString connectionText(const SqlSettings &settings);
+
+} // namespace kervan

@@ -1,0 +1,49 @@
+#include "logoxml/accumulated.h"
+
+#include "base/failure.h"
+
+#include <algorithm>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// A value that holds its own placeholder twice doubles with each record.
+constexpr qsizetype largestRecord = 16 * 1024 * 1024;
+
+} // namespace
+
+AccumulatedBody::AccumulatedBody(QByteArray record, QList<QByteArray> placeholders)
+    : m_record("\r\n" + record, placeholders)
+    , m_placeholders(std::move(placeholders))
+{
+}
+
+void AccumulatedBody::add(std::span<const QString> values)
+{
+    if (!m_changeable.isEmpty()) {
+        const QList<Fill> fills = fillsOf(m_placeholders, values);
+        m_changeable.removeIf([&](qsizetype i) {
+            m_records[i] = sablondoldur(std::move(m_records[i]), fills);
+            if (m_records[i].size() > largestRecord)
+                throw Failure(u"%1. kayıt çok büyüdü."_s.arg(i + 1));
+            return !holdsPlaceholder(m_records[i]);
+        });
+    }
+    QByteArray record;
+    m_record.doldur(values, record);
+    // The template has no small letters but its placeholders, so a word can only come from a value.
+    if (std::ranges::any_of(values, hasSmallLetter) && holdsPlaceholder(record))
+        m_changeable.append(m_records.size());
+    m_records.append(std::move(record));
+}
+
+bool AccumulatedBody::holdsPlaceholder(const QByteArray &text) const
+{
+    return std::ranges::any_of(m_placeholders,
+                               [&](const QByteArray &word) { return text.contains(word); });
+}
+
+} // namespace kervan

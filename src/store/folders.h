@@ -1,0 +1,15 @@
+#pragma once
+
+#include <QString>
+
+namespace kervan {
+
+/// The six folder values, mirrored from the one row of table `yol`; empty until a screen has
+/// loaded them. Each holds what a file dialog once gave: a full file name, mostly.
+struct Folders
+{
+    QString ec, es, ef; // sources of cari, stock and invoice files
+    QString xc, xs, xf; // targets of the same three
+};
+
+} // namespace kervan

@@ -1,0 +1,98 @@
+#include "store/installation.h"
+
+#include "base/failure.h"
+
+#include <QDir>
+#include <QFile>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QStringList>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct DatabaseFile
+{
+    QString name;
+    QStringList statements;
+};
+
+QString definitionTable(QStringView name)
+{
+    return u"create table %1 (id integer primary key, frno text, frkod text, firma text, "
+           "kaskod text, dkod text, crkod text, alkod text, satkod text)"_s.arg(name);
+}
+
+QList<DatabaseFile> databaseFiles()
+{
+    return {
+        {u"data.dbs"_s,
+         {u"create table yol (id integer primary key, ec text, es text, ef text, xc text, xs text, "
+          "xf text)"_s,
+          u"insert into yol values (1, '', '', '', '', '', '')"_s, definitionTable(u"firma"),
+          u"create index firma_firma on firma (firma)"_s, definitionTable(u"odm"),
+          definitionTable(u"birim"), u"create index birim_kaskod on birim (kaskod)"_s,
+          u"create index birim_frkod on birim (frkod)"_s,
+          u"create table muh (id integer primary key, ind text, kdv text, al text, sat text, "
+          "ali text, sati text, alkdv text, satkdv text, alikdv text, satikdv text)"_s,
+          u"create index muh_kdv on muh (kdv)"_s,
+          u"create table kdv (id integer primary key, kdv text)"_s,
+          u"insert into kdv values (1, '18')"_s,
+          u"create table statu (id integer primary key, statu text, var text)"_s,
+          u"create table per (id integer primary key, kod text, per text)"_s,
+          u"create table urun (kod text, ack text, fiyat text, bfiyat text)"_s,
+          u"create index urun_kod on urun (kod)"_s}},
+        {u"fatozkod.dbs"_s, {u"create table ozkod (id integer primary key, ozkod text)"_s}},
+        {u"stokozkod.dbs"_s,
+         {u"create table ozkod (id integer primary key, ack text, ozkod text)"_s}},
+    };
+}
+
+// Made under another name first, so that a broken installation leaves no half database.
+void make(const QString &path, const QStringList &statements)
+{
+    const QString unfinished = path + u".yeni"_s;
+    QFile::remove(unfinished);
+    QString fault;
+    {
+        QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"installation"_s);
+        db.setDatabaseName(unfinished);
+        bool fine = db.open() && db.transaction();
+        QSqlQuery query(db);
+        for (const QString &statement : statements)
+            fine = fine && query.exec(statement);
+        fine = fine && db.commit();
+        if (!fine)
+            fault = db.lastError().text() + query.lastError().text();
+    }
+    QSqlDatabase::removeDatabase(u"installation"_s);
+    if (fault.isEmpty() && !QFile::rename(unfinished, path))
+        fault = u"adı değiştirilemedi"_s;
+    if (!fault.isEmpty()) {
+        QFile::remove(unfinished);
+        throw Failure(u"%1 kurulamadı: %2"_s.arg(QDir::toNativeSeparators(path), fault));
+    }
+}
+
+} // namespace
+
+void install(const QString &programFolder)
+{
+    const QDir folder(programFolder);
+    for (const QString &name : {u"txt"_s, u"logo xml"_s, u"mey exel"_s}) {
+        if (!folder.mkpath(name))
+            throw Failure(
+                u"%1 klasörü açılamadı."_s.arg(QDir::toNativeSeparators(folder.filePath(name))));
+    }
+    for (const DatabaseFile &file : databaseFiles()) {
+        const QString path = folder.filePath(file.name);
+        if (!QFile::exists(path))
+            make(path, file.statements);
+    }
+}
+
+} // namespace kervan

@@ -1,0 +1,131 @@
+#include "store/localdb.h"
+
+#include "base/failure.h"
+
+#include <QDir>
+#include <QRegularExpression>
+#include <QSqlError>
+#include <QSqlRecord>
+#include <QUrl>
+
+#include <atomic>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto busyMilliseconds = 1000;
+
+bool isOfTheLanguage(const QString &text)
+{
+    static const QRegularExpression language(
+        u"\\A\\s*(?:"
+        "select\\s+\\*\\s+from\\s+\\w+(?:\\s+where\\s+\\w+\\s*=\\s*'[^']*+')?"
+        "|insert\\s+into\\s+\\w+\\s+values\\s*\\(\\s*(?:null\\s*,\\s*)?'[^']*+'"
+        "(?:\\s*,\\s*'[^']*+')*+\\s*\\)"
+        "|update\\s+\\w+\\s+set\\s+\\w+\\s*=\\s*'[^']*+'(?:\\s*,\\s*\\w+\\s*=\\s*'[^']*+')*+"
+        "\\s*where\\s+id\\s*=\\s*'[^']*+'"
+        "|delete\\s+from\\s+\\w+(?:\\s+where\\s+id\\s*=\\s*'[^']*+')?"
+        ")\\s*\\z"_s,
+        QRegularExpression::CaseInsensitiveOption);
+    return !text.contains(QChar(u'\0')) && language.match(text).hasMatch();
+}
+
+// "mode=rw" keeps the engine from creating a file that isn't there.
+QString existingFile(const QString &path)
+{
+    const QUrl url = QUrl::fromLocalFile(QDir::fromNativeSeparators(path));
+    return QString::fromLatin1(url.toEncoded(QUrl::FullyEncoded)) + u"?mode=rw"_s;
+}
+
+} // namespace
+
+LocalDb::LocalDb()
+{
+    static std::atomic<int> made = 0;
+    m_connection = u"local%1"_s.arg(++made);
+    QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, m_connection);
+    db.setConnectOptions(u"QSQLITE_OPEN_URI;QSQLITE_BUSY_TIMEOUT=%1"_s.arg(busyMilliseconds));
+}
+
+LocalDb::~LocalDb()
+{
+    m_result = QSqlQuery();
+    QSqlDatabase::database(m_connection, false).close();
+    QSqlDatabase::removeDatabase(m_connection);
+}
+
+void LocalDb::open(const QString &path)
+{
+    QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+    if (db.isOpen())
+        close();
+    db.setDatabaseName(existingFile(path));
+    if (!db.open())
+        throw Failure(u"%1 açılamadı: %2"_s.arg(QDir::toNativeSeparators(path),
+                                                db.lastError().databaseText()));
+}
+
+void LocalDb::execute(const QString &text)
+{
+    if (!m_result.exec(text))
+        throw Failure(u"%1 (%2)"_s.arg(m_result.lastError().databaseText(), text.left(200)));
+}
+
+void LocalDb::query(const Statement &statement)
+{
+    m_atEnd = true;
+    if (const auto &value = statement.breakingValue())
+        throw Failure(u"Değerdeki kesme işareti deyimi bozuyor: %1"_s.arg(value->left(200)));
+    const QString &text = statement.text();
+    if (!isOfTheLanguage(text))
+        throw Failure(u"Deyim anlaşılamadı: %1"_s.arg(text.left(200)));
+    const QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+    if (!db.isOpen())
+        throw Failure(u"Veritabanı açık değil."_s);
+    m_result = QSqlQuery(db);
+    m_result.setForwardOnly(true);
+    const bool writes = !text.trimmed().startsWith(u"select"_s, Qt::CaseInsensitive);
+    if (writes && !m_writing) {
+        execute(u"begin"_s);
+        m_writing = true;
+    }
+    execute(text);
+    if (!writes)
+        next();
+}
+
+void LocalDb::close()
+{
+    m_result = QSqlQuery();
+    m_atEnd = true;
+    QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+    const bool kept = !m_writing || db.commit();
+    const QString why = kept ? QString() : db.lastError().databaseText();
+    m_writing = false;
+    db.close();
+    if (!kept)
+        throw Failure(u"Veritabanına yazılamadı: %1"_s.arg(why));
+}
+
+void LocalDb::next()
+{
+    m_atEnd = !m_result.next();
+}
+
+QString LocalDb::field(QStringView column) const
+{
+    const int index = m_atEnd ? -1 : m_result.record().indexOf(column.toString());
+    if (index < 0)
+        throw Failure(u"%1 alanı okunamadı."_s.arg(column));
+    return m_result.value(index).toString();
+}
+
+OpenDb::~OpenDb()
+{
+    passOver([this] { m_db.close(); });
+}
+
+} // namespace kervan

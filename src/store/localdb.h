@@ -1,0 +1,73 @@
+#pragma once
+
+#include "base/statement.h"
+
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QString>
+
+namespace kervan {
+
+/// The small SQL engine over the local database files: one connection and one result, shared by
+/// all screens and open only around a use. It takes one statement a call, and only these:
+///   select * from T [where C='v']      insert into T values (Null,'v',...)
+///   update T set C='v',... where id='v'  delete from T [where id='v']
+/// All that is written between open() and close() reaches the file together at close(), so that a
+/// program that is killed on the way leaves the old rows whole; a statement that fails takes
+/// nothing back.
+class LocalDb
+{
+public:
+    LocalDb();
+    ~LocalDb();
+    LocalDb(const LocalDb &) = delete;
+    LocalDb &operator=(const LocalDb &) = delete;
+
+    /// Makes an existing file current. A missing one is a Failure and is not created.
+    void open(const QString &path);
+    /// Runs one statement and makes its rows the result. A Failure names the statement's fault.
+    void query(const Statement &statement);
+    /// Releases the file. A Failure tells that what was written could not be kept.
+    void close();
+
+    bool atEnd() const { return m_atEnd; }
+    void next();
+    /// Runs a select and calls take() with each row as the current one.
+    template<class Take>
+    void forEach(const Statement &select, Take &&take)
+    {
+        for (query(select); !atEnd(); next())
+            take();
+    }
+    /// Text of the current row's column. A missing row or column is a Failure.
+    QString field(QStringView column) const;
+
+private:
+    void execute(const QString &text);
+
+    QString m_connection;
+    QSqlQuery m_result;
+    bool m_atEnd = true;
+    bool m_writing = false;
+};
+
+/// Opens a file for the length of a scope. What was written is kept at its end even when a step in
+/// it fails; close() does so with a report.
+class OpenDb
+{
+public:
+    OpenDb(LocalDb &db, const QString &path)
+        : m_db(db)
+    {
+        m_db.open(path);
+    }
+    ~OpenDb();
+    OpenDb(const OpenDb &) = delete;
+    OpenDb &operator=(const OpenDb &) = delete;
+    void close() { m_db.close(); }
+
+private:
+    LocalDb &m_db;
+};
+
+} // namespace kervan

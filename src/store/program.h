@@ -1,0 +1,28 @@
+#pragma once
+
+#include "base/ports.h"
+#include "store/folders.h"
+#include "store/localdb.h"
+
+#include <QString>
+
+namespace kervan {
+
+/// What every screen is given: the program folder, the state that screens share, and the doors to
+/// the world outside. Made once by main() or by a test, and outlives every screen.
+struct Program
+{
+    QString folder;    // databases and side files stand here
+    QString aktifform; // the invoice screen loaded last: "1" is fat, "2" is fatduz
+    Folders folders;
+    LocalDb db;
+    Boxes &boxes;
+    FileDialogs &dialogs;
+    Clock &clock;
+    SqlServer &sqlServer;
+
+    /// A file or folder of the program folder.
+    QString path(QStringView name) const { return folder + u'/' + name.toString(); }
+};
+
+} // namespace kervan

@@ -1,0 +1,70 @@
+#include "store/sidefiles.h"
+
+#include "base/codepage.h"
+#include "base/failure.h"
+#include "base/linereader.h"
+
+#include <QDir>
+#include <QSaveFile>
+
+#include <limits>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QStringList firstLines(const QString &path, qsizetype most)
+{
+    LineReader reader(path);
+    QStringList lines;
+    while (lines.size() < most && reader.next())
+        lines << reader.line().toString();
+    return lines;
+}
+
+} // namespace
+
+QString readSingleValue(const QString &path)
+{
+    const QString line = firstLines(path, 1).value(0);
+    QString value = line.left(line.indexOf(u','));
+    if (value.size() >= 2 && value.startsWith(u'"') && value.endsWith(u'"'))
+        value = value.sliced(1, value.size() - 2);
+    return value;
+}
+
+void writeSingleValue(const QString &path, const QString &value)
+{
+    writeLines(path, {value});
+}
+
+QStringList readLines(const QString &path, int count)
+{
+    QStringList lines = firstLines(path, count);
+    if (lines.size() < count)
+        throw Failure(u"%1 dosyasında %2. satır yok."_s.arg(QDir::toNativeSeparators(path))
+                          .arg(lines.size() + 1));
+    return lines;
+}
+
+QStringList readAllLines(const QString &path)
+{
+    return firstLines(path, std::numeric_limits<qsizetype>::max());
+}
+
+void writeLines(const QString &path, const QStringList &lines)
+{
+    QByteArray bytes;
+    for (const QString &line : lines) {
+        appendToCodePage(bytes, line);
+        bytes += "\r\n";
+    }
+    QSaveFile file(path);
+    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
+        throw Failure(
+            u"%1 yazılamadı: %2"_s.arg(QDir::toNativeSeparators(path), file.errorString()));
+}
+
+} // namespace kervan

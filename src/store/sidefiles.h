@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+
+namespace kervan {
+
+// The small text files beside the program. They are Windows-1254, each line ended by CR LF;
+// readers also take LF or CR alone and a UTF-8 mark. A file is replaced whole: a write that fails
+// is a Failure and leaves the old file as it was.
+
+/// Shape "single value": the first line up to its first comma, a pair of double quotes around it
+/// dropped. A file that holds nothing gives an empty text; a missing file is a Failure.
+QString readSingleValue(const QString &path);
+/// Writes the value as the only line.
+void writeSingleValue(const QString &path, const QString &value);
+
+/// Shape "lines": the first `count` lines, whole. A file with fewer is a Failure.
+QStringList readLines(const QString &path, int count);
+/// Shape "list of codes": all lines. A missing file is a Failure.
+QStringList readAllLines(const QString &path);
+/// Writes each text as one line.
+void writeLines(const QString &path, const QStringList &lines);
+
+} // namespace kervan
