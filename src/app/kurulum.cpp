@@ -1,0 +1,34 @@
+// Lays out a program folder: kervan-kurulum FOLDER [SAMPLES]
+
+#include "app/samples.h"
+#include "base/failure.h"
+#include "store/installation.h"
+
+#include <QCoreApplication>
+#include <QDir>
+#include <QTextStream>
+
+using namespace Qt::StringLiterals;
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const QStringList arguments = QCoreApplication::arguments();
+    QTextStream out(stdout);
+    if (arguments.size() < 2 || arguments.size() > 3) {
+        out << "kervan-kurulum FOLDER [SAMPLES]\n";
+        return 2;
+    }
+    const auto failed = kervan::passOver([&] {
+        const QString folder = QDir(arguments[1]).absolutePath();
+        kervan::install(folder);
+        if (arguments.size() == 3) {
+            kervan::LocalDb db;
+            kervan::layOutSamples(db, arguments[2], folder);
+        }
+        out << "Program folder: " << folder << '\n';
+    });
+    if (failed)
+        out << failed->description() << '\n';
+    return failed ? 1 : 0;
+}

@@ -1,0 +1,130 @@
+#include "app/realports.h"
+
+#include <QApplication>
+#include <QDialogButtonBox>
+#include <QFileDialog>
+#include <QMessageBox>
+#include <QPlainTextEdit>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype longestMessage = 1200;
+
+QString titleOf(const Box &box)
+{
+    return box.title.isEmpty() ? u"Kervan Transfer"_s : box.title;
+}
+
+QMessageBox::Icon iconOf(Icon icon)
+{
+    switch (icon) {
+    case Icon::Information: return QMessageBox::Information;
+    case Icon::Exclamation: return QMessageBox::Warning;
+    case Icon::Stop: return QMessageBox::Critical;
+    case Icon::Question: return QMessageBox::Question;
+    case Icon::None: break;
+    }
+    return QMessageBox::NoIcon;
+}
+
+QString linesOf(const Box &box)
+{
+    return QString(box.text).replace(u"\r\n"_s, u"\n"_s);
+}
+
+// A text edit lays out a very long line slowly, so such a line is turned at blanks beforehand.
+QString turned(const QString &text)
+{
+    constexpr qsizetype longestLine = 120;
+    QString result;
+    qsizetype lineStart = 0;
+    for (const QChar c : text) {
+        const bool turn = c == u' ' && result.size() - lineStart >= longestLine;
+        result += turn ? QChar(u'\n') : c;
+        if (turn || c == u'\n')
+            lineStart = result.size();
+    }
+    return result;
+}
+
+void showScrolling(const Box &box)
+{
+    QDialog dialog(QApplication::activeWindow());
+    dialog.setWindowTitle(titleOf(box));
+    auto *column = new QVBoxLayout(&dialog);
+    auto *text = new QPlainTextEdit(turned(linesOf(box)));
+    text->setReadOnly(true);
+    auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
+    QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
+    column->addWidget(text);
+    column->addWidget(buttons);
+    dialog.resize(720, 420);
+    dialog.exec();
+}
+
+QString qtFilter(const QString &filter)
+{
+    QString patterns = filter.section(u'|', 1);
+    return u"%1 (%2)"_s.arg(filter.section(u'|', 0, 0), patterns.replace(u';', u' '));
+}
+
+std::optional<QString> chosen(const QString &name)
+{
+    if (name.isEmpty())
+        return std::nullopt;
+    return name;
+}
+
+class ClosedConnection : public SqlConnection
+{
+public:
+    bool isOpen() const override { return false; }
+};
+
+} // namespace
+
+void ScreenBoxes::show(const Box &box)
+{
+    if (box.text.size() > longestMessage)
+        return showScrolling(box);
+    QMessageBox message(iconOf(box.icon), titleOf(box), linesOf(box), QMessageBox::Ok,
+                        QApplication::activeWindow());
+    message.setTextFormat(Qt::PlainText);
+    message.exec();
+}
+
+bool ScreenBoxes::ask(const Box &box)
+{
+    QMessageBox message(iconOf(box.icon), titleOf(box), linesOf(box),
+                        QMessageBox::Yes | QMessageBox::No, QApplication::activeWindow());
+    message.setTextFormat(Qt::PlainText);
+    message.button(QMessageBox::Yes)->setText(u"Evet"_s);
+    message.button(QMessageBox::No)->setText(u"Hayır"_s);
+    return message.exec() == QMessageBox::Yes;
+}
+
+std::optional<QString> ScreenDialogs::openName(const FileQuestion &question)
+{
+    return chosen(QFileDialog::getOpenFileName(QApplication::activeWindow(), question.title,
+                                               question.start, qtFilter(question.filter)));
+}
+
+std::optional<QString> ScreenDialogs::saveName(const FileQuestion &question)
+{
+    return chosen(QFileDialog::getSaveFileName(
+        QApplication::activeWindow(), question.title, question.start, qtFilter(question.filter),
+        nullptr, QFileDialog::DontConfirmOverwrite));
+}
+
+std::unique_ptr<SqlConnection> NoSqlServer::connect(const QString &, const SqlOptions &)
+{
+    return std::make_unique<ClosedConnection>();
+}
+
+} // namespace kervan

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "base/ports.h"
+
+namespace kervan {
+
+/// Boxes on the screen. A text too long for a box of the desktop's size is shown in one that
+/// scrolls.
+class ScreenBoxes : public Boxes
+{
+public:
+    void show(const Box &box) override;
+    bool ask(const Box &box) override;
+};
+
+/// The file dialogs of the desktop. Saving overwrites without a question.
+class ScreenDialogs : public FileDialogs
+{
+public:
+    std::optional<QString> openName(const FileQuestion &question) override;
+    std::optional<QString> saveName(const FileQuestion &question) override;
+};
+
+class SystemClock : public Clock
+{
+public:
+    QDateTime now() const override { return QDateTime::currentDateTime(); }
+};
+
+/// Stands where the connection to a SQL Server is not built in: a connection that is not open.
+class NoSqlServer : public SqlServer
+{
+public:
+    std::unique_ptr<SqlConnection> connect(const QString &connectionText,
+                                           const SqlOptions &options) override;
+};
+
+} // namespace kervan

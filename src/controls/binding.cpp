@@ -1,0 +1,102 @@
+#include "controls/binding.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QElapsedTimer>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+
+#include <memory>
+
+namespace kervan {
+
+namespace {
+
+constexpr qint64 millisecondsBetweenRepaints = 40;
+
+// Tells the widget now and at each change.
+template <class Field, class Show>
+void follow(QWidget *widget, Field &field, Show show)
+{
+    show();
+    QObject::connect(&field, &Field::changed, widget, show);
+}
+
+void followFocus(QWidget *widget, TextField &field)
+{
+    QObject::connect(&field, &TextField::focusWanted, widget, [widget] { widget->setFocus(); });
+}
+
+} // namespace
+
+void bind(QLabel *label, TextField &field)
+{
+    label->setTextFormat(Qt::PlainText);
+    follow(label, field, [label, &field] { label->setText(field.text()); });
+}
+
+void bind(QLineEdit *edit, TextField &field)
+{
+    follow(edit, field, [edit, &field] {
+        if (edit->text() != field.text())
+            edit->setText(field.text());
+    });
+    followFocus(edit, field);
+    QObject::connect(edit, &QLineEdit::textChanged, &field, &TextField::setText);
+}
+
+void bind(QComboBox *box, ChoiceField &field)
+{
+    const auto show = [box, &field] {
+        if (box->isEditable())
+            box->setEditText(field.text());
+        else
+            box->setCurrentIndex(box->findText(field.text(), Qt::MatchExactly | Qt::MatchCaseSensitive));
+    };
+    const auto fill = [box, &field, show] {
+        const QSignalBlocker quiet(box);
+        box->clear();
+        box->addItems(field.entries());
+        show();
+    };
+    fill();
+    QObject::connect(&field, &ChoiceField::entriesChanged, box, fill);
+    QObject::connect(&field, &ChoiceField::changed, box, show);
+    followFocus(box, field);
+    QObject::connect(box, &QComboBox::activated, &field,
+                     [box, &field](int index) { field.setText(box->itemText(index)); });
+    if (box->isEditable())
+        QObject::connect(box, &QComboBox::editTextChanged, &field, &TextField::setText);
+}
+
+void bind(QCheckBox *box, CheckField &field)
+{
+    follow(box, field, [box, &field] { box->setChecked(field.isChecked()); });
+    QObject::connect(box, &QCheckBox::toggled, &field, &CheckField::setChecked);
+}
+
+void bind(QDateEdit *edit, DateField &field)
+{
+    follow(edit, field, [edit, &field] { edit->setDate(field.date()); });
+    QObject::connect(edit, &QDateEdit::dateChanged, &field, &DateField::setDate);
+}
+
+void bind(QProgressBar *bar, ProgressField &field)
+{
+    const auto sinceRepaint = std::make_shared<QElapsedTimer>();
+    sinceRepaint->start();
+    follow(bar, field, [bar, &field, sinceRepaint] {
+        const bool turns = bar->isVisibleTo(bar->parentWidget()) != field.isShown();
+        bar->setVisible(field.isShown());
+        bar->setMaximum(qMax(field.maximum(), 1));
+        bar->setValue(field.value());
+        if (turns || sinceRepaint->elapsed() >= millisecondsBetweenRepaints) {
+            sinceRepaint->restart();
+            bar->repaint();
+        }
+    });
+}
+
+} // namespace kervan

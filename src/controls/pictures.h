@@ -1,0 +1,12 @@
+#pragma once
+
+#include <QIcon>
+#include <QString>
+
+namespace kervan {
+
+/// A picture of the program by its name ("open"). On a dark palette line pictures are drawn
+/// lighter.
+QIcon picture(const QString &name);
+
+} // namespace kervan

@@ -1,0 +1,13 @@
+#pragma once
+
+class QApplication;
+
+namespace kervan {
+
+/// Dresses the program: Fusion with a quiet palette, light or dark as the desktop is.
+void applyTheme(QApplication &application);
+
+/// The same with the choice made by the caller.
+void applyTheme(QApplication &application, bool dark);
+
+} // namespace kervan

@@ -1,0 +1,34 @@
+#include "controls/titlestrip.h"
+
+#include "controls/pictures.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QToolButton>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+TitleStrip::TitleStrip(QWidget *parent)
+    : QFrame(parent), m_caption(new QLabel), m_close(new QToolButton)
+{
+    setObjectName(u"bar1"_s);
+    m_caption->setTextFormat(Qt::PlainText);
+    m_close->setObjectName(u"chameleonButton4"_s);
+    m_close->setIcon(picture(u"close"_s));
+    m_close->setToolTip(u"Kapat (Esc)"_s);
+    m_close->setAccessibleName(u"Kapat"_s);
+    auto *row = new QHBoxLayout(this);
+    row->setContentsMargins(12, 4, 4, 4);
+    row->addWidget(m_caption, 1);
+    row->addWidget(m_close);
+}
+
+void TitleStrip::addNote(QWidget *note)
+{
+    auto *row = static_cast<QHBoxLayout *>(layout());
+    row->insertWidget(row->count() - 1, note);
+}
+
+} // namespace kervan

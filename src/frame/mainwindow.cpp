@@ -1,0 +1,191 @@
+#include "frame/mainwindow.h"
+
+#include "base/failure.h"
+#include "controls/bigbutton.h"
+#include "controls/pictures.h"
+#include "frame/entries.h"
+#include "frame/resim.h"
+#include "invoices/screens/fatwindow.h"
+#include "stocktake/screens/urunwindow.h"
+
+#include <QApplication>
+#include <QHBoxLayout>
+#include <QMdiArea>
+#include <QMdiSubWindow>
+#include <QMenu>
+#include <QMenuBar>
+#include <QShortcut>
+#include <QVBoxLayout>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+MainWindow::MainWindow(Program &program, QWidget *parent)
+    : QMainWindow(parent), m_program(program), m_area(new QMdiArea)
+{
+    setObjectName(u"MDIForm1"_s);
+    setWindowTitle(u"Kervan Transfer v2.21"_s);
+    setWindowIcon(picture(u"kervan"_s));
+    m_area->setBackground(palette().brush(QPalette::Window));
+    m_resim = new Resim(m_area->viewport());
+    auto *content = new QWidget;
+    auto *column = new QVBoxLayout(content);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(0);
+    column->addWidget(buttonBand());
+    column->addWidget(m_area, 1);
+    setCentralWidget(content);
+    buildMenus();
+    resize(1280, 860);
+}
+
+QWidget *MainWindow::buttonBand()
+{
+    auto *band = new QWidget;
+    auto *row = new QHBoxLayout(band);
+    row->setContentsMargins(8, 6, 8, 6);
+    row->setSpacing(6);
+    int key = 1;
+    for (const Entry &entry : bigButtons()) {
+        const QString keys = u"Ctrl+%1"_s.arg(key++);
+        auto *button = new BigButton;
+        button->setObjectName(entry.name);
+        button->setText(entry.caption);
+        button->setIcon(picture(entry.picture));
+        button->setToolTip(u"%1 (%2)"_s.arg(entry.caption, keys));
+        const auto openScreen = [this, screen = entry.screen] { open(screen); };
+        connect(button, &QAbstractButton::clicked, this, openScreen);
+        connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, openScreen);
+        row->addWidget(button);
+    }
+    return band;
+}
+
+void MainWindow::buildMenus()
+{
+    const auto addMenu = [this](const QString &name, const QString &caption, const QString &keys,
+                                const QList<Entry> &entries) {
+        QMenu *menu = menuBar()->addMenu(caption);
+        menu->setObjectName(name);
+        menu->menuAction()->setObjectName(name);
+        for (const Entry &entry : entries) {
+            QAction *action = menu->addAction(entry.caption);
+            action->setObjectName(entry.name);
+            connect(action, &QAction::triggered, this,
+                    [this, screen = entry.screen] { open(screen); });
+        }
+        connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this,
+                [this, menu] { menuBar()->setActiveAction(menu->menuAction()); });
+    };
+    addMenu(u"trans"_s, u"   Aktarım   "_s, u"Alt+A"_s, transferEntries());
+    addMenu(u"ay"_s, u"İşlemler"_s, u"Alt+I"_s, definitionEntries());
+
+    m_seminmenu = new QMenu(u"secim"_s, this);
+    m_seminmenu->setObjectName(u"seminmenu"_s);
+    for (const ListEntry &entry : invoiceListEntries()) {
+        QAction *action = entry.operation ? m_seminmenu->addAction(entry.caption)
+                                          : m_seminmenu->addSeparator();
+        action->setObjectName(entry.name);
+        if (!entry.operation)
+            continue;
+        connect(action, &QAction::triggered, this, [this, operation = entry.operation] {
+            if (InvoiceList *list = activeList())
+                (list->*operation)();
+        });
+    }
+    auto *crhsp = new QMenu(u"carihesapfis"_s, this);
+    crhsp->setObjectName(u"crhsp"_s);
+    for (const Entry &entry : slipListEntries())
+        crhsp->addAction(entry.caption)->setObjectName(entry.name);
+}
+
+void MainWindow::open(const QString &screen)
+{
+    endWithReport(m_program.boxes, [&] {
+        openTransfer(screen);
+        openDialog(screen);
+    });
+}
+
+QWidget *MainWindow::makeTransfer(const QString &screen)
+{
+    if (screen != u"fat")
+        return nullptr;
+    auto *fat = new FatWindow(m_program);
+    connect(fat, &FatWindow::listMenuWanted, m_seminmenu,
+            [this](const QPoint &place) { m_seminmenu->popup(place); });
+    connect(fat, &FatWindow::closeWanted, fat, [fat] { fat->parentWidget()->close(); });
+    return fat;
+}
+
+void MainWindow::openTransfer(const QString &screen)
+{
+    QPointer<QMdiSubWindow> &window = m_transfers[screen];
+    if (!window) {
+        QWidget *content = makeTransfer(screen);
+        if (!content)
+            return;
+        window = m_area->addSubWindow(content);
+        window->setAttribute(Qt::WA_DeleteOnClose);
+        window->setWindowIcon(windowIcon());
+        window->setGeometry(m_area->viewport()->rect());
+    }
+    if (window->isMinimized())
+        window->showNormal();
+    window->show();
+    m_area->setActiveSubWindow(window);
+    window->raise();
+}
+
+QDialog *MainWindow::makeDialog(const QString &screen)
+{
+    if (screen == u"urunform")
+        return new UrunWindow(m_program, this);
+    return nullptr;
+}
+
+void MainWindow::openDialog(const QString &screen)
+{
+    QPointer<QDialog> &dialog = m_dialogs[screen];
+    if (!dialog) {
+        dialog = makeDialog(screen);
+        if (!dialog)
+            return;
+        dialog->setAttribute(Qt::WA_DeleteOnClose);
+        dialog->setModal(true);
+    }
+    dialog->show();
+    dialog->raise();
+    dialog->activateWindow();
+}
+
+InvoiceList *MainWindow::activeList()
+{
+    if (m_program.aktifform != u"1")
+        return nullptr;
+    const auto window = m_transfers.value(u"fat"_s);
+    return window ? &qobject_cast<FatWindow *>(window->widget())->fat().liste : nullptr;
+}
+
+void MainWindow::resizeEvent(QResizeEvent *event)
+{
+    QMainWindow::resizeEvent(event);
+    m_resim->place(size());
+}
+
+bool MainWindow::event(QEvent *event)
+{
+    if (event->type() == QEvent::WindowActivate)
+        m_resim->place(size());
+    return QMainWindow::event(event);
+}
+
+// The whole program ends with the frame; open screens are not asked.
+void MainWindow::closeEvent(QCloseEvent *event)
+{
+    QMainWindow::closeEvent(event);
+    QApplication::quit();
+}
+
+} // namespace kervan

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "invoices/invoicelist.h"
+#include "store/program.h"
+
+#include <QHash>
+#include <QMainWindow>
+#include <QPointer>
+
+class QDialog;
+class QMdiArea;
+class QMdiSubWindow;
+
+namespace kervan {
+
+class Resim;
+
+/// The frame `MDIForm1`: holds every transfer screen as a child and opens the definition screens
+/// over itself. Each screen is one instance, made when it is first asked for.
+class MainWindow : public QMainWindow
+{
+    Q_OBJECT
+
+public:
+    explicit MainWindow(Program &program, QWidget *parent = nullptr);
+
+    /// Makes the screen or brings the one that is open forward. A failure at its opening is shown
+    /// in a plain box, and the screen is then not there.
+    void open(const QString &screen);
+
+protected:
+    void resizeEvent(QResizeEvent *event) override;
+    bool event(QEvent *event) override;
+    void closeEvent(QCloseEvent *event) override;
+
+private:
+    QWidget *buttonBand();
+    void buildMenus();
+    void openTransfer(const QString &screen);
+    void openDialog(const QString &screen);
+    QWidget *makeTransfer(const QString &screen);
+    QDialog *makeDialog(const QString &screen);
+    /// The list of the open invoice screen that `aktifform` points at, or null.
+    InvoiceList *activeList();
+
+    Program &m_program;
+    QMdiArea *m_area;
+    Resim *m_resim;
+    QMenu *m_seminmenu = nullptr;
+    QHash<QString, QPointer<QMdiSubWindow>> m_transfers;
+    QHash<QString, QPointer<QDialog>> m_dialogs;
+};
+
+} // namespace kervan

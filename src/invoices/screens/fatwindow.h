@@ -1,0 +1,53 @@
+#pragma once
+
+#include "invoices/fat.h"
+
+#include <QWidget>
+
+class QBoxLayout;
+class QComboBox;
+class QPushButton;
+
+namespace kervan {
+
+class GridView;
+class TitleStrip;
+
+/// The window of the SAP invoice transfer.
+class FatWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit FatWindow(Program &program, QWidget *parent = nullptr);
+
+    Fat &fat() { return m_fat; }
+
+Q_SIGNALS:
+    void closeWanted();
+    /// "Fatura Liste Seçim" was pressed; its menu belongs at this place of the desktop.
+    void listMenuWanted(const QPoint &place);
+
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    QWidget *commands();
+    QWidget *choices();
+    QWidget *filters();
+    QWidget *invoices();
+    QWidget *lines();
+    QWidget *statusBar();
+    QPushButton *command(const QString &name, const QString &caption, const QString &pictureName,
+                         const QString &keys, void (Fat::*action)());
+    QComboBox *choice(const QString &name, ChoiceField &field, void (Fat::*action)() = nullptr,
+                      bool editable = false);
+    void connectList();
+
+    Fat m_fat;
+    TitleStrip *m_strip;
+    GridView *m_l1 = nullptr;
+};
+
+} // namespace kervan

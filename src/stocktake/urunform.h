@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/grid.h"
+#include "store/program.h"
+
+namespace kervan {
+
+/// The dealer price table `urun`: all of it read into a grid, and all of it written back.
+class Urunform
+{
+public:
+    enum Column { Sira, Kod, Ack, Fiyat, Bfiyat };
+    static constexpr int emptyRows = 10;
+
+    explicit Urunform(Program &program);
+
+    Grid l1;
+
+    /// Fills the grid from the table, and ten empty rows behind it. A table that can't be read is a
+    /// Failure.
+    void yukle();
+    /// The down arrow was pressed on this row: on the last one it adds an empty row.
+    void satirekle(int currentRow);
+    /// Rewrites the table from the rows that have a code, and is not atomic: a row that fails shows
+    /// the failure, and the table then holds the rows before it. True if all went well.
+    bool kaydet();
+
+private:
+    void addEmptyRow();
+
+    Program &m_program;
+};
+
+} // namespace kervan
