@@ -18,7 +18,7 @@ QString lockPath()
     if (folder.isEmpty())
         folder = QDir::tempPath();
     return folder + u"/kervan-transfer-%1.lock"_s.arg(
-               QString::fromLocal8Bit(qgetenv("USER") + qgetenv("USERNAME")));
+                        QString::fromLocal8Bit(qgetenv("USER") + qgetenv("USERNAME")));
 }
 
 } // namespace
@@ -32,6 +32,7 @@ int main(int argc, char **argv)
     if (!instance.tryLock())
         return 0; // another one is running; this one ends without a word
 
+    kervan::speakTurkish(application);
     kervan::applyTheme(application);
     kervan::ScreenBoxes boxes;
     kervan::ScreenDialogs dialogs;

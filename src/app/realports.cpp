@@ -3,9 +3,11 @@
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
+#include <QLibraryInfo>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QTranslator>
 #include <QVBoxLayout>
 
 namespace kervan {
@@ -24,11 +26,16 @@ QString titleOf(const Box &box)
 QMessageBox::Icon iconOf(Icon icon)
 {
     switch (icon) {
-    case Icon::Information: return QMessageBox::Information;
-    case Icon::Exclamation: return QMessageBox::Warning;
-    case Icon::Stop: return QMessageBox::Critical;
-    case Icon::Question: return QMessageBox::Question;
-    case Icon::None: break;
+    case Icon::Information:
+        return QMessageBox::Information;
+    case Icon::Exclamation:
+        return QMessageBox::Warning;
+    case Icon::Stop:
+        return QMessageBox::Critical;
+    case Icon::Question:
+        return QMessageBox::Question;
+    case Icon::None:
+        break;
     }
     return QMessageBox::NoIcon;
 }
@@ -117,14 +124,21 @@ std::optional<QString> ScreenDialogs::openName(const FileQuestion &question)
 
 std::optional<QString> ScreenDialogs::saveName(const FileQuestion &question)
 {
-    return chosen(QFileDialog::getSaveFileName(
-        QApplication::activeWindow(), question.title, question.start, qtFilter(question.filter),
-        nullptr, QFileDialog::DontConfirmOverwrite));
+    return chosen(QFileDialog::getSaveFileName(QApplication::activeWindow(), question.title,
+                                               question.start, qtFilter(question.filter), nullptr,
+                                               QFileDialog::DontConfirmOverwrite));
 }
 
 std::unique_ptr<SqlConnection> NoSqlServer::connect(const QString &, const SqlOptions &)
 {
     return std::make_unique<ClosedConnection>();
+}
+
+void speakTurkish(QApplication &application)
+{
+    auto *texts = new QTranslator(&application);
+    if (texts->load(u"qtbase_tr"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
+        QApplication::installTranslator(texts);
 }
 
 } // namespace kervan

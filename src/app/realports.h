@@ -2,6 +2,8 @@
 
 #include "base/ports.h"
 
+class QApplication;
+
 namespace kervan {
 
 /// Boxes on the screen. A text too long for a box of the desktop's size is shown in one that
@@ -34,5 +36,8 @@ public:
     std::unique_ptr<SqlConnection> connect(const QString &connectionText,
                                            const SqlOptions &options) override;
 };
+
+/// Turkish texts for the library's own buttons and dialogs, where they are installed.
+void speakTurkish(QApplication &application);
 
 } // namespace kervan

@@ -36,8 +36,8 @@ bool isEmpty(LocalDb &db, const QString &table)
 // `urun` alone has no row number in front.
 void insertRow(LocalDb &db, const QString &table, const QStringList &values)
 {
-    Statement insert(u"insert into %1 values (%2"_s.arg(
-        table, table == u"urun" ? QString() : u"Null ,"_s));
+    Statement insert(
+        u"insert into %1 values (%2"_s.arg(table, table == u"urun" ? QString() : u"Null ,"_s));
     for (qsizetype i = 0; i < values.size(); ++i)
         insert.text(i == 0 ? u"'" : u",'").value(values[i]).text(u"'");
     db.query(insert.text(u")"));
@@ -65,8 +65,8 @@ void copyFiles(const QDir &from, const QString &pattern, const QDir &to)
             continue;
         if (!QFile::copy(from.filePath(name), to.filePath(name)))
             throw Failure(u"%1 kopyalanamadı."_s.arg(name));
-        QFile::setPermissions(to.filePath(name), QFile::ReadOwner | QFile::WriteOwner
-                                                     | QFile::ReadGroup | QFile::ReadOther);
+        QFile::setPermissions(to.filePath(name), QFile::ReadOwner | QFile::WriteOwner |
+                                                     QFile::ReadGroup | QFile::ReadOther);
     }
 }
 

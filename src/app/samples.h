@@ -8,7 +8,8 @@ namespace kervan {
 
 /// Copies the sample sources into the program folder's "txt" and fills empty tables with the
 /// sample definitions: `samples` holds tanimlar.txt (database, table and values of a row, parted by
-/// tabs), *.bif and *.kvz. Tables with rows and files that are there stay. A Failure names what went wrong.
+/// tabs), *.bif and *.kvz. Tables with rows and files that are there stay. A Failure names what
+/// went wrong.
 void layOutSamples(LocalDb &db, const QString &samples, const QString &programFolder);
 
 } // namespace kervan

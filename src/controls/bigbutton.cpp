@@ -14,7 +14,8 @@ constexpr int captionLines = 2;
 
 } // namespace
 
-BigButton::BigButton(QWidget *parent) : QAbstractButton(parent)
+BigButton::BigButton(QWidget *parent)
+    : QAbstractButton(parent)
 {
     setFocusPolicy(Qt::StrongFocus);
     setAttribute(Qt::WA_Hover);

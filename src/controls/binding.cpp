@@ -17,7 +17,7 @@ namespace {
 constexpr qint64 millisecondsBetweenRepaints = 40;
 
 // Tells the widget now and at each change.
-template <class Field, class Show>
+template<class Field, class Show>
 void follow(QWidget *widget, Field &field, Show show)
 {
     show();
@@ -53,7 +53,8 @@ void bind(QComboBox *box, ChoiceField &field)
         if (box->isEditable())
             box->setEditText(field.text());
         else
-            box->setCurrentIndex(box->findText(field.text(), Qt::MatchExactly | Qt::MatchCaseSensitive));
+            box->setCurrentIndex(
+                box->findText(field.text(), Qt::MatchExactly | Qt::MatchCaseSensitive));
     };
     const auto fill = [box, &field, show] {
         const QSignalBlocker quiet(box);

@@ -21,7 +21,8 @@ constexpr int widestColumn = 420;
 } // namespace
 
 GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
-    : QTableView(parent), m_grid(grid)
+    : QTableView(parent)
+    , m_grid(grid)
 {
     setObjectName(name);
     setModel(&grid);
@@ -55,9 +56,8 @@ void GridView::fitColumns()
         return;
     m_fitted = true;
     for (int column = 0; column < m_grid.columnCount(); ++column) {
-        const int wanted = qMax(sizeHintForColumn(column),
-                                horizontalHeader()->sectionSizeHint(column))
-            + 8;
+        const int wanted =
+            qMax(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)) + 8;
         setColumnWidth(column, qMin(wanted, widestColumn));
     }
 }

@@ -10,7 +10,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-struct Colours {
+struct Colours
+{
     QColor window, text, base, alternate, button, highlight, highlightedText, line, faint, accent;
 };
 
@@ -68,11 +69,16 @@ QString styleOf(const Colours &c)
            "QTableView { border: none; gridline-color: %1; }"
            "QHeaderView::section { background: %3; border: none; border-right: 1px solid %1;"
            "  border-bottom: 1px solid %1; padding: 4px 6px; }"
-           "#bar1 { background: %4; border-radius: 6px; }"
-           "#bar1 QLabel { color: #ffffff; font-weight: 600; }"
+           "#bar1 { background: %4; border: 1px solid %1; border-radius: 6px; }"
+           "#bar1 QLabel { color: %2; font-weight: 600; }"
+           "QCheckBox::indicator, QTableView::indicator { width: 13px; height: 13px;"
+           "  border: 1px solid %5; border-radius: 3px; background: %6; }"
+           "QCheckBox::indicator:checked, QTableView::indicator:checked { background: %2;"
+           "  border-color: %2; image: url(:/pictures/tick.svg); }"
+           "QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: %2; }"
            "#odmplnkod, #kdyaz { color: %2; font-weight: 600; }"
            "#bilgi { color: #c4604a; }"_s.arg(c.line.name(), c.accent.name(), c.window.name(),
-                                              c.highlight.name());
+                                              c.button.name(), c.faint.name(), c.base.name());
 }
 
 } // namespace

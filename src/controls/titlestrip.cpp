@@ -11,7 +11,9 @@ namespace kervan {
 using namespace Qt::StringLiterals;
 
 TitleStrip::TitleStrip(QWidget *parent)
-    : QFrame(parent), m_caption(new QLabel), m_close(new QToolButton)
+    : QFrame(parent)
+    , m_caption(new QLabel)
+    , m_close(new QToolButton)
 {
     setObjectName(u"bar1"_s);
     m_caption->setTextFormat(Qt::PlainText);

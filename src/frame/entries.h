@@ -9,7 +9,8 @@ namespace kervan {
 
 /// A menu entry or big button of the main window: its control's name, its caption, and the word of
 /// the screen that it opens. A button has a picture too.
-struct Entry {
+struct Entry
+{
     QString name;
     QString caption;
     QString screen;
@@ -22,7 +23,8 @@ const QList<Entry> &bigButtons();
 const QList<Entry> &definitionEntries();
 
 /// An entry of the popup menu over an invoice list; a separator has no operation.
-struct ListEntry {
+struct ListEntry
+{
     QString name;
     QString caption;
     void (InvoiceList::*operation)();

@@ -22,7 +22,9 @@ namespace kervan {
 using namespace Qt::StringLiterals;
 
 MainWindow::MainWindow(Program &program, QWidget *parent)
-    : QMainWindow(parent), m_program(program), m_area(new QMdiArea)
+    : QMainWindow(parent)
+    , m_program(program)
+    , m_area(new QMdiArea)
 {
     setObjectName(u"MDIForm1"_s);
     setWindowTitle(u"Kervan Transfer v2.21"_s);
@@ -54,7 +56,9 @@ QWidget *MainWindow::buttonBand()
         button->setText(entry.caption);
         button->setIcon(picture(entry.picture));
         button->setToolTip(u"%1 (%2)"_s.arg(entry.caption, keys));
-        const auto openScreen = [this, screen = entry.screen] { open(screen); };
+        const auto openScreen = [this, screen = entry.screen] {
+            open(screen);
+        };
         connect(button, &QAbstractButton::clicked, this, openScreen);
         connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, openScreen);
         row->addWidget(button);
@@ -84,8 +88,8 @@ void MainWindow::buildMenus()
     m_seminmenu = new QMenu(u"secim"_s, this);
     m_seminmenu->setObjectName(u"seminmenu"_s);
     for (const ListEntry &entry : invoiceListEntries()) {
-        QAction *action = entry.operation ? m_seminmenu->addAction(entry.caption)
-                                          : m_seminmenu->addSeparator();
+        QAction *action =
+            entry.operation ? m_seminmenu->addAction(entry.caption) : m_seminmenu->addSeparator();
         action->setObjectName(entry.name);
         if (!entry.operation)
             continue;

@@ -13,7 +13,8 @@ constexpr QSize pictureSize(640, 360);
 
 } // namespace
 
-Resim::Resim(QWidget *parent) : QWidget(parent)
+Resim::Resim(QWidget *parent)
+    : QWidget(parent)
 {
     setObjectName(u"resim"_s);
     setAttribute(Qt::WA_TransparentForMouseEvents);

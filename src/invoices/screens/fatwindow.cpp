@@ -60,6 +60,7 @@ QDateEdit *picker(const QString &name, DateField &field)
     edit->setCalendarPopup(true);
     edit->setDisplayFormat(u"dd.MM.yyyy"_s);
     edit->setKeyboardTracking(false);
+    edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance(u"00.00.0000"_s) + 44);
     bind(edit, field);
     return edit;
 }
@@ -75,7 +76,9 @@ QCheckBox *check(const QString &name, const QString &caption, CheckField &field)
 } // namespace
 
 FatWindow::FatWindow(Program &program, QWidget *parent)
-    : QWidget(parent), m_fat(program), m_strip(new TitleStrip)
+    : QWidget(parent)
+    , m_fat(program)
+    , m_strip(new TitleStrip)
 {
     setObjectName(u"fat"_s);
     setWindowTitle(u"Fatura Transferi"_s);
@@ -130,16 +133,16 @@ QWidget *FatWindow::commands()
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(command(u"chameleonButton5"_s, u"Fatura Dosyası Aç"_s, u"open"_s, u"Ctrl+O"_s,
                            &Fat::dosyaac));
-    row->addWidget(command(u"chameleonButton2"_s, u"Otomatik Aç"_s, u"reread"_s, u"F5"_s,
-                           &Fat::otomatikac));
+    row->addWidget(
+        command(u"chameleonButton2"_s, u"Otomatik Aç"_s, u"reread"_s, u"F5"_s, &Fat::otomatikac));
     row->addSpacing(12);
     row->addWidget(command(u"chameleonButton1"_s, u"Logoya Satış Faturalarını Aktar"_s, u"save"_s,
                            u"Ctrl+S"_s, &Fat::logoyaaktar));
     row->addWidget(command(u"chameleonButton3"_s, u"Logo Xml Otomatik Kaydet"_s, u"autosave"_s,
                            u"Ctrl+Shift+S"_s, &Fat::otomatikkaydet));
     row->addStretch();
-    auto *menuButton = command(u"lvButtons_H2"_s, u"Fatura Liste Seçim"_s, u"listmenu"_s,
-                               u"Ctrl+L"_s, nullptr);
+    auto *menuButton =
+        command(u"lvButtons_H2"_s, u"Fatura Liste Seçim"_s, u"listmenu"_s, u"Ctrl+L"_s, nullptr);
     connect(menuButton, &QAbstractButton::clicked, this, [this, menuButton] {
         Q_EMIT listMenuWanted(menuButton->mapToGlobal(QPoint(0, menuButton->height())));
     });

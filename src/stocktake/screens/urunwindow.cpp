@@ -38,18 +38,21 @@ public:
 
 } // namespace
 
-UrunWindow::UrunWindow(Program &program, QWidget *parent) : QDialog(parent), m_urunform(program)
+UrunWindow::UrunWindow(Program &program, QWidget *parent)
+    : QDialog(parent)
+    , m_urunform(program)
 {
     setObjectName(u"urunform"_s);
     setWindowTitle(u"Ürünler"_s);
     auto *view = new GridView(m_urunform.l1, u"l1"_s);
-    view->setEditTriggers(QAbstractItemView::AllEditTriggers);
+    view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
+                          QAbstractItemView::AnyKeyPressed);
     view->setSelectionBehavior(QAbstractItemView::SelectItems);
     view->setShowGrid(true);
     view->setTabKeyNavigation(true);
     view->setColumnHidden(Urunform::Sira, true);
     view->verticalHeader()->show();
-    view->horizontalHeader()->setStretchLastSection(true);
+    view->horizontalHeader()->setSectionResizeMode(Urunform::Ack, QHeaderView::Stretch);
     for (const int column : {Urunform::Fiyat, Urunform::Bfiyat})
         view->setItemDelegateForColumn(column, new NumberDelegate(view));
     view->installEventFilter(this);
@@ -90,8 +93,8 @@ void UrunWindow::save()
 bool UrunWindow::eventFilter(QObject *watched, QEvent *event)
 {
     auto *view = qobject_cast<GridView *>(watched);
-    if (view && event->type() == QEvent::KeyPress
-        && static_cast<QKeyEvent *>(event)->key() == Qt::Key_Down)
+    if (view && event->type() == QEvent::KeyPress &&
+        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Down)
         m_urunform.satirekle(view->currentIndex().row());
     return QDialog::eventFilter(watched, event);
 }

@@ -1,0 +1,20 @@
+# Sourced by the scripts: what the project needs on Debian 12, and how it gets there.
+
+build_packages=(g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl-dev libxkbcommon-dev)
+program_packages=(libqt6sql6-sqlite qt6-translations-l10n fonts-dejavu-core)
+check_packages=(clang-format-14 clang-tidy-14 libbenchmark-dev)
+
+install_missing() {
+    local missing=() package
+    for package in "$@"; do
+        dpkg-query -W -f '${db:Status-Status}' "$package" 2>/dev/null | grep -qx installed \
+            || missing+=("$package")
+    done
+    ((${#missing[@]})) || return 0
+    local as_root=()
+    ((EUID == 0)) || as_root=(sudo)
+    echo "Installing: ${missing[*]}"
+    "${as_root[@]}" apt-get update -qq
+    DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends \
+        "${missing[@]}" >/dev/null
+}
