@@ -83,11 +83,9 @@ void layOutSamples(LocalDb &db, const QString &samples, const QString &programFo
             continue;
         for (const QStringList &row : rows)
             insertRow(db, table, row);
-        open.close();
     }
     OpenDb open(db, to.filePath(u"data.dbs"_s));
     setFolders(db, to.absolutePath());
-    open.close();
     copyFiles(from, u"*.bif"_s, QDir(to.filePath(u"txt"_s)));
     copyFiles(from, u"*.kvz"_s, to);
 }

@@ -9,16 +9,6 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QString &emptyText()
-{
-    static const QString empty;
-    return empty;
-}
-
-} // namespace
-
 Grid::Grid(QList<GridColumn> columns, Kind kind, QObject *parent)
     : QAbstractTableModel(parent)
     , m_columns(std::move(columns))
@@ -49,7 +39,9 @@ int Grid::addRow(const QString &text)
     const int row = rows();
     if (m_refills == 0)
         beginInsertRows({}, row, row);
-    m_rows.append({.cells = {text}, .tag = {}, .ticked = false});
+    Row &added = m_rows.emplaceBack();
+    added.cells.resize(m_columns.size());
+    added.cells[0] = text;
     if (m_refills == 0)
         endInsertRows();
     return row;
@@ -58,17 +50,13 @@ int Grid::addRow(const QString &text)
 const QString &Grid::cell(int row, int column) const
 {
     checkColumn(column);
-    const Row &found = at(row);
-    return column < found.cells.size() ? found.cells[column] : emptyText();
+    return at(row).cells[column];
 }
 
 void Grid::setCell(int row, int column, const QString &text)
 {
     checkColumn(column);
-    Row &found = at(row);
-    while (found.cells.size() <= column)
-        found.cells.append(QString());
-    found.cells[column] = text;
+    at(row).cells[column] = text;
     changed(row, row, column, column);
 }
 

@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 chunk = 64 * 1024;
+constexpr qint64 chunk = 65536;
 
 Failure readFailure(const QFile &file)
 {
@@ -48,41 +48,62 @@ bool LineReader::fill()
     return count > 0;
 }
 
-void LineReader::take(QByteArrayView bytes)
-{
-    m_bytes.append(bytes.first(qMin(bytes.size(), longestLine - m_bytes.size())));
-}
-
 bool LineReader::next()
 {
     if (m_at == m_buffer.size() && !fill())
         return false;
     m_lineOffset = m_bufferOffset + m_at;
     m_bytes.clear();
-    for (;;) {
-        const char *const begin = m_buffer.constData() + m_at;
-        const char *const end = m_buffer.constData() + m_buffer.size();
-        const char *mark = begin;
-        while (mark != end && *mark != '\n' && *mark != '\r')
-            ++mark;
-        take({begin, mark});
-        m_at += mark - begin;
-        if (mark != end) {
-            ++m_at;
-            if (*mark == '\r' && (m_at < m_buffer.size() || fill()) && m_buffer[m_at] == '\n')
-                ++m_at;
-            break;
+    QByteArrayView part = takePart();
+    if (m_at == m_buffer.size()) {
+        // The line may go on in the next buffer, which takes this one's place.
+        append(part);
+        while (fill()) {
+            append(takePart());
+            if (m_at < m_buffer.size())
+                break;
         }
-        if (!fill())
-            break;
+        part = m_bytes;
     }
+    decode(part.first(qMin(part.size(), longestLine)));
+    skipEnd();
+    return true;
+}
+
+// The bytes up to the line's end or the buffer's.
+QByteArrayView LineReader::takePart()
+{
+    const char *const begin = m_buffer.constData() + m_at;
+    const char *const end = m_buffer.constData() + m_buffer.size();
+    const char *mark = begin;
+    while (mark != end && *mark != '\n' && *mark != '\r')
+        ++mark;
+    m_at = mark - m_buffer.constData();
+    return {begin, mark};
+}
+
+void LineReader::append(QByteArrayView bytes)
+{
+    m_bytes.append(bytes.first(qMin(bytes.size(), longestLine - m_bytes.size())));
+}
+
+void LineReader::decode(QByteArrayView bytes)
+{
     if (m_utf8) {
-        m_line = QString::fromUtf8(m_bytes);
+        m_line = QString::fromUtf8(bytes);
     } else {
         m_line.resize(0);
-        appendFromCodePage(m_line, m_bytes);
+        appendFromCodePage(m_line, bytes);
     }
-    return true;
+}
+
+void LineReader::skipEnd()
+{
+    if (m_at == m_buffer.size())
+        return;
+    const bool carriageReturn = m_buffer[m_at++] == '\r';
+    if (carriageReturn && (m_at < m_buffer.size() || fill()) && m_buffer[m_at] == '\n')
+        ++m_at;
 }
 
 void LineReader::seek(qint64 offset)

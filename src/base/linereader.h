@@ -14,7 +14,7 @@ class LineReader
 public:
     /// Records of fixed columns end far before this many bytes; what a line has beyond is dropped,
     /// so that a file without line ends cannot fill the memory.
-    static constexpr qsizetype longestLine = 64 * 1024;
+    static constexpr qsizetype longestLine = 65536;
 
     /// Opens the file; a Failure names it and tells why it can't be read.
     explicit LineReader(const QString &path);
@@ -32,7 +32,10 @@ public:
 
 private:
     bool fill();
-    void take(QByteArrayView bytes);
+    QByteArrayView takePart();
+    void append(QByteArrayView bytes);
+    void decode(QByteArrayView bytes);
+    void skipEnd();
 
     QFile m_file;
     QByteArray m_buffer;

@@ -85,14 +85,14 @@ QString styleOf(const Colours &c)
 
 void applyTheme(QApplication &application)
 {
-    applyTheme(application, application.palette().color(QPalette::Window).lightness() < 128);
+    applyTheme(application, QApplication::palette().color(QPalette::Window).lightness() < 128);
 }
 
 void applyTheme(QApplication &application, bool isDark)
 {
     const Colours &colours = isDark ? dark : light;
-    application.setStyle(QStyleFactory::create(u"Fusion"_s));
-    application.setPalette(paletteOf(colours));
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setPalette(paletteOf(colours));
     application.setStyleSheet(styleOf(colours));
 }
 

@@ -233,7 +233,7 @@ void Fat::tarihdegisti()
 
 void Fat::satirsec(int row)
 {
-    if (!l1().isEmpty())
+    if (row >= 0 && row < l1().rows())
         umurlardetaylioku(l1().cell(row, L1::FaturaNumarasi));
 }
 

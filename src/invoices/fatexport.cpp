@@ -17,6 +17,7 @@ namespace {
 
 constexpr float cashLimit = 7000;
 constexpr double vatFactor = 1.18;
+constexpr qsizetype endingLength = 4; // ".xml", or whatever stands there
 
 const QList<QByteArray> cashPlaceholders{
     "saat",        "dakika",    "saniye", "yil",     "ay",      "tarih",    "kasakodu",
@@ -182,6 +183,8 @@ void Fat::kasacariislemnokaydet()
 void Fat::exeldenkasanakitkaydet(const QString &dosya)
 {
     note(endQuietly([&] {
+        if (dosya.size() < endingLength)
+            throw Failure(u"%1 için kasa dosyası adı kurulamadı."_s.arg(dosya));
         AccumulatedBody body(sablon(u"kasatex"_s), cashPlaceholders);
         for (int row = 0; row < l1().rows(); ++row) {
             const auto cell = [&](int column) {
@@ -213,7 +216,7 @@ void Fat::exeldenkasanakitkaydet(const QString &dosya)
         }
         // The line end in front of the footer belongs to it, not to the last record.
         belgeyaz({sablon(u"kasabastex"_s), body.records(), {}, "\r\n" + sablon(u"kasasontex"_s)},
-                 Yol::iki, dosya.chopped(qMin<qsizetype>(4, dosya.size())) + u"-KASANAKIT.xml"_s);
+                 Yol::iki, dosya.chopped(endingLength) + u"-KASANAKIT.xml"_s);
         m_program.boxes.show(
             {u"Kasa Nakit Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
     }));

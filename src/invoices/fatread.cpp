@@ -69,14 +69,13 @@ void Fat::takeHeader(QStringView line)
 
 void Fat::takeCollection(QStringView line)
 {
-    const QString rateText =
-        masked(trimmedBlanks(pointToComma(collectionRate(line))).toString(), "#0.0000"_mask);
-    if (number(rateText).value_or(0) <= 0)
+    const auto read = number(pointToComma(collectionRate(line)));
+    if (read.value_or(0) <= 0)
         return;
     ++kasaislemsayac;
     const int row = l1().rows() - 1;
     passOver([&] {
-        const float rate = toSingleNumber(rateText);
+        const float rate = toSingleNumber(masked(*read, "#0.0000"_mask));
         l1().setCell(row, L1::TahsilatOrani, toText(rate));
         l1().setCell(row, L1::KasaSatisElemani, l1().cell(row, L1::LogoPersonelKodu));
         const double total = toNumber(l1().cell(row, L1::ToplamTutar));
@@ -155,6 +154,7 @@ void Fat::umurlardetaylioku(const QString &faturano)
 
 std::optional<Failure> Fat::liste3yukle(const QString &faturano)
 {
+    const Grid::Refill refill(l3);
     l3.clear();
     if (faturano.isEmpty())
         return std::nullopt;

@@ -30,6 +30,7 @@ void ScreenLink::sqlyukle()
 
 void ScreenLink::sqlbaglan(const SqlSettings &settings)
 {
+    m_connection.reset();
     const auto failed = passOver([&] {
         m_connection = m_program.sqlServer.connect(connectionText(settings), screenOptions);
         Label9.setText(m_connection->isOpen() ? u"SQL Bağlantı Var"_s : u"SQL Bağlantı Yok"_s);

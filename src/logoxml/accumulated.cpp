@@ -15,7 +15,7 @@ constexpr qsizetype largestRecord = 16 * 1024 * 1024;
 
 } // namespace
 
-AccumulatedBody::AccumulatedBody(QByteArray record, QList<QByteArray> placeholders)
+AccumulatedBody::AccumulatedBody(const QByteArray &record, QList<QByteArray> placeholders)
     : m_record("\r\n" + record, placeholders)
     , m_placeholders(std::move(placeholders))
 {

@@ -15,7 +15,7 @@ namespace kervan {
 class AccumulatedBody
 {
 public:
-    AccumulatedBody(QByteArray record, QList<QByteArray> placeholders);
+    AccumulatedBody(const QByteArray &record, QList<QByteArray> placeholders);
 
     /// Appends a record and fills the whole text with one value per placeholder, in their order. A
     /// record that values swell beyond all measure is a Failure.

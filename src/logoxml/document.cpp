@@ -1,9 +1,6 @@
 #include "logoxml/document.h"
 
-#include "base/failure.h"
-
-#include <QDir>
-#include <QSaveFile>
+#include "base/wholefile.h"
 
 namespace kervan {
 
@@ -11,23 +8,17 @@ using namespace Qt::StringLiterals;
 
 void belgeyaz(const Belge &belge, Yol yol, const QString &path)
 {
-    QSaveFile file(path);
-    bool fine = file.open(QIODevice::WriteOnly);
-    const auto put = [&](const QByteArray &bytes) {
-        fine = fine && file.write(bytes) == bytes.size();
-    };
-    put(belge.header);
+    WholeFile file(path);
+    file.write(belge.header);
     for (qsizetype i = 0; i < belge.body.size(); ++i) {
         if (i > 0)
-            put(belge.separator);
-        put(belge.body[i]);
+            file.write(belge.separator);
+        file.write(belge.body[i]);
     }
-    put(belge.footer);
+    file.write(belge.footer);
     if (yol == Yol::bir)
-        put("\r\n");
-    if (!fine || !file.commit())
-        throw Failure(
-            u"%1 yazılamadı: %2"_s.arg(QDir::toNativeSeparators(path), file.errorString()));
+        file.write("\r\n");
+    file.commit();
 }
 
 QString xmlAdi(const QString &name)

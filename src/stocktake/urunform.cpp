@@ -36,7 +36,6 @@ void Urunform::yukle()
         l1.setCell(row, Fiyat, db.field(u"fiyat"));
         l1.setCell(row, Bfiyat, db.field(u"bfiyat"));
     });
-    open.close();
     for (int i = 0; i < emptyRows; ++i)
         addEmptyRow();
 }
@@ -66,7 +65,6 @@ bool Urunform::kaydet()
                          .value(l1.cell(row, Bfiyat))
                          .text(u"')"));
         }
-        open.close();
     });
     return !failed;
 }

@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto busyMilliseconds = 1000;
+const QString busyCode = u"5"_s;
 
 bool isOfTheLanguage(const QString &text)
 {
@@ -70,8 +71,13 @@ void LocalDb::open(const QString &path)
 
 void LocalDb::execute(const QString &text)
 {
-    if (!m_result.exec(text))
-        throw Failure(u"%1 (%2)"_s.arg(m_result.lastError().databaseText(), text.left(200)));
+    if (m_result.exec(text))
+        return;
+    const QSqlError error = m_result.lastError();
+    // A file that another program holds is waited for once, not at each statement of a long read.
+    if (error.nativeErrorCode() == busyCode)
+        m_result.exec(u"pragma busy_timeout=0"_s);
+    throw Failure(u"%1 (%2)"_s.arg(error.databaseText(), text.left(200)));
 }
 
 void LocalDb::query(const Statement &statement)
@@ -87,27 +93,35 @@ void LocalDb::query(const Statement &statement)
         throw Failure(u"Veritabanı açık değil."_s);
     m_result = QSqlQuery(db);
     m_result.setForwardOnly(true);
-    const bool writes = !text.trimmed().startsWith(u"select"_s, Qt::CaseInsensitive);
-    if (writes && !m_writing) {
-        execute(u"begin"_s);
-        m_writing = true;
-    }
-    execute(text);
-    if (!writes)
+    if (text.trimmed().startsWith(u"select"_s, Qt::CaseInsensitive)) {
+        execute(text);
         next();
+        return;
+    }
+    if (++m_writes == 2)
+        quickenWrites();
+    execute(text);
+}
+
+// Each written row is in the file at once. With a write-ahead log that costs no waiting for the
+// disk at every row, which a table of thousands of rows would feel; close() takes the log away
+// again.
+void LocalDb::quickenWrites()
+{
+    m_result.exec(u"pragma journal_mode=wal"_s);
+    m_result.exec(u"pragma synchronous=normal"_s);
 }
 
 void LocalDb::close()
 {
-    m_result = QSqlQuery();
     m_atEnd = true;
-    QSqlDatabase db = QSqlDatabase::database(m_connection, false);
-    const bool kept = !m_writing || db.commit();
-    const QString why = kept ? QString() : db.lastError().databaseText();
-    m_writing = false;
-    db.close();
-    if (!kept)
-        throw Failure(u"Veritabanına yazılamadı: %1"_s.arg(why));
+    if (m_writes > 1) {
+        m_result.finish();
+        m_result.exec(u"pragma journal_mode=delete"_s);
+    }
+    m_writes = 0;
+    m_result = QSqlQuery();
+    QSqlDatabase::database(m_connection, false).close();
 }
 
 void LocalDb::next()
@@ -121,11 +135,6 @@ QString LocalDb::field(QStringView column) const
     if (index < 0)
         throw Failure(u"%1 alanı okunamadı."_s.arg(column));
     return m_result.value(index).toString();
-}
-
-OpenDb::~OpenDb()
-{
-    passOver([this] { m_db.close(); });
 }
 
 } // namespace kervan

@@ -12,9 +12,7 @@ namespace kervan {
 /// all screens and open only around a use. It takes one statement a call, and only these:
 ///   select * from T [where C='v']      insert into T values (Null,'v',...)
 ///   update T set C='v',... where id='v'  delete from T [where id='v']
-/// All that is written between open() and close() reaches the file together at close(), so that a
-/// program that is killed on the way leaves the old rows whole; a statement that fails takes
-/// nothing back.
+/// A written row is in the file at once; a statement that fails takes nothing back.
 class LocalDb
 {
 public:
@@ -27,7 +25,7 @@ public:
     void open(const QString &path);
     /// Runs one statement and makes its rows the result. A Failure names the statement's fault.
     void query(const Statement &statement);
-    /// Releases the file. A Failure tells that what was written could not be kept.
+    /// Releases the file.
     void close();
 
     bool atEnd() const { return m_atEnd; }
@@ -44,15 +42,15 @@ public:
 
 private:
     void execute(const QString &text);
+    void quickenWrites();
 
     QString m_connection;
     QSqlQuery m_result;
     bool m_atEnd = true;
-    bool m_writing = false;
+    int m_writes = 0;
 };
 
-/// Opens a file for the length of a scope. What was written is kept at its end even when a step in
-/// it fails; close() does so with a report.
+/// Opens a file for the length of a scope.
 class OpenDb
 {
 public:
@@ -61,10 +59,9 @@ public:
     {
         m_db.open(path);
     }
-    ~OpenDb();
+    ~OpenDb() { m_db.close(); }
     OpenDb(const OpenDb &) = delete;
     OpenDb &operator=(const OpenDb &) = delete;
-    void close() { m_db.close(); }
 
 private:
     LocalDb &m_db;

@@ -3,9 +3,9 @@
 #include "base/codepage.h"
 #include "base/failure.h"
 #include "base/linereader.h"
+#include "base/wholefile.h"
 
 #include <QDir>
-#include <QSaveFile>
 
 #include <limits>
 
@@ -61,10 +61,9 @@ void writeLines(const QString &path, const QStringList &lines)
         appendToCodePage(bytes, line);
         bytes += "\r\n";
     }
-    QSaveFile file(path);
-    if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size() || !file.commit())
-        throw Failure(
-            u"%1 yazılamadı: %2"_s.arg(QDir::toNativeSeparators(path), file.errorString()));
+    WholeFile file(path);
+    file.write(bytes);
+    file.commit();
 }
 
 } // namespace kervan

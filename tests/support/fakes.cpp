@@ -18,7 +18,10 @@ void fail(const QString &why)
 class FakeConnection : public SqlConnection
 {
 public:
-    explicit FakeConnection(bool open) : m_open(open) {}
+    explicit FakeConnection(bool open)
+        : m_open(open)
+    {
+    }
     bool isOpen() const override { return m_open; }
 
 private:
@@ -54,11 +57,12 @@ bool FakeBoxes::take(const Box &box, bool question)
     }
     const Expected expected = m_expected.takeFirst();
     if (!(expected.box == box) || expected.question != question) {
-        fail(u"wrong box: \"%1\" titled \"%2\" with icon %3, not \"%4\" titled \"%5\" with icon %6"_s
-                 .arg(box.text, box.title)
-                 .arg(int(box.icon))
-                 .arg(expected.box.text, expected.box.title)
-                 .arg(int(expected.box.icon)));
+        fail(
+            u"wrong box: \"%1\" titled \"%2\" with icon %3, not \"%4\" titled \"%5\" with icon %6"_s
+                .arg(box.text, box.title)
+                .arg(int(box.icon))
+                .arg(expected.box.text, expected.box.title)
+                .arg(int(expected.box.icon)));
     }
     return expected.yes;
 }
@@ -117,7 +121,6 @@ void TestProgram::fill(const QString &database, const QStringList &statements)
         OpenDb open(program.db, path(database));
         for (const QString &statement : statements)
             program.db.query(Statement(statement));
-        open.close();
     });
     if (failed)
         fail(failed->description());

@@ -26,7 +26,8 @@ public:
     bool ask(const Box &box) override;
 
 private:
-    struct Expected {
+    struct Expected
+    {
         Box box;
         bool question;
         bool yes;
@@ -85,8 +86,7 @@ public:
     /// Runs statements of the local database's language, or fails the test.
     void fill(const QString &database, const QStringList &statements);
     /// All rows of a table, cells joined by "|".
-    QStringList rows(const QString &database, const QString &table,
-                     const QStringList &columns);
+    QStringList rows(const QString &database, const QString &table, const QStringList &columns);
 };
 
 QByteArray readBytes(const QString &path);

@@ -1,9 +1,10 @@
 #include "frame/text/ini.h"
 
 #include "base/codepage.h"
+#include "base/failure.h"
+#include "base/wholefile.h"
 
 #include <QFile>
-#include <QSaveFile>
 #include <QStringList>
 
 #include <optional>
@@ -103,11 +104,11 @@ int iniyaz(const QString &section, const QString &key, const QString &value, con
         lines.insert(place.line, line);
     else
         lines << u'[' + section + u']' << line;
-    QSaveFile file(path);
-    if (file.open(QIODevice::WriteOnly)) {
+    passOver([&] {
+        WholeFile file(path);
         file.write(toCodePage(lines.join(u"\r\n"_s) + u"\r\n"_s));
         file.commit();
-    }
+    });
     return 0;
 }
 

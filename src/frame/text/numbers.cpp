@@ -2,6 +2,8 @@
 
 #include "base/failure.h"
 
+#include <QVarLengthArray>
+
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -35,10 +37,10 @@ Decimal decimal(double value, int significant)
 {
     if (!std::isfinite(value))
         throw Failure(u"Sayı taşması."_s);
-    std::array<char, 40> text;
-    const auto end = std::to_chars(text.begin(), text.end(), std::abs(value),
-                                   std::chars_format::scientific, significant - 1)
-                         .ptr;
+    std::array<char, 40> text{};
+    const char *const end = std::to_chars(text.begin(), text.end(), std::abs(value),
+                                          std::chars_format::scientific, significant - 1)
+                                .ptr;
     Decimal result;
     result.negative = value < 0;
     const char *at = text.begin();
@@ -86,9 +88,8 @@ void roundTo(Decimal &number, int decimals)
 
 QString spelled(const Decimal &number, int leadingDigits, int decimals, bool grouped)
 {
-    QString text;
+    QVarLengthArray<QChar, 64> text;
     const int whole = std::max(number.point, leadingDigits);
-    text.reserve(whole + whole / 3 + decimals + 2);
     if (number.negative)
         text += u'-';
     for (int left = whole; left > 0; --left) {
@@ -100,7 +101,7 @@ QString spelled(const Decimal &number, int leadingDigits, int decimals, bool gro
         text += u',';
     for (int i = 0; i < decimals; ++i)
         text += QLatin1Char(number.digit(number.point + i));
-    return text;
+    return QString(text.constData(), text.size());
 }
 
 QString shortest(const Decimal &number)
@@ -119,7 +120,7 @@ QString underMask(Decimal number, Mask mask)
 std::optional<double> number(QStringView text)
 {
     text = text.trimmed();
-    std::array<char, 64> plain;
+    std::array<char, 64> plain{};
     if (text.isEmpty() || static_cast<std::size_t>(text.size()) > plain.size())
         return std::nullopt;
     char *end = plain.begin();

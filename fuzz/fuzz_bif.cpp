@@ -1,0 +1,138 @@
+// Reads and exports broken invoice files: fuzz_bif ROUNDS [SEED]
+// Each round bends a generated file (bytes changed, cut out, doubled, moved) and takes the whole
+// road with it. A crash or a sanitizer's report names the round; the file is kept in the folder
+// that is printed. The closing check is that each export left a whole document.
+
+#include "invoices/fat.h"
+#include "store/installation.h"
+#include "support/bifgenerator.h"
+
+#include <QCoreApplication>
+#include <QFile>
+#include <QRandomGenerator>
+#include <QTemporaryDir>
+#include <QTextStream>
+
+using namespace kervan;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+class QuietBoxes : public Boxes
+{
+public:
+    void show(const Box &) override {}
+    bool ask(const Box &) override { return true; }
+};
+
+class NoDialogs : public FileDialogs
+{
+public:
+    std::optional<QString> openName(const FileQuestion &) override { return std::nullopt; }
+    std::optional<QString> saveName(const FileQuestion &) override { return std::nullopt; }
+};
+
+class FixedClock : public Clock
+{
+public:
+    QDateTime now() const override { return {QDate(2024, 3, 7), QTime(9, 5, 3)}; }
+};
+
+class NoServer : public SqlServer
+{
+public:
+    std::unique_ptr<SqlConnection> connect(const QString &, const SqlOptions &) override
+    {
+        return nullptr;
+    }
+};
+
+QByteArray contents(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+void bend(QByteArray &bytes, QRandomGenerator &random)
+{
+    const auto place = [&] {
+        return qsizetype(random.bounded(qint64(bytes.size() + 1)));
+    };
+    const int bends = random.bounded(1, 12);
+    for (int i = 0; i < bends && !bytes.isEmpty(); ++i) {
+        const qsizetype at = place() % bytes.size();
+        const qsizetype length = random.bounded(1, 200);
+        switch (random.bounded(5)) {
+        case 0:
+            bytes[at] = char(random.bounded(256));
+            break;
+        case 1:
+            bytes.remove(at, length);
+            break;
+        case 2:
+            bytes.insert(place(), bytes.mid(at, length));
+            break;
+        case 3:
+            bytes.insert(at, random.bounded(2) ? "\r\n" : "tutar ay cariunvan");
+            break;
+        default:
+            bytes.truncate(at);
+            break;
+        }
+    }
+}
+
+bool isWhole(const QByteArray &document, QByteArrayView start, QByteArrayView end)
+{
+    return document.startsWith(start) && document.endsWith(end);
+}
+
+} // namespace
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    const int rounds = argc > 1 ? atoi(argv[1]) : 1000;
+    QRandomGenerator random(argc > 2 ? quint32(atoi(argv[2])) : 1);
+    QTextStream out(stdout);
+    QTemporaryDir folder;
+    install(folder.path());
+    QuietBoxes boxes;
+    NoDialogs dialogs;
+    FixedClock clock;
+    NoServer server;
+    Program program{.folder = folder.path(),
+                    .aktifform = {},
+                    .folders = {},
+                    .db = {},
+                    .boxes = boxes,
+                    .dialogs = dialogs,
+                    .clock = clock,
+                    .sqlServer = server};
+    writePrices(program.db, program.path(u"data.dbs"), 20);
+    const QString source = folder.filePath(u"kaynak.bif"_s);
+    out << "Files are bent in " << folder.path() << Qt::endl;
+    for (int round = 0; round < rounds; ++round) {
+        writeBif(source, {.invoices = 6, .lines = 3, .products = 25, .seed = quint32(round)});
+        QByteArray bytes = contents(source);
+        bend(bytes, random);
+        QFile file(source);
+        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
+            return 2;
+        file.close();
+        Fat fat(program);
+        fat.load();
+        fat.dosyaac(source);
+        for (int row = 0; row < fat.liste.l1.rows(); ++row)
+            fat.satirsec(row);
+        fat.liste.fattumsec();
+        fat.kaydet(folder.filePath(u"belge.xml"_s));
+        if (!isWhole(contents(folder.filePath(u"belge.xml"_s)), "<?xml", "</SALES_INVOICES>\r\n")) {
+            out << "round " << round << ": no whole document\n";
+            folder.setAutoRemove(false);
+            return 1;
+        }
+    }
+    out << rounds << " bent files read and exported\n";
+    return 0;
+}

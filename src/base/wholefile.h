@@ -1,0 +1,25 @@
+#pragma once
+
+#include <QByteArray>
+#include <QSaveFile>
+#include <QString>
+
+namespace kervan {
+
+/// A file that is written whole or not at all: a full disk, a folder that can't be written or a
+/// killed program leaves the old file as it was.
+class WholeFile
+{
+public:
+    explicit WholeFile(const QString &path);
+    void write(QByteArrayView bytes);
+    /// Puts the new file in the old one's place. Any failure since the opening is told here, as a
+    /// Failure that names the file.
+    void commit();
+
+private:
+    QSaveFile m_file;
+    bool m_fine;
+};
+
+} // namespace kervan
