@@ -29,7 +29,7 @@ int main(int argc, char **argv)
     QApplication::setApplicationName(u"Kervan Transfer"_s);
     QLockFile instance(lockPath());
     instance.setStaleLockTime(0);
-    if (!instance.tryLock())
+    if (!instance.tryLock() && instance.error() == QLockFile::LockFailedError)
         return 0; // another one is running; this one ends without a word
 
     kervan::speakTurkish(application);

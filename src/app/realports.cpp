@@ -52,8 +52,10 @@ QString turned(const QString &text)
     QString result;
     qsizetype lineStart = 0;
     for (const QChar c : text) {
+        result += c;
         const bool turn = c == u' ' && result.size() - lineStart >= longestLine;
-        result += turn ? QChar(u'\n') : c;
+        if (turn)
+            result += u'\n';
         if (turn || c == u'\n')
             lineStart = result.size();
     }

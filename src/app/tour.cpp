@@ -131,6 +131,25 @@ void dealerPrices(Tour &tour, kervan::MainWindow &window)
     tour.click(prices, "chameleonButton7");
 }
 
+// Two definition screens, a record of one of them, and the file settings.
+void definitions(Tour &tour, kervan::MainWindow &window)
+{
+    tour.find<QAction>(&window, "muhkod11")->trigger();
+    tour.picture(tour.screen("muhkod"), u"muhasebe-kodlari"_s);
+    tour.click(tour.screen("muhkod"), "chameleonButton8");
+    tour.find<QAction>(&window, "firtanım")->trigger();
+    QWidget *firms = tour.screen("fir");
+    tour.picture(firms, u"firmalar"_s);
+    tour.click(firms, "chameleonButton1");
+    QTest::keyClicks(tour.find<QLineEdit>(firms, "Text3"), u"BURSA"_s);
+    tour.picture(firms, u"firma-kaydi"_s);
+    tour.click(firms, "chameleonButton7");
+    tour.click(firms, "chameleonButton8");
+    tour.find<QAction>(&window, "dosk")->trigger();
+    tour.picture(tour.screen("ayr"), u"dosya-konumlari"_s);
+    tour.click(tour.screen("ayr"), "chameleonButton8");
+}
+
 void invoices(Tour &tour, kervan::MainWindow &window, const QString &folder)
 {
     tour.click(&window, "chameleonButton5");
@@ -182,6 +201,7 @@ int run(const QString &samples, const QString &folder)
     window.show();
     Tour tour(window, folder);
     tour.picture(u"ana-pencere"_s);
+    definitions(tour, window);
     invoices(tour, window, folder);
 
     out << "Pictures in " << folder << ":\n";

@@ -25,8 +25,6 @@ public:
     QStringView line() const { return m_line; }
     /// Where the current line begins in the file, in bytes.
     qint64 offset() const { return m_lineOffset; }
-    /// Size of the file in bytes.
-    qint64 size() const { return m_file.size(); }
     /// Makes the line at `offset`, taken from offset(), the next one.
     void seek(qint64 offset);
 

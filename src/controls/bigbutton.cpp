@@ -10,14 +10,14 @@ namespace {
 
 constexpr int pictureSize = 48;
 constexpr int margin = 7;
-constexpr int captionLines = 2;
+constexpr int captionLines = 3;
 
 } // namespace
 
 BigButton::BigButton(QWidget *parent)
     : QAbstractButton(parent)
 {
-    setFocusPolicy(Qt::StrongFocus);
+    setFocusPolicy(Qt::TabFocus);
     setAttribute(Qt::WA_Hover);
     setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
 }

@@ -4,6 +4,7 @@
 #include <QComboBox>
 #include <QDateEdit>
 #include <QElapsedTimer>
+#include <QEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -23,6 +24,25 @@ void follow(QWidget *widget, Field &field, Show show)
     show();
     QObject::connect(&field, &Field::changed, widget, show);
 }
+
+// Turning the wheel over a control that the user is not at scrolls past it and changes nothing.
+class WheelGuard : public QObject
+{
+public:
+    explicit WheelGuard(QWidget *widget)
+        : QObject(widget)
+    {
+        widget->setFocusPolicy(Qt::StrongFocus);
+        widget->installEventFilter(this);
+    }
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() != QEvent::Wheel || static_cast<QWidget *>(watched)->hasFocus())
+            return false;
+        event->ignore();
+        return true;
+    }
+};
 
 void followFocus(QWidget *widget, TextField &field)
 {
@@ -63,6 +83,7 @@ void bind(QComboBox *box, ChoiceField &field)
         show();
     };
     fill();
+    new WheelGuard(box);
     QObject::connect(&field, &ChoiceField::entriesChanged, box, fill);
     QObject::connect(&field, &ChoiceField::changed, box, show);
     followFocus(box, field);
@@ -81,6 +102,7 @@ void bind(QCheckBox *box, CheckField &field)
 void bind(QDateEdit *edit, DateField &field)
 {
     follow(edit, field, [edit, &field] { edit->setDate(field.date()); });
+    new WheelGuard(edit);
     QObject::connect(edit, &QDateEdit::dateChanged, &field, &DateField::setDate);
 }
 

@@ -5,6 +5,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QSet>
 
 #include <algorithm>
 
@@ -64,11 +65,14 @@ void GridView::fitColumns()
 
 QList<int> GridView::selectedPositions() const
 {
-    QList<int> rows;
-    for (const QModelIndex &index : selectionModel()->selectedRows())
-        rows << index.row();
-    std::ranges::sort(rows);
-    return rows;
+    QSet<int> rows;
+    for (const QItemSelectionRange &range : selectionModel()->selection()) {
+        for (int row = range.top(); row <= range.bottom(); ++row)
+            rows << row;
+    }
+    QList<int> sorted = rows.values();
+    std::ranges::sort(sorted);
+    return sorted;
 }
 
 void GridView::markRows(const QList<int> &rows)
@@ -93,12 +97,13 @@ void GridView::copySelection() const
     for (const int row : selectedPositions()) {
         QStringList cells;
         for (int column = 0; column < m_grid.columnCount(); ++column) {
-            if (!isColumnHidden(column))
+            if (!isColumnHidden(column) && selectionModel()->isSelected(m_grid.index(row, column)))
                 cells << m_grid.cell(row, column);
         }
         lines << cells.join(u'\t');
     }
-    QGuiApplication::clipboard()->setText(lines.join(u'\n'));
+    if (!lines.isEmpty())
+        QGuiApplication::clipboard()->setText(lines.join(u'\n'));
 }
 
 // All selected rows take the state that the current one does not have.
@@ -131,6 +136,14 @@ void GridView::moveByKey(QKeyEvent *event)
     const int now = currentIndex().row();
     if (now >= 0 && now != before)
         Q_EMIT movedTo(now);
+}
+
+// Whole rows are chosen, so no single cell is to stand out.
+void GridView::initViewItemOption(QStyleOptionViewItem *option) const
+{
+    QTableView::initViewItemOption(option);
+    if (selectionBehavior() == SelectRows)
+        option->state &= ~QStyle::State_HasFocus;
 }
 
 void GridView::paintEvent(QPaintEvent *event)

@@ -7,6 +7,8 @@
 #include "frame/resim.h"
 #include "invoices/screens/fatwindow.h"
 #include "stocktake/screens/urunwindow.h"
+#include "store/screens/definitionwindow.h"
+#include "store/screens/settingswindows.h"
 
 #include <QApplication>
 #include <QHBoxLayout>
@@ -79,8 +81,10 @@ void MainWindow::buildMenus()
             connect(action, &QAction::triggered, this,
                     [this, screen = entry.screen] { open(screen); });
         }
-        connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this,
-                [this, menu] { menuBar()->setActiveAction(menu->menuAction()); });
+        connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, [this, menu] {
+            menuBar()->setActiveAction(menu->menuAction());
+            menu->setActiveAction(menu->actions().first());
+        });
     };
     addMenu(u"trans"_s, u"   Aktarım   "_s, u"Alt+A"_s, transferEntries());
     addMenu(u"ay"_s, u"İşlemler"_s, u"Alt+I"_s, definitionEntries());
@@ -140,13 +144,51 @@ void MainWindow::openTransfer(const QString &screen)
     window->show();
     m_area->setActiveSubWindow(window);
     window->raise();
+    window->setFocus(); // from the button back to the screen, whose keys work only there
 }
 
 QDialog *MainWindow::makeDialog(const QString &screen)
 {
     if (screen == u"urunform")
         return new UrunWindow(m_program, this);
+    if (screen == u"ayr")
+        return new AyrWindow(m_program, this);
+    if (screen == u"kdvmu")
+        return makeKdvmu();
+    if (const Definition *definition = definitionOf(screen)) {
+        auto *window = new DefinitionWindow(m_program, *definition, this);
+        connect(window, &DefinitionWindow::refreshWanted, this, &MainWindow::refresh);
+        return window;
+    }
+    for (const ValueDialog &dialog : valueDialogs()) {
+        if (dialog.screen == screen)
+            return makeValueDialog(dialog);
+    }
     return nullptr;
+}
+
+QDialog *MainWindow::makeKdvmu()
+{
+    auto *window = new KdvmuWindow(m_program, this);
+    connect(window, &KdvmuWindow::saved, this, [this](const QString &head, const QString &line) {
+        if (FatWindow *fat = openScreen<FatWindow>(u"fat"_s)) {
+            fat->fat().kdvmuafiyetgenel = head;
+            fat->fat().kdvmuafiyetsatir = line;
+        }
+    });
+    return window;
+}
+
+QDialog *MainWindow::makeValueDialog(const ValueDialog &dialog)
+{
+    return new ValueWindow(m_program, dialog, this);
+}
+
+void MainWindow::refresh(Definition::Refresh refresh)
+{
+    FatWindow *fat = openScreen<FatWindow>(u"fat"_s);
+    if (fat && refresh != Definition::StockScreen)
+        fat->fat().yukle();
 }
 
 void MainWindow::openDialog(const QString &screen)
@@ -157,7 +199,7 @@ void MainWindow::openDialog(const QString &screen)
         if (!dialog)
             return;
         dialog->setAttribute(Qt::WA_DeleteOnClose);
-        dialog->setModal(true);
+        dialog->setModal(screen != u"kdvmu");
     }
     dialog->show();
     dialog->raise();
@@ -168,8 +210,8 @@ InvoiceList *MainWindow::activeList()
 {
     if (m_program.aktifform != u"1")
         return nullptr;
-    const auto window = m_transfers.value(u"fat"_s);
-    return window ? &qobject_cast<FatWindow *>(window->widget())->fat().liste : nullptr;
+    FatWindow *fat = openScreen<FatWindow>(u"fat"_s);
+    return fat ? &fat->fat().liste : nullptr;
 }
 
 void MainWindow::resizeEvent(QResizeEvent *event)

@@ -1,19 +1,21 @@
 #pragma once
 
 #include "invoices/invoicelist.h"
+#include "store/definition.h"
 #include "store/program.h"
 
 #include <QHash>
 #include <QMainWindow>
+#include <QMdiSubWindow>
 #include <QPointer>
 
 class QDialog;
 class QMdiArea;
-class QMdiSubWindow;
 
 namespace kervan {
 
 class Resim;
+struct ValueDialog;
 
 /// The frame `MDIForm1`: holds every transfer screen as a child and opens the definition screens
 /// over itself. Each screen is one instance, made when it is first asked for.
@@ -40,6 +42,17 @@ private:
     void openDialog(const QString &screen);
     QWidget *makeTransfer(const QString &screen);
     QDialog *makeDialog(const QString &screen);
+    QDialog *makeKdvmu();
+    QDialog *makeValueDialog(const ValueDialog &dialog);
+    /// An open screen loads its definitions again.
+    void refresh(Definition::Refresh refresh);
+    /// The screen's window if it is open, else null.
+    template<class Window>
+    Window *openScreen(const QString &screen) const
+    {
+        const auto window = m_transfers.value(screen);
+        return window ? qobject_cast<Window *>(window->widget()) : nullptr;
+    }
     /// The list of the open invoice screen that `aktifform` points at, or null.
     InvoiceList *activeList();
 

@@ -88,47 +88,53 @@ void Fat::yukle()
 {
     endQuietly([this] {
         LocalDb &db = m_program.db;
-        const QString dataDbs = m_program.path(u"data.dbs");
-        const auto field = [&db](QStringView column) {
-            return db.field(column);
-        };
-        OpenDb open(db, dataDbs);
+        OpenDb open(db, m_program.path(u"data.dbs"));
         db.forEach(Statement(u"select * from yol where id='1'"), [&] {
-            m_program.folders = Folders{.ec = field(u"ec"),
-                                        .es = field(u"es"),
-                                        .ef = field(u"ef"),
-                                        .xc = field(u"xc"),
-                                        .xs = field(u"xs"),
-                                        .xf = field(u"xf")};
+            m_program.folders = Folders{.ec = db.field(u"ec"),
+                                        .es = db.field(u"es"),
+                                        .ef = db.field(u"ef"),
+                                        .xc = db.field(u"xc"),
+                                        .xs = db.field(u"xs"),
+                                        .xf = db.field(u"xf")};
         });
-        QStringList plans{QString()};
-        db.forEach(Statement(u"select * from odm"),
-                   [&] { plans << field(u"frno") + u"<>"_s + field(u"frkod"); });
-        c5.setEntries(plans);
-        db.query(Statement(u"select * from kdv"));
-        if (!db.atEnd())
-            kdyaz.setText(field(u"kdv"));
-        QStringList rates;
-        db.forEach(Statement(u"select * from muh"), [&] { rates << field(u"kdv"); });
-        c1.setEntries(rates);
-        QStringList firms;
-        db.forEach(Statement(u"select * from firma"), [&] { firms << field(u"firma"); });
-        c3.setEntries(firms);
-        lbrm.clear();
-        db.forEach(Statement(u"select * from birim"),
-                   [&] { lbrm.setCell(lbrm.addRow(field(u"kaskod")), 1, field(u"firma")); });
-        persl.clear();
-        QStringList staff{QString()};
-        db.forEach(Statement(u"select * from per"), [&] {
-            staff << field(u"per");
-            persl.setCell(persl.addRow(field(u"kod")), 1, field(u"per"));
-        });
-        pers.setEntries(staff);
+        loadChoices(db);
+        loadMappings(db);
         db.open(m_program.path(u"fatozkod.dbs"));
         QStringList codes{QString()};
-        db.forEach(Statement(u"select * from ozkod"), [&] { codes << field(u"ozkod"); });
+        db.forEach(Statement(u"select * from ozkod"), [&] { codes << db.field(u"ozkod"); });
         c4.setEntries(codes);
     });
+}
+
+void Fat::loadChoices(LocalDb &db)
+{
+    QStringList plans{QString()};
+    db.forEach(Statement(u"select * from odm"),
+               [&] { plans << db.field(u"frno") + u"<>"_s + db.field(u"frkod"); });
+    c5.setEntries(plans);
+    db.query(Statement(u"select * from kdv"));
+    if (!db.atEnd())
+        kdyaz.setText(db.field(u"kdv"));
+    QStringList rates;
+    db.forEach(Statement(u"select * from muh"), [&] { rates << db.field(u"kdv"); });
+    c1.setEntries(rates);
+    QStringList firms;
+    db.forEach(Statement(u"select * from firma"), [&] { firms << db.field(u"firma"); });
+    c3.setEntries(firms);
+}
+
+void Fat::loadMappings(LocalDb &db)
+{
+    lbrm.clear();
+    db.forEach(Statement(u"select * from birim"),
+               [&] { lbrm.setCell(lbrm.addRow(db.field(u"kaskod")), 1, db.field(u"firma")); });
+    persl.clear();
+    QStringList staff{QString()};
+    db.forEach(Statement(u"select * from per"), [&] {
+        staff << db.field(u"per");
+        persl.setCell(persl.addRow(db.field(u"kod")), 1, db.field(u"per"));
+    });
+    pers.setEntries(staff);
 }
 
 void Fat::kdvmuafiyetyukle()

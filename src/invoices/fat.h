@@ -13,6 +13,7 @@
 
 #include <QString>
 
+#include <array>
 #include <optional>
 
 namespace kervan {
@@ -90,6 +91,8 @@ private:
     };
 
     Grid &l1() { return liste.l1; }
+    void loadChoices(LocalDb &db);
+    void loadMappings(LocalDb &db);
     void kdvmuafiyetyukle();
     void warn(const QString &text);
     void warnAt(const QString &text, TextField &field);
@@ -110,6 +113,7 @@ private:
     void writeInvoices(InvoiceDocument &document);
     void writeInvoice(InvoiceDocument &document, int row);
     void writeLines(InvoiceDocument &document, float &gross);
+    std::array<QString, 14> cashValues(int row) const;
     InvoiceHead headOf(int row) const;
     InvoiceGoods goodsOf(int row) const;
     void kasacariislemnokaydet();
@@ -120,9 +124,11 @@ private:
     MuhKayit muhkayit;
     QString kasakodu;
     QString dosyaadi;
-    bool dosyaacik = false; // the button "Fatura Dosyası Aç" was pressed
+    bool dosyaacik = false; // "Fatura Dosyası Aç" was pressed, or a file dropped
     double kasaislemsayac = 0;
     std::optional<Export> m_export;
+    int m_eksik = 0; // invoices of this export whose lines could not all be read
+    QString m_ilkEksik;
 };
 
 } // namespace kervan

@@ -7,8 +7,6 @@
 #include "logoxml/accumulated.h"
 #include "store/sidefiles.h"
 
-#include <array>
-
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -73,6 +71,8 @@ void Fat::kaydet(const QString &dosya)
     pr1.start(l1().tickedCount());
     InvoiceDocument document(fatbilgi.text());
     writeInvoices(document);
+    if (m_eksik > 0)
+        bilgi.setText(u"%1 faturanın satırları eksik yazıldı. %2"_s.arg(m_eksik).arg(m_ilkEksik));
     note(passOver([&] { belgeyaz(document.belge(), Yol::bir, dosya); }));
     pr1.finish();
     note(passOver([this] { kasacariislemnokaydet(); }));
@@ -87,6 +87,7 @@ void Fat::writeInvoices(InvoiceDocument &document)
         if (l1().ticked(row))
             numbers << l1().cell(row, L1::FaturaNumarasi);
     }
+    m_eksik = 0;
     note(passOver([&] { m_export.emplace(m_program, dosyaadi, numbers); }));
     for (int row = 0; row < l1().rows(); ++row) {
         if (l1().ticked(row))
@@ -99,9 +100,10 @@ void Fat::writeInvoice(InvoiceDocument &document, int row)
 {
     pr1.step();
     const QString &faturano = l1().cell(row, L1::FaturaNumarasi);
-    if (const auto failed = liste3yukle(faturano))
-        bilgi.setText(
-            u"%1 numaralı faturanın satırları eksik: %2"_s.arg(faturano, failed->description()));
+    if (const auto failed = liste3yukle(faturano)) {
+        if (++m_eksik == 1)
+            m_ilkEksik = u"%1: %2"_s.arg(faturano, failed->description());
+    }
     document.beginInvoice(headOf(row));
     float gross = 0;
     writeLines(document, gross);
@@ -180,6 +182,33 @@ void Fat::kasacariislemnokaydet()
     writeSingleValue(m_program.path(u"kasacariislemno.kvz"), toText(kasaislemsayac));
 }
 
+// In the order of the placeholders.
+std::array<QString, 14> Fat::cashValues(int row) const
+{
+    const auto cell = [&](int column) {
+        return liste.l1.cell(row, column);
+    };
+    const QTime time = m_program.clock.now().time();
+    const QDate date = toDate(cell(L1::FaturaTarihi));
+    const QString day = masked(double(date.day()), "00"_mask);
+    const QString month = masked(double(date.month()), "00"_mask);
+    const QString year = QString::number(date.year());
+    return {QString::number(time.hour()),
+            QString::number(time.minute()),
+            QString::number(time.second()),
+            year,
+            month,
+            day + u'.' + month + u'.' + year,
+            kasakodu,
+            cell(L1::KasaIslemNo),
+            cell(L1::Unvani),
+            tutarnoktasil(cell(L1::ToplamTutar)),
+            cell(L1::CariKodu),
+            cell(L1::IslemNo),
+            QString(),
+            trimmedField(cell(L1::KasaSatisElemani))};
+}
+
 void Fat::exeldenkasanakitkaydet(const QString &dosya)
 {
     note(endQuietly([&] {
@@ -187,32 +216,8 @@ void Fat::exeldenkasanakitkaydet(const QString &dosya)
             throw Failure(u"%1 için kasa dosyası adı kurulamadı."_s.arg(dosya));
         AccumulatedBody body(sablon(u"kasatex"_s), cashPlaceholders);
         for (int row = 0; row < l1().rows(); ++row) {
-            const auto cell = [&](int column) {
-                return l1().cell(row, column);
-            };
-            if (!l1().ticked(row) || toSingleNumber(cell(L1::GenelToplam)) >= cashLimit)
-                continue;
-            const QTime time = m_program.clock.now().time();
-            const QDate date = toDate(cell(L1::FaturaTarihi));
-            const QString day = masked(double(date.day()), "00"_mask);
-            const QString month = masked(double(date.month()), "00"_mask);
-            const QString year = QString::number(date.year());
-            body.add(std::to_array<QString>({
-                QString::number(time.hour()),
-                QString::number(time.minute()),
-                QString::number(time.second()),
-                year,
-                month,
-                day + u'.' + month + u'.' + year,
-                kasakodu,
-                cell(L1::KasaIslemNo),
-                cell(L1::Unvani),
-                tutarnoktasil(cell(L1::ToplamTutar)),
-                cell(L1::CariKodu),
-                cell(L1::IslemNo),
-                QString(),
-                trimmedField(cell(L1::KasaSatisElemani)),
-            }));
+            if (l1().ticked(row) && toSingleNumber(l1().cell(row, L1::GenelToplam)) < cashLimit)
+                body.add(cashValues(row));
         }
         // The line end in front of the footer belongs to it, not to the last record.
         belgeyaz({sablon(u"kasabastex"_s), body.records(), {}, "\r\n" + sablon(u"kasasontex"_s)},

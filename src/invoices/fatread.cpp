@@ -17,6 +17,7 @@ void Fat::umurlarfaturabaslikoku()
     {
         const Grid::Refill refill(l1());
         l1().clear();
+        liste.Check2.setChecked(false); // as the ticks are
         std::optional<Prices> prices;
         note(passOver([&] { prices.emplace(m_program.db, m_program.path(u"data.dbs")); }));
         if (!dosyaadi.isEmpty())

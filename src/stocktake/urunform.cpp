@@ -1,7 +1,5 @@
 #include "stocktake/urunform.h"
 
-#include "base/failure.h"
-
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -26,6 +24,17 @@ void Urunform::yukle()
 {
     const Grid::Refill refill(l1);
     l1.clear();
+    m_unread = endWithReport(m_program.boxes, [this] { readRows(); });
+    if (m_unread) {
+        l1.clear();
+        return;
+    }
+    for (int i = 0; i < emptyRows; ++i)
+        addEmptyRow();
+}
+
+void Urunform::readRows()
+{
     LocalDb &db = m_program.db;
     OpenDb open(db, m_program.path(u"data.dbs"));
     db.forEach(Statement(u"select * from urun"), [&] {
@@ -36,8 +45,6 @@ void Urunform::yukle()
         l1.setCell(row, Fiyat, db.field(u"fiyat"));
         l1.setCell(row, Bfiyat, db.field(u"bfiyat"));
     });
-    for (int i = 0; i < emptyRows; ++i)
-        addEmptyRow();
 }
 
 void Urunform::satirekle(int currentRow)
@@ -49,6 +56,8 @@ void Urunform::satirekle(int currentRow)
 bool Urunform::kaydet()
 {
     const auto failed = endWithReport(m_program.boxes, [this] {
+        if (m_unread)
+            throw *m_unread; // what was not read must not be written over
         LocalDb &db = m_program.db;
         OpenDb open(db, m_program.path(u"data.dbs"));
         db.query(Statement(u"Delete from urun"));

@@ -1,7 +1,10 @@
 #pragma once
 
+#include "base/failure.h"
 #include "base/grid.h"
 #include "store/program.h"
+
+#include <optional>
 
 namespace kervan {
 
@@ -16,8 +19,8 @@ public:
 
     Grid l1;
 
-    /// Fills the grid from the table, and ten empty rows behind it. A table that can't be read is a
-    /// Failure.
+    /// Fills the grid from the table, and ten empty rows behind it. A table that can't be read
+    /// shows the failure; the grid then stays empty, and saving only shows it again.
     void yukle();
     /// The down arrow was pressed on this row: on the last one it adds an empty row.
     void satirekle(int currentRow);
@@ -27,8 +30,10 @@ public:
 
 private:
     void addEmptyRow();
+    void readRows();
 
     Program &m_program;
+    std::optional<Failure> m_unread; // why the table could not be read
 };
 
 } // namespace kervan

@@ -103,7 +103,7 @@ void LocalDb::query(const Statement &statement)
     execute(text);
 }
 
-// Each written row is in the file at once. With a write-ahead log that costs no waiting for the
+// Each written row is there at once. With a write-ahead log that costs no waiting for the
 // disk at every row, which a table of thousands of rows would feel; close() takes the log away
 // again.
 void LocalDb::quickenWrites()

@@ -12,7 +12,8 @@ namespace kervan {
 /// all screens and open only around a use. It takes one statement a call, and only these:
 ///   select * from T [where C='v']      insert into T values (Null,'v',...)
 ///   update T set C='v',... where id='v'  delete from T [where id='v']
-/// A written row is in the file at once; a statement that fails takes nothing back.
+/// A written row is there at once for whoever opens the file; a statement that fails takes nothing
+/// back.
 class LocalDb
 {
 public:

@@ -19,7 +19,7 @@ private Q_SLOTS:
     void onlyTheDownArrowOnTheLastRowAddsOne();
     void savingWritesTheRowsWithACodeAndNoOthers();
     void anApostropheStopsTheSaveAndLeavesAShortenedTable();
-    void aTableThatCannotBeReadIsNotOpenedForSaving();
+    void aTableThatCannotBeReadIsNotWrittenOver();
     void aSaveWithoutTheDatabaseShowsTheFailure();
 
 private:
@@ -97,14 +97,21 @@ void UrunformTest::anApostropheStopsTheSaveAndLeavesAShortenedTable()
     QCOMPARE(prices(test), QStringList{u"A|bir||"_s});
 }
 
-void UrunformTest::aTableThatCannotBeReadIsNotOpenedForSaving()
+void UrunformTest::aTableThatCannotBeReadIsNotWrittenOver()
 {
     TestProgram test;
-    QVERIFY(QFile::remove(test.path(u"data.dbs"_s)));
+    test.fill(u"data.dbs"_s, {u"insert into urun values ('A','','','5')"_s});
+    QVERIFY(QFile::rename(test.path(u"data.dbs"_s), test.path(u"uzakta"_s)));
     Urunform form(test.program);
-    QVERIFY_THROWS_EXCEPTION(Failure, form.yukle());
+    const Box box{
+        test.path(u"data.dbs"_s) + u" açılamadı: unable to open database file"_s, {}, Icon::None};
+    test.boxes.expect(box);
+    form.yukle();
     QCOMPARE(form.l1.rows(), 0);
-    QVERIFY(!QFile::exists(test.path(u"data.dbs"_s)));
+    QVERIFY(QFile::rename(test.path(u"uzakta"_s), test.path(u"data.dbs"_s)));
+    test.boxes.expect(box);
+    QVERIFY(!form.kaydet());
+    QCOMPARE(prices(test), QStringList{u"A|||5"_s});
 }
 
 void UrunformTest::aSaveWithoutTheDatabaseShowsTheFailure()

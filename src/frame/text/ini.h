@@ -9,8 +9,8 @@ namespace kervan {
 /// quotes around the value is dropped.
 QString inioku(const QString &section, const QString &key, const QString &path);
 
-/// Sets one value of an initialisation file, which is created if missing; all its other lines
-/// stay as they are. Always 0, whatever happened.
+/// Sets one value of an initialisation file, which is created if missing; its other lines keep
+/// their text, and the file is Windows-1254 with CR LF from then on. Always 0, whatever happened.
 int iniyaz(const QString &section, const QString &key, const QString &value, const QString &path);
 
 } // namespace kervan

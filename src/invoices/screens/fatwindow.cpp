@@ -117,7 +117,7 @@ QPushButton *FatWindow::command(const QString &name, const QString &caption,
     auto *button = new QPushButton(picture(pictureName), caption);
     button->setObjectName(name);
     button->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
-    button->setAutoDefault(false);
+    button->setAutoDefault(true); // Enter presses it
     auto *shortcut = new QShortcut(QKeySequence(keys), this);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
     connect(shortcut, &QShortcut::activated, button, &QAbstractButton::click);
@@ -195,13 +195,14 @@ QWidget *FatWindow::choices()
     put(1, 4, u"Fatura Özel Kodu:"_s, choice(u"c4"_s, m_fat.c4));
     auto *staff = choice(u"pers"_s, m_fat.pers, &Fat::yenidenoku);
     staff->setAccessibleName(u"Personel"_s);
-    staff->setToolTip(u"Personel listesi"_s);
+    staff->setToolTip(u"Personel listesi: seçim dosyayı yeniden okutur, listeyi süzmez"_s);
     grid->addWidget(staff, 1, 6);
     auto *vat = new QWidget;
     auto *vatRow = new QHBoxLayout(vat);
     vatRow->setContentsMargins(0, 0, 0, 0);
-    vatRow->addWidget(new QLabel(u"Gen.Kdv:"_s));
-    vatRow->addWidget(value(u"kdyaz"_s, m_fat.kdyaz), 1);
+    auto *rate = value(u"kdyaz"_s, m_fat.kdyaz);
+    vatRow->addWidget(labelFor(rate, u"Gen.Kdv:"_s));
+    vatRow->addWidget(rate, 1);
     grid->addWidget(vat, 1, 7);
     return panel;
 }
@@ -247,6 +248,8 @@ QWidget *FatWindow::invoices()
     m_l1->setAccessibleName(u"Fatura Listesi"_s);
     m_l1->setEmptyText(u"\"Fatura Dosyası Aç\" ile bir .bif dosyası seçin ya da dosyayı buraya "
                        "sürükleyin."_s);
+    connect(&m_fat.baslik, &TextField::changed, m_l1,
+            [this] { m_l1->setEmptyText(u"Listede gösterilecek fatura yok."_s); });
     return listFrame(u"Fatura Listesi"_s, m_l1);
 }
 
@@ -281,8 +284,12 @@ QWidget *FatWindow::statusBar()
 void FatWindow::connectList()
 {
     // A row is chosen by a click or by moving to it; a re-read list has no row chosen.
-    connect(m_l1, &QAbstractItemView::clicked, this,
-            [this](const QModelIndex &index) { m_fat.satirsec(index.row()); });
+    connect(m_l1, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
+        // Its tick box alone does not choose a row.
+        if (!m_l1->selectionModel()->isSelected(index))
+            m_l1->setCurrentIndex(index);
+        m_fat.satirsec(index.row());
+    });
     connect(m_l1, &GridView::movedTo, this, [this](int row) { m_fat.satirsec(row); });
     auto *remove = new QShortcut(Qt::Key_Delete, m_l1);
     remove->setContext(Qt::WidgetShortcut);

@@ -4,7 +4,11 @@
 
 #include <QDialog>
 
+class QLabel;
+
 namespace kervan {
+
+class GridView;
 
 /// The window of the dealer prices, modal over the frame.
 class UrunWindow : public QDialog
@@ -12,18 +16,21 @@ class UrunWindow : public QDialog
     Q_OBJECT
 
 public:
-    /// Reads the table; that it can't be read is a Failure, and the window is then not to be shown.
     explicit UrunWindow(Program &program, QWidget *parent = nullptr);
 
     Urunform &urunform() { return m_urunform; }
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void keyPressEvent(QKeyEvent *event) override;
 
 private:
+    GridView *makeView();
     void save();
 
     Urunform m_urunform;
+    QLabel *m_note;
+    bool m_changed = false; // something was typed since the table was read
 };
 
 } // namespace kervan

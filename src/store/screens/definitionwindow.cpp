@@ -1,0 +1,219 @@
+#include "store/screens/definitionwindow.h"
+
+#include "controls/binding.h"
+#include "controls/gridview.h"
+
+#include <QCheckBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QStackedLayout>
+#include <QVBoxLayout>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int twipsPerPixel = 15;
+
+int listWidth(const Definition &definition)
+{
+    int twips = 0;
+    for (const DefinitionColumn &column : definition.grid)
+        twips += column.twips;
+    return qBound(420, twips / twipsPerPixel + 40, 1000);
+}
+
+} // namespace
+
+DefinitionWindow::DefinitionWindow(Program &program, const Definition &definition, QWidget *parent)
+    : QDialog(parent)
+    , m_screen(program, definition)
+    , m_fr1(listFrame())
+    , m_fr2(recordFrame())
+{
+    setObjectName(definition.screen);
+    setWindowTitle(definition.caption);
+    auto *column = new QVBoxLayout(this);
+    if (definition.hasGeneralVat)
+        column->addWidget(generalVat());
+    auto *spot = new QStackedLayout;
+    spot->setStackingMode(QStackedLayout::StackAll);
+    spot->addWidget(m_fr1);
+    spot->addWidget(m_fr2);
+    column->addLayout(spot, 1);
+    auto *closing = new QHBoxLayout;
+    closing->addStretch();
+    closing->addWidget(
+        button(u"chameleonButton8"_s, u"Kapat"_s, u"Esc"_s, &DefinitionWindow::kapat));
+    column->addLayout(closing);
+    connect(&m_screen.kayitta, &CheckField::changed, this, &DefinitionWindow::showFrame);
+    m_screen.yukle();
+    setFixedSize(sizeHint());
+    showFrame();
+}
+
+QPushButton *DefinitionWindow::button(const QString &name, const QString &caption,
+                                      const QString &keys, void (DefinitionWindow::*action)())
+{
+    auto *made = new QPushButton(caption);
+    made->setObjectName(name);
+    made->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
+    made->setAutoDefault(false);
+    connect(made, &QAbstractButton::clicked, this, action);
+    if (keys != u"Esc") {
+        // A button that is not showing does not answer to its key.
+        auto *shortcut = new QShortcut(QKeySequence(keys), made);
+        connect(shortcut, &QShortcut::activated, made, &QAbstractButton::click);
+    }
+    return made;
+}
+
+QGroupBox *DefinitionWindow::listFrame()
+{
+    const Definition &definition = m_screen.definition();
+    auto *frame = new QGroupBox(definition.listCaption);
+    frame->setObjectName(u"fr1"_s);
+    m_list = new GridView(m_screen.l1, u"l1"_s);
+    m_list->setAccessibleName(definition.listCaption);
+    m_list->setSelectionMode(QAbstractItemView::SingleSelection);
+    m_list->setEmptyText(u"Kayıt yok. \"Yeni\" ile ekleyin."_s);
+    m_list->setMinimumSize(listWidth(definition), 300);
+    connect(m_list, &QAbstractItemView::doubleClicked, this, &DefinitionWindow::degistir);
+    auto *column = new QVBoxLayout(frame);
+    column->addWidget(m_list, 1);
+    auto *row = new QHBoxLayout;
+    row->addWidget(button(u"chameleonButton1"_s, u"Yeni"_s, u"Ctrl+N"_s, &DefinitionWindow::yeni));
+    row->addWidget(
+        button(u"chameleonButton2"_s, u"Değiştir"_s, u"F2"_s, &DefinitionWindow::degistir));
+    row->addWidget(button(u"chameleonButton3"_s, u"Sil"_s, u"Del"_s, &DefinitionWindow::sil));
+    row->addStretch();
+    column->addLayout(row);
+    return frame;
+}
+
+QGroupBox *DefinitionWindow::recordFrame()
+{
+    auto *frame = new QGroupBox(u"Kayıt"_s);
+    frame->setObjectName(u"fr2"_s);
+    auto *column = new QVBoxLayout(frame);
+    auto *form = new QFormLayout;
+    column->addLayout(form);
+    const QList<DefinitionField> &fields = m_screen.definition().fields;
+    for (int i = 0; i < fields.size(); ++i) {
+        const DefinitionField &field = fields[i];
+        if (field.kind == DefinitionField::Check) {
+            auto *box = new QCheckBox(field.label);
+            box->setObjectName(field.name);
+            bind(box, m_screen.c1);
+            form->addRow(QString(), box);
+            continue;
+        }
+        auto *edit = new QLineEdit;
+        edit->setObjectName(field.name);
+        bind(edit, m_screen.field(i));
+        if (field.kind == DefinitionField::HiddenText) {
+            edit->setParent(frame);
+            edit->hide();
+        } else {
+            edit->setAccessibleName(field.label);
+            form->addRow(field.label, edit);
+        }
+    }
+    column->addStretch();
+    auto *row = new QHBoxLayout;
+    auto *save = button(u"chameleonButton7"_s, u"Kaydet"_s, u"Ctrl+S"_s, &DefinitionWindow::kaydet);
+    save->setDefault(true);
+    row->addWidget(save);
+    row->addWidget(
+        button(u"chameleonButton4"_s, u"İptal"_s, u"Shift+Esc"_s, &DefinitionWindow::iptal));
+    row->addStretch();
+    column->addLayout(row);
+    return frame;
+}
+
+QWidget *DefinitionWindow::generalVat()
+{
+    auto *panel = new QWidget;
+    auto *row = new QHBoxLayout(panel);
+    row->setContentsMargins(0, 0, 0, 0);
+    auto *edit = new QLineEdit;
+    edit->setObjectName(u"genkdv"_s);
+    edit->setAccessibleName(u"Genel Kdv Oranı: %"_s);
+    edit->setMaximumWidth(80);
+    bind(edit, m_screen.genkdv);
+    connect(edit, &QLineEdit::textEdited, this, [this](const QString &text) {
+        m_screen.genkdv.setText(text); // the tie follows only behind this signal
+        m_screen.genkdvdegisti();
+    });
+    row->addWidget(new QLabel(u"Genel Kdv Oranı: %"_s));
+    row->addWidget(edit);
+    row->addStretch();
+    return panel;
+}
+
+void DefinitionWindow::showFrame()
+{
+    const bool record = m_screen.kayitta.isChecked();
+    m_fr1->setVisible(!record);
+    m_fr2->setVisible(record);
+    if (record)
+        m_fr2->findChild<QLineEdit *>(u"Text1"_s)->setFocus();
+    else
+        m_list->setFocus();
+}
+
+int DefinitionWindow::selectedRow() const
+{
+    const auto selected = m_list->selectionModel()->selectedRows();
+    return selected.isEmpty() ? -1 : selected.first().row();
+}
+
+void DefinitionWindow::yeni()
+{
+    m_screen.yeni();
+}
+
+void DefinitionWindow::degistir()
+{
+    m_screen.degistir(selectedRow());
+}
+
+void DefinitionWindow::sil()
+{
+    m_screen.sil(selectedRow());
+}
+
+void DefinitionWindow::kaydet()
+{
+    m_screen.kaydet(selectedRow());
+}
+
+void DefinitionWindow::iptal()
+{
+    m_screen.iptal();
+}
+
+void DefinitionWindow::kapat()
+{
+    m_byButton = true;
+    reject();
+}
+
+void DefinitionWindow::done(int result)
+{
+    QDialog::done(result);
+    const auto refresh = m_screen.definition().refresh;
+    if (refresh == Definition::InvoiceScreenByButton && !m_byButton)
+        return;
+    if (refresh != Definition::Nothing)
+        Q_EMIT refreshWanted(refresh);
+}
+
+} // namespace kervan

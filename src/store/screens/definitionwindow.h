@@ -1,0 +1,53 @@
+#pragma once
+
+#include "store/definition.h"
+
+#include <QDialog>
+
+class QGroupBox;
+class QPushButton;
+
+namespace kervan {
+
+class GridView;
+
+/// The window of any definition screen: the list and the record share one spot of it.
+class DefinitionWindow : public QDialog
+{
+    Q_OBJECT
+
+public:
+    DefinitionWindow(Program &program, const Definition &definition, QWidget *parent = nullptr);
+
+    DefinitionScreen &screen() { return m_screen; }
+
+Q_SIGNALS:
+    /// The open screens are to load their definitions again.
+    void refreshWanted(kervan::Definition::Refresh refresh);
+
+protected:
+    void done(int result) override;
+
+private:
+    QGroupBox *listFrame();
+    QGroupBox *recordFrame();
+    QWidget *generalVat();
+    QPushButton *button(const QString &name, const QString &caption, const QString &keys,
+                        void (DefinitionWindow::*action)());
+    void showFrame();
+    int selectedRow() const;
+    void yeni();
+    void degistir();
+    void sil();
+    void kaydet();
+    void iptal();
+    void kapat();
+
+    DefinitionScreen m_screen;
+    GridView *m_list = nullptr;
+    QGroupBox *m_fr1;
+    QGroupBox *m_fr2;
+    bool m_byButton = false;
+};
+
+} // namespace kervan

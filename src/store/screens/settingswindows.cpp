@@ -1,0 +1,137 @@
+#include "store/screens/settingswindows.h"
+
+#include "controls/binding.h"
+#include "controls/pictures.h"
+
+#include <QFormLayout>
+#include <QGridLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QLineEdit *edit(const QString &name, const QString &label, TextField &field)
+{
+    auto *made = new QLineEdit;
+    made->setObjectName(name);
+    made->setAccessibleName(label);
+    made->setMinimumWidth(320);
+    bind(made, field);
+    return made;
+}
+
+template<class Save>
+QPushButton *saveButton(QDialog *dialog, const QString &name, Save save)
+{
+    auto *button = new QPushButton(picture(u"save"_s), u"Kaydet"_s);
+    button->setObjectName(name);
+    button->setToolTip(u"Kaydet (Ctrl+S)"_s);
+    button->setDefault(true);
+    QObject::connect(button, &QAbstractButton::clicked, dialog, save);
+    QObject::connect(new QShortcut(QKeySequence(u"Ctrl+S"_s), dialog), &QShortcut::activated,
+                     button, &QAbstractButton::click);
+    return button;
+}
+
+} // namespace
+
+ValueWindow::ValueWindow(Program &program, const ValueDialog &dialog, QWidget *parent)
+    : QDialog(parent)
+    , m_setting(program, dialog)
+{
+    setObjectName(dialog.screen);
+    setWindowTitle(dialog.caption);
+    auto *column = new QVBoxLayout(this);
+    auto *form = new QFormLayout;
+    form->addRow(dialog.label, edit(u"bankahesapno1"_s, dialog.label, m_setting.bankahesapno1));
+    column->addLayout(form);
+    column->addWidget(saveButton(this, u"chameleonButton5"_s,
+                                 [this] {
+                                     m_setting.kaydet();
+                                     Q_EMIT saved(m_setting.bankahesapno1.text());
+                                     accept();
+                                 }),
+                      0, Qt::AlignRight);
+    m_setting.yukle();
+    setFixedSize(sizeHint());
+}
+
+KdvmuWindow::KdvmuWindow(Program &program, QWidget *parent)
+    : QDialog(parent)
+    , m_kdvmu(program)
+{
+    setObjectName(u"kdvmu"_s);
+    setWindowTitle(u"KVZ"_s);
+    auto *frame = new QGroupBox(u"Kdv Muafiyet Yazısı"_s);
+    auto *form = new QFormLayout(frame);
+    form->addRow(u"Fatura Genel"_s, edit(u"Text1"_s, u"Fatura Genel"_s, m_kdvmu.Text1));
+    form->addRow(u"Fatura Satır"_s, edit(u"Text2"_s, u"Fatura Satır"_s, m_kdvmu.Text2));
+    auto *column = new QVBoxLayout(this);
+    column->addWidget(frame);
+    column->addWidget(saveButton(this, u"chameleonButton5"_s,
+                                 [this] {
+                                     m_kdvmu.kaydet();
+                                     Q_EMIT saved(m_kdvmu.Text1.text(), m_kdvmu.Text2.text());
+                                     accept();
+                                 }),
+                      0, Qt::AlignRight);
+    m_kdvmu.yukle();
+    setFixedSize(sizeHint());
+}
+
+AyrWindow::AyrWindow(Program &program, QWidget *parent)
+    : QDialog(parent)
+    , m_ayr(program)
+{
+    setObjectName(u"ayr"_s);
+    setWindowTitle(u"Dosya Konumları"_s);
+    auto *column = new QVBoxLayout(this);
+    QGridLayout *grid = nullptr;
+    for (int i = 0; i < static_cast<int>(Ayr::settings().size()); ++i) {
+        const auto index = static_cast<std::size_t>(i);
+        const Ayr::Setting &setting = Ayr::settings()[index];
+        if (i % 3 == 0) {
+            auto *frame = new QGroupBox(setting.isSource ? u"Text Dosya Konumu"_s
+                                                         : u"Logo Xml Dosyaları Konumu"_s);
+            grid = new QGridLayout(frame);
+            column->addWidget(frame);
+        }
+        auto *field = edit(setting.control, setting.label, m_ayr.fields[index]);
+        auto *browse = new QToolButton;
+        browse->setObjectName(u"chameleonButton%1"_s.arg(i + 1));
+        browse->setIcon(picture(u"open"_s));
+        browse->setToolTip(u"Gözat"_s);
+        browse->setAccessibleName(u"Gözat"_s);
+        connect(browse, &QAbstractButton::clicked, this, [this, i] { m_ayr.gozat(i); });
+        grid->addWidget(new QLabel(setting.label), i % 3, 0);
+        grid->addWidget(field, i % 3, 1);
+        grid->addWidget(browse, i % 3, 2);
+    }
+    auto *close = new QPushButton(picture(u"close"_s), u"Kapat"_s);
+    close->setObjectName(u"chameleonButton8"_s);
+    close->setToolTip(u"Kapat (Esc)"_s);
+    close->setAutoDefault(false);
+    connect(close, &QAbstractButton::clicked, this, &QDialog::reject);
+    auto *row = new QHBoxLayout;
+    row->addStretch();
+    row->addWidget(saveButton(this, u"chameleonButton7"_s, [this] {
+        m_ayr.kaydet();
+        accept();
+    }));
+    row->addWidget(close);
+    column->addLayout(row);
+    m_ayr.yukle();
+    setFixedSize(sizeHint().expandedTo({560, 0}));
+}
+
+} // namespace kervan
