@@ -5,6 +5,8 @@
 
 #include <QDir>
 
+#include <cstring>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -75,9 +77,11 @@ QByteArrayView LineReader::takePart()
 {
     const char *const begin = m_buffer.constData() + m_at;
     const char *const end = m_buffer.constData() + m_buffer.size();
-    const char *mark = begin;
-    while (mark != end && *mark != '\n' && *mark != '\r')
-        ++mark;
+    const auto find = [begin](char c, const char *before) {
+        const void *found = std::memchr(begin, c, static_cast<std::size_t>(before - begin));
+        return found ? static_cast<const char *>(found) : before;
+    };
+    const char *const mark = find('\r', find('\n', end));
     m_at = mark - m_buffer.constData();
     return {begin, mark};
 }

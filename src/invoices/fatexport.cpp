@@ -158,7 +158,8 @@ InvoiceGoods Fat::goodsOf(int row) const
     };
     QStringList percents;
     for (int column = L3::Yuzde1; column <= L3::Yuzde9; ++column) {
-        if (number(cell(column)).value_or(0) > 0)
+        const QString &percent = cell(column);
+        if (percent != u"0" && number(percent).value_or(0) > 0)
             percents << commaToPoint(cell(column));
     }
     return {.urunKodu = cell(L3::UrunKodu),

@@ -8,6 +8,7 @@
 #include <charconv>
 #include <cmath>
 #include <limits>
+#include <string_view>
 
 namespace kervan {
 
@@ -115,35 +116,81 @@ QString underMask(Decimal number, Mask mask)
     return spelled(number, mask.leadingDigits, mask.decimals, mask.grouped);
 }
 
+// A number's text with a point for the mark and without group marks; empty if it spells none.
+struct PlainText
+{
+    std::array<char, 64> text{};
+    std::size_t length = 0;
+
+    std::string_view view() const { return {text.data(), length}; }
+};
+
+PlainText plainText(QStringView spelled)
+{
+    spelled = spelled.trimmed();
+    PlainText plain;
+    if (static_cast<std::size_t>(spelled.size()) > plain.text.size())
+        return {};
+    bool digits = false;
+    bool behindMark = false;
+    for (qsizetype i = 0; i < spelled.size(); ++i) {
+        const char16_t c = spelled[i].unicode();
+        if (c >= u'0' && c <= u'9') {
+            plain.text[plain.length++] = static_cast<char>(c);
+            digits = true;
+        } else if (c == u',' && !behindMark) {
+            plain.text[plain.length++] = '.';
+            behindMark = true;
+        } else if (c == u'-' && i == 0) {
+            plain.text[plain.length++] = '-';
+        } else if (c == u'.' ? behindMark || !digits : c != u'+' || i > 0) {
+            return {};
+        }
+    }
+    return digits ? plain : PlainText{};
+}
+
+// A text of so few digits prints from its double with the very same ones, so they are taken as they
+// stand; nothing if there are more.
+std::optional<Decimal> decimal(std::string_view plain)
+{
+    Decimal result;
+    result.negative = plain.starts_with('-');
+    bool behindPoint = false;
+    int zeros = 0; // not yet known to stand between digits
+    for (const char c : plain) {
+        if (c == '.') {
+            behindPoint = true;
+        } else if (c == '0') {
+            zeros += result.count > 0 ? 1 : 0;
+            result.point += behindPoint ? (result.count > 0 ? 0 : -1) : (result.count > 0 ? 1 : 0);
+        } else if (c != '-') {
+            if (result.count + zeros >= doubleDigits)
+                return std::nullopt;
+            for (; zeros > 0; --zeros)
+                result.digits[static_cast<std::size_t>(result.count++)] = '0';
+            result.digits[static_cast<std::size_t>(result.count++)] = c;
+            result.point += behindPoint ? 0 : 1;
+        }
+    }
+    return result.count == 0 ? Decimal{} : result;
+}
+
+double toDouble(std::string_view plain)
+{
+    double value = 0;
+    std::from_chars(plain.data(), plain.data() + plain.size(), value);
+    return value;
+}
+
 } // namespace
 
 std::optional<double> number(QStringView text)
 {
-    text = text.trimmed();
-    std::array<char, 64> plain{};
-    if (text.isEmpty() || static_cast<std::size_t>(text.size()) > plain.size())
+    const PlainText plain = plainText(text);
+    if (plain.length == 0)
         return std::nullopt;
-    char *end = plain.begin();
-    bool digits = false;
-    bool behindMark = false;
-    for (qsizetype i = 0; i < text.size(); ++i) {
-        const char16_t c = text[i].unicode();
-        if (c >= u'0' && c <= u'9') {
-            *end++ = static_cast<char>(c);
-            digits = true;
-        } else if (c == u',' && !behindMark) {
-            *end++ = '.';
-            behindMark = true;
-        } else if (c == u'-' && i == 0) {
-            *end++ = '-';
-        } else if (c == u'.' ? behindMark || !digits : c != u'+' || i > 0) {
-            return std::nullopt;
-        }
-    }
-    double value = 0;
-    if (!digits || std::from_chars(plain.begin(), end, value).ec != std::errc{})
-        return std::nullopt;
-    return value;
+    return toDouble(plain.view());
 }
 
 double toNumber(QStringView text)
@@ -195,8 +242,11 @@ QString masked(float value, Mask mask)
 
 QString masked(const QString &text, Mask mask)
 {
-    const auto value = number(text);
-    return value ? masked(*value, mask) : text;
+    const PlainText plain = plainText(text);
+    if (plain.length == 0)
+        return text;
+    const auto digits = decimal(plain.view());
+    return digits ? underMask(*digits, mask) : masked(toDouble(plain.view()), mask);
 }
 
 } // namespace kervan
