@@ -86,7 +86,8 @@ void layOutSamples(LocalDb &db, const QString &samples, const QString &programFo
     }
     OpenDb open(db, to.filePath(u"data.dbs"_s));
     setFolders(db, to.absolutePath());
-    copyFiles(from, u"*.bif"_s, QDir(to.filePath(u"txt"_s)));
+    for (const QString &sources : {u"*.bif"_s, u"cariler.txt"_s, u"stoklar.txt"_s})
+        copyFiles(from, sources, QDir(to.filePath(u"txt"_s)));
     copyFiles(from, u"*.kvz"_s, to);
 }
 

@@ -174,6 +174,35 @@ void invoices(Tour &tour, kervan::MainWindow &window, const QString &folder)
     tour.picture(u"fatura-aktarildi"_s);
 }
 
+void cariCards(Tour &tour, kervan::MainWindow &window, const QString &folder)
+{
+    tour.click(&window, "chameleonButton1");
+    QWidget *cr = tour.screen("cr");
+    tour.picture(u"cari-bos"_s);
+    tour.nextFile(folder + u"/txt/cariler.txt"_s);
+    tour.click(cr, "chameleonButton5");
+    tour.picture(u"cari-kartlari"_s);
+    tour.nextFile(folder + u"/logo xml/cari"_s);
+    tour.click(cr, "chameleonButton1");
+    tour.nextFile(folder + u"/logo xml/cari-guncelleme"_s);
+    tour.click(cr, "chameleonButton2");
+    tour.picture(u"cari-kaydedildi"_s);
+}
+
+void stockCards(Tour &tour, kervan::MainWindow &window, const QString &folder)
+{
+    tour.click(&window, "chameleonButton4");
+    QWidget *stoktrf = tour.screen("stoktrf");
+    tour.nextFile(folder + u"/txt/stoklar.txt"_s);
+    tour.click(stoktrf, "chameleonButton5");
+    for (int list = 0; list < 5; ++list)
+        tour.choose(stoktrf, qPrintable(u"c%1"_s.arg(list + 1)), 1 + list % 4);
+    tour.picture(u"stok-kartlari"_s);
+    tour.nextFile(folder + u"/logo xml/stok"_s);
+    tour.click(stoktrf, "chameleonButton1");
+    tour.picture(u"stok-kaydedildi"_s);
+}
+
 int run(const QString &samples, const QString &folder)
 {
     QTextStream out(stdout);
@@ -203,6 +232,8 @@ int run(const QString &samples, const QString &folder)
     tour.picture(u"ana-pencere"_s);
     definitions(tour, window);
     invoices(tour, window, folder);
+    cariCards(tour, window, folder);
+    stockCards(tour, window, folder);
 
     out << "Pictures in " << folder << ":\n";
     for (const QString &name : tour.made())
@@ -211,7 +242,7 @@ int run(const QString &samples, const QString &folder)
     out << "Documents in " << documents.path() << ":\n";
     for (const QFileInfo &file : documents.entryInfoList({u"*.xml"_s}, QDir::Files))
         out << "  " << file.fileName() << "  " << file.size() << " bytes\n";
-    return documents.entryList({u"*.xml"_s}).size() == 2 ? 0 : 1;
+    return documents.entryList({u"*.xml"_s}).size() == 5 ? 0 : 1;
 }
 
 } // namespace

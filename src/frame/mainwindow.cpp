@@ -1,6 +1,8 @@
 #include "frame/mainwindow.h"
 
 #include "base/failure.h"
+#include "cards/screens/crwindow.h"
+#include "cards/screens/stoktrfwindow.h"
 #include "controls/bigbutton.h"
 #include "controls/pictures.h"
 #include "frame/entries.h"
@@ -116,14 +118,30 @@ void MainWindow::open(const QString &screen)
     });
 }
 
+namespace {
+
+// The screen asks to be closed; the subwindow around it is what closes.
+template<class Screen>
+Screen *closable(Screen *screen)
+{
+    QObject::connect(screen, &Screen::closeWanted, screen,
+                     [screen] { screen->parentWidget()->close(); });
+    return screen;
+}
+
+} // namespace
+
 QWidget *MainWindow::makeTransfer(const QString &screen)
 {
+    if (screen == u"cr")
+        return closable(new CrWindow(m_program));
+    if (screen == u"stoktrf")
+        return closable(new StoktrfWindow(m_program));
     if (screen != u"fat")
         return nullptr;
-    auto *fat = new FatWindow(m_program);
+    auto *fat = closable(new FatWindow(m_program));
     connect(fat, &FatWindow::listMenuWanted, m_seminmenu,
             [this](const QPoint &place) { m_seminmenu->popup(place); });
-    connect(fat, &FatWindow::closeWanted, fat, [fat] { fat->parentWidget()->close(); });
     return fat;
 }
 

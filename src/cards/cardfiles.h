@@ -1,0 +1,85 @@
+#pragma once
+
+#include "base/failure.h"
+#include "base/fields.h"
+#include "base/grid.h"
+#include "logoxml/document.h"
+#include "logoxml/template.h"
+#include "store/program.h"
+
+#include <QByteArrayList>
+
+#include <functional>
+#include <optional>
+
+namespace kervan {
+
+// What the card transfers share: picking their files, walking a source, filling records.
+
+/// Asks for a text export; nothing on cancel.
+std::optional<QString> askSource(Program &program, const QString &title);
+/// Asks for the document's name, which then ends in ".xml"; nothing on cancel.
+std::optional<QString> askTarget(Program &program, const QString &title);
+
+/// Hands each line of the file to take(), the progress bar running along. The bar is hidden at the
+/// end, however that comes; a file that can't be read is a Failure.
+void walkCards(const QString &path, ProgressField &progress,
+               const std::function<void(QStringView line)> &take);
+
+/// Treatment of a field: as it stands, blanks and all.
+QString untouchedField(QStringView field);
+
+/// One column of all rows.
+QStringList columnOf(const Grid &grid, int column);
+
+/// Spells the moment as documents carry it: the machine's short date, and plain numbers without
+/// leading zeros. Each call reads the clock afresh.
+class CreationTime
+{
+public:
+    explicit CreationTime(const Clock &clock)
+        : m_clock(clock)
+    {
+    }
+    QString tarih();
+    QString saat() const { return QString::number(m_clock.now().time().hour()); }
+    QString dakika() const { return QString::number(m_clock.now().time().minute()); }
+    QString saniye() const { return QString::number(m_clock.now().time().second()); }
+
+private:
+    const Clock &m_clock;
+    QDate m_date; // the date spelt last: spelling one takes longer than filling a record
+    QString m_spelt;
+};
+
+/// The template of a card, with the line end that parts the records behind its own.
+Sablon cardTemplate(const QString &name, const QList<QByteArray> &placeholders);
+
+/// One filled record per row; valuesOf(row) gives a value per placeholder.
+template<class ValuesOf>
+QByteArrayList fillCards(int rows, const Sablon &card, ProgressField &progress, ValuesOf &&valuesOf)
+{
+    constexpr qsizetype slack = 64; // by which a record may outgrow the one before it
+    QByteArrayList records;
+    records.reserve(rows);
+    progress.start(rows);
+    for (int row = 0; row < rows; ++row) {
+        progress.step();
+        QByteArray record;
+        record.reserve(row == 0 ? 0 : records.last().size() + slack);
+        card.doldur(valuesOf(row), record);
+        records << std::move(record);
+    }
+    return records;
+}
+
+/// The document of the records between the header and the footer of the screen ("cr").
+Belge cardDocument(const QString &screen, QByteArrayList records);
+
+/// The box at the end of a save.
+void tellDone(Boxes &boxes);
+
+/// Adds what failed to a line of notes: a save can fail at its document and at its side file.
+void addNote(TextField &bilgi, const std::optional<Failure> &failed);
+
+} // namespace kervan

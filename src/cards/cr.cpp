@@ -1,0 +1,172 @@
+#include "cards/cr.h"
+
+#include "cards/cardfiles.h"
+#include "frame/text/ini.h"
+#include "frame/text/numbers.h"
+#include "frame/text/record.h"
+#include "store/sidefiles.h"
+
+#include <QFile>
+
+#include <array>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// Only the first two are ever filled; the rest are kept for the eye.
+QList<GridColumn> cardColumns()
+{
+    return {
+        {u"Cari Kodu"_s, 2117},       {u"Ünvanı"_s, 5292},        {u"Data Referans"_s, 2646},
+        {u"Çalışma Dönemi"_s, 2540},  {u"Vergi Dairesi"_s, 3528}, {u"Vergi No"_s, 2540},
+        {u"Lisans Numarası"_s, 3528}, {u"İşyeri Tipi"_s, 3528},   {u"Grup"_s, 3528},
+        {u"Sınıf"_s, 1764},           {u"Durum"_s, 2117},         {u"Çeşit"_s, 4410},
+        {u"Şehir"_s, 3528},           {u"İlçe"_s, 3528},          {u"Fiyat Listesi Tipi"_s, 3528},
+        {u"Ödeme Şekli"_s, 2646},     {u"Vade Şekli"_s, 3528}};
+}
+
+QString titleField(QStringView field)
+{
+    return trimmedField(field.toString().replace(u',', u' '));
+}
+
+constexpr std::array<RecordField, 2> cardFields{{
+    {Cr::CariKodu, 3, 8, &untouchedField},
+    {Cr::Unvani, 11, 50, &titleField},
+}};
+static_assert(inOrder(cardFields));
+
+// Their order is part of the format: a value is searched by every later step.
+const QList<QByteArray> placeholders{"tarih",   "saat",  "dakika",     "saniye",
+                                     "carikod", "unvan", "caridataref"};
+
+const QString dataReference = u"1059"_s; // of every card that is inserted
+
+} // namespace
+
+Cr::Cr(Program &program)
+    : l1(cardColumns())
+    , m_program(program)
+{
+}
+
+void Cr::dosyaac()
+{
+    if (const auto name = askSource(m_program, u"Cari Dosyası Seçin"_s))
+        dosyaac(*name);
+}
+
+void Cr::dosyaac(const QString &path)
+{
+    dosyayolu = path;
+    caridosyasikoku();
+}
+
+void Cr::caridosyasikoku()
+{
+    bilgi.setText({});
+    {
+        const Grid::Refill refill(l1);
+        l1.clear();
+        addNote(bilgi, passOver([this] {
+                    walkCards(dosyayolu, pr1, [this](QStringView line) {
+                        const int row = l1.addRow({});
+                        cutRecord(line, cardFields, [&](int cell, const QString &text) {
+                            l1.setCell(row, cell, text);
+                        });
+                    });
+                }));
+    }
+    kartSayisi.setText(QString::number(l1.rows()));
+}
+
+bool Cr::isFilled(const QString &warning)
+{
+    if (l1.isEmpty())
+        m_program.boxes.show({warning, u"Dikkat"_s, Icon::Exclamation});
+    return !l1.isEmpty();
+}
+
+bool Cr::guncellemekontrol()
+{
+    return isFilled(u"Cari Listesinde Kayıt Bulunamadı..."_s);
+}
+
+std::optional<QString> Cr::hedefsor()
+{
+    if (!isFilled(u"Cari Kart Listesinde Kayıt Bulunamadı...!"_s))
+        return std::nullopt;
+    return askTarget(m_program, u"Cari Xml Dosyası Kaydet"_s);
+}
+
+void Cr::xmlkaydet()
+{
+    if (const auto dosya = hedefsor())
+        kaydet(*dosya);
+}
+
+void Cr::guncellemexmlkaydet()
+{
+    if (const auto dosya = hedefsor())
+        kaydetguncelle(*dosya);
+}
+
+QByteArrayList Cr::records(const QString &kart, const std::function<QString(int row)> &dataref)
+{
+    CreationTime an(m_program.clock);
+    return fillCards(l1.rows(), cardTemplate(kart, placeholders), pr1, [&](int row) {
+        return std::array<QString, 7>{
+            an.tarih(),           an.saat(),   an.dakika(), an.saniye(), l1.cell(row, CariKodu),
+            l1.cell(row, Unvani), dataref(row)};
+    });
+}
+
+void Cr::kaydet(const QString &dosya)
+{
+    bilgi.setText({});
+    const QString list = m_program.path(u"carikontrol.kvz");
+    QFile::remove(list);
+    const Belge belge =
+        cardDocument(u"cr"_s, records(u"cr-kartex"_s, [](int) { return dataReference; }));
+    addNote(bilgi, passOver([&] { belgeyaz(belge, Yol::bir, dosya); }));
+    addNote(bilgi, passOver([&] { writeLines(list, columnOf(l1, CariKodu)); }));
+    pr1.finish();
+    tellDone(m_program.boxes);
+}
+
+void Cr::kaydetguncelle(const QString &dosya)
+{
+    bilgi.setText({});
+    const auto failed = endQuietly([&] {
+        const auto dataref = [this](int row) {
+            return l1.cell(row, DataReferans);
+        };
+        belgeyaz(cardDocument(u"cr"_s, records(u"cr-kartexguncelle"_s, dataref)), Yol::bir, dosya);
+    });
+    pr1.finish();
+    addNote(bilgi, failed);
+    if (!failed)
+        tellDone(m_program.boxes);
+}
+
+QString Cr::datarefyap(const QString &carino)
+{
+    const QString path = m_program.path(u"cariref.kvz");
+    QString counter = inioku(u"id"_s, u"id"_s, path);
+    if (counter.isEmpty()) {
+        counter = u"0"_s;
+        iniyaz(u"id"_s, u"id"_s, counter, path);
+    }
+    const QString known = inioku(u"carino"_s, carino, path);
+    if (!known.isEmpty())
+        return known;
+    const QString next = toText(toNumber(counter) + 1);
+    iniyaz(u"carino"_s, carino, next, path);
+    iniyaz(u"id"_s, u"id"_s, next, path);
+    return next;
+}
+
+} // namespace kervan

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "base/fields.h"
+#include "base/grid.h"
+#include "store/program.h"
+
+#include <QByteArrayList>
+
+#include <functional>
+#include <optional>
+
+namespace kervan {
+
+/// The cari card transfer: a text export of current accounts into the list, and the list into one
+/// document that inserts or updates their cards.
+class Cr
+{
+public:
+    /// Columns of the list that a procedure uses.
+    enum Column { CariKodu, Unvani, DataReferans };
+
+    explicit Cr(Program &program);
+
+    Grid l1;
+    TextField kartSayisi; ///< panel 2 of the status bar
+    TextField bilgi;      ///< what a step that shows no box failed at, for a line in the window
+    ProgressField pr1;
+
+    // What the user does.
+    void dosyaac();
+    void dosyaac(const QString &path); ///< the same with a file that is picked already
+    void xmlkaydet();
+    void guncellemexmlkaydet();
+    /// Whether there are cards to update titles with; warns if not.
+    bool guncellemekontrol();
+
+    // Procedures.
+    void caridosyasikoku();
+    /// Writes the document that inserts the cards, and their codes into carikontrol.kvz. A step
+    /// that fails is passed over.
+    void kaydet(const QString &dosya);
+    /// Writes the document that updates the cards; the first failure ends it without a word.
+    void kaydetguncelle(const QString &dosya);
+    /// The data reference that cariref.kvz keeps for the cari, a new one the first time. A counter
+    /// that is no number is a Failure.
+    QString datarefyap(const QString &carino);
+
+private:
+    std::optional<QString> hedefsor();
+    bool isFilled(const QString &warning);
+    QByteArrayList records(const QString &kart, const std::function<QString(int row)> &dataref);
+
+    Program &m_program;
+    QString dosyayolu;
+};
+
+} // namespace kervan

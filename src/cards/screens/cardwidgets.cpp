@@ -1,0 +1,105 @@
+#include "cards/screens/cardwidgets.h"
+
+#include "controls/binding.h"
+#include "controls/gridview.h"
+#include "controls/pictures.h"
+#include "controls/titlestrip.h"
+
+#include <QDropEvent>
+#include <QLabel>
+#include <QMimeData>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+TitleStrip *titleStrip(const QString &title)
+{
+    auto *strip = new TitleStrip;
+    strip->caption()->setObjectName(u"bart"_s);
+    strip->caption()->setAlignment(Qt::AlignCenter);
+    strip->caption()->setText(title);
+    return strip;
+}
+
+QPushButton *commandButton(QWidget *window, const QString &name, const QString &caption,
+                           const QString &pictureName, const QString &keys)
+{
+    auto *button = new QPushButton(picture(pictureName), caption);
+    button->setObjectName(name);
+    button->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
+    button->setAutoDefault(false);
+    auto *shortcut = new QShortcut(QKeySequence(keys), window);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(shortcut, &QShortcut::activated, button, &QAbstractButton::click);
+    return button;
+}
+
+QLabel *valueLabel(const QString &name, TextField &field)
+{
+    auto *label = new QLabel;
+    label->setObjectName(name);
+    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    bind(label, field);
+    return label;
+}
+
+QFrame *cardFrame(GridView *view)
+{
+    auto *frame = new QFrame;
+    frame->setObjectName(u"f2"_s);
+    frame->setFrameShape(QFrame::StyledPanel);
+    auto *column = new QVBoxLayout(frame);
+    column->setContentsMargins(4, 4, 4, 4);
+    column->addWidget(view);
+    return frame;
+}
+
+QStatusBar *cardStatusBar(const QString &countCaption, TextField &count, TextField &bilgi,
+                          ProgressField &progress)
+{
+    auto *bar = new QStatusBar;
+    bar->setObjectName(u"sb1"_s);
+    bar->setSizeGripEnabled(false);
+    bar->addWidget(new QLabel(countCaption));
+    bar->addWidget(valueLabel(u"sb1_2"_s, count));
+    auto *note = valueLabel(u"bilgi"_s, bilgi);
+    note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    QObject::connect(&bilgi, &TextField::changed, note,
+                     [note, &bilgi] { note->setToolTip(bilgi.text().toHtmlEscaped()); });
+    bar->addWidget(note, 1);
+    auto *pr1 = new QProgressBar;
+    pr1->setObjectName(u"pr1"_s);
+    pr1->setMaximumWidth(260);
+    bar->addPermanentWidget(pr1);
+    bind(pr1, progress);
+    return bar;
+}
+
+FileDrop::FileDrop(QWidget *window)
+    : QObject(window)
+{
+    window->setAcceptDrops(true);
+    window->installEventFilter(this);
+}
+
+bool FileDrop::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::DragEnter && event->type() != QEvent::Drop)
+        return QObject::eventFilter(watched, event);
+    auto *drop = static_cast<QDropEvent *>(event); // a drag that enters is one too
+    const QList<QUrl> files = drop->mimeData()->urls();
+    if (files.isEmpty() || !files.first().isLocalFile())
+        return false;
+    drop->acceptProposedAction();
+    if (event->type() == QEvent::Drop)
+        Q_EMIT dropped(files.first().toLocalFile());
+    return true;
+}
+
+} // namespace kervan

@@ -1,0 +1,101 @@
+#include "cards/screens/crwindow.h"
+
+#include "cards/screens/cardwidgets.h"
+#include "controls/gridview.h"
+#include "controls/titlestrip.h"
+
+#include <QLabel>
+#include <QPushButton>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QTimer>
+#include <QToolButton>
+#include <QVBoxLayout>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+CrWindow::CrWindow(Program &program, QWidget *parent)
+    : QWidget(parent)
+    , m_program(program)
+    , m_cr(program)
+{
+    setObjectName(u"cr"_s);
+    setWindowTitle(u"Cari Kart Transferi"_s);
+    auto *strip = titleStrip(u"CARİ HESAP AKTARIMI"_s);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(8, 8, 8, 4);
+    column->setSpacing(6);
+    column->addWidget(strip);
+    column->addWidget(commands());
+    column->addWidget(cards(), 1);
+    column->addWidget(statusBar());
+
+    connect(strip->closeButton(), &QAbstractButton::clicked, this, &CrWindow::closeWanted);
+    auto *escape = new QShortcut(Qt::Key_Escape, this);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(escape, &QShortcut::activated, this, &CrWindow::closeWanted);
+    connect(new FileDrop(this), &FileDrop::dropped, this,
+            [this](const QString &path) { m_cr.dosyaac(path); });
+    findChild<QPushButton *>(u"chameleonButton5"_s)->setFocus();
+}
+
+QWidget *CrWindow::commands()
+{
+    auto *bar = new QWidget;
+    bar->setObjectName(u"f1"_s);
+    auto *row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    const auto add = [&](const QString &name, const QString &caption, const QString &picture,
+                         const QString &keys) {
+        auto *button = commandButton(this, name, caption, picture, keys);
+        row->addWidget(button);
+        return button;
+    };
+    connect(add(u"chameleonButton5"_s, u"Cari Dosyası Aç"_s, u"open"_s, u"Ctrl+O"_s),
+            &QAbstractButton::clicked, this, [this] { m_cr.dosyaac(); });
+    row->addSpacing(12);
+    connect(add(u"chameleonButton1"_s, u"Logo Xml Kaydet"_s, u"save"_s, u"Ctrl+S"_s),
+            &QAbstractButton::clicked, this, [this] { m_cr.xmlkaydet(); });
+    connect(add(u"chameleonButton2"_s, u"Logo Güncelleme için Xml  Kaydet"_s, u"autosave"_s,
+                u"Ctrl+Shift+S"_s),
+            &QAbstractButton::clicked, this, [this] { m_cr.guncellemexmlkaydet(); });
+    row->addStretch();
+    connect(add(u"chameleonButton3"_s, u"Cari Güncelleme"_s, u"reread"_s, u"Ctrl+G"_s),
+            &QAbstractButton::clicked, this, [this] {
+                if (m_cr.guncellemekontrol())
+                    Q_EMIT guncellemeWanted();
+            });
+    return bar;
+}
+
+QWidget *CrWindow::cards()
+{
+    auto *view = new GridView(m_cr.l1, u"l1"_s);
+    view->setAccessibleName(u"Cari Kart Listesi"_s);
+    view->setEmptyText(u"\"Cari Dosyası Aç\" ile bir .txt dosyası seçin ya da dosyayı buraya "
+                       "sürükleyin."_s);
+    return cardFrame(view);
+}
+
+QStatusBar *CrWindow::statusBar()
+{
+    auto *bar = cardStatusBar(u"Cari Kart Sayısı:"_s, m_cr.kartSayisi, m_cr.bilgi, m_cr.pr1);
+    bar->addPermanentWidget(valueLabel(u"sb1_3"_s, m_date));
+    bar->addPermanentWidget(valueLabel(u"sb1_4"_s, m_time));
+    auto *timer = new QTimer(this);
+    connect(timer, &QTimer::timeout, this, &CrWindow::showTime);
+    timer->start(1000);
+    showTime();
+    return bar;
+}
+
+void CrWindow::showTime()
+{
+    const QDateTime now = m_program.clock.now();
+    m_date.setText(now.toString(u"dd.MM.yyyy"_s));
+    m_time.setText(now.toString(u"HH:mm:ss"_s));
+}
+
+} // namespace kervan

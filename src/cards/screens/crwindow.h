@@ -1,0 +1,38 @@
+#pragma once
+
+#include "cards/cr.h"
+
+#include <QWidget>
+
+class QStatusBar;
+
+namespace kervan {
+
+/// The window of the cari card transfer.
+class CrWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit CrWindow(Program &program, QWidget *parent = nullptr);
+
+    Cr &cr() { return m_cr; }
+
+Q_SIGNALS:
+    void closeWanted();
+    /// "Cari Güncelleme" was pressed over a filled list.
+    void guncellemeWanted();
+
+private:
+    QWidget *commands();
+    QWidget *cards();
+    QStatusBar *statusBar();
+    void showTime();
+
+    Program &m_program;
+    Cr m_cr;
+    TextField m_date; // panels 3 and 4
+    TextField m_time;
+};
+
+} // namespace kervan

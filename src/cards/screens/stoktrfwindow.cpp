@@ -1,0 +1,109 @@
+#include "cards/screens/stoktrfwindow.h"
+
+#include "cards/screens/cardwidgets.h"
+#include "controls/binding.h"
+#include "controls/gridview.h"
+#include "controls/titlestrip.h"
+
+#include <QComboBox>
+#include <QGridLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QShortcut>
+#include <QStatusBar>
+#include <QToolButton>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+StoktrfWindow::StoktrfWindow(Program &program, QWidget *parent)
+    : QWidget(parent)
+    , m_stoktrf(program)
+{
+    setObjectName(u"stoktrf"_s);
+    setWindowTitle(u"Malzeme Kartları Transfer"_s);
+    auto *strip = titleStrip(u"STOK KART AKTARIMI"_s);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(8, 8, 8, 4);
+    column->setSpacing(6);
+    column->addWidget(strip);
+    column->addWidget(commands());
+    column->addWidget(choices());
+    column->addWidget(cards(), 1);
+    column->addWidget(cardStatusBar(u"Stok Kart Sayısı:"_s, m_stoktrf.kartSayisi, m_stoktrf.bilgi,
+                                    m_stoktrf.pr1));
+
+    connect(strip->closeButton(), &QAbstractButton::clicked, this, &StoktrfWindow::closeWanted);
+    auto *escape = new QShortcut(Qt::Key_Escape, this);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(escape, &QShortcut::activated, this, &StoktrfWindow::closeWanted);
+    connect(new FileDrop(this), &FileDrop::dropped, this,
+            [this](const QString &path) { m_stoktrf.dosyaac(path); });
+    m_stoktrf.load();
+    findChild<QPushButton *>(u"chameleonButton5"_s)->setFocus();
+}
+
+QWidget *StoktrfWindow::commands()
+{
+    auto *bar = new QWidget;
+    auto *row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    auto *open =
+        commandButton(this, u"chameleonButton5"_s, u"Stok Dosyası Aç"_s, u"open"_s, u"Ctrl+O"_s);
+    connect(open, &QAbstractButton::clicked, this, [this] { m_stoktrf.dosyaac(); });
+    auto *save =
+        commandButton(this, u"chameleonButton1"_s, u"Logo Xml Kaydet"_s, u"save"_s, u"Ctrl+S"_s);
+    connect(save, &QAbstractButton::clicked, this, [this] { m_stoktrf.xmlkaydet(); });
+    row->addWidget(open);
+    row->addSpacing(12);
+    row->addWidget(save);
+    row->addStretch();
+    return bar;
+}
+
+QWidget *StoktrfWindow::choices()
+{
+    auto *panel = new QWidget;
+    auto *grid = new QGridLayout(panel);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(8);
+    int place = 0;
+    const auto put = [&](const QString &caption, QWidget *field) {
+        auto *label = new QLabel(caption);
+        label->setBuddy(field);
+        field->setAccessibleName(caption);
+        const int row = place / 3;
+        const int column = place++ % 3 * 2;
+        grid->addWidget(label, row, column);
+        grid->addWidget(field, row, column + 1);
+        grid->setColumnStretch(column + 1, 1);
+    };
+    for (std::size_t i = 0; i < m_stoktrf.c.size(); ++i) {
+        auto *list = new QComboBox;
+        list->setObjectName(u"c%1"_s.arg(i + 1));
+        list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        list->setMinimumContentsLength(14);
+        bind(list, m_stoktrf.c[i]);
+        put(i == 0 ? u"Özel Kod"_s : u"Özel Kod %1"_s.arg(i + 1), list);
+    }
+    auto *unitSet = new QLineEdit;
+    unitSet->setObjectName(u"brmseti"_s);
+    bind(unitSet, m_stoktrf.brmseti);
+    put(u"Stok Birim Seti Kodu"_s, unitSet);
+    return panel;
+}
+
+QWidget *StoktrfWindow::cards()
+{
+    auto *view = new GridView(m_stoktrf.l1, u"l1"_s);
+    view->setAccessibleName(u"Stok Kart Listesi"_s);
+    view->horizontalHeader()->setSectionResizeMode(Stoktrf::Aciklama, QHeaderView::Stretch);
+    view->setEmptyText(u"\"Stok Dosyası Aç\" ile bir .txt dosyası seçin ya da dosyayı buraya "
+                       "sürükleyin."_s);
+    return cardFrame(view);
+}
+
+} // namespace kervan

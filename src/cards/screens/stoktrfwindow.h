@@ -1,0 +1,30 @@
+#pragma once
+
+#include "cards/stoktrf.h"
+
+#include <QWidget>
+
+namespace kervan {
+
+/// The window of the stock card transfer.
+class StoktrfWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit StoktrfWindow(Program &program, QWidget *parent = nullptr);
+
+    Stoktrf &stoktrf() { return m_stoktrf; }
+
+Q_SIGNALS:
+    void closeWanted();
+
+private:
+    QWidget *commands();
+    QWidget *choices();
+    QWidget *cards();
+
+    Stoktrf m_stoktrf;
+};
+
+} // namespace kervan

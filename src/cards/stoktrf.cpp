@@ -1,0 +1,161 @@
+#include "cards/stoktrf.h"
+
+#include "cards/cardfiles.h"
+#include "frame/text/record.h"
+#include "store/sidefiles.h"
+
+#include <QFile>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QList<GridColumn> cardColumns()
+{
+    return {{u"Sıra"_s, 1764},
+            {u"Malzeme Kodu"_s, 3528},
+            {u"Açıklama"_s, 8819},
+            {u"Birim"_s, 2117},
+            {u"Birim Çarpanı"_s, 2117, Qt::AlignRight},
+            {u"Kdv"_s, 1764, Qt::AlignRight}};
+}
+
+QString withoutBlanks(QStringView field)
+{
+    return field.toString().remove(u' ');
+}
+
+// Five like fields and four treatments: that is meant.
+constexpr std::array<RecordField, 5> cardFields{{
+    {Stoktrf::MalzemeKodu, 25, 9, &trimmedField},
+    {Stoktrf::Aciklama, 79, 40, &sonbosluksil},
+    {Stoktrf::Birim, 119, 6, &sonbosluksil},
+    {Stoktrf::BirimCarpani, 125, 7, &withoutBlanks},
+    {Stoktrf::Kdv, 133, 2, &untouchedField},
+}};
+static_assert(inOrder(cardFields));
+
+// Their order is part of the format: a value is searched by every later step.
+const QList<QByteArray> placeholders{"tarih",       "saat",        "dakika",      "saniye",
+                                     "stokkod",     "stokadi",     "birimset",    "kdv",
+                                     "birimkod",    "stokozkod",   "malsnfozko1", "malsnfozko2",
+                                     "malsnfozko3", "malsnfozko4", "carpan"};
+constexpr qsizetype firstCode = 9; // of the special codes among the placeholders
+
+// The code of a choice. An empty choice has none: the step fails and its word stays, just as if it
+// were filled with itself.
+QString codeOf(const ChoiceField &choice, const QByteArray &placeholder)
+{
+    if (choice.text().isEmpty())
+        return QString::fromLatin1(placeholder);
+    return choice.text().section(u'-', 0, 0);
+}
+
+QString multiplier(const QString &cell)
+{
+    return cell == u"0.000" ? u"1"_s : cell;
+}
+
+} // namespace
+
+Stoktrf::Stoktrf(Program &program)
+    : l1(cardColumns())
+    , m_program(program)
+{
+}
+
+void Stoktrf::load()
+{
+    passOver([this] { brmseti.setText(readSingleValue(m_program.path(u"brmset.kvz"))); });
+    ozkodyukle();
+}
+
+void Stoktrf::ozkodyukle()
+{
+    bilgi.setText({});
+    QStringList entries{QString()};
+    addNote(bilgi, endQuietly([&] {
+                LocalDb &db = m_program.db;
+                OpenDb open(db, m_program.path(u"stokozkod.dbs"));
+                db.forEach(Statement(u"select * from ozkod"),
+                           [&] { entries << db.field(u"ozkod") + u"- "_s + db.field(u"ack"); });
+            }));
+    for (ChoiceField &list : c)
+        list.setEntries(entries);
+}
+
+void Stoktrf::dosyaac()
+{
+    if (const auto name = askSource(m_program, u"Stok Dosyası Seçimi"_s))
+        dosyaac(*name);
+}
+
+void Stoktrf::dosyaac(const QString &path)
+{
+    dosyayolu = path;
+    stokdosyasikoku();
+}
+
+void Stoktrf::stokdosyasikoku()
+{
+    bilgi.setText({});
+    addNote(bilgi, endQuietly([this] {
+                const Grid::Refill refill(l1);
+                l1.clear();
+                walkCards(dosyayolu, pr1, [this](QStringView line) {
+                    const int row = l1.addRow(QString::number(l1.rows() + 1));
+                    cutRecord(line, cardFields,
+                              [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
+                });
+                kartSayisi.setText(QString::number(l1.rows()));
+            }));
+}
+
+void Stoktrf::xmlkaydet()
+{
+    if (l1.isEmpty()) {
+        m_program.boxes.show(
+            {u"Stok Kart Listesinde Kayıt Bulunamadı...!"_s, u"Dikkat"_s, Icon::Exclamation});
+        return;
+    }
+    if (const auto dosya = askTarget(m_program, u"Stok Xml Dosyası Kaydet"_s))
+        kaydet(*dosya);
+}
+
+void Stoktrf::kaydet(const QString &dosya)
+{
+    bilgi.setText({});
+    const QString list = m_program.path(u"stokkontrol.kvz");
+    QFile::remove(list);
+    std::array<QString, 5> codes;
+    for (std::size_t i = 0; i < codes.size(); ++i)
+        codes[i] = codeOf(c[i], placeholders[firstCode + static_cast<qsizetype>(i)]);
+    CreationTime an(m_program.clock);
+    const auto valuesOf = [&](int row) {
+        return std::array<QString, 15>{an.tarih(),
+                                       an.saat(),
+                                       an.dakika(),
+                                       an.saniye(),
+                                       l1.cell(row, MalzemeKodu),
+                                       l1.cell(row, Aciklama),
+                                       brmseti.text(),
+                                       l1.cell(row, Kdv),
+                                       l1.cell(row, Birim),
+                                       codes[0],
+                                       codes[1],
+                                       codes[2],
+                                       codes[3],
+                                       codes[4],
+                                       multiplier(l1.cell(row, BirimCarpani))};
+    };
+    const Sablon kart = cardTemplate(u"stok-kartex"_s, placeholders);
+    const Belge belge = cardDocument(u"stok"_s, fillCards(l1.rows(), kart, pr1, valuesOf));
+    addNote(bilgi, passOver([&] { belgeyaz(belge, Yol::bir, dosya); }));
+    addNote(bilgi, passOver([&] { writeLines(list, columnOf(l1, MalzemeKodu)); }));
+    pr1.finish();
+    tellDone(m_program.boxes);
+}
+
+} // namespace kervan

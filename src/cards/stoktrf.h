@@ -1,0 +1,50 @@
+#pragma once
+
+#include "base/fields.h"
+#include "base/grid.h"
+#include "store/program.h"
+
+#include <array>
+
+namespace kervan {
+
+/// The stock card transfer: a text export of materials into the list, and the list into one
+/// document that inserts them as item cards.
+class Stoktrf
+{
+public:
+    enum Column { Sira, MalzemeKodu, Aciklama, Birim, BirimCarpani, Kdv };
+
+    explicit Stoktrf(Program &program);
+
+    /// What the opening of the screen does.
+    void load();
+    /// Fills the five lists from stokozkod.dbs, their choices gone; the first failure ends it
+    /// quietly.
+    void ozkodyukle();
+
+    Grid l1;
+    TextField brmseti;            ///< stock unit set code
+    std::array<ChoiceField, 5> c; ///< `c1` to `c5`, the special codes
+    TextField kartSayisi;         ///< panel 2 of the status bar
+    TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
+    ProgressField pr1;
+
+    // What the user does.
+    void dosyaac();
+    void dosyaac(const QString &path); ///< the same with a file that is picked already
+    void xmlkaydet();
+
+    // Procedures.
+    /// A failure ends it silently, and the rows read so far stay.
+    void stokdosyasikoku();
+    /// Writes the document, and the stock codes into stokkontrol.kvz. A step that fails is passed
+    /// over.
+    void kaydet(const QString &dosya);
+
+private:
+    Program &m_program;
+    QString dosyayolu;
+};
+
+} // namespace kervan
