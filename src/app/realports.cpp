@@ -131,6 +131,16 @@ std::optional<QString> ScreenDialogs::saveName(const FileQuestion &question)
                                                QFileDialog::DontConfirmOverwrite));
 }
 
+QDateTime SystemClock::now() const
+{
+    const qint64 second = QDateTime::currentSecsSinceEpoch();
+    if (second != m_second) {
+        m_second = second;
+        m_now = QDateTime::fromSecsSinceEpoch(second);
+    }
+    return m_now;
+}
+
 std::unique_ptr<SqlConnection> NoSqlServer::connect(const QString &, const SqlOptions &)
 {
     return std::make_unique<ClosedConnection>();

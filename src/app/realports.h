@@ -23,10 +23,16 @@ public:
     std::optional<QString> saveName(const FileQuestion &question) override;
 };
 
+/// The machine's clock, in whole seconds: a long save asks it for each field of each card, and the
+/// machine takes longer to tell the local time than the save to fill a card.
 class SystemClock : public Clock
 {
 public:
-    QDateTime now() const override { return QDateTime::currentDateTime(); }
+    QDateTime now() const override;
+
+private:
+    mutable QDateTime m_now;
+    mutable qint64 m_second = -1;
 };
 
 /// Stands where the connection to a SQL Server is not built in: a connection that is not open.

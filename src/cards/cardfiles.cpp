@@ -2,6 +2,7 @@
 
 #include "base/linereader.h"
 #include "frame/text/dates.h"
+#include "logoxml/document.h"
 
 #include <QScopeGuard>
 
@@ -10,6 +11,8 @@ namespace kervan {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr qsizetype pieceSize = 256 * 1024; // of a document, rendered before it goes to the file
 
 int lineCount(const QString &path)
 {
@@ -83,12 +86,25 @@ Sablon cardTemplate(const QString &name, const QList<QByteArray> &placeholders)
     return {sablon(name) + "\r\n", placeholders};
 }
 
-Belge cardDocument(const QString &screen, QByteArrayList records)
+void writeCards(const QString &path, const QString &screen, const Sablon &card, int rows,
+                ProgressField &progress, const std::function<QStringList(int row)> &valuesOf)
 {
-    return {sablon(screen + u"-karbastex"_s),
-            std::move(records),
-            {},
-            "\r\n" + sablon(screen + u"-karsontex"_s)};
+    const Belge frame{
+        sablon(screen + u"-karbastex"_s), {}, {}, "\r\n" + sablon(screen + u"-karsontex"_s)};
+    progress.start(rows);
+    const auto hide = qScopeGuard([&] { progress.finish(); });
+    belgeyaz(frame, Yol::bir, path, [&](const TakePiece &take) {
+        QByteArray piece;
+        for (int row = 0; row < rows; ++row) {
+            progress.step();
+            card.doldur(valuesOf(row), piece);
+            if (piece.size() < pieceSize)
+                continue;
+            take(piece);
+            piece.resize(0);
+        }
+        take(piece);
+    });
 }
 
 void tellDone(Boxes &boxes)

@@ -3,11 +3,8 @@
 #include "base/failure.h"
 #include "base/fields.h"
 #include "base/grid.h"
-#include "logoxml/document.h"
 #include "logoxml/template.h"
 #include "store/program.h"
-
-#include <QByteArrayList>
 
 #include <functional>
 #include <optional>
@@ -55,26 +52,10 @@ private:
 /// The template of a card, with the line end that parts the records behind its own.
 Sablon cardTemplate(const QString &name, const QList<QByteArray> &placeholders);
 
-/// One filled record per row; valuesOf(row) gives a value per placeholder.
-template<class ValuesOf>
-QByteArrayList fillCards(int rows, const Sablon &card, ProgressField &progress, ValuesOf &&valuesOf)
-{
-    constexpr qsizetype slack = 64; // by which a record may outgrow the one before it
-    QByteArrayList records;
-    records.reserve(rows);
-    progress.start(rows);
-    for (int row = 0; row < rows; ++row) {
-        progress.step();
-        QByteArray record;
-        record.reserve(row == 0 ? 0 : records.last().size() + slack);
-        card.doldur(valuesOf(row), record);
-        records << std::move(record);
-    }
-    return records;
-}
-
-/// The document of the records between the header and the footer of the screen ("cr").
-Belge cardDocument(const QString &screen, QByteArrayList records);
+/// Writes the document of the screen ("cr") to the file: one filled card per row, in which
+/// valuesOf(row) gives a value per placeholder. A file that can't be written is a Failure.
+void writeCards(const QString &path, const QString &screen, const Sablon &card, int rows,
+                ProgressField &progress, const std::function<QStringList(int row)> &valuesOf);
 
 /// The box at the end of a save.
 void tellDone(Boxes &boxes);

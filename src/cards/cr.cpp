@@ -114,11 +114,12 @@ void Cr::guncellemexmlkaydet()
         kaydetguncelle(*dosya);
 }
 
-QByteArrayList Cr::records(const QString &kart, const std::function<QString(int row)> &dataref)
+void Cr::write(const QString &dosya, const QString &kart,
+               const std::function<QString(int row)> &dataref)
 {
     CreationTime an(m_program.clock);
-    return fillCards(l1.rows(), cardTemplate(kart, placeholders), pr1, [&](int row) {
-        return std::array<QString, 7>{
+    writeCards(dosya, u"cr"_s, cardTemplate(kart, placeholders), l1.rows(), pr1, [&](int row) {
+        return QStringList{
             an.tarih(),           an.saat(),   an.dakika(), an.saniye(), l1.cell(row, CariKodu),
             l1.cell(row, Unvani), dataref(row)};
     });
@@ -129,27 +130,20 @@ void Cr::kaydet(const QString &dosya)
     bilgi.setText({});
     const QString list = m_program.path(u"carikontrol.kvz");
     QFile::remove(list);
-    const Belge belge =
-        cardDocument(u"cr"_s, records(u"cr-kartex"_s, [](int) { return dataReference; }));
-    addNote(bilgi, passOver([&] { belgeyaz(belge, Yol::bir, dosya); }));
+    addNote(bilgi,
+            passOver([&] { write(dosya, u"cr-kartex"_s, [](int) { return dataReference; }); }));
     addNote(bilgi, passOver([&] { writeLines(list, columnOf(l1, CariKodu)); }));
-    pr1.finish();
     tellDone(m_program.boxes);
 }
 
 void Cr::kaydetguncelle(const QString &dosya)
 {
     bilgi.setText({});
-    const auto failed = endQuietly([&] {
-        const auto dataref = [this](int row) {
-            return l1.cell(row, DataReferans);
-        };
-        belgeyaz(cardDocument(u"cr"_s, records(u"cr-kartexguncelle"_s, dataref)), Yol::bir, dosya);
-    });
-    pr1.finish();
-    addNote(bilgi, failed);
-    if (!failed)
-        tellDone(m_program.boxes);
+    addNote(bilgi, endQuietly([&] {
+                write(dosya, u"cr-kartexguncelle"_s,
+                      [this](int row) { return l1.cell(row, DataReferans); });
+                tellDone(m_program.boxes);
+            }));
 }
 
 QString Cr::datarefyap(const QString &carino)

@@ -4,8 +4,6 @@
 #include "base/grid.h"
 #include "store/program.h"
 
-#include <QByteArrayList>
-
 #include <functional>
 #include <optional>
 
@@ -48,7 +46,8 @@ public:
 private:
     std::optional<QString> hedefsor();
     bool isFilled(const QString &warning);
-    QByteArrayList records(const QString &kart, const std::function<QString(int row)> &dataref);
+    void write(const QString &dosya, const QString &kart,
+               const std::function<QString(int row)> &dataref);
 
     Program &m_program;
     QString dosyayolu;

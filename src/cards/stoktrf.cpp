@@ -134,27 +134,25 @@ void Stoktrf::kaydet(const QString &dosya)
         codes[i] = codeOf(c[i], placeholders[firstCode + static_cast<qsizetype>(i)]);
     CreationTime an(m_program.clock);
     const auto valuesOf = [&](int row) {
-        return std::array<QString, 15>{an.tarih(),
-                                       an.saat(),
-                                       an.dakika(),
-                                       an.saniye(),
-                                       l1.cell(row, MalzemeKodu),
-                                       l1.cell(row, Aciklama),
-                                       brmseti.text(),
-                                       l1.cell(row, Kdv),
-                                       l1.cell(row, Birim),
-                                       codes[0],
-                                       codes[1],
-                                       codes[2],
-                                       codes[3],
-                                       codes[4],
-                                       multiplier(l1.cell(row, BirimCarpani))};
+        return QStringList{an.tarih(),
+                           an.saat(),
+                           an.dakika(),
+                           an.saniye(),
+                           l1.cell(row, MalzemeKodu),
+                           l1.cell(row, Aciklama),
+                           brmseti.text(),
+                           l1.cell(row, Kdv),
+                           l1.cell(row, Birim),
+                           codes[0],
+                           codes[1],
+                           codes[2],
+                           codes[3],
+                           codes[4],
+                           multiplier(l1.cell(row, BirimCarpani))};
     };
     const Sablon kart = cardTemplate(u"stok-kartex"_s, placeholders);
-    const Belge belge = cardDocument(u"stok"_s, fillCards(l1.rows(), kart, pr1, valuesOf));
-    addNote(bilgi, passOver([&] { belgeyaz(belge, Yol::bir, dosya); }));
+    addNote(bilgi, passOver([&] { writeCards(dosya, u"stok"_s, kart, l1.rows(), pr1, valuesOf); }));
     addNote(bilgi, passOver([&] { writeLines(list, columnOf(l1, MalzemeKodu)); }));
-    pr1.finish();
     tellDone(m_program.boxes);
 }
 

@@ -8,14 +8,22 @@ using namespace Qt::StringLiterals;
 
 void belgeyaz(const Belge &belge, Yol yol, const QString &path)
 {
+    belgeyaz(belge, yol, path, [&](const TakePiece &take) {
+        for (qsizetype i = 0; i < belge.body.size(); ++i) {
+            if (i > 0)
+                take(belge.separator);
+            take(belge.body[i]);
+        }
+    });
+}
+
+void belgeyaz(const Belge &frame, Yol yol, const QString &path,
+              const std::function<void(const TakePiece &take)> &makeBody)
+{
     WholeFile file(path);
-    file.write(belge.header);
-    for (qsizetype i = 0; i < belge.body.size(); ++i) {
-        if (i > 0)
-            file.write(belge.separator);
-        file.write(belge.body[i]);
-    }
-    file.write(belge.footer);
+    file.write(frame.header);
+    makeBody([&](QByteArrayView piece) { file.write(piece); });
+    file.write(frame.footer);
     if (yol == Yol::bir)
         file.write("\r\n");
     file.commit();
