@@ -12,7 +12,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype pieceSize = 256 * 1024; // of a document, rendered before it goes to the file
+constexpr qsizetype pieceSize = 262144; // of a document, rendered before it goes to the file
 
 int lineCount(const QString &path)
 {

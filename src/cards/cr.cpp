@@ -154,10 +154,10 @@ QString Cr::datarefyap(const QString &carino)
         counter = u"0"_s;
         iniyaz(u"id"_s, u"id"_s, counter, path);
     }
-    const QString known = inioku(u"carino"_s, carino, path);
+    QString known = inioku(u"carino"_s, carino, path);
     if (!known.isEmpty())
         return known;
-    const QString next = toText(toNumber(counter) + 1);
+    QString next = toText(toNumber(counter) + 1);
     iniyaz(u"carino"_s, carino, next, path);
     iniyaz(u"id"_s, u"id"_s, next, path);
     return next;

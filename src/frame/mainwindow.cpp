@@ -145,18 +145,24 @@ QWidget *MainWindow::makeTransfer(const QString &screen)
     return fat;
 }
 
-void MainWindow::openTransfer(const QString &screen)
+QMdiSubWindow *MainWindow::transfer(const QString &screen)
 {
     QPointer<QMdiSubWindow> &window = m_transfers[screen];
-    if (!window) {
-        QWidget *content = makeTransfer(screen);
-        if (!content)
-            return;
+    QWidget *content = window ? nullptr : makeTransfer(screen);
+    if (content) {
         window = m_area->addSubWindow(content);
         window->setAttribute(Qt::WA_DeleteOnClose);
         window->setWindowIcon(windowIcon());
         window->setGeometry(m_area->viewport()->rect());
     }
+    return window;
+}
+
+void MainWindow::openTransfer(const QString &screen)
+{
+    QMdiSubWindow *window = transfer(screen);
+    if (!window)
+        return;
     if (window->isMinimized())
         window->showNormal();
     window->show();
@@ -199,14 +205,25 @@ QDialog *MainWindow::makeKdvmu()
 
 QDialog *MainWindow::makeValueDialog(const ValueDialog &dialog)
 {
-    return new ValueWindow(m_program, dialog, this);
+    auto *window = new ValueWindow(m_program, dialog, this);
+    if (dialog.screen == u"brmset") {
+        // The screen that is told is made in the background if it isn't open, and stays so.
+        connect(window, &ValueWindow::saved, this, [this](const QString &value) {
+            auto *content = qobject_cast<StoktrfWindow *>(transfer(u"stoktrf"_s)->widget());
+            content->stoktrf().brmseti.setText(value);
+        });
+    }
+    return window;
 }
 
 void MainWindow::refresh(Definition::Refresh refresh)
 {
-    FatWindow *fat = openScreen<FatWindow>(u"fat"_s);
+    auto *fat = openScreen<FatWindow>(u"fat"_s);
+    auto *stock = openScreen<StoktrfWindow>(u"stoktrf"_s);
     if (fat && refresh != Definition::StockScreen)
         fat->fat().yukle();
+    if (stock && refresh == Definition::StockScreen)
+        stock->stoktrf().ozkodyukle();
 }
 
 void MainWindow::openDialog(const QString &screen)

@@ -39,6 +39,8 @@ private:
     QWidget *buttonBand();
     void buildMenus();
     void openTransfer(const QString &screen);
+    /// The screen's window in the frame, made unseen if it isn't open; null if there is none.
+    QMdiSubWindow *transfer(const QString &screen);
     void openDialog(const QString &screen);
     QWidget *makeTransfer(const QString &screen);
     QDialog *makeDialog(const QString &screen);

@@ -1,6 +1,7 @@
 // Every definition screen and settings dialog in its real window: what is typed, and the rows and
 // files that come of it.
 
+#include "cards/screens/stoktrfwindow.h"
 #include "frame/mainwindow.h"
 #include "invoices/screens/fatwindow.h"
 #include "store/screens/definitionwindow.h"
@@ -85,6 +86,7 @@ private Q_SLOTS:
     void closingTellsTheInvoiceScreen();
     void aValueIsWrittenWholeAndReadToItsComma_data();
     void aValueIsWrittenWholeAndReadToItsComma();
+    void theStockScreenIsToldAndMadeUnseen();
     void theExemptionTextsReachTheOpenInvoiceScreen();
     void theFileSettingsAreWrittenAndTakenOver();
     void theListOfLogoPersonnelStandsByItself();
@@ -328,6 +330,27 @@ void DefinitionsTest::aValueIsWrittenWholeAndReadToItsComma()
     QTRY_VERIFY(!window.findChild<ValueWindow *>(screen));
     window.open(screen);
     QCOMPARE(text(window.findChild<ValueWindow *>(screen), u"bankahesapno1"_s)->text(), u"ŞB"_s);
+}
+
+void DefinitionsTest::theStockScreenIsToldAndMadeUnseen()
+{
+    TestProgram test;
+    MainWindow window(test.program);
+    window.show();
+    window.open(u"brmset"_s);
+    text(window.findChild<ValueWindow *>(), u"bankahesapno1"_s)->setText(u"05"_s);
+    click(window.findChild<ValueWindow *>(), "chameleonButton5");
+    auto *stock = window.findChild<StoktrfWindow *>();
+    QVERIFY(stock && !stock->isVisible());
+    QCOMPARE(stock->stoktrf().brmseti.text(), u"05"_s);
+    window.open(u"stoktrf"_s);
+    QVERIFY(stock->isVisible());
+    QCOMPARE(window.findChildren<StoktrfWindow *>().size(), 1);
+
+    window.open(u"stokozkod"_s);
+    test.fill(u"stokozkod.dbs"_s, {u"insert into ozkod values (Null ,'ACIK','KOD')"_s});
+    QTest::keyClick(window.findChild<DefinitionWindow *>(), Qt::Key_Escape);
+    QCOMPARE(stock->stoktrf().c[4].entries(), (QStringList{QString(), u"KOD- ACIK"_s}));
 }
 
 void DefinitionsTest::theExemptionTextsReachTheOpenInvoiceScreen()

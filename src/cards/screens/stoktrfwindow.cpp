@@ -7,7 +7,6 @@
 
 #include <QComboBox>
 #include <QGridLayout>
-#include <QHeaderView>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -100,7 +99,6 @@ QWidget *StoktrfWindow::cards()
 {
     auto *view = new GridView(m_stoktrf.l1, u"l1"_s);
     view->setAccessibleName(u"Stok Kart Listesi"_s);
-    view->horizontalHeader()->setSectionResizeMode(Stoktrf::Aciklama, QHeaderView::Stretch);
     view->setEmptyText(u"\"Stok Dosyası Aç\" ile bir .txt dosyası seçin ya da dosyayı buraya "
                        "sürükleyin."_s);
     return cardFrame(view);
