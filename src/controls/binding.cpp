@@ -112,13 +112,14 @@ void bind(QProgressBar *bar, ProgressField &field)
     sinceRepaint->start();
     follow(bar, field, [bar, &field, sinceRepaint] {
         const bool turns = bar->isVisibleTo(bar->parentWidget()) != field.isShown();
+        // A bar that followed each of a hundred thousand steps would take longer than the steps.
+        if (!turns && sinceRepaint->elapsed() < millisecondsBetweenRepaints)
+            return;
+        sinceRepaint->restart();
         bar->setVisible(field.isShown());
         bar->setMaximum(qMax(field.maximum(), 1));
         bar->setValue(field.value());
-        if (turns || sinceRepaint->elapsed() >= millisecondsBetweenRepaints) {
-            sinceRepaint->restart();
-            bar->repaint();
-        }
+        bar->repaint();
     });
 }
 

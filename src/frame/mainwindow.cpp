@@ -25,6 +25,19 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// The screen asks to be closed; the subwindow around it is what closes.
+template<class Screen>
+Screen *closable(Screen *screen)
+{
+    QObject::connect(screen, &Screen::closeWanted, screen,
+                     [screen] { screen->parentWidget()->close(); });
+    return screen;
+}
+
+} // namespace
+
 MainWindow::MainWindow(Program &program, QWidget *parent)
     : QMainWindow(parent)
     , m_program(program)
@@ -117,19 +130,6 @@ void MainWindow::open(const QString &screen)
         openDialog(screen);
     });
 }
-
-namespace {
-
-// The screen asks to be closed; the subwindow around it is what closes.
-template<class Screen>
-Screen *closable(Screen *screen)
-{
-    QObject::connect(screen, &Screen::closeWanted, screen,
-                     [screen] { screen->parentWidget()->close(); });
-    return screen;
-}
-
-} // namespace
 
 QWidget *MainWindow::makeTransfer(const QString &screen)
 {
