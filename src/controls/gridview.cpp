@@ -5,7 +5,7 @@
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QSet>
+#include <QStyledItemDelegate>
 
 #include <algorithm>
 
@@ -18,6 +18,28 @@ namespace {
 constexpr int twipsPerPixel = 15;
 constexpr int rowsLookedAt = 200; // for the width of a column
 constexpr int widestColumn = 420;
+
+// Where whole rows are chosen, no single cell stands out.
+class RowDelegate : public QStyledItemDelegate
+{
+public:
+    explicit RowDelegate(GridView *view)
+        : QStyledItemDelegate(view)
+        , m_view(view)
+    {
+    }
+    void paint(QPainter *painter, const QStyleOptionViewItem &option,
+               const QModelIndex &index) const override
+    {
+        QStyleOptionViewItem shown = option;
+        if (m_view->selectionBehavior() == QAbstractItemView::SelectRows)
+            shown.state &= ~QStyle::State_HasFocus;
+        QStyledItemDelegate::paint(painter, shown, index);
+    }
+
+private:
+    GridView *m_view;
+};
 
 } // namespace
 
@@ -43,6 +65,11 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
     for (int column = 0; column < grid.columnCount(); ++column)
         setColumnWidth(column, grid.columns()[column].twips / twipsPerPixel);
     connect(&grid, &QAbstractItemModel::modelReset, this, &GridView::fitColumns);
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
+        if (m_fitted && !m_fitting)
+            m_setByUser << column;
+    });
+    setItemDelegate(new RowDelegate(this));
 }
 
 void GridView::setEmptyText(const QString &text)
@@ -51,16 +78,21 @@ void GridView::setEmptyText(const QString &text)
     viewport()->update();
 }
 
+// The first fill fits the columns; later ones only widen them, and never one that the user has set.
 void GridView::fitColumns()
 {
-    if (m_fitted || m_grid.isEmpty())
+    if (m_grid.isEmpty())
         return;
-    m_fitted = true;
+    m_fitting = true;
     for (int column = 0; column < m_grid.columnCount(); ++column) {
-        const int wanted =
+        const int contents =
             qMax(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)) + 8;
-        setColumnWidth(column, qMin(wanted, widestColumn));
+        const int wanted = qMin(contents, widestColumn);
+        if (!m_setByUser.contains(column) && (!m_fitted || wanted > columnWidth(column)))
+            setColumnWidth(column, wanted);
     }
+    m_fitting = false;
+    m_fitted = true;
 }
 
 QList<int> GridView::selectedPositions() const
@@ -131,19 +163,18 @@ void GridView::keyPressEvent(QKeyEvent *event)
 
 void GridView::moveByKey(QKeyEvent *event)
 {
+    const bool isMove = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
+    if (isMove && selectionBehavior() == SelectRows && currentIndex().isValid() &&
+        selectionModel()->selection().isEmpty()) {
+        selectRow(currentIndex().row()); // the first key chooses, the next ones move
+        Q_EMIT movedTo(currentIndex().row());
+        return;
+    }
     const int before = currentIndex().row();
     QTableView::keyPressEvent(event);
     const int now = currentIndex().row();
     if (now >= 0 && now != before)
         Q_EMIT movedTo(now);
-}
-
-// Whole rows are chosen, so no single cell is to stand out.
-void GridView::initViewItemOption(QStyleOptionViewItem *option) const
-{
-    QTableView::initViewItemOption(option);
-    if (selectionBehavior() == SelectRows)
-        option->state &= ~QStyle::State_HasFocus;
 }
 
 void GridView::paintEvent(QPaintEvent *event)

@@ -2,6 +2,7 @@
 
 #include "base/grid.h"
 
+#include <QSet>
 #include <QTableView>
 
 namespace kervan {
@@ -28,7 +29,6 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
-    void initViewItemOption(QStyleOptionViewItem *option) const override;
 
 private:
     QList<int> selectedPositions() const;
@@ -39,6 +39,8 @@ private:
     Grid &m_grid;
     QString m_emptyText;
     bool m_fitted = false;
+    bool m_fitting = false;
+    QSet<int> m_setByUser; // columns whose width the user has set
 };
 
 } // namespace kervan

@@ -195,7 +195,7 @@ QDialog *MainWindow::makeKdvmu()
 {
     auto *window = new KdvmuWindow(m_program, this);
     connect(window, &KdvmuWindow::saved, this, [this](const QString &head, const QString &line) {
-        if (FatWindow *fat = openScreen<FatWindow>(u"fat"_s)) {
+        if (auto *fat = openScreen<FatWindow>(u"fat"_s)) {
             fat->fat().kdvmuafiyetgenel = head;
             fat->fat().kdvmuafiyetsatir = line;
         }
@@ -209,8 +209,13 @@ QDialog *MainWindow::makeValueDialog(const ValueDialog &dialog)
     if (dialog.screen == u"brmset") {
         // The screen that is told is made in the background if it isn't open, and stays so.
         connect(window, &ValueWindow::saved, this, [this](const QString &value) {
+            QMdiSubWindow *active = m_area->activeSubWindow();
             auto *content = qobject_cast<StoktrfWindow *>(transfer(u"stoktrf"_s)->widget());
             content->stoktrf().brmseti.setText(value);
+            if (active) { // the user goes on where he was
+                m_area->setActiveSubWindow(active);
+                active->setFocus();
+            }
         });
     }
     return window;
@@ -245,7 +250,7 @@ InvoiceList *MainWindow::activeList()
 {
     if (m_program.aktifform != u"1")
         return nullptr;
-    FatWindow *fat = openScreen<FatWindow>(u"fat"_s);
+    auto *fat = openScreen<FatWindow>(u"fat"_s);
     return fat ? &fat->fat().liste : nullptr;
 }
 

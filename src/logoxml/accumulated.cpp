@@ -11,7 +11,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // A value that holds its own placeholder twice doubles with each record.
-constexpr qsizetype largestRecord = 16 * 1024 * 1024;
+constexpr qsizetype largestRecord = 16'000'000;
 
 } // namespace
 

@@ -50,8 +50,8 @@ struct Definition
     QList<DefinitionField> fields;
     QList<DefinitionColumn> grid;
 
-    /// What a change of the record tells the open screens: which procedure runs, and whether at any
-    /// closing or only by the closing button.
+    /// Which open screen loads its definitions again when this one closes, changed or not, and
+    /// whether at any closing or only at that by the button.
     enum Refresh { Nothing, InvoiceScreen, InvoiceScreenByButton, StockScreen };
     Refresh refresh = Nothing;
     bool hasGeneralVat = false; ///< the field `genkdv` outside both frames

@@ -45,8 +45,8 @@ struct Desk
 
     Desk()
     {
-        writeBytes(cariler, Ruler().put(3, u"1234").put(11, u"DENİZ").line());
-        writeBytes(stoklar, Ruler().put(25, u"KOD1").put(79, u"LOKUM").put(133, u"18").line());
+        writeBytes(cariler, ruled(u"", 3, u"1234", 11, u"DENİZ"));
+        writeBytes(stoklar, ruled(u"", 25, u"KOD1", 79, u"LOKUM", 133, u"18"));
         cr.dosyaac(cariler);
         stok.dosyaac(stoklar);
     }
@@ -109,7 +109,7 @@ void TestCards::theDocumentOfACaseIsTheExpectedOne()
     for (const QString &choice : lines.takeFirst().split(u';'))
         key.insert(choice.section(u'=', 0, 0), choice.section(u'=', 1));
     TestProgram t;
-    t.fill(u"stokozkod.dbs"_s, lines);
+    t.fill(lines, u"stokozkod.dbs"_s);
     writeBytes(t.path(u"brmset.kvz"_s), key[u"brmset"_s].toLatin1());
     writeBytes(t.path(u"carikontrol.kvz"_s), "ONCEKI\r\n");
     writeBytes(t.path(u"stokkontrol.kvz"_s), "ONCEKI\r\n");
@@ -147,16 +147,9 @@ void TestCards::eachFieldIsCutFromItsColumns()
     Desk d;
     const QString title(50, u'Ü');
     const QString name(40, u'Ş');
-    writeBytes(d.cariler,
-               Ruler(u"xx").put(3, u"12345678").put(11, title).put(61, u"x").line() + "\r\n");
-    writeBytes(d.stoklar, Ruler(QString(134, u'x'))
-                              .put(25, u"123456789")
-                              .put(79, name)
-                              .put(119, u"ABCDEF")
-                              .put(125, u"12.3456")
-                              .put(133, u"18")
-                              .put(135, u"x")
-                              .line());
+    writeBytes(d.cariler, ruled(u"xx", 3, u"12345678", 11, title, 61, u"x") + "\r\n");
+    writeBytes(d.stoklar, ruled(QString(134, u'x'), 25, u"123456789", 79, name, 119, u"ABCDEF", 125,
+                                u"12.3456", 133, u"18", 135, u"x"));
     d.cr.caridosyasikoku();
     d.stok.stokdosyasikoku();
     QCOMPARE(d.cr.l1.rows(), 2); // the rows read before are gone, the blank line counts
@@ -189,7 +182,7 @@ void TestCards::dialogsAreAskedAsTheScreensSayAndACancelChangesNothing()
     const QString document = u"|Xml Dosyaları (xml)|*.xml|"_s;
     d.t.program.folders.xs = u"/stok"_s;
     d.t.program.folders.xf = u"/fatura"_s;
-    const QStringList before = contentOf(d.t.folder.path());
+    const QString before = contentOf(d.t.folder.path());
     d.t.dialogs.answers = QList<std::optional<QString>>(5);
     d.cr.dosyaac();
     d.stok.dosyaac();
@@ -254,8 +247,9 @@ void TestCards::anUnreadableSourceIsPassedOverByOneAndEndsTheOther()
 void TestCards::theSpecialCodesComeInTheirOrderAndLoseTheirChoice()
 {
     TestProgram t;
-    t.fill(u"stokozkod.dbs"_s, {u"insert into ozkod values (Null,'Zeytin','Z')"_s,
-                                u"insert into ozkod values (Null,'','A-1')"_s});
+    t.fill({u"insert into ozkod values (Null,'Zeytin','Z')"_s,
+            u"insert into ozkod values (Null,'','A-1')"_s},
+           u"stokozkod.dbs"_s);
     Stoktrf stok(t.program);
     stok.load(); // there is no brmset.kvz
     QCOMPARE(stok.brmseti.text(), QString());
@@ -298,14 +292,14 @@ void TestCards::codesAreLookedForInTheListFiles()
 
     writeBytes(t.path(u"stokkontrol.kvz"_s), QByteArray(31, 'S') + "\r\nKHV100\r\n");
     const QString source = t.path(u"a.bif"_s);
-    writeBytes(source, Ruler().put(19, u"xKHV 1 00 x").line());
+    writeBytes(source, ruled(u"", 19, u"xKHV 1 00 x"));
     QStringList shown;
     connect(&check.durum, &TextField::changed, this, [&] { shown << check.durum.text(); });
     check.stokkontroloku(source);
     check.stokkontrol(QString(30, u'S'));
     QVERIFY(!check.stokyok);
     QCOMPARE(shown, (QStringList{u"Stok Kontrolü Yapılıyor"_s, QString()}));
-    writeBytes(source, Ruler().put(20, u"KHV1000").line() + Ruler().put(20, u"KHV100").line());
+    writeBytes(source, ruled(u"", 20, u"KHV1000") + ruled(u"", 20, u"KHV100"));
     t.boxes.expect({u"Faturalarda Daha Önce Aktarılmayan Stoklar Bulunuyor..."_s, {}, Icon::None});
     check.stokkontroloku(source);
     QVERIFY(check.stokyok); // the code found later does not take it back
@@ -353,7 +347,7 @@ void TestCards::theCariWindowIsDrivenOnce()
 void TestCards::theStockWindowIsDrivenOnce()
 {
     Desk d;
-    d.t.fill(u"stokozkod.dbs"_s, {u"insert into ozkod values (Null,'Gıda','GIDA')"_s});
+    d.t.fill({u"insert into ozkod values (Null,'Gıda','GIDA')"_s}, u"stokozkod.dbs"_s);
     writeBytes(d.t.path(u"brmset.kvz"_s), "KOLI\r\n");
     MainWindow frame(d.t.program);
     frame.show();

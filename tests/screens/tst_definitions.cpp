@@ -30,7 +30,7 @@ namespace {
 const Box deleteQuestion{u"Kaydi Silmek İstediğinize Eminmisiniz ?"_s, u"DİKKAT"_s, Icon::Question};
 
 // The table as the file has it, columns in the table's own order.
-QStringList rowsOf(const QString &path, const QString &table)
+QStringList tableOf(const QString &path, const QString &table)
 {
     QStringList rows;
     {
@@ -168,7 +168,7 @@ void DefinitionsTest::aRecordIsMadeChangedAndDeleted()
     }
     QCOMPARE(seen.join(u'|'), labels);
     click(&window, "chameleonButton7");
-    QCOMPARE(rowsOf(path, definition.table), QStringList{inserted});
+    QCOMPARE(tableOf(path, definition.table), QStringList{inserted});
     QVERIFY(list->isVisible() && !record->isVisible());
     QVERIFY(text(&window, u"Text1"_s)->text().isEmpty());
 
@@ -181,7 +181,7 @@ void DefinitionsTest::aRecordIsMadeChangedAndDeleted()
     QCOMPARE(back.join(u'|'), shown);
     text(&window, u"Text1"_s)->setText(u"X"_s);
     click(&window, "chameleonButton7");
-    QCOMPARE(rowsOf(path, definition.table), QStringList{changed});
+    QCOMPARE(tableOf(path, definition.table), QStringList{changed});
 
     view->selectRow(0);
     test.boxes.expectQuestion(deleteQuestion, false);
@@ -189,14 +189,14 @@ void DefinitionsTest::aRecordIsMadeChangedAndDeleted()
     QCOMPARE(view->model()->rowCount(), 1);
     test.boxes.expectQuestion(deleteQuestion, true);
     click(&window, "chameleonButton3");
-    QCOMPARE(rowsOf(path, definition.table), QStringList());
+    QCOMPARE(tableOf(path, definition.table), QStringList());
     QCOMPARE(view->model()->rowCount(), 0);
 }
 
 void DefinitionsTest::withoutASelectedRowNothingChanges()
 {
     TestProgram test;
-    test.fill(u"data.dbs"_s, {u"insert into per values (Null ,'A','B')"_s});
+    test.fill({u"insert into per values (Null ,'A','B')"_s});
     DefinitionWindow window(test.program, *definitionOf(u"per"_s));
     window.show();
     click(&window, "chameleonButton2");
@@ -206,12 +206,18 @@ void DefinitionsTest::withoutASelectedRowNothingChanges()
     click(&window, "chameleonButton7");
     test.boxes.expectQuestion(deleteQuestion, true);
     click(&window, "chameleonButton3");
-    // Leaving a record drops what was typed.
-    click(&window, "chameleonButton1");
-    text(&window, u"Text2"_s)->setText(u"D"_s);
-    click(&window, "chameleonButton4");
-    QCOMPARE(text(&window, u"Text2"_s)->text(), QString());
-    QCOMPARE(rowsOf(test.path(u"data.dbs"_s), u"per"_s), QStringList{u"1|A|B"_s});
+    // Leaving a record drops what was typed, by the button and by Esc.
+    for (const bool byKey : {false, true}) {
+        click(&window, "chameleonButton1");
+        text(&window, u"Text2"_s)->setText(u"D"_s);
+        if (byKey)
+            QTest::keyClick(&window, Qt::Key_Escape);
+        else
+            click(&window, "chameleonButton4");
+        QCOMPARE(text(&window, u"Text2"_s)->text(), QString());
+        QVERIFY(window.isVisible());
+    }
+    QCOMPARE(tableOf(test.path(u"data.dbs"_s), u"per"_s), QStringList{u"1|A|B"_s});
 }
 
 void DefinitionsTest::anApostropheLosesTheRecordSilently()
@@ -225,11 +231,11 @@ void DefinitionsTest::anApostropheLosesTheRecordSilently()
     QCOMPARE(screen.l1.rows(), 0);
     screen.yeni();
     screen.kaydet(-1); // all fields empty is a record
-    QCOMPARE(rowsOf(test.path(u"data.dbs"_s), u"birim"_s), QStringList{u"1||||||||"_s});
+    QCOMPARE(tableOf(test.path(u"data.dbs"_s), u"birim"_s), QStringList{u"1||||||||"_s});
     screen.degistir(0);
     screen.field(0).setText(u"x', dkod = 'y"_s);
     screen.kaydet(0);
-    QCOMPARE(rowsOf(test.path(u"data.dbs"_s), u"birim"_s), QStringList{u"1||||||||"_s});
+    QCOMPARE(tableOf(test.path(u"data.dbs"_s), u"birim"_s), QStringList{u"1||||||||"_s});
 }
 
 void DefinitionsTest::aDefaultStatusIsTickedAndListed()
@@ -243,7 +249,7 @@ void DefinitionsTest::aDefaultStatusIsTickedAndListed()
         window.findChild<QCheckBox *>(u"c1"_s)->setChecked(true);
         click(&window, "chameleonButton7");
     }
-    QCOMPARE(rowsOf(test.path(u"data.dbs"_s), u"statu"_s), (QStringList{u"1|a|1"_s, u"2|b|1"_s}));
+    QCOMPARE(tableOf(test.path(u"data.dbs"_s), u"statu"_s), (QStringList{u"1|a|1"_s, u"2|b|1"_s}));
     QCOMPARE(window.screen().l1.cell(1, 1), u"Varsayılan"_s);
     window.findChild<QTableView *>(u"l1"_s)->selectRow(0);
     click(&window, "chameleonButton2");
@@ -259,9 +265,9 @@ void DefinitionsTest::theGeneralVatRateIsWrittenAtEachKeystroke()
     QCOMPARE(rate->text(), u"18"_s);
     rate->selectAll();
     QTest::keyClicks(rate, u"2"_s);
-    QCOMPARE(rowsOf(test.path(u"data.dbs"_s), u"kdv"_s), QStringList{u"1|2"_s});
+    QCOMPARE(tableOf(test.path(u"data.dbs"_s), u"kdv"_s), QStringList{u"1|2"_s});
     QTest::keyClicks(rate, u"0"_s);
-    QCOMPARE(rowsOf(test.path(u"data.dbs"_s), u"kdv"_s), QStringList{u"1|20"_s});
+    QCOMPARE(tableOf(test.path(u"data.dbs"_s), u"kdv"_s), QStringList{u"1|20"_s});
 }
 
 void DefinitionsTest::closingTellsTheInvoiceScreen_data()
@@ -292,7 +298,7 @@ void DefinitionsTest::closingTellsTheInvoiceScreen()
     window.open(u"fat"_s);
     window.findChild<QAction *>(entry)->trigger();
     auto *definition = window.findChild<DefinitionWindow *>();
-    test.fill(u"data.dbs"_s, {insert});
+    test.fill({insert});
     if (byKey)
         QTest::keyClick(definition, Qt::Key_Escape);
     else
@@ -337,18 +343,21 @@ void DefinitionsTest::theStockScreenIsToldAndMadeUnseen()
     TestProgram test;
     MainWindow window(test.program);
     window.show();
+    window.open(u"cr"_s);
+    const QWidget *before = window.focusWidget();
     window.open(u"brmset"_s);
     text(window.findChild<ValueWindow *>(), u"bankahesapno1"_s)->setText(u"05"_s);
     click(window.findChild<ValueWindow *>(), "chameleonButton5");
     auto *stock = window.findChild<StoktrfWindow *>();
     QVERIFY(stock && !stock->isVisible());
     QCOMPARE(stock->stoktrf().brmseti.text(), u"05"_s);
+    QCOMPARE(window.focusWidget(), before);
     window.open(u"stoktrf"_s);
     QVERIFY(stock->isVisible());
     QCOMPARE(window.findChildren<StoktrfWindow *>().size(), 1);
 
     window.open(u"stokozkod"_s);
-    test.fill(u"stokozkod.dbs"_s, {u"insert into ozkod values (Null ,'ACIK','KOD')"_s});
+    test.fill({u"insert into ozkod values (Null ,'ACIK','KOD')"_s}, u"stokozkod.dbs"_s);
     QTest::keyClick(window.findChild<DefinitionWindow *>(), Qt::Key_Escape);
     QCOMPARE(stock->stoktrf().c[4].entries(), (QStringList{QString(), u"KOD- ACIK"_s}));
 }
@@ -391,7 +400,7 @@ void DefinitionsTest::theFileSettingsAreWrittenAndTakenOver()
     QCOMPARE(text(&window, u"Text4"_s)->text(), u"/h/fatura.xml"_s);
     text(&window, u"Text6"_s)->setText(u"it's"_s); // breaks the statement
     click(&window, "chameleonButton7");
-    QCOMPARE(rowsOf(test.path(u"data.dbs"_s), u"yol"_s), QStringList{u"1||||||"_s});
+    QCOMPARE(tableOf(test.path(u"data.dbs"_s), u"yol"_s), QStringList{u"1||||||"_s});
     QCOMPARE(test.program.folders.ec, u"/k/cari.txt"_s); // taken over all the same
     QCOMPARE(test.program.folders.xc, u"it's"_s);
 
@@ -399,7 +408,7 @@ void DefinitionsTest::theFileSettingsAreWrittenAndTakenOver()
     text(&again, u"Text2"_s)->setText(u"s"_s);
     text(&again, u"Text5"_s)->setText(u"x"_s);
     click(&again, "chameleonButton7");
-    QCOMPARE(rowsOf(test.path(u"data.dbs"_s), u"yol"_s), QStringList{u"1||s|||x|"_s});
+    QCOMPARE(tableOf(test.path(u"data.dbs"_s), u"yol"_s), QStringList{u"1||s|||x|"_s});
 }
 
 void DefinitionsTest::theListOfLogoPersonnelStandsByItself()

@@ -12,9 +12,10 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString productOf(int number)
+// With so many digits, as the source spells codes and dates.
+QString digits(int number, int width)
 {
-    return u"URN%1"_s.arg(number, 6, 10, QChar(u'0'));
+    return u"%1"_s.arg(number, width, 10, QChar(u'0'));
 }
 
 // Right-aligned with so many decimals and a point, as the source spells numbers.
@@ -30,18 +31,11 @@ QByteArray header(QRandomGenerator &random, int number)
     const double total = 100.0 + random.bounded(9000.0);
     const double discount = number % 4 == 0 ? total / 20 : 0;
     const double vat = (total - discount) * 0.18;
-    return Ruler(u"@5")
-        .put(5, u"202403%1"_s.arg(1 + number % 28, 2, 10, QChar(u'0')))
-        .put(20, u"%1"_s.arg(101 + number % 5, 8, 10, QChar(u'0')))
-        .put(28, u"120.%1"_s.arg(number % 3000, 5, 10, QChar(u'0')))
-        .put(39, titles[number % titles.size()])
-        .put(80, u"KRV%1"_s.arg(number, 12, 10, QChar(u'0')))
-        .put(96, spelled(total, 12, 4))
-        .put(109, spelled(discount, 12, 4))
-        .put(122, spelled(vat, 12, 4))
-        .put(135, spelled(total - discount + vat, 12, 4))
-        .put(148, u"0")
-        .line();
+    return ruled(u"@5", 5, u"202403"_s + digits(1 + number % 28, 2), 20,
+                 digits(101 + number % 5, 8), 28, u"120."_s + digits(number % 3000, 5), 39,
+                 titles[number % titles.size()], 80, u"KRV"_s + digits(number, 12), 96,
+                 spelled(total, 12, 4), 109, spelled(discount, 12, 4), 122, spelled(vat, 12, 4),
+                 135, spelled(total - discount + vat, 12, 4), 148, u"0");
 }
 
 QByteArray line(QRandomGenerator &random, int products)
@@ -49,13 +43,9 @@ QByteArray line(QRandomGenerator &random, int products)
     const int product = random.bounded(products);
     const double quantity = random.bounded(1, 500) / 10.0;
     const double price = 0.25 + product % 400;
-    return Ruler(u"@6")
-        .put(31, productOf(product))
-        .put(46, u"ÖRNEK ÜRÜN %1"_s.arg(product))
-        .put(97, spelled(quantity, 8, 2))
-        .put(106, spelled(price, 12, 4))
-        .put(124, spelled(quantity * price, 12, 4))
-        .line();
+    return ruled(u"@6", 31, u"URN"_s + digits(product, 6), 46, u"ÖRNEK ÜRÜN %1"_s.arg(product), 97,
+                 spelled(quantity, 8, 2), 106, spelled(price, 12, 4), 124,
+                 spelled(quantity * price, 12, 4));
 }
 
 } // namespace
@@ -71,20 +61,16 @@ void writeBif(const QString &path, const BifSize &size)
         for (int i = 0; i < size.lines; ++i)
             file.write(line(random, size.products));
         if (invoice % 7 == 0)
-            file.write(Ruler(u"@8").put(22, u"0").put(24, u"   50.00").line());
+            file.write(ruled(u"@8", 22, u"0", 24, u"   50.00"));
     }
 }
 
 void writePrices(LocalDb &db, const QString &database, int products)
 {
     OpenDb open(db, database);
-    for (int product = 0; product < products; ++product) {
-        db.query(Statement(u"insert into urun values ('")
-                     .value(productOf(product))
-                     .text(u"','ÖRNEK','0','")
-                     .value(u"%1,20"_s.arg(product % 400))
-                     .text(u"')"));
-    }
+    for (int product = 0; product < products; ++product)
+        db.query(Statement(u"insert into urun values ('URN%1','ÖRNEK','0','%2,20')"_s.arg(
+            digits(product, 6), QString::number(product % 400))));
 }
 
 } // namespace kervan

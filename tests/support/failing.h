@@ -13,6 +13,12 @@
 
 namespace kervan {
 
+/// The rows of a table in the test's text.
+inline QStringList rowsOf(const QString &table)
+{
+    return table.split(u'\n', Qt::SkipEmptyParts);
+}
+
 /// The description of the failure that ended the step, or null if it ended well.
 template<class Step>
 QString failureOf(Step &&step)
@@ -28,48 +34,29 @@ bool failsNaming(const QString &path, Step &&step)
     return failureOf(std::forward<Step>(step)).contains(QDir::toNativeSeparators(path));
 }
 
-/// Everything that stands in a folder, by name.
-inline QStringList contentOf(const QString &folder)
+/// Everything that stands in a folder, by name, joined by "|".
+inline QString contentOf(const QString &folder)
 {
-    return QDir(folder).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot,
-                                  QDir::Name);
+    const auto all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
+    return QDir(folder).entryList(all, QDir::Name).join(u'|');
 }
 
-/// As long as it lives, no file of this process can grow beyond so many bytes: what a write meets
-/// on a full disk.
-class FullDisk
+/// Carries out the step while no file of this process can grow beyond so many bytes: what a write
+/// meets on a full disk. False where the system has no such limit.
+template<class Step>
+bool onAFullDisk(unsigned long bytes, Step &&step)
 {
-public:
 #ifdef Q_OS_UNIX
-    explicit FullDisk(unsigned long bytes)
-    {
-        std::signal(SIGXFSZ, SIG_IGN);
-        getrlimit(RLIMIT_FSIZE, &m_before);
-        const rlimit limit{bytes, m_before.rlim_max};
-        m_works = setrlimit(RLIMIT_FSIZE, &limit) == 0;
+    std::signal(SIGXFSZ, SIG_IGN);
+    rlimit before{};
+    getrlimit(RLIMIT_FSIZE, &before);
+    const rlimit limit{bytes, before.rlim_max};
+    if (setrlimit(RLIMIT_FSIZE, &limit) == 0) {
+        std::forward<Step>(step)();
+        return setrlimit(RLIMIT_FSIZE, &before) == 0;
     }
-    ~FullDisk()
-    {
-        setrlimit(RLIMIT_FSIZE, &m_before);
-    }
-    bool works() const
-    {
-        return m_works;
-    }
-
-private:
-    rlimit m_before{};
-    bool m_works = false;
-#else
-    explicit FullDisk(unsigned long) {}
-    bool works() const
-    {
-        return false;
-    }
-
-private:
 #endif
-    Q_DISABLE_COPY_MOVE(FullDisk)
-};
+    return false;
+}
 
 } // namespace kervan

@@ -1,10 +1,11 @@
 #include "support/fakes.h"
 
-#include "base/failure.h"
 #include "store/installation.h"
 
 #include <QFile>
-#include <QTest>
+#include <QSqlDatabase>
+#include <QSqlQuery>
+#include <QSqlRecord>
 
 namespace kervan {
 
@@ -18,104 +19,68 @@ void fail(const QString &why)
 class FakeConnection : public SqlConnection
 {
 public:
-    explicit FakeConnection(bool open)
+    FakeConnection(bool open, int &held)
         : m_open(open)
+        , m_held(held)
     {
+        ++m_held;
     }
+    ~FakeConnection() override { --m_held; }
     bool isOpen() const override { return m_open; }
 
 private:
     bool m_open;
+    int &m_held;
 };
 
+QString told(const Box &box)
+{
+    return u"\"%1\" titled \"%2\" with icon %3"_s.arg(box.text, box.title).arg(int(box.icon));
+}
+
 } // namespace
-
-using namespace Qt::StringLiterals;
-
-bool operator==(const Box &left, const Box &right)
-{
-    return left.text == right.text && left.title == right.title && left.icon == right.icon;
-}
-
-FakeBoxes::~FakeBoxes()
-{
-    verify();
-}
 
 void FakeBoxes::verify()
 {
     for (const Expected &expected : std::as_const(m_expected))
-        fail(u"box never came: "_s + expected.box.text);
+        fail(u"box never came: "_s + told(expected.box));
     m_expected.clear();
 }
 
 bool FakeBoxes::take(const Box &box, bool question)
 {
-    if (m_expected.isEmpty()) {
-        fail(u"unexpected box: "_s + box.text);
-        return false;
-    }
-    const Expected expected = m_expected.takeFirst();
-    if (!(expected.box == box) || expected.question != question) {
-        fail(
-            u"wrong box: \"%1\" titled \"%2\" with icon %3, not \"%4\" titled \"%5\" with icon %6"_s
-                .arg(box.text, box.title)
-                .arg(int(box.icon))
-                .arg(expected.box.text, expected.box.title)
-                .arg(int(expected.box.icon)));
-    }
+    const bool any = !m_expected.isEmpty();
+    const Expected expected = any ? m_expected.takeFirst() : Expected{};
+    if (!any || told(expected.box) != told(box) || expected.question != question)
+        fail(u"wrong box: %1, not %2"_s.arg(told(box), any ? told(expected.box) : u"any"_s));
     return expected.yes;
-}
-
-void FakeBoxes::show(const Box &box)
-{
-    take(box, false);
-}
-
-bool FakeBoxes::ask(const Box &box)
-{
-    return take(box, true);
 }
 
 std::optional<QString> FakeDialogs::openName(const FileQuestion &question)
 {
     asked << question;
-    if (answers.isEmpty()) {
-        fail(u"unexpected file dialog: "_s + question.title);
-        return std::nullopt;
-    }
-    return answers.takeFirst();
-}
-
-std::optional<QString> FakeDialogs::saveName(const FileQuestion &question)
-{
-    return openName(question);
+    if (!answers.isEmpty())
+        return answers.takeFirst();
+    fail(u"unexpected file dialog: "_s + question.title);
+    return std::nullopt;
 }
 
 std::unique_ptr<SqlConnection> FakeSqlServer::connect(const QString &connectionText,
                                                       const SqlOptions &sqlOptions)
 {
     texts << connectionText;
-    options << sqlOptions;
+    options = sqlOptions;
     if (!failure.isEmpty())
         throw Failure(failure);
-    return std::make_unique<FakeConnection>(opens);
+    return std::make_unique<FakeConnection>(opens, held);
 }
 
 TestProgram::TestProgram()
-    : program{.folder = folder.path(),
-              .aktifform = {},
-              .folders = {},
-              .db = {},
-              .boxes = boxes,
-              .dialogs = dialogs,
-              .clock = clock,
-              .sqlServer = sqlServer}
 {
     install(folder.path());
 }
 
-void TestProgram::fill(const QString &database, const QStringList &statements)
+void TestProgram::fill(const QStringList &statements, const QString &database)
 {
     const auto failed = passOver([&] {
         OpenDb open(program.db, path(database));
@@ -126,18 +91,36 @@ void TestProgram::fill(const QString &database, const QStringList &statements)
         fail(failed->description());
 }
 
-QStringList TestProgram::rows(const QString &database, const QString &table,
-                              const QStringList &columns)
+QString TestProgram::rows(const QString &tableAndColumns, const QString &database)
 {
+    QStringList columns = tableAndColumns.split(u' ');
     QStringList rows;
     OpenDb open(program.db, path(database));
-    program.db.forEach(Statement(u"select * from "_s + table), [&] {
+    program.db.forEach(Statement(u"select * from "_s + columns.takeFirst()), [&] {
         QStringList cells;
         for (const QString &column : columns)
             cells << program.db.field(column);
         rows << cells.join(u'|');
     });
-    return rows;
+    return rows.join(u'/');
+}
+
+OtherProgram::OtherProgram(const QString &path)
+{
+    QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"other"_s);
+    db.setDatabaseName(path);
+    db.open();
+}
+
+OtherProgram::~OtherProgram()
+{
+    QSqlDatabase::removeDatabase(u"other"_s);
+}
+
+QString OtherProgram::run(const QString &sql)
+{
+    QSqlQuery query(sql, QSqlDatabase::database(u"other"_s));
+    return query.next() ? query.value(query.record().count() - 1).toString() : QString();
 }
 
 QByteArray readBytes(const QString &path)

@@ -1,29 +1,28 @@
 #pragma once
 
-#include "base/ports.h"
 #include "store/program.h"
+#include "support/failing.h"
 
-#include <QByteArray>
-#include <QList>
 #include <QTemporaryDir>
+#include <QTest>
 
 namespace kervan {
 
-bool operator==(const Box &left, const Box &right);
+using namespace Qt::StringLiterals;
 
 /// Boxes that are answered at once. Each has to be expected beforehand, in its order; anything else
 /// fails the test, and so does an expected box that never came.
 class FakeBoxes : public Boxes
 {
 public:
-    ~FakeBoxes() override;
+    ~FakeBoxes() override { verify(); }
     void expect(const Box &box) { m_expected << Expected{box, false, false}; }
     void expectQuestion(const Box &box, bool yes) { m_expected << Expected{box, true, yes}; }
     /// Fails the test if an expected box has not come.
     void verify();
 
-    void show(const Box &box) override;
-    bool ask(const Box &box) override;
+    void show(const Box &box) override { take(box, false); }
+    bool ask(const Box &box) override { return take(box, true); }
 
 private:
     struct Expected
@@ -45,7 +44,10 @@ public:
     QList<FileQuestion> asked;
 
     std::optional<QString> openName(const FileQuestion &question) override;
-    std::optional<QString> saveName(const FileQuestion &question) override;
+    std::optional<QString> saveName(const FileQuestion &question) override
+    {
+        return openName(question);
+    }
 };
 
 /// A clock that stands still.
@@ -56,14 +58,16 @@ public:
     QDateTime now() const override { return moment; }
 };
 
-/// Gives connections that are open, closed or fail, and keeps the connection texts.
+/// Gives connections that are open, closed or fail, keeps what was asked for, and counts the
+/// connections that are held.
 class FakeSqlServer : public SqlServer
 {
 public:
     bool opens = false;
     QString failure; ///< connecting fails with this description, if there is one
     QStringList texts;
-    QList<SqlOptions> options;
+    SqlOptions options;
+    int held = 0;
 
     std::unique_ptr<SqlConnection> connect(const QString &connectionText,
                                            const SqlOptions &sqlOptions) override;
@@ -80,13 +84,24 @@ public:
     FakeDialogs dialogs;
     FakeClock clock;
     FakeSqlServer sqlServer;
-    Program program;
+    Program program{folder.path(), {}, {}, {}, boxes, dialogs, clock, sqlServer};
 
     QString path(const QString &name) const { return folder.filePath(name); }
     /// Runs statements of the local database's language, or fails the test.
-    void fill(const QString &database, const QStringList &statements);
-    /// All rows of a table, cells joined by "|".
-    QStringList rows(const QString &database, const QString &table, const QStringList &columns);
+    void fill(const QStringList &statements, const QString &database = u"data.dbs"_s);
+    /// All rows of a table, joined by "/", with their cells joined by "|". The table and its
+    /// columns are given in one text.
+    QString rows(const QString &tableAndColumns, const QString &database = u"data.dbs"_s);
+};
+
+/// Another program at a database file.
+class OtherProgram
+{
+public:
+    explicit OtherProgram(const QString &path);
+    ~OtherProgram();
+    /// Runs any SQL; gives the last cell of the first row.
+    QString run(const QString &sql);
 };
 
 QByteArray readBytes(const QString &path);

@@ -2,29 +2,27 @@
 
 #include "base/codepage.h"
 
-#include <QByteArray>
-#include <QString>
-
 namespace kervan {
 
-/// Writes a fixed-column line by column number, counted from 1 as in the layouts of the sources, so
-/// that a wrong number in a record table shows.
-class Ruler
-{
-public:
-    explicit Ruler(QStringView start = {}) { put(1, start); }
-    Ruler &put(qsizetype column, QStringView text)
-    {
-        m_line = m_line.leftJustified(column - 1 + text.size(), u' ');
-        m_line.replace(column - 1, text.size(), text.toString());
-        return *this;
-    }
-    const QString &text() const { return m_line; }
-    /// The line in the source's code page, with CR LF.
-    QByteArray line() const { return toCodePage(m_line) + "\r\n"; }
+inline void layOver(QString &) {}
 
-private:
-    QString m_line;
-};
+template<class... Rest>
+void layOver(QString &line, qsizetype column, QStringView text, const Rest &...rest)
+{
+    line = line.leftJustified(column - 1 + text.size());
+    line.replace(column - 1, text.size(), text.toString());
+    layOver(line, rest...);
+}
+
+/// A fixed-column line with CR LF, in the source's code page. Fields are laid over `start` by
+/// column number, counted from 1 as in the layouts of the sources, so that a wrong number in a
+/// record table shows: ruled(u"@5", 80, u"F1", 148, u"0").
+template<class... Fields>
+QByteArray ruled(QStringView start, const Fields &...fields)
+{
+    QString line = start.toString();
+    layOver(line, fields...);
+    return toCodePage(line) + "\r\n";
+}
 
 } // namespace kervan

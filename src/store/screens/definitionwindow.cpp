@@ -50,8 +50,7 @@ DefinitionWindow::DefinitionWindow(Program &program, const Definition &definitio
     column->addLayout(spot, 1);
     auto *closing = new QHBoxLayout;
     closing->addStretch();
-    closing->addWidget(
-        button(u"chameleonButton8"_s, u"Kapat"_s, u"Esc"_s, &DefinitionWindow::kapat));
+    closing->addWidget(button(u"chameleonButton8"_s, u"Kapat"_s, u""_s, &DefinitionWindow::kapat));
     column->addLayout(closing);
     connect(&m_screen.kayitta, &CheckField::changed, this, &DefinitionWindow::showFrame);
     m_screen.yukle();
@@ -64,10 +63,10 @@ QPushButton *DefinitionWindow::button(const QString &name, const QString &captio
 {
     auto *made = new QPushButton(caption);
     made->setObjectName(name);
-    made->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
     made->setAutoDefault(false);
     connect(made, &QAbstractButton::clicked, this, action);
-    if (keys != u"Esc") {
+    if (!keys.isEmpty()) {
+        made->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
         // A button that is not showing does not answer to its key.
         auto *shortcut = new QShortcut(QKeySequence(keys), made);
         connect(shortcut, &QShortcut::activated, made, &QAbstractButton::click);
@@ -118,6 +117,7 @@ QGroupBox *DefinitionWindow::recordFrame()
         auto *edit = new QLineEdit;
         edit->setObjectName(field.name);
         bind(edit, m_screen.field(i));
+        connect(edit, &QLineEdit::returnPressed, this, &DefinitionWindow::kaydet);
         if (field.kind == DefinitionField::HiddenText) {
             edit->setParent(frame);
             edit->hide();
@@ -129,10 +129,8 @@ QGroupBox *DefinitionWindow::recordFrame()
     column->addStretch();
     auto *row = new QHBoxLayout;
     auto *save = button(u"chameleonButton7"_s, u"Kaydet"_s, u"Ctrl+S"_s, &DefinitionWindow::kaydet);
-    save->setDefault(true);
     row->addWidget(save);
-    row->addWidget(
-        button(u"chameleonButton4"_s, u"İptal"_s, u"Shift+Esc"_s, &DefinitionWindow::iptal));
+    row->addWidget(button(u"chameleonButton4"_s, u"İptal"_s, u""_s, &DefinitionWindow::iptal));
     row->addStretch();
     column->addLayout(row);
     return frame;
@@ -203,7 +201,23 @@ void DefinitionWindow::iptal()
 void DefinitionWindow::kapat()
 {
     m_byButton = true;
+    m_closing = true;
     reject();
+}
+
+// Esc leaves the record first, and the window from the list.
+void DefinitionWindow::reject()
+{
+    if (m_screen.kayitta.isChecked() && !m_closing)
+        iptal();
+    else
+        QDialog::reject();
+}
+
+void DefinitionWindow::closeEvent(QCloseEvent *event)
+{
+    m_closing = true;
+    QDialog::closeEvent(event);
 }
 
 void DefinitionWindow::done(int result)

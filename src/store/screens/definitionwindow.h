@@ -27,6 +27,8 @@ Q_SIGNALS:
 
 protected:
     void done(int result) override;
+    void reject() override;
+    void closeEvent(QCloseEvent *event) override;
 
 private:
     QGroupBox *listFrame();
@@ -48,6 +50,7 @@ private:
     QGroupBox *m_fr1;
     QGroupBox *m_fr2;
     bool m_byButton = false;
+    bool m_closing = false; // by the button or the frame, not by Esc
 };
 
 } // namespace kervan

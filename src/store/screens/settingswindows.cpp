@@ -111,7 +111,9 @@ AyrWindow::AyrWindow(Program &program, QWidget *parent)
         browse->setObjectName(u"chameleonButton%1"_s.arg(i + 1));
         browse->setIcon(picture(u"open"_s));
         browse->setToolTip(u"Gözat"_s);
-        browse->setAccessibleName(u"Gözat"_s);
+        const QString kind = setting.isSource ? u"Text "_s : u"Xml "_s;
+        field->setAccessibleName(kind + setting.label);
+        browse->setAccessibleName(u"Gözat: "_s + kind + setting.label);
         connect(browse, &QAbstractButton::clicked, this, [this, i] { m_ayr.gozat(i); });
         grid->addWidget(new QLabel(setting.label), i % 3, 0);
         grid->addWidget(field, i % 3, 1);
