@@ -4,19 +4,11 @@
 #include "controls/gridview.h"
 #include "invoices/columns.h"
 #include "invoices/fat.h"
-#include "store/installation.h"
+#include "measure.h"
 #include "support/bifgenerator.h"
+#include "support/quietdesk.h"
 
 #include <QApplication>
-#include <QFile>
-#include <QSaveFile>
-#include <QTemporaryDir>
-
-#include <benchmark/benchmark.h>
-
-#ifdef Q_OS_UNIX
-#include <sys/resource.h>
-#endif
 
 using namespace kervan;
 using namespace Qt::StringLiterals;
@@ -26,85 +18,22 @@ namespace {
 constexpr int linesOfInvoice = 20;
 constexpr int products = 2000;
 
-class QuietBoxes : public Boxes
-{
-public:
-    void show(const Box &) override {}
-    bool ask(const Box &) override { return true; }
-};
-
-class NoDialogs : public FileDialogs
-{
-public:
-    std::optional<QString> openName(const FileQuestion &) override { return std::nullopt; }
-    std::optional<QString> saveName(const FileQuestion &) override { return std::nullopt; }
-};
-
-class SystemClock : public Clock
-{
-public:
-    QDateTime now() const override { return QDateTime::currentDateTime(); }
-};
-
-class NoServer : public SqlServer
-{
-public:
-    std::unique_ptr<SqlConnection> connect(const QString &, const SqlOptions &) override
-    {
-        return nullptr;
-    }
-};
-
 // A program folder with prices and an open invoice file.
-class Desk
+class Desk : public QuietDesk
 {
 public:
     explicit Desk(int invoices)
-        : program{.folder = folder.path(),
-                  .aktifform = {},
-                  .folders = {},
-                  .db = {},
-                  .boxes = boxes,
-                  .dialogs = dialogs,
-                  .clock = clock,
-                  .sqlServer = server}
-        , fat(program)
-        , source(folder.filePath(u"kaynak.bif"_s))
-        , target(folder.filePath(u"belge.xml"_s))
     {
-        install(folder.path());
         writePrices(program.db, program.path(u"data.dbs"), products);
         writeBif(source, {.invoices = invoices, .lines = linesOfInvoice, .products = products});
         fat.load();
         fat.dosyaac(source);
     }
 
-    QTemporaryDir folder;
-    QuietBoxes boxes;
-    NoDialogs dialogs;
-    SystemClock clock;
-    NoServer server;
-    Program program;
-    Fat fat;
-    QString source;
-    QString target;
+    Fat fat{program};
+    QString source = folder.filePath(u"kaynak.bif"_s);
+    QString target = folder.filePath(u"belge.xml"_s);
 };
-
-double megabytes(const QString &path)
-{
-    return static_cast<double>(QFile(path).size()) / 1e6;
-}
-
-double peakMegabytes()
-{
-#ifdef Q_OS_UNIX
-    rusage usage{};
-    getrusage(RUSAGE_SELF, &usage);
-    return static_cast<double>(usage.ru_maxrss) / 1e3;
-#else
-    return 0;
-#endif
-}
 
 void readList(benchmark::State &state)
 {
@@ -138,21 +67,12 @@ void exportAll(benchmark::State &state)
     state.counters["peak_MB"] = peakMegabytes();
 }
 
-// What writing costs at the least: the finished documents, written again the same safe way.
 void writeBytes(benchmark::State &state)
 {
     Desk desk(static_cast<int>(state.range(0)));
     desk.fat.liste.fattumsec();
     desk.fat.kaydet(desk.target);
-    QFile file(desk.target);
-    if (!file.open(QIODevice::ReadOnly))
-        state.SkipWithError("no document");
-    const QByteArray bytes = file.readAll();
-    for (auto _ : state) {
-        QSaveFile copy(desk.target);
-        if (!copy.open(QIODevice::WriteOnly) || copy.write(bytes) != bytes.size() || !copy.commit())
-            state.SkipWithError("not written");
-    }
+    writeAgain(state, desk.target);
 }
 
 void clickLastRow(benchmark::State &state)

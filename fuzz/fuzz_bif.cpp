@@ -4,48 +4,18 @@
 // that is printed. The closing check is that each export left a whole document.
 
 #include "invoices/fat.h"
-#include "store/installation.h"
 #include "support/bifgenerator.h"
+#include "support/quietdesk.h"
 
 #include <QCoreApplication>
 #include <QFile>
 #include <QRandomGenerator>
-#include <QTemporaryDir>
 #include <QTextStream>
 
 using namespace kervan;
 using namespace Qt::StringLiterals;
 
 namespace {
-
-class QuietBoxes : public Boxes
-{
-public:
-    void show(const Box &) override {}
-    bool ask(const Box &) override { return true; }
-};
-
-class NoDialogs : public FileDialogs
-{
-public:
-    std::optional<QString> openName(const FileQuestion &) override { return std::nullopt; }
-    std::optional<QString> saveName(const FileQuestion &) override { return std::nullopt; }
-};
-
-class FixedClock : public Clock
-{
-public:
-    QDateTime now() const override { return {QDate(2024, 3, 7), QTime(9, 5, 3)}; }
-};
-
-class NoServer : public SqlServer
-{
-public:
-    std::unique_ptr<SqlConnection> connect(const QString &, const SqlOptions &) override
-    {
-        return nullptr;
-    }
-};
 
 QByteArray contents(const QString &path)
 {
@@ -95,20 +65,9 @@ int main(int argc, char **argv)
     const int rounds = argc > 1 ? atoi(argv[1]) : 1000;
     QRandomGenerator random(argc > 2 ? quint32(atoi(argv[2])) : 1);
     QTextStream out(stdout);
-    QTemporaryDir folder;
-    install(folder.path());
-    QuietBoxes boxes;
-    NoDialogs dialogs;
-    FixedClock clock;
-    NoServer server;
-    Program program{.folder = folder.path(),
-                    .aktifform = {},
-                    .folders = {},
-                    .db = {},
-                    .boxes = boxes,
-                    .dialogs = dialogs,
-                    .clock = clock,
-                    .sqlServer = server};
+    QuietDesk desk;
+    Program &program = desk.program;
+    QTemporaryDir &folder = desk.folder;
     writePrices(program.db, program.path(u"data.dbs"), 20);
     const QString source = folder.filePath(u"kaynak.bif"_s);
     out << "Files are bent in " << folder.path() << Qt::endl;
