@@ -22,10 +22,8 @@ int main(int argc, char **argv)
     const auto failed = kervan::passOver([&] {
         const QString folder = QDir(arguments[1]).absolutePath();
         kervan::install(folder);
-        if (arguments.size() == 3) {
-            kervan::LocalDb db;
-            kervan::layOutSamples(db, arguments[2], folder);
-        }
+        if (arguments.size() == 3)
+            kervan::layOutSamples(arguments[2], folder);
         out << "Program folder: " << folder << '\n';
     });
     if (failed)

@@ -1,6 +1,9 @@
 #include "app/samples.h"
 
 #include "base/failure.h"
+#include "stocktake/urunform.h"
+#include "store/definition.h"
+#include "store/settings.h"
 #include "store/sidefiles.h"
 
 #include <QDir>
@@ -27,35 +30,85 @@ Rows rowsOf(const QString &path)
     return rows;
 }
 
-bool isEmpty(LocalDb &db, const QString &table)
+// Nobody is there to see a box, and samples are to fit: whatever would show one is a failure.
+class NoBoxes : public Boxes
 {
-    db.query(Statement(u"select * from "_s + table));
-    return db.atEnd();
-}
+public:
+    void show(const Box &box) override { throw Failure(box.text); }
+    bool ask(const Box &box) override { throw Failure(box.text); }
+};
 
-// `urun` alone has no row number in front.
-void insertRow(LocalDb &db, const QString &table, const QStringList &values)
+class NoDialogs : public FileDialogs
 {
-    Statement insert(
-        u"insert into %1 values (%2"_s.arg(table, table == u"urun" ? QString() : u"Null ,"_s));
-    for (qsizetype i = 0; i < values.size(); ++i)
-        insert.text(i == 0 ? u"'" : u",'").value(values[i]).text(u"'");
-    db.query(insert.text(u")"));
-}
+public:
+    std::optional<QString> openName(const FileQuestion &) override { return std::nullopt; }
+    std::optional<QString> saveName(const FileQuestion &) override { return std::nullopt; }
+};
 
-void setFolders(LocalDb &db, const QString &programFolder)
+class NoClock : public Clock
 {
-    db.query(Statement(u"select * from yol where id='1'"));
-    if (!db.field(u"xf").isEmpty() || !db.field(u"xc").isEmpty())
+public:
+    QDateTime now() const override { return {}; }
+};
+
+class NoServer : public SqlServer
+{
+public:
+    std::unique_ptr<SqlConnection> connect(const QString &, const SqlOptions &) override
+    {
+        return nullptr;
+    }
+};
+
+// The records go in as a user would type them, in the order of the table's columns.
+void fillDefinition(Program &program, const Definition &definition, const QList<QStringList> &rows)
+{
+    DefinitionScreen screen(program, definition);
+    screen.yukle();
+    if (!screen.l1.isEmpty())
         return;
-    const QString target = programFolder + u"/logo xml/"_s;
-    db.query(Statement(u"Update yol set ef = '")
-                 .value(programFolder + u"/txt"_s)
-                 .text(u"', xc = '")
-                 .value(target + u"cari.xml"_s)
-                 .text(u"', xf = '")
-                 .value(target + u"fatura.xml"_s)
-                 .text(u"' Where id='1'"));
+    for (const QStringList &row : rows) {
+        screen.yeni();
+        for (int field = 0; field < definition.fields.size(); ++field) {
+            const qsizetype at = definition.insertColumns.indexOf(definition.fields[field].column);
+            screen.field(field).setText(row.value(at));
+        }
+        screen.kaydet(-1);
+    }
+    if (screen.l1.rows() != rows.size())
+        throw Failure(u"%1 tablosu doldurulamadı."_s.arg(definition.table));
+}
+
+void fillPrices(Program &program, const QList<QStringList> &rows)
+{
+    Urunform form(program);
+    form.yukle();
+    if (form.l1.rows() > Urunform::emptyRows)
+        return;
+    for (int row = 0; row < rows.size(); ++row) {
+        form.satirekle(form.l1.rows() - 1);
+        for (int cell = 0; cell < rows[row].size(); ++cell)
+            form.l1.setCell(row, Urunform::Kod + cell, rows[row][cell]);
+    }
+    form.kaydet();
+}
+
+void fillFolders(Program &program)
+{
+    Ayr ayr(program);
+    ayr.yukle();
+    for (std::size_t i = 0; i < ayr.fields.size(); ++i) {
+        const QString &column = Ayr::settings()[i].column;
+        if (!ayr.fields[i].text().isEmpty())
+            return;
+        if (column == u"ef")
+            ayr.fields[i].setText(program.path(u"txt"));
+        else if (column == u"xc")
+            ayr.fields[i].setText(program.path(u"logo xml/cari.xml"));
+        else if (column == u"xf")
+            ayr.fields[i].setText(program.path(u"logo xml/fatura.xml"));
+    }
+    ayr.kaydet();
 }
 
 void copyFiles(const QDir &from, const QString &pattern, const QDir &to)
@@ -72,20 +125,25 @@ void copyFiles(const QDir &from, const QString &pattern, const QDir &to)
 
 } // namespace
 
-void layOutSamples(LocalDb &db, const QString &samples, const QString &programFolder)
+void layOutSamples(const QString &samples, const QString &programFolder)
 {
     const QDir from(samples);
     const QDir to(programFolder);
-    for (const auto &[place, rows] : rowsOf(from.filePath(u"tanimlar.txt"_s))) {
-        const auto &[database, table] = place;
-        OpenDb open(db, to.filePath(database));
-        if (!isEmpty(db, table))
-            continue;
-        for (const QStringList &row : rows)
-            insertRow(db, table, row);
+    NoBoxes boxes;
+    NoDialogs dialogs;
+    NoClock clock;
+    NoServer server;
+    Program program{to.absolutePath(), {}, {}, {}, boxes, dialogs, clock, server};
+    const Rows rows = rowsOf(from.filePath(u"tanimlar.txt"_s));
+    for (const Definition &definition : definitions()) {
+        const auto found = rows.find({definition.database, definition.table});
+        if (found != rows.end())
+            fillDefinition(program, definition, found->second);
     }
-    OpenDb open(db, to.filePath(u"data.dbs"_s));
-    setFolders(db, to.absolutePath());
+    const auto prices = rows.find({u"data.dbs"_s, u"urun"_s});
+    if (prices != rows.end())
+        fillPrices(program, prices->second);
+    fillFolders(program);
     for (const QString &sources : {u"*.bif"_s, u"cariler.txt"_s, u"stoklar.txt"_s})
         copyFiles(from, sources, QDir(to.filePath(u"txt"_s)));
     copyFiles(from, u"*.kvz"_s, to);

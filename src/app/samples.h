@@ -1,7 +1,5 @@
 #pragma once
 
-#include "store/localdb.h"
-
 #include <QString>
 
 namespace kervan {
@@ -10,6 +8,6 @@ namespace kervan {
 /// sample definitions: `samples` holds tanimlar.txt (database, table and values of a row, parted by
 /// tabs), *.bif and *.kvz. Tables with rows and files that are there stay. A Failure names what
 /// went wrong.
-void layOutSamples(LocalDb &db, const QString &samples, const QString &programFolder);
+void layOutSamples(const QString &samples, const QString &programFolder);
 
 } // namespace kervan

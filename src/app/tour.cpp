@@ -220,7 +220,7 @@ int run(const QString &samples, const QString &folder)
                             .sqlServer = sqlServer};
     const auto failed = kervan::passOver([&] {
         kervan::install(folder);
-        kervan::layOutSamples(program.db, samples, folder);
+        kervan::layOutSamples(samples, folder);
     });
     if (failed) {
         out << failed->description() << '\n';
