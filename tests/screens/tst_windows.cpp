@@ -20,6 +20,7 @@
 #include <QMimeData>
 #include <QPushButton>
 #include <QTimer>
+#include <QWheelEvent>
 
 using namespace kervan;
 
@@ -109,6 +110,22 @@ private Q_SLOTS:
         QCOMPARE(s.l1.tickedCount(), 1);
     }
 
+    void theWheelOverAChoiceNotInUseChangesNothing()
+    {
+        Shown s;
+        auto *kind = s.find<QComboBox>("fatbilgi");
+        const auto turn = [kind] {
+            QWheelEvent wheel({5, 5}, kind->mapToGlobal(QPointF(5, 5)), {0, -120}, {0, -120},
+                              Qt::NoButton, Qt::NoModifier, Qt::NoScrollPhase, false);
+            QApplication::sendEvent(kind, &wheel);
+            return kind->currentText();
+        };
+        s.view->setFocus();
+        QCOMPARE(turn(), u"10 (Satış Faturaları)"_s);
+        kind->setFocus();
+        QCOMPARE(turn(), u"20 (Alış Faturaları)"_s);
+    }
+
     void theListFollowsTheSearchTheDatesAndADroppedFile()
     {
         Shown s;
@@ -190,7 +207,11 @@ private Q_SLOTS:
                 QTest::keyClick(QApplication::focusWidget(), *letter);
         };
         type(Urunform::Kod, "KOD1");
-        type(Urunform::Bfiyat, "1x2,5"); // the letter is not taken
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
+        QTRY_COMPARE(l1.cell(10, Urunform::Kod), u"KOD1"_s);
+        QTest::keyClick(&window, Qt::Key_Escape);
+        QVERIFY(window.isVisible());     // what was typed is not lost by a key
+        type(Urunform::Bfiyat, "1x2.5"); // the letter is not taken, the point is a comma
         // The cell is still being edited when the button is reached by its key.
         QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
         QVERIFY(!window.isVisible());
