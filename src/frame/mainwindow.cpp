@@ -46,6 +46,11 @@ MainWindow::MainWindow(Program &program, QWidget *parent)
     setObjectName(u"MDIForm1"_s);
     setWindowTitle(u"Kervan Transfer v2.21"_s);
     setWindowIcon(picture(u"kervan"_s));
+    // The keys of a screen work only inside it, also when the one above it has closed.
+    connect(m_area, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow *window) {
+        if (window)
+            window->setFocus();
+    });
     m_area->setBackground(palette().brush(QPalette::Window));
     m_resim = new Resim(m_area->viewport());
     auto *content = new QWidget;

@@ -7,6 +7,7 @@
 #include <QAction>
 #include <QApplication>
 #include <QFile>
+#include <QMdiSubWindow>
 #include <QProcess>
 
 using namespace kervan;
@@ -46,8 +47,12 @@ private Q_SLOTS:
         QCOMPARE(l1.rows(), 2);
         QCOMPARE(t.program.aktifform, u"2"_s); // its load did not run again
 
-        // The keys of the screen work at once, not only behind a click into it.
-        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        // The keys of a screen work at once, behind the button and behind the screen above it.
+        window.open(u"cr"_s);
+        for (int screens = 2; screens > 0; --screens) {
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+            QTRY_COMPARE(window.findChildren<QMdiSubWindow *>().size(), screens - 1);
+        }
         QTRY_VERIFY(!window.findChild<FatWindow *>());
         window.open(u"fat"_s);
         QVERIFY(window.findChild<FatWindow *>()->fat().liste.l1.isEmpty());
