@@ -1,15 +1,12 @@
 #include "cards/screens/crwindow.h"
 
-#include "cards/screens/cardwidgets.h"
 #include "controls/gridview.h"
-#include "controls/titlestrip.h"
+#include "controls/transferwidgets.h"
 
 #include <QLabel>
 #include <QPushButton>
-#include <QShortcut>
 #include <QStatusBar>
 #include <QTimer>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace kervan {
@@ -32,10 +29,7 @@ CrWindow::CrWindow(Program &program, QWidget *parent)
     column->addWidget(cards(), 1);
     column->addWidget(statusBar());
 
-    connect(strip->closeButton(), &QAbstractButton::clicked, this, &CrWindow::closeWanted);
-    auto *escape = new QShortcut(Qt::Key_Escape, this);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(escape, &QShortcut::activated, this, &CrWindow::closeWanted);
+    letClose(this, strip);
     connect(new FileDrop(this), &FileDrop::dropped, this,
             [this](const QString &path) { m_cr.dosyaac(path); });
     findChild<QPushButton *>(u"chameleonButton5"_s)->setFocus();
@@ -76,12 +70,12 @@ QWidget *CrWindow::cards()
     view->setAccessibleName(u"Cari Kart Listesi"_s);
     view->setEmptyText(u"\"Cari Dosyası Aç\" ile bir .txt dosyası seçin ya da dosyayı buraya "
                        "sürükleyin."_s);
-    return cardFrame(view);
+    return plainFrame(view);
 }
 
 QStatusBar *CrWindow::statusBar()
 {
-    auto *bar = cardStatusBar(u"Cari Kart Sayısı:"_s, m_cr.kartSayisi, m_cr.bilgi, m_cr.pr1);
+    auto *bar = transferStatusBar(u"Cari Kart Sayısı:"_s, m_cr.kartSayisi, m_cr.bilgi, m_cr.pr1);
     bar->addPermanentWidget(valueLabel(u"sb1_3"_s, m_date));
     bar->addPermanentWidget(valueLabel(u"sb1_4"_s, m_time));
     auto *timer = new QTimer(this);

@@ -1,18 +1,15 @@
 #include "cards/screens/stoktrfwindow.h"
 
-#include "cards/screens/cardwidgets.h"
 #include "controls/binding.h"
 #include "controls/gridview.h"
-#include "controls/titlestrip.h"
+#include "controls/transferwidgets.h"
 
 #include <QComboBox>
 #include <QGridLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
 #include <QStatusBar>
-#include <QToolButton>
 
 namespace kervan {
 
@@ -32,13 +29,10 @@ StoktrfWindow::StoktrfWindow(Program &program, QWidget *parent)
     column->addWidget(commands());
     column->addWidget(choices());
     column->addWidget(cards(), 1);
-    column->addWidget(cardStatusBar(u"Stok Kart Sayısı:"_s, m_stoktrf.kartSayisi, m_stoktrf.bilgi,
-                                    m_stoktrf.pr1));
+    column->addWidget(transferStatusBar(u"Stok Kart Sayısı:"_s, m_stoktrf.kartSayisi,
+                                        m_stoktrf.bilgi, m_stoktrf.pr1));
 
-    connect(strip->closeButton(), &QAbstractButton::clicked, this, &StoktrfWindow::closeWanted);
-    auto *escape = new QShortcut(Qt::Key_Escape, this);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(escape, &QShortcut::activated, this, &StoktrfWindow::closeWanted);
+    letClose(this, strip);
     connect(new FileDrop(this), &FileDrop::dropped, this,
             [this](const QString &path) { m_stoktrf.dosyaac(path); });
     m_stoktrf.load();
@@ -71,12 +65,9 @@ QWidget *StoktrfWindow::choices()
     grid->setHorizontalSpacing(8);
     int place = 0;
     const auto put = [&](const QString &caption, QWidget *field) {
-        auto *label = new QLabel(caption);
-        label->setBuddy(field);
-        field->setAccessibleName(caption);
         const int row = place / 3;
         const int column = place++ % 3 * 2;
-        grid->addWidget(label, row, column);
+        grid->addWidget(labelFor(field, caption), row, column);
         grid->addWidget(field, row, column + 1);
         grid->setColumnStretch(column + 1, 1);
     };
@@ -101,7 +92,7 @@ QWidget *StoktrfWindow::cards()
     view->setAccessibleName(u"Stok Kart Listesi"_s);
     view->setEmptyText(u"\"Stok Dosyası Aç\" ile bir .txt dosyası seçin ya da dosyayı buraya "
                        "sürükleyin."_s);
-    return cardFrame(view);
+    return plainFrame(view);
 }
 
 } // namespace kervan

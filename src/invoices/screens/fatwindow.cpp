@@ -3,18 +3,15 @@
 #include "controls/binding.h"
 #include "controls/gridview.h"
 #include "controls/pictures.h"
-#include "controls/titlestrip.h"
+#include "controls/transferwidgets.h"
 
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
-#include <QDragEnterEvent>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
-#include <QMimeData>
-#include <QProgressBar>
 #include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
@@ -26,23 +23,6 @@ namespace kervan {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QLabel *labelFor(QWidget *buddy, const QString &text)
-{
-    auto *label = new QLabel(text);
-    label->setBuddy(buddy);
-    buddy->setAccessibleName(text);
-    return label;
-}
-
-QLabel *value(const QString &name, TextField &field)
-{
-    auto *label = new QLabel;
-    label->setObjectName(name);
-    label->setTextInteractionFlags(Qt::TextSelectableByMouse);
-    bind(label, field);
-    return label;
-}
 
 QGroupBox *listFrame(const QString &caption, GridView *view)
 {
@@ -82,7 +62,8 @@ FatWindow::FatWindow(Program &program, QWidget *parent)
 {
     setObjectName(u"fat"_s);
     setWindowTitle(u"Fatura Transferi"_s);
-    setAcceptDrops(true);
+    connect(new FileDrop(this), &FileDrop::dropped, this,
+            [this](const QString &path) { m_fat.dosyaac(path); });
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(8, 8, 8, 4);
     column->setSpacing(6);
@@ -97,14 +78,12 @@ FatWindow::FatWindow(Program &program, QWidget *parent)
     lists->setStretchFactor(1, 2);
     lists->setChildrenCollapsible(false);
     column->addWidget(lists, 1);
-    column->addWidget(statusBar());
+    column->addWidget(
+        transferStatusBar(u"Fatura Sayısı:"_s, m_fat.liste.satirSayisi, m_fat.bilgi, m_fat.pr1));
 
     bind(m_strip->caption(), m_fat.baslik);
-    m_strip->addNote(value(u"Label9"_s, m_fat.link.Label9));
-    connect(m_strip->closeButton(), &QAbstractButton::clicked, this, &FatWindow::closeWanted);
-    auto *escape = new QShortcut(Qt::Key_Escape, this);
-    escape->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(escape, &QShortcut::activated, this, &FatWindow::closeWanted);
+    m_strip->addNote(valueLabel(u"Label9"_s, m_fat.link.Label9));
+    letClose(this, m_strip);
     connectList();
     m_fat.load();
     findChild<QPushButton *>(u"chameleonButton5"_s)->setFocus();
@@ -114,13 +93,7 @@ QPushButton *FatWindow::command(const QString &name, const QString &caption,
                                 const QString &pictureName, const QString &keys,
                                 void (Fat::*action)())
 {
-    auto *button = new QPushButton(picture(pictureName), caption);
-    button->setObjectName(name);
-    button->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
-    button->setAutoDefault(true); // Enter presses it
-    auto *shortcut = new QShortcut(QKeySequence(keys), this);
-    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(shortcut, &QShortcut::activated, button, &QAbstractButton::click);
+    auto *button = commandButton(this, name, caption, pictureName, keys);
     if (action)
         connect(button, &QAbstractButton::clicked, this, [this, action] { (m_fat.*action)(); });
     return button;
@@ -189,7 +162,7 @@ QWidget *FatWindow::choices()
     kind->setToolTip(u"Fatura türü"_s);
     grid->addWidget(kind, 0, 6, 1, 2);
     put(1, 0, u"Ödeme Plan Kodu:"_s, choice(u"c5"_s, m_fat.c5, &Fat::c5sec));
-    auto *plan = value(u"odmplnkod"_s, m_fat.odmplnkod);
+    auto *plan = valueLabel(u"odmplnkod"_s, m_fat.odmplnkod);
     plan->setToolTip(u"Belgeye yazılan ödeme planı"_s);
     grid->addWidget(plan, 1, 2, 1, 2);
     put(1, 4, u"Fatura Özel Kodu:"_s, choice(u"c4"_s, m_fat.c4));
@@ -200,7 +173,7 @@ QWidget *FatWindow::choices()
     auto *vat = new QWidget;
     auto *vatRow = new QHBoxLayout(vat);
     vatRow->setContentsMargins(0, 0, 0, 0);
-    auto *rate = value(u"kdyaz"_s, m_fat.kdyaz);
+    auto *rate = valueLabel(u"kdyaz"_s, m_fat.kdyaz);
     vatRow->addWidget(labelFor(rate, u"Gen.Kdv:"_s));
     vatRow->addWidget(rate, 1);
     grid->addWidget(vat, 1, 7);
@@ -261,26 +234,6 @@ QWidget *FatWindow::lines()
     return listFrame(u"Fatura Kalemleri"_s, view);
 }
 
-QWidget *FatWindow::statusBar()
-{
-    auto *bar = new QStatusBar;
-    bar->setObjectName(u"sb1"_s);
-    bar->setSizeGripEnabled(false);
-    bar->addWidget(new QLabel(u"Fatura Sayısı:"_s));
-    bar->addWidget(value(u"sb1_2"_s, m_fat.liste.satirSayisi));
-    auto *note = value(u"bilgi"_s, m_fat.bilgi);
-    note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    connect(&m_fat.bilgi, &TextField::changed, note,
-            [this, note] { note->setToolTip(m_fat.bilgi.text().toHtmlEscaped()); });
-    bar->addWidget(note, 1);
-    auto *progress = new QProgressBar;
-    progress->setObjectName(u"pr1"_s);
-    progress->setMaximumWidth(260);
-    bar->addPermanentWidget(progress);
-    bind(progress, m_fat.pr1);
-    return bar;
-}
-
 void FatWindow::connectList()
 {
     // A row is chosen by a click or by moving to it; a re-read list has no row chosen.
@@ -294,18 +247,6 @@ void FatWindow::connectList()
     auto *remove = new QShortcut(Qt::Key_Delete, m_l1);
     remove->setContext(Qt::WidgetShortcut);
     connect(remove, &QShortcut::activated, this, [this] { m_fat.liste.secilenlerisil(); });
-}
-
-void FatWindow::dragEnterEvent(QDragEnterEvent *event)
-{
-    if (event->mimeData()->hasUrls() && event->mimeData()->urls().first().isLocalFile())
-        event->acceptProposedAction();
-}
-
-void FatWindow::dropEvent(QDropEvent *event)
-{
-    event->acceptProposedAction();
-    m_fat.dosyaac(event->mimeData()->urls().first().toLocalFile());
 }
 
 } // namespace kervan

@@ -28,17 +28,12 @@ Q_SIGNALS:
     /// "Fatura Liste Seçim" was pressed; its menu belongs at this place of the desktop.
     void listMenuWanted(const QPoint &place);
 
-protected:
-    void dragEnterEvent(QDragEnterEvent *event) override;
-    void dropEvent(QDropEvent *event) override;
-
 private:
     QWidget *commands();
     QWidget *choices();
     QWidget *filters();
     QWidget *invoices();
     QWidget *lines();
-    QWidget *statusBar();
     QPushButton *command(const QString &name, const QString &caption, const QString &pictureName,
                          const QString &keys, void (Fat::*action)());
     QComboBox *choice(const QString &name, ChoiceField &field, void (Fat::*action)() = nullptr,

@@ -1,16 +1,14 @@
-#include "cards/screens/cardwidgets.h"
+#include "controls/transferwidgets.h"
 
 #include "controls/binding.h"
 #include "controls/gridview.h"
 #include "controls/pictures.h"
-#include "controls/titlestrip.h"
 
 #include <QDropEvent>
 #include <QLabel>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
-#include <QShortcut>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
@@ -33,7 +31,7 @@ QPushButton *commandButton(QWidget *window, const QString &name, const QString &
     auto *button = new QPushButton(picture(pictureName), caption);
     button->setObjectName(name);
     button->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
-    button->setAutoDefault(false);
+    button->setAutoDefault(true); // Enter presses it
     auto *shortcut = new QShortcut(QKeySequence(keys), window);
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
     QObject::connect(shortcut, &QShortcut::activated, button, &QAbstractButton::click);
@@ -49,7 +47,15 @@ QLabel *valueLabel(const QString &name, TextField &field)
     return label;
 }
 
-QFrame *cardFrame(GridView *view)
+QLabel *labelFor(QWidget *buddy, const QString &text)
+{
+    auto *label = new QLabel(text);
+    label->setBuddy(buddy);
+    buddy->setAccessibleName(text);
+    return label;
+}
+
+QFrame *plainFrame(GridView *view)
 {
     auto *frame = new QFrame;
     frame->setObjectName(u"f2"_s);
@@ -60,8 +66,8 @@ QFrame *cardFrame(GridView *view)
     return frame;
 }
 
-QStatusBar *cardStatusBar(const QString &countCaption, TextField &count, TextField &bilgi,
-                          ProgressField &progress)
+QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, TextField &bilgi,
+                              ProgressField &progress)
 {
     auto *bar = new QStatusBar;
     bar->setObjectName(u"sb1"_s);

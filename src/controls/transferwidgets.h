@@ -1,0 +1,68 @@
+#pragma once
+
+#include "base/fields.h"
+#include "controls/titlestrip.h"
+
+#include <QObject>
+#include <QShortcut>
+#include <QString>
+#include <QToolButton>
+
+class QFrame;
+class QLabel;
+class QPushButton;
+class QStatusBar;
+class QWidget;
+
+namespace kervan {
+
+class GridView;
+
+// The pieces that the windows of the transfers are made of.
+
+/// The strip `bar1` with its title `bart` in the middle.
+TitleStrip *titleStrip(const QString &title);
+
+/// A command of the window: a button, and the keys that press it anywhere on the window.
+QPushButton *commandButton(QWidget *window, const QString &name, const QString &caption,
+                           const QString &pictureName, const QString &keys);
+
+/// Shows a text that can be selected and copied.
+QLabel *valueLabel(const QString &name, TextField &field);
+
+/// The label of a control, which it names for those who do not see it.
+QLabel *labelFor(QWidget *buddy, const QString &text);
+
+/// The frame `f2` around a list without a caption.
+QFrame *plainFrame(GridView *view);
+
+/// The status bar `sb1`: a caption and the number of rows, then what failed, and the progress bar.
+QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, TextField &bilgi,
+                              ProgressField &progress);
+
+/// The button of the strip and Esc, anywhere on the window, ask for its closing.
+template<class Window>
+void letClose(Window *window, TitleStrip *strip)
+{
+    auto *escape = new QShortcut(Qt::Key_Escape, window);
+    escape->setContext(Qt::WidgetWithChildrenShortcut);
+    QObject::connect(escape, &QShortcut::activated, window, &Window::closeWanted);
+    QObject::connect(strip->closeButton(), &QAbstractButton::clicked, window, &Window::closeWanted);
+}
+
+/// Takes a file that is dropped on the window.
+class FileDrop : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit FileDrop(QWidget *window);
+
+Q_SIGNALS:
+    void dropped(const QString &path);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+};
+
+} // namespace kervan
