@@ -1,5 +1,7 @@
 #include "app/realports.h"
 
+#include "base/failure.h"
+
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -94,6 +96,9 @@ class ClosedConnection : public SqlConnection
 {
 public:
     bool isOpen() const override { return false; }
+
+protected:
+    SqlRows send(const QString &) override { throw Failure(u"SQL bağlantısı yok."_s); }
 };
 
 } // namespace

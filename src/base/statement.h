@@ -2,12 +2,13 @@
 
 #include <QString>
 
+#include <algorithm>
 #include <optional>
 
 namespace kervan {
 
 /// A statement that is put together from fixed text and values that go between quotes as they
-/// stand. It remembers the values, so that whoever runs it can refuse one that would end its own
+/// stand. It watches the values, so that whoever runs it can refuse one that would end its own
 /// quotes and turn the text into another statement.
 class Statement
 {
@@ -30,9 +31,20 @@ public:
         return *this;
     }
 
+    /// A part of a table's name: letters, digits and underscores alone stay inside it.
+    Statement &name(QStringView part)
+    {
+        const bool stays =
+            std::ranges::all_of(part, [](QChar c) { return c.isLetterOrNumber() || c == u'_'; });
+        if (!m_breaking && !stays)
+            m_breaking = part.toString();
+        m_text += part;
+        return *this;
+    }
+
     /// The whole statement, word for word.
     const QString &text() const { return m_text; }
-    /// The first value that does not stay inside its quotes, if there is one.
+    /// The first value or name that does not stay in its place, if there is one.
     const std::optional<QString> &breakingValue() const { return m_breaking; }
 
 private:

@@ -19,18 +19,27 @@ void fail(const QString &why)
 class FakeConnection : public SqlConnection
 {
 public:
-    FakeConnection(bool open, int &held)
-        : m_open(open)
-        , m_held(held)
+    explicit FakeConnection(FakeSqlServer &server)
+        : m_open(server.opens)
+        , m_server(server)
     {
-        ++m_held;
+        ++m_server.held;
     }
-    ~FakeConnection() override { --m_held; }
+    ~FakeConnection() override { --m_server.held; }
     bool isOpen() const override { return m_open; }
+
+protected:
+    SqlRows send(const QString &statement) override
+    {
+        if (!m_open)
+            throw Failure(u"bağlantı kapalı"_s);
+        m_server.statements << statement;
+        return m_server.answer(statement);
+    }
 
 private:
     bool m_open;
-    int &m_held;
+    FakeSqlServer &m_server;
 };
 
 QString told(const Box &box)
@@ -72,7 +81,7 @@ std::unique_ptr<SqlConnection> FakeSqlServer::connect(const QString &connectionT
     options = sqlOptions;
     if (!failure.isEmpty())
         throw Failure(failure);
-    return std::make_unique<FakeConnection>(opens, held);
+    return std::make_unique<FakeConnection>(*this);
 }
 
 TestProgram::TestProgram()

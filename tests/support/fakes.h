@@ -6,6 +6,8 @@
 #include <QTemporaryDir>
 #include <QTest>
 
+#include <functional>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -59,7 +61,7 @@ public:
 };
 
 /// Gives connections that are open, closed or fail, keeps what was asked for, and counts the
-/// connections that are held.
+/// connections that are held. Statements get laid-down answers.
 class FakeSqlServer : public SqlServer
 {
 public:
@@ -68,6 +70,11 @@ public:
     QStringList texts;
     SqlOptions options;
     int held = 0;
+    QStringList statements; ///< all that were sent
+    /// Answers a statement, or throws.
+    std::function<SqlRows(const QString &statement)> answer = [](const QString &) -> SqlRows {
+        return {};
+    };
 
     std::unique_ptr<SqlConnection> connect(const QString &connectionText,
                                            const SqlOptions &sqlOptions) override;
