@@ -44,6 +44,14 @@ QString bracedForFreeTds(const QString &value)
     return value.startsWith(u'{') ? u'{' + value + u'}' : value;
 }
 
+// "host\\instance,port": the port says it all, but FreeTDS would look for the instance all the
+// same.
+QString withoutNeedlessInstance(const QString &server)
+{
+    const qsizetype comma = server.indexOf(u',');
+    return comma < 0 ? server : server.section(u'\\', 0, 0).section(u',', 0, 0) + server.mid(comma);
+}
+
 } // namespace
 
 QString chosenDriver(const QStringList &registered)
@@ -65,9 +73,9 @@ QString driverText(const QString &connectionText, const QString &driver)
     const auto value = [&](const QString &key) {
         return version < 0 ? bracedForFreeTds(pairs[key]) : braced(pairs[key]);
     };
-    QString text = u"Driver={%1};Server=%2;UID="_s.arg(driver, pairs[u"server"_s]) +
-                   value(u"uid"_s) + u";PWD="_s + value(u"pwd"_s) + u";Database="_s +
-                   value(u"database"_s) + u';';
+    const QString server = withoutNeedlessInstance(pairs[u"server"_s]);
+    QString text = u"Driver={%1};Server=%2;UID="_s.arg(driver, server) + value(u"uid"_s) +
+                   u";PWD="_s + value(u"pwd"_s) + u";Database="_s + value(u"database"_s) + u';';
     if (version < 0) {
         // Left to itself, FreeTDS tries one version after another, each with a whole time-out. A
         // server that is older than the named one answers in its own.

@@ -1,15 +1,22 @@
 #include "odbc/odbcserver.h"
 
+#include "base/failure.h"
 #include "odbc/drivertext.h"
 #include "odbc/odbchandle.h"
 
 #include <array>
+#include <chrono>
+#include <future>
+#include <thread>
 
 namespace kervan {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// So long a driver may take to tell that its login time-out is over.
+constexpr auto graceOfTheDriver = std::chrono::milliseconds(500);
 
 // Reads a field whole: a long one comes in pieces. Null is empty.
 QString field(const OdbcHandle &statement, SQLUSMALLINT column)
@@ -56,6 +63,8 @@ SqlRows readRows(const OdbcHandle &statement, SQLSMALLINT columns)
     return rows;
 }
 
+// Statements are run by the interface's own defaults: no cursor on the server, forward only, read
+// only, each on its own in autocommit.
 class OdbcConnection : public SqlConnection
 {
 public:
@@ -115,7 +124,17 @@ SqlRows OdbcConnection::send(const QString &statement)
 std::unique_ptr<SqlConnection> OdbcServer::connect(const QString &connectionText,
                                                    const SqlOptions &options)
 {
-    return std::make_unique<OdbcConnection>(connectionText, options);
+    // A driver keeps the login time-out only once it has an address: finding the host's, or the
+    // port of an instance, may take it much longer. So it tries aside, and is left to end by itself
+    // when it comes too late.
+    std::packaged_task<std::unique_ptr<SqlConnection>()> opening(
+        [=] { return std::make_unique<OdbcConnection>(connectionText, options); });
+    auto opened = opening.get_future();
+    std::thread(std::move(opening)).detach();
+    const auto limit = std::chrono::seconds(options.connectionTimeout) + graceOfTheDriver;
+    if (options.connectionTimeout > 0 && opened.wait_for(limit) == std::future_status::timeout)
+        throw Failure(u"SQL Server %1 saniye içinde bulunamadı."_s.arg(options.connectionTimeout));
+    return opened.get();
 }
 
 } // namespace kervan

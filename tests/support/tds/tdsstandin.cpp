@@ -139,6 +139,22 @@ void Session::sendAfter(int delay, const QByteArray &answer)
         m_late.start(delay);
 }
 
+qsizetype writeRows(TdsWriter &answer, const QList<TdsColumn> &columns, QSqlQuery &query)
+{
+    constexpr int columnsKind = 0x81;
+    constexpr int rowKind = 0xD1;
+    answer.byte(columnsKind).number(quint16(columns.size()));
+    for (const TdsColumn &column : columns)
+        column.writeHead(answer);
+    qsizetype rows = 0;
+    for (; query.next(); ++rows) {
+        answer.byte(rowKind);
+        for (int i = 0; i < columns.size(); ++i)
+            columns[i].writeValue(answer, query.value(i));
+    }
+    return rows;
+}
+
 QByteArray failed(int error, const QString &sentence)
 {
     return errorToken(error, sentence) + doneToken(TdsEnd::Error);
@@ -148,8 +164,7 @@ QByteArray failed(int error, const QString &sentence)
 
 StandinListener::StandinListener()
 {
-    const QString name = u"standin%1"_s.arg(quintptr(this));
-    m_database = QSqlDatabase::addDatabase(u"QSQLITE"_s, name);
+    m_database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"standin%1"_s.arg(quintptr(this)));
     m_database.setDatabaseName(u":memory:"_s);
     if (!m_database.open() || !listen(QHostAddress::LocalHost))
         qFatal("the stand-in does not start");
@@ -188,7 +203,7 @@ QByteArray StandinListener::loginAnswerTo(const TdsLogin &login) const
 QByteArray StandinListener::answer(const QString &statement)
 {
     constexpr int errorOfTheUser = 50000;
-    if (!manners.error.isEmpty())
+    if (!manners.error.isEmpty() && !manners.errorBehindRows)
         return failed(errorOfTheUser, manners.error);
     static const QRegularExpression hint(u"\\s*\\bWITH\\s*\\(\\s*NOLOCK\\s*\\)"_s,
                                          QRegularExpression::CaseInsensitiveOption);
@@ -197,23 +212,12 @@ QByteArray StandinListener::answer(const QString &statement)
     query.setForwardOnly(true);
     if (!query.exec(plain))
         return failed(errorOfTheUser, query.lastError().databaseText());
-    if (!query.isSelect())
-        return doneToken(TdsEnd::Counted, query.numRowsAffected());
-
-    constexpr int columnsKind = 0x81;
-    constexpr int rowKind = 0xD1;
-    const QList<TdsColumn> columns = columnsOf(plain);
     TdsWriter answer;
-    answer.byte(columnsKind).number(quint16(columns.size()));
-    for (const TdsColumn &column : columns)
-        column.writeHead(answer);
-    int rows = 0;
-    for (; query.next(); ++rows) {
-        answer.byte(rowKind);
-        for (int i = 0; i < columns.size(); ++i)
-            columns[i].writeValue(answer, query.value(i));
-    }
-    return answer.bytes() + doneToken(TdsEnd::Counted, rows);
+    const qsizetype count =
+        query.isSelect() ? writeRows(answer, columnsOf(plain), query) : query.numRowsAffected();
+    if (manners.error.isEmpty())
+        return answer.bytes() + doneToken(TdsEnd::Counted, count);
+    return answer.bytes() + doneToken(TdsEnd::More) + failed(errorOfTheUser, manners.error);
 }
 
 // SQLite tells the declared types of a view's columns, wherever they come from.

@@ -159,9 +159,6 @@ TdsColumn::TdsColumn(const QString &name, const QString &declared)
     if (integers.contains(type)) {
         m_type = Type::Int;
         m_size = integers[type];
-    } else if (type == u"float"_s) {
-        m_type = Type::Float;
-        m_size = 8;
     } else if (type == u"decimal"_s) {
         m_type = Type::Decimal;
         m_size = first;
@@ -192,8 +189,6 @@ void TdsColumn::writeValue(TdsWriter &writer, const QVariant &value) const
         return writeText(writer, value);
     if (value.isNull()) {
         writer.byte(0);
-    } else if (m_type == Type::Float) {
-        writer.byte(m_size).number(value.toDouble());
     } else if (m_type == Type::Decimal) {
         const qint64 digits =
             QString::number(value.toDouble(), 'f', m_scale).remove(u'.').toLongLong();

@@ -76,7 +76,13 @@ QByteArray loginAnswer(const QString &database);
 QByteArray errorToken(int error, const QString &sentence);
 
 /// The token that ends an answer.
-enum class TdsEnd : quint16 { Good = 0x00, Error = 0x02, Counted = 0x10, Cancelled = 0x20 };
+enum class TdsEnd : quint16 {
+    Good = 0x00,
+    More = 0x01,
+    Error = 0x02,
+    Counted = 0x10,
+    Cancelled = 0x20
+};
 QByteArray doneToken(TdsEnd end, qsizetype rows = 0);
 
 /// A column of an answer, by the type that its table declares.
@@ -88,13 +94,7 @@ public:
     void writeValue(TdsWriter &writer, const QVariant &value) const;
 
 private:
-    enum class Type : quint8 {
-        Int = 0x26,
-        Decimal = 0x6A,
-        Float = 0x6D,
-        Narrow = 0xA7,
-        Wide = 0xE7
-    };
+    enum class Type : quint8 { Int = 0x26, Decimal = 0x6A, Narrow = 0xA7, Wide = 0xE7 };
     void writeText(TdsWriter &writer, const QVariant &value) const;
 
     QString m_name;
