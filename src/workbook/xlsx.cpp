@@ -82,6 +82,8 @@ private:
         }
         if (m_package.has("xl/workbook.xml"))
             return "xl/workbook.xml";
+        if (m_package.has("content.xml"))
+            throw Failure(u"OpenDocument biçimi okunmaz; .xlsx olarak kaydedin"_s);
         throw Failure(u"Excel çalışma kitabı değil"_s);
     }
 
