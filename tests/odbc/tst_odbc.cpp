@@ -302,7 +302,8 @@ void TestOdbc::anErrorOfTheServerIsTold_data()
 void TestOdbc::anErrorOfTheServerIsTold()
 {
     QFETCH(bool, behindRows);
-    const QString sentence = u"[dbo].[L_CAPIFIRM] nesnesi üzerinde izin yok: "_s + letters.toString();
+    const QString sentence =
+        u"[dbo].[L_CAPIFIRM] nesnesi üzerinde izin yok: "_s + letters.toString();
     const auto connection = connect();
     m_server->behave({.error = sentence, .errorBehindRows = behindRows});
     QCOMPARE(failureOf([&] { connection->run(firms()); }), sentence);
