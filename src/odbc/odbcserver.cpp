@@ -100,7 +100,7 @@ SqlRows OdbcConnection::send(const QString &statement)
         handle.check(SQLSetStmtAttrW(handle.get(), attribute, number(value), SQL_IS_UINTEGER));
     };
     set(SQL_ATTR_QUERY_TIMEOUT, SQLULEN(m_options.commandTimeout));
-    // The text goes to the server word for word; no brace in it is an escape of ODBC.
+    // Word for word: a driver that heeds this looks for no escapes of its own in the text.
     set(SQL_ATTR_NOSCAN, SQL_NOSCAN_ON);
     handle.check(SQLExecDirectW(handle.get(), wide(statement), SQL_NTS));
     SqlRows rows;
