@@ -57,6 +57,8 @@ public:
 
 Q_SIGNALS:
     void entriesChanged();
+    /// The procedure wants the user to choose now.
+    void dropWanted();
 
 private:
     QStringList m_entries;

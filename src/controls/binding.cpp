@@ -5,6 +5,7 @@
 #include <QDateEdit>
 #include <QElapsedTimer>
 #include <QEvent>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -88,6 +89,10 @@ void bind(QComboBox *box, ChoiceField &field)
     QObject::connect(&field, &ChoiceField::entriesChanged, box, fill);
     QObject::connect(&field, &ChoiceField::changed, box, show);
     followFocus(box, field);
+    QObject::connect(&field, &ChoiceField::dropWanted, box, [box] {
+        box->setFocus();
+        box->showPopup();
+    });
     QObject::connect(box, &QComboBox::activated, &field,
                      [box, &field](int index) { field.setText(box->itemText(index)); });
     if (box->isEditable())
@@ -131,6 +136,16 @@ void bind(QProgressBar *bar, ProgressField &field)
         sinceRepaint->restart();
         show();
         bar->repaint();
+    });
+}
+
+void bindHourglass(QWidget *window, CheckField &field)
+{
+    QObject::connect(&field, &CheckField::changed, window, [&field] {
+        if (field.isChecked())
+            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
+        else
+            QGuiApplication::restoreOverrideCursor();
     });
 }
 

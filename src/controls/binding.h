@@ -8,6 +8,7 @@ class QDateEdit;
 class QLabel;
 class QLineEdit;
 class QProgressBar;
+class QWidget;
 
 namespace kervan {
 
@@ -21,5 +22,7 @@ void bind(QCheckBox *box, CheckField &field);
 void bind(QDateEdit *edit, DateField &field);
 /// The bar is repainted at once, so that long work shows without letting clicks in.
 void bind(QProgressBar *bar, ProgressField &field);
+/// The pointer is an hourglass while the field is checked.
+void bindHourglass(QWidget *window, CheckField &field);
 
 } // namespace kervan

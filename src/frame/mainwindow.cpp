@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "cards/screens/crwindow.h"
 #include "cards/screens/stoktrfwindow.h"
+#include "cards/screens/stwindow.h"
 #include "controls/bigbutton.h"
 #include "controls/pictures.h"
 #include "frame/entries.h"
@@ -149,8 +150,13 @@ QWidget *MainWindow::makeTransfer(const QString &screen)
     }
     if (screen == u"sayimform")
         return closable(new SayimWindow(m_program));
-    if (screen == u"stoktrf")
-        return closable(new StoktrfWindow(m_program));
+    if (screen == u"stoktrf") {
+        auto *stoktrf = closable(new StoktrfWindow(m_program));
+        connect(stoktrf, &StoktrfWindow::meyWanted, this, [this] { open(u"st"_s); });
+        return stoktrf;
+    }
+    if (screen == u"st")
+        return closable(new StWindow(m_program));
     if (screen != u"fat")
         return nullptr;
     auto *fat = closable(new FatWindow(m_program));

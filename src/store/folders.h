@@ -12,4 +12,10 @@ struct Folders
     QString xc, xs, xf; // targets of the same three
 };
 
+class LocalDb;
+
+/// Takes the values over from table `yol` of the open database; a table that can't be read is a
+/// Failure.
+void loadFolders(LocalDb &db, Folders &folders);
+
 } // namespace kervan

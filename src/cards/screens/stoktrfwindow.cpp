@@ -50,9 +50,13 @@ QWidget *StoktrfWindow::commands()
     auto *save =
         commandButton(this, u"chameleonButton1"_s, u"Logo Xml Kaydet"_s, u"save"_s, u"Ctrl+S"_s);
     connect(save, &QAbstractButton::clicked, this, [this] { m_stoktrf.xmlkaydet(); });
+    auto *mey = commandButton(this, u"meystok"_s, u"Mey Stok Listesi"_s, u"stok"_s, u"Ctrl+M"_s);
+    connect(mey, &QAbstractButton::clicked, this, &StoktrfWindow::meyWanted);
     row->addWidget(open);
     row->addSpacing(12);
     row->addWidget(save);
+    row->addSpacing(12);
+    row->addWidget(mey);
     row->addStretch();
     return bar;
 }

@@ -18,6 +18,8 @@ public:
 
 Q_SIGNALS:
     void closeWanted();
+    /// "Mey Stok Listesi" was pressed.
+    void meyWanted();
 
 private:
     QWidget *commands();

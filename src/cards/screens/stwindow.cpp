@@ -1,0 +1,111 @@
+#include "cards/screens/stwindow.h"
+
+#include "controls/binding.h"
+#include "controls/gridview.h"
+#include "controls/transferwidgets.h"
+
+#include <QComboBox>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+StWindow::StWindow(Program &program, QWidget *parent)
+    : QWidget(parent)
+    , m_st(program)
+{
+    setObjectName(u"st"_s);
+    setWindowTitle(u"Stok Kartı Transferi"_s);
+    auto *strip = titleStrip(u"STOK KART TRANSFERİ"_s);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(8, 8, 8, 4);
+    column->setSpacing(6);
+    column->addWidget(strip);
+    column->addWidget(commands());
+    column->addWidget(choices());
+    column->addWidget(cards(), 1);
+    column->addWidget(transferStatusBar({}, m_nothing, m_st.bilgi, m_st.pr1));
+
+    letClose(this, strip);
+    bindHourglass(this, m_st.mesgul);
+    connect(new FileDrop(this), &FileDrop::dropped, this,
+            [this](const QString &path) { m_st.kontrol(path); });
+    m_st.load();
+    findChild<QPushButton *>(u"chameleonButton5"_s)->setFocus();
+}
+
+QWidget *StWindow::commands()
+{
+    auto *bar = new QWidget;
+    auto *row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    auto *open = commandButton(this, u"chameleonButton5"_s, u"Manual Aç"_s, u"open"_s, u"Ctrl+O"_s);
+    connect(open, &QAbstractButton::clicked, this, [this] { m_st.manualac(); });
+    auto *automatic = new QPushButton(u"Otomatik Aç"_s); // without an action, as it is meant
+    automatic->setObjectName(u"chameleonButton2"_s);
+    auto *save = commandButton(this, u"chameleonButton1"_s, u"Logo Xml Manual Kaydet"_s, u"save"_s,
+                               u"Ctrl+S"_s);
+    connect(save, &QAbstractButton::clicked, this, [this] { m_st.manualkaydet(); });
+    auto *autosave = commandButton(this, u"chameleonButton3"_s, u"Logo Xml Otomatik Kaydet"_s,
+                                   u"autosave"_s, u"Ctrl+Shift+S"_s);
+    connect(autosave, &QAbstractButton::clicked, this, [this] { m_st.otomatikkaydet(); });
+    row->addWidget(open);
+    row->addWidget(automatic);
+    row->addSpacing(12);
+    row->addWidget(save);
+    row->addWidget(autosave);
+    row->addStretch();
+    return bar;
+}
+
+QWidget *StWindow::choices()
+{
+    auto *bar = new QWidget;
+    auto *row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    const auto add = [&](const QString &name, const QString &label, ChoiceField &field) {
+        auto *list = new QComboBox;
+        list->setObjectName(name);
+        list->setMinimumContentsLength(14);
+        bind(list, field);
+        row->addWidget(labelFor(list, label));
+        row->addWidget(list, 1);
+        return list;
+    };
+    connect(add(u"c1"_s, u"Kdv Oranı:"_s, m_st.c1), &QComboBox::activated, this,
+            [this] { m_st.c1sec(); });
+    connect(add(u"c2"_s, u"Birim Seti:"_s, m_st.c2), &QComboBox::activated, this,
+            [this] { m_st.c2sec(); });
+    add(u"c3"_s, u"Statü Seçimi:"_s, m_st.c3);
+    auto *count = new QLineEdit;
+    count->setObjectName(u"Text1"_s);
+    count->setReadOnly(true);
+    count->setMaximumWidth(90);
+    count->setAlignment(Qt::AlignRight);
+    bind(count, m_st.Text1);
+    row->addWidget(labelFor(count, u"Kayıt Sayısı:"_s));
+    row->addWidget(count);
+    return bar;
+}
+
+QWidget *StWindow::cards()
+{
+    auto *frame = new QGroupBox(u"Mey Stok Kart Listesi"_s);
+    frame->setObjectName(u"f1"_s);
+    auto *view = new GridView(m_st.l1, u"l1"_s);
+    view->setAccessibleName(u"Mey Stok Kart Listesi"_s);
+    view->setEmptyText(u"\"Manual Aç\" ile bir .xls dosyası seçin ya da dosyayı buraya "
+                       "sürükleyin."_s);
+    auto *column = new QVBoxLayout(frame);
+    column->addWidget(view);
+    return frame;
+}
+
+} // namespace kervan

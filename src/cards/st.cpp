@@ -1,0 +1,230 @@
+#include "cards/st.h"
+
+#include "cards/cardfiles.h"
+#include "logoxml/document.h"
+#include "logoxml/transfer.h"
+
+#include <QScopeGuard>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QList<GridColumn> stockColumns()
+{
+    return {{u"Depo"_s, 2540},  {u"Ürün Kodu"_s, 3528}, {u"Ürün Adı"_s, 6174},
+            {u"Statü"_s, 2540}, {u"Miktar"_s, 2540},    {u"Birim Fiyat"_s, 2540},
+            {u"Tutar"_s, 2540}};
+}
+
+const std::array<QString, 9> accountColumns{u"kdv"_s,    u"al"_s,     u"sat"_s,
+                                            u"ali"_s,    u"sati"_s,   u"alkdv"_s,
+                                            u"satkdv"_s, u"alikdv"_s, u"satikdv"_s};
+enum Account { Kdv, Al, Sat, Ali, Sati };
+
+// Their order is part of the format: a value is searched by every later step.
+const QList<QByteArray> placeholders{
+    "urun kodu",        "urun Aciklamasi", "Malzeme Grup Kod", "kdv orani",        "birimseti",
+    "olusturma tarihi", "olusturma saati", "olusturma dakika", "olusturma saniye", "muh al kod",
+    "muh sat kod",      "muh ali kod",     "muh sati kod"};
+
+constexpr int lastField = 18; // of those that a record is asked for
+
+} // namespace
+
+St::St(Program &program)
+    : l1(stockColumns())
+    , m_program(program)
+{
+}
+
+void St::note(const std::optional<Failure> &failed)
+{
+    addNote(bilgi, failed);
+}
+
+void St::yukle()
+{
+    LocalDb &db = m_program.db;
+    const auto read = [&](auto &&use) {
+        note(passOver([&] {
+            OpenDb open(db, m_program.path(u"data.dbs"));
+            use();
+        }));
+    };
+    bilgi.setText({});
+    read([&] { loadFolders(db, m_program.folders); });
+    QStringList entries;
+    read(
+        [&] { db.forEach(Statement(u"select * from muh"), [&] { entries << db.field(u"kdv"); }); });
+    c1.setEntries(std::exchange(entries, {}));
+    read([&] {
+        db.forEach(Statement(u"select * from birim"), [&] { entries << db.field(u"frkod"); });
+    });
+    c2.setEntries(std::exchange(entries, {}));
+    QString shown;
+    read([&] {
+        db.forEach(Statement(u"select * from statu"), [&] {
+            entries << db.field(u"statu");
+            if (db.field(u"var") == u"1")
+                shown = entries.last();
+        });
+    });
+    c3.setEntries(entries << u"Tümü"_s);
+    c3.setText(shown);
+}
+
+void St::manualac()
+{
+    const QString &es = m_program.folders.es;
+    const auto name =
+        m_program.dialogs.openName({.title = {},
+                                    .filter = u"Exel Dosyaları (xls)|*.xls"_s,
+                                    .start = es.isEmpty() ? m_program.path(u"mey exel") : es});
+    if (name)
+        kontrol(*name);
+}
+
+std::shared_ptr<const Sheet> St::sheet(const QString &path)
+{
+    return m_workbooks.sheet(path, u"cari mey"_s);
+}
+
+// One heading that fits is enough; a workbook that can't be read has none.
+void St::kontrol(const QString &path)
+{
+    bilgi.setText({});
+    const std::array<QString, 3> headings{u"Kodu"_s, u"Adı"_s, u"Ticari Ünvan"_s};
+    bool fits = false;
+    for (int field = 0; field < 3; ++field) {
+        const auto failed = passOver([&] {
+            if (sheet(path)->text(0, field) == headings[static_cast<std::size_t>(field)])
+                fits = true;
+        });
+        if (bilgi.text().isEmpty())
+            note(failed);
+    }
+    if (fits)
+        ac(path);
+    else
+        m_program.boxes.show(
+            {u"Açmaya Çalıştığınız Exel Dosyası Mey Cari Exel Dosyası Değil...!"_s, u"Dikkat"_s});
+}
+
+void St::ac(const QString &path)
+{
+    bilgi.setText({});
+    const Grid::Refill refill(l1);
+    l1.clear();
+    note(passOver([&] {
+        const auto records = sheet(path);
+        // The heading row is a record like the others; fields without a column are passed over.
+        const int fields = std::min({lastField + 1, int(Columns), records->columns()});
+        for (int record = 0; record < records->rows(); ++record) {
+            const int row = l1.addRow(records->text(record, 0));
+            for (int field = 1; field < fields; ++field)
+                l1.setCell(row, field, records->text(record, field));
+        }
+    }));
+    Text1.setText(QString::number(l1.rows()));
+}
+
+void St::c1sec()
+{
+    note(passOver([&] {
+        LocalDb &db = m_program.db;
+        OpenDb open(db, m_program.path(u"data.dbs"));
+        db.query(Statement(u"select * from muh where kdv='").value(c1.text()).text(u"'"));
+        for (std::size_t i = 0; i < m_muh.size(); ++i)
+            m_muh[i] = db.field(accountColumns[i]);
+    }));
+}
+
+void St::c2sec()
+{
+    note(passOver([&] {
+        LocalDb &db = m_program.db;
+        OpenDb open(db, m_program.path(u"data.dbs"));
+        db.query(Statement(u"select * from birim where frkod='").value(c2.text()).text(u"'"));
+        m_birim = db.field(u"frno");
+    }));
+}
+
+bool St::isReady()
+{
+    const auto warn = [this](const QString &text) {
+        m_program.boxes.show({text, u"Dikkat"_s, Icon::Exclamation});
+        return false;
+    };
+    if (l1.isEmpty())
+        return warn(u"Stok Listesinde Kayıt Bulunamadı...!"_s);
+    for (const auto &[list, text] :
+         {std::pair{&c1, u"Kdv Oranı Seçiniz...!"_s}, {&c2, u"Birim Seti Seçiniz...!"_s}}) {
+        if (!list->text().isEmpty())
+            continue;
+        warn(text);
+        Q_EMIT list->dropWanted();
+        return false;
+    }
+    return true;
+}
+
+// The one save that takes the stock target.
+QString St::hedef() const
+{
+    const Folders &folders = m_program.folders;
+    return folders.xc.isEmpty() ? m_program.path(u"logo xml") : folders.xs;
+}
+
+void St::manualkaydet()
+{
+    if (!isReady())
+        return;
+    const auto name = m_program.dialogs.saveName(
+        {.title = {}, .filter = u"Xml Dosyaları (xml)|*.xml"_s, .start = hedef()});
+    if (!name || name->isEmpty())
+        return;
+    bilgi.setText({});
+    note(endQuietly([&] { kaydet(xmlAdi(*name)); }));
+}
+
+void St::otomatikkaydet()
+{
+    if (isReady())
+        endWithReport(m_program.boxes, [this] { kaydet(m_program.folders.xs); });
+}
+
+void St::kaydet(const QString &dosya)
+{
+    if (dosya.isEmpty()) {
+        m_program.boxes.show(
+            {u"Dosya Konumu Hatalı...!Ayarlardan Dosya Konumlarını Kontrol Ediniz."_s, u"Dikkat"_s,
+             Icon::Stop});
+        return;
+    }
+    {
+        mesgul.setChecked(true);
+        pr1.start(l1.rows());
+        const auto done = qScopeGuard([this] {
+            mesgul.setChecked(false);
+            pr1.finish();
+        });
+        const Sablon xl(sablon(u"st-xl"_s), placeholders);
+        CreationTime an(m_program.clock);
+        Belge belge{sablon(u"st-baslik"_s), {}, " ", sablon(u"st-sonu"_s)};
+        for (int row = 0; row < l1.rows(); ++row) {
+            pr1.step();
+            QByteArray &record = belge.body.emplaceBack();
+            xl.doldur(QStringList{l1.cell(row, UrunKodu), l1.cell(row, UrunAdi), QString(),
+                                  m_muh[Kdv], m_birim, an.tarih(), an.saat(), an.dakika(),
+                                  an.saniye(), m_muh[Al], m_muh[Sat], m_muh[Ali], m_muh[Sati]},
+                      record);
+        }
+        belgeyaz(belge, Yol::iki, dosya);
+    }
+    tellDone(m_program.boxes);
+}
+
+} // namespace kervan

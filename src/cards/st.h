@@ -1,0 +1,67 @@
+#pragma once
+
+#include "base/failure.h"
+#include "base/fields.h"
+#include "base/grid.h"
+#include "store/program.h"
+#include "workbook/workbook.h"
+
+#include <QString>
+
+#include <array>
+#include <memory>
+#include <optional>
+
+namespace kervan {
+
+/// The Mey stock list: the sheet of a Mey workbook into `ITEMS` cards of one tax rate and one unit
+/// set.
+class St
+{
+public:
+    /// Columns of the list, named by their headings. What a workbook puts there is another matter:
+    /// its fields go by position, the code of the sheet to "Depo".
+    enum Column { Depo, UrunKodu, UrunAdi, Statu, Miktar, BirimFiyat, Tutar, Columns };
+
+    explicit St(Program &program);
+
+    /// What the opening of the screen does.
+    void load() { yukle(); }
+
+    Grid l1;
+    ChoiceField c1;    ///< tax rate
+    ChoiceField c2;    ///< unit set
+    ChoiceField c3;    ///< state, without effect
+    TextField Text1;   ///< number of rows
+    TextField bilgi;   ///< what a step that shows no box failed at, for a line in the window
+    CheckField mesgul; ///< the pointer is an hourglass
+    ProgressField pr1;
+
+    // What the user does.
+    void manualac();
+    void c1sec();
+    void c2sec();
+    void manualkaydet();
+    void otomatikkaydet();
+
+    // Procedures.
+    void yukle();
+    /// Refuses a workbook that is none of Mey's, else reads it.
+    void kontrol(const QString &path);
+    void ac(const QString &path);
+    /// Writes the document; the first step that fails is a Failure.
+    void kaydet(const QString &dosya);
+
+private:
+    bool isReady();
+    QString hedef() const;
+    std::shared_ptr<const Sheet> sheet(const QString &path);
+    void note(const std::optional<Failure> &failed);
+
+    Program &m_program;
+    Workbooks m_workbooks;
+    std::array<QString, 9> m_muh; // kdv, al, sat, ali, sati and the accounts of their tax
+    QString m_birim;              // the tag of c2
+};
+
+} // namespace kervan

@@ -1,0 +1,19 @@
+#include "store/folders.h"
+
+#include "store/localdb.h"
+
+namespace kervan {
+
+void loadFolders(LocalDb &db, Folders &folders)
+{
+    db.forEach(Statement(u"select * from yol where id='1'"), [&] {
+        folders = Folders{.ec = db.field(u"ec"),
+                          .es = db.field(u"es"),
+                          .ef = db.field(u"ef"),
+                          .xc = db.field(u"xc"),
+                          .xs = db.field(u"xs"),
+                          .xf = db.field(u"xf")};
+    });
+}
+
+} // namespace kervan

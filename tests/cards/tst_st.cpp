@@ -1,0 +1,147 @@
+#include "cards/st.h"
+
+#include "support/fakes.h"
+#include "support/workbooks.h"
+
+#include <QSignalSpy>
+
+using namespace kervan;
+
+namespace {
+
+const Box done{u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information};
+const Box refused{u"Açmaya Çalıştığınız Exel Dosyası Mey Cari Exel Dosyası Değil...!"_s,
+                  u"Dikkat"_s};
+
+class Desk
+{
+public:
+    TestProgram t;
+    St st{t.program};
+
+    Desk()
+    {
+        t.fill(rowsOf(uR"(
+insert into muh values (Null,'','8','1','2','3','4','','','','')
+insert into muh values (Null,'','18','153','600','153i','610','','','','')
+insert into muh values (Null,'','18','x','x','x','x','','','','')
+insert into birim values (Null,'','05','ADET','','','','')
+insert into statu values (Null,'Bar','1')
+insert into statu values (Null,'Otel','1')
+insert into statu values (Null,'Büfe','0'))"_s));
+        st.load();
+    }
+    void open(const QList<BookRow> &rows, const QString &sheet = u"cari mey"_s)
+    {
+        writeWorkbook(t.path(u"mey.xls"_s), sheet, rows); // its bytes tell what it is
+        t.dialogs.answers << t.path(u"mey.xls"_s);
+        st.manualac();
+    }
+    void expectWarning(const QString &text)
+    {
+        t.boxes.expect({text, u"Dikkat"_s, Icon::Exclamation});
+    }
+};
+
+} // namespace
+
+class TestSt : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theSheetGoesByPositionAndItsHeadingIsARowLikeTheOthers()
+    {
+        Desk desk;
+        QCOMPARE(desk.st.c1.entries().join(u'|'), u"8|18|18"_s);
+        QCOMPARE(desk.st.c2.entries().join(u'|'), u"ADET"_s);
+        QCOMPARE(desk.st.c3.entries().join(u'|'), u"Bar|Otel|Büfe|Tümü"_s);
+        QCOMPARE(desk.st.c3.text(), u"Otel"_s);
+        BookRow wide{u"M1"_s, u"RAKI & 70"_s};
+        for (int field = 2; field < 20; ++field)
+            wide << field + 0.5;
+        desk.open({{u"Kodu"_s, u"?"_s, u"?"_s}, wide});
+        QCOMPARE(desk.t.dialogs.asked.last().start, desk.t.path(u"mey exel"_s));
+        QCOMPARE(desk.st.Text1.text(), u"2"_s);
+        QCOMPARE(desk.st.l1.cell(0, St::Depo), u"Kodu"_s);
+        QCOMPARE(desk.st.l1.cell(1, St::UrunKodu), u"RAKI & 70"_s);
+        QCOMPARE(desk.st.l1.cell(1, St::Tutar), u"6,5"_s);
+        desk.open({{u"?"_s, u"?"_s, u"Ticari Ünvan"_s}});
+        QCOMPARE(desk.st.l1.rows(), 1);
+    }
+
+    void aWorkbookThatIsNoneOfMeysIsRefusedAndTheListStays()
+    {
+        Desk desk;
+        desk.open({{u"Kodu"_s, u"a"_s, u"b"_s}});
+        desk.t.boxes.expect(refused);
+        desk.open({{u"kodu"_s, u"Adi"_s, u"Ünvan"_s}});
+        desk.t.boxes.expect(refused);
+        desk.open({{u"Kodu"_s}}, u"Sayfa1"_s);
+        QVERIFY(desk.st.bilgi.text().contains(u"Sayfa1"_s)); // the sheets that there are
+        desk.t.boxes.expect(refused);
+        desk.st.kontrol(desk.t.path(u"yok.xls"_s));
+        QCOMPARE(desk.st.l1.rows(), 1);
+    }
+
+    void theChecksRunInTheirOrderAndDropTheListsOpen()
+    {
+        Desk desk;
+        QSignalSpy rate(&desk.st.c1, &ChoiceField::dropWanted);
+        QSignalSpy unit(&desk.st.c2, &ChoiceField::dropWanted);
+        desk.expectWarning(u"Stok Listesinde Kayıt Bulunamadı...!"_s);
+        desk.st.manualkaydet();
+        desk.open({{u"Kodu"_s, u"a"_s, u"b"_s}});
+        desk.expectWarning(u"Kdv Oranı Seçiniz...!"_s);
+        desk.st.otomatikkaydet();
+        desk.st.c1.setText(u"18"_s);
+        desk.expectWarning(u"Birim Seti Seçiniz...!"_s);
+        desk.st.manualkaydet();
+        QCOMPARE(rate.size() * 10 + unit.size(), 11);
+        desk.st.c2.setText(u"ADET"_s);
+        desk.t.boxes.expect(
+            {u"Dosya Konumu Hatalı...!Ayarlardan Dosya Konumlarını Kontrol Ediniz."_s, u"Dikkat"_s,
+             Icon::Stop});
+        desk.st.otomatikkaydet();
+        desk.t.dialogs.answers << std::nullopt;
+        desk.st.manualkaydet();
+        QCOMPARE(desk.t.dialogs.asked.last().start, desk.t.path(u"logo xml"_s));
+    }
+
+    void theDocumentIsTheExpectedOneByBothButtonsAndFailsInTheirTwoWays()
+    {
+        Desk desk;
+        const QString target = desk.t.path(u"stok.xml"_s);
+        desk.t.fill({u"Update yol set xc = 'x' Where id='1'"_s,
+                     u"Update yol set xs = '%1' Where id='1'"_s.arg(target)});
+        desk.st.load();
+        desk.open({{u"Kodu"_s, u"KOD birimseti"_s, u"Ürün & Şişe"_s},
+                   {u"M2"_s, u"KOD2"_s, u"muh al kod"_s}});
+        desk.st.c1.setText(u"18"_s);
+        desk.st.c1sec();
+        desk.st.c2.setText(u"ADET"_s);
+        desk.st.c2sec();
+        desk.t.boxes.expect(done);
+        desk.st.otomatikkaydet();
+        const QByteArray expected = readBytes(QStringLiteral(TEST_DATA "/st/expected.xml"));
+        QCOMPARE(readBytes(target), expected);
+        desk.t.dialogs.answers << desk.t.path(u"a.XML"_s);
+        desk.t.boxes.expect(done);
+        desk.st.manualkaydet();
+        QCOMPARE(desk.t.dialogs.asked.last().start, target);
+        QCOMPARE(readBytes(desk.t.path(u"a.XML.xml"_s)), expected);
+
+        desk.t.program.folders.xs = desk.t.path(u"yok/stok.xml"_s);
+        const QString why = failureOf([&] { desk.st.kaydet(desk.t.program.folders.xs); });
+        QVERIFY(why.contains(u"stok.xml"_s));
+        desk.t.boxes.expect({.text = why});
+        desk.st.otomatikkaydet();
+        desk.t.dialogs.answers << desk.t.program.folders.xs;
+        desk.st.manualkaydet(); // quietly, but for the window's own line
+        QCOMPARE(desk.st.bilgi.text(), why);
+        QVERIFY(!desk.st.mesgul.isChecked() && !desk.st.pr1.isShown());
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSt)
+#include "tst_st.moc"
