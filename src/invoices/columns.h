@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/grid.h"
+
 namespace kervan {
 
 /// Columns of the invoice list.
@@ -11,7 +13,7 @@ enum Column {
     BelgeNumarasi,
     FaturaTarihi,
     LogoPersonelKodu,
-    SapPersonelKodu,
+    SapPersonelKodu, // as the source has it
     OdemeTipi,
     ToplamTutar,
     IndirimToplami,
@@ -66,5 +68,10 @@ enum Column {
     EkVergiTutari
 };
 }
+
+/// The columns of the invoice list, whose headings of title and source's personnel code differ.
+QList<GridColumn> invoiceColumns(const QString &title, const QString &person);
+/// The columns of the lines shown.
+QList<GridColumn> lineColumns();
 
 } // namespace kervan
