@@ -14,6 +14,11 @@ WholeFile::WholeFile(const QString &path)
 {
 }
 
+void WholeFile::keepToOwner()
+{
+    m_fine = m_fine && m_file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+}
+
 void WholeFile::write(QByteArrayView bytes)
 {
     m_fine = m_fine && m_file.write(bytes.data(), bytes.size()) == bytes.size();

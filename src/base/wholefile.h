@@ -12,6 +12,8 @@ class WholeFile
 {
 public:
     explicit WholeFile(const QString &path);
+    /// Lets its owner alone read the file, from before its first byte.
+    void keepToOwner();
     void write(QByteArrayView bytes);
     /// Puts the new file in the old one's place. Any failure since the opening is told here, as a
     /// Failure that names the file.

@@ -1,20 +1,8 @@
 #include "invoices/exporting.h"
 
-#include "logoxml/document.h"
-
 namespace kervan {
 
 using namespace Qt::StringLiterals;
-
-std::optional<QString> askInvoiceTarget(Program &program)
-{
-    const Folders &folders = program.folders;
-    const auto name =
-        program.dialogs.saveName({.title = u"Fatura Xml Dosyası Kaydet"_s,
-                                  .filter = u"Xml Dosyaları (xml)|*.xml"_s,
-                                  .start = ilkKlasor(program.folder, folders.xc, folders.xf)});
-    return name ? std::optional(xmlAdi(*name)) : std::nullopt;
-}
 
 bool hasInvoiceTarget(Boxes &boxes, const QString &dosya)
 {
@@ -22,11 +10,6 @@ bool hasInvoiceTarget(Boxes &boxes, const QString &dosya)
         boxes.show({u"Dosya Konumu Hatalı...!Ayarlardan Dosya Konumlarını Kontrol Ediniz."_s,
                     u"Dikkat"_s, Icon::Stop});
     return !dosya.isEmpty();
-}
-
-void tellInvoicesDone(Boxes &boxes)
-{
-    boxes.show({u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
 }
 
 void IncompleteInvoices::add(const QString &faturano, const Failure &failed)

@@ -1,23 +1,14 @@
 #pragma once
 
 #include "base/failure.h"
-#include "store/program.h"
+#include "base/ports.h"
 
 #include <QString>
 
-#include <optional>
-
 namespace kervan {
-
-// What the exports of both invoice screens begin and end with.
-
-/// Asks for the document's name, which then ends in ".xml"; nothing on cancel.
-std::optional<QString> askInvoiceTarget(Program &program);
 
 /// Whether there is a target; the user is told if not.
 bool hasInvoiceTarget(Boxes &boxes, const QString &dosya);
-
-void tellInvoicesDone(Boxes &boxes);
 
 /// Counts the invoices of an export whose lines could not all be read.
 class IncompleteInvoices

@@ -5,6 +5,7 @@
 #include "frame/text/numbers.h"
 #include "invoices/columns.h"
 #include "logoxml/accumulated.h"
+#include "logoxml/transfer.h"
 #include "store/sidefiles.h"
 
 namespace kervan {
@@ -37,7 +38,7 @@ void Fat::logoyaaktar()
         return warnAt(u"Firma Seçiniz...!"_s, c3);
     if (l1().tickedCount() == 0)
         return warn(u"Fatura Listesinden Seçim Yapılması Gerekiyor...!"_s);
-    if (const auto name = askInvoiceTarget(m_program))
+    if (const auto name = askTarget(m_program, u"Fatura Xml Dosyası Kaydet"_s))
         kaydet(*name);
 }
 
@@ -68,7 +69,7 @@ void Fat::kaydet(const QString &dosya)
     pr1.finish();
     note(passOver([this] { kasacariislemnokaydet(); }));
     exeldenkasanakitkaydet(dosya);
-    tellInvoicesDone(m_program.boxes);
+    tellDone(m_program.boxes);
 }
 
 void Fat::writeInvoices(InvoiceDocument &document)

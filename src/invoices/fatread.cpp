@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "frame/text/numbers.h"
 #include "invoices/columns.h"
+#include "invoices/efatura.h"
 #include "store/sidefiles.h"
 
 namespace kervan {
@@ -29,6 +30,7 @@ void Fat::umurlarfaturabaslikoku()
     liste.showRowCount();
     if (dosyaacik && liste.Check1.isChecked())
         note(endQuietly([this] { liste.tarihbelirle(); }));
+    efaturabul(l1(), link, pr1, m_program.boxes);
     faturakasafisnoyaz();
 }
 

@@ -41,4 +41,11 @@ void ScreenLink::sqlbaglan(const SqlSettings &settings)
     }
 }
 
+SqlRows ScreenLink::run(const Statement &statement)
+{
+    if (!m_connection)
+        throw Failure(u"SQL Server bağlantısı yok."_s);
+    return m_connection->run(statement);
+}
+
 } // namespace kervan

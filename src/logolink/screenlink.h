@@ -21,6 +21,9 @@ public:
     /// shows a box and leaves the screen unconnected.
     void sqlyukle();
 
+    /// Sends a statement over the connection; without one it is a Failure.
+    SqlRows run(const Statement &statement);
+
     TextField Label9{QStringLiteral("SQL Bağlantı Yok")};
     QString firmakod; ///< the firm line
 

@@ -12,6 +12,13 @@ SqlSettings readSqlSettings(const QString &path)
     return {lines[0], lines[1], lines[2], lines[3], lines[4]};
 }
 
+void writeSqlSettings(const QString &path, const SqlSettings &settings)
+{
+    writeLines(
+        path, {settings.server, settings.user, settings.password, settings.database, settings.firm},
+        Readers::Owner);
+}
+
 QString connectionText(const SqlSettings &settings)
 {
     return u"Server="_s + settings.server + u";Provider=SQLOLEDB;UID="_s + settings.user +

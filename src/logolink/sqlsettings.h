@@ -17,6 +17,9 @@ struct SqlSettings
 /// Reads the side file; missing or with fewer than five lines it is a Failure.
 SqlSettings readSqlSettings(const QString &path);
 
+/// Replaces the side file; its owner alone can read it. A Failure tells why it can't be written.
+void writeSqlSettings(const QString &path, const SqlSettings &settings);
+
 /// The connection text of the settings, its values as they stand.
 QString connectionText(const SqlSettings &settings);
 

@@ -54,7 +54,7 @@ QStringList readAllLines(const QString &path)
     return firstLines(path, std::numeric_limits<qsizetype>::max());
 }
 
-void writeLines(const QString &path, const QStringList &lines)
+void writeLines(const QString &path, const QStringList &lines, Readers readers)
 {
     QByteArray bytes;
     for (const QString &line : lines) {
@@ -62,6 +62,8 @@ void writeLines(const QString &path, const QStringList &lines)
         bytes += "\r\n";
     }
     WholeFile file(path);
+    if (readers == Readers::Owner)
+        file.keepToOwner();
     file.write(bytes);
     file.commit();
 }

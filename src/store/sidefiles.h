@@ -19,7 +19,9 @@ void writeSingleValue(const QString &path, const QString &value);
 QStringList readLines(const QString &path, int count);
 /// Shape "list of codes": all lines. A missing file is a Failure.
 QStringList readAllLines(const QString &path);
+/// Who may read a side file: everyone whom the folder lets in, or its owner alone.
+enum class Readers { All, Owner };
 /// Writes each text as one line.
-void writeLines(const QString &path, const QStringList &lines);
+void writeLines(const QString &path, const QStringList &lines, Readers readers = Readers::All);
 
 } // namespace kervan

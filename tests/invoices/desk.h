@@ -61,7 +61,7 @@ inline QString column(const Grid &grid, int column)
 }
 
 /// The invoice screen over a program folder of its own: units, one person and some prices laid
-/// down, nothing opened yet.
+/// down, Logo within reach, nothing opened yet.
 class Desk
 {
 public:
@@ -80,6 +80,7 @@ insert into per values (Null,'LP1','S1'))"_s));
         for (const QString &price : prices.split(u' '))
             t.fill({u"insert into urun values ('%1')"_s.arg(
                 QString(price).replace(u"="_s, u"','','','"_s))});
+        t.reachLogo();
         fat.load();
     }
 

@@ -23,8 +23,8 @@ QString written(const Desk &desk)
     QStringList names = contentOf(desk.t.folder.path()).split(u'|');
     names.removeIf(
         [](const QString &name) { return name.contains(u' ') || name.endsWith(u"bs"_s); });
-    names.removeOne(u"kaynak.bif"_s);
-    names.removeOne(u"txt"_s);
+    for (const QString &before : {u"kaynak.bif"_s, u"sqlbaglan.kvz"_s, u"txt"_s})
+        names.removeOne(before);
     return names.join(u' ');
 }
 

@@ -42,6 +42,12 @@ private Q_SLOTS:
         writeBytes(t.path(u"kdvmu.kvz"_s),
                    keys[u"muafiyet"_s].replace(u'|', u'\n').toLatin1() + "\n\n");
         writeBytes(t.path(u"kasacariislemno.kvz"_s), keys[u"sayac"_s].toLatin1());
+        t.reachLogo();
+        const QStringList marked = keys[u"efatura"_s].split(u',', Qt::SkipEmptyParts);
+        t.sqlServer.answer = [&](const QString &) -> SqlRows { // one statement a row
+            const auto row = QString::number(t.sqlServer.statements.size());
+            return {{u"ACCEPTEINV"_s}, {{marked.contains(row) ? u"1"_s : u"0"_s}}};
+        };
         Fat fat(t.program);
         fat.load();
         fat.c3.setText(keys[u"firma"_s]);
@@ -54,8 +60,6 @@ private Q_SLOTS:
         fat.c5sec();
         fat.fatbilgi.setText(keys[u"fatbilgi"_s]);
         fat.dosyaac(folder + u"/source.bif"_s);
-        for (const QString &row : keys[u"efatura"_s].split(u',', Qt::SkipEmptyParts))
-            fat.liste.l1.setCell(row.toInt() - 1, L1::EFatura, u"Evet"_s);
         for (const QString &row : keys[u"sec"_s].split(u',', Qt::SkipEmptyParts))
             fat.liste.l1.setTicked(row.toInt() - 1, true);
 

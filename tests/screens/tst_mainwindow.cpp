@@ -20,6 +20,7 @@ private Q_SLOTS:
     void aScreenIsOpenOnceAndComesBackEmptyAndTheListMenuServesIt()
     {
         TestProgram t;
+        t.reachLogo();
         MainWindow window(t.program);
         QCOMPARE(window.windowTitle(), u"Kervan Transfer v2.21"_s);
         QCOMPARE(window.findChild<QAction *>(u"firtanım"_s)->text(), u"Firma Tanımlaması"_s);

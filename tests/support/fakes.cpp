@@ -89,6 +89,12 @@ TestProgram::TestProgram()
     install(folder.path());
 }
 
+void TestProgram::reachLogo()
+{
+    writeBytes(path(u"sqlbaglan.kvz"_s), "SRV\r\nsa\r\np\r\nDB\r\n7- Merkez\r\n");
+    sqlServer.opens = true;
+}
+
 void TestProgram::fill(const QStringList &statements, const QString &database)
 {
     const auto failed = passOver([&] {

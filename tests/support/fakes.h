@@ -94,6 +94,8 @@ public:
     Program program{folder.path(), {}, {}, {}, boxes, dialogs, clock, sqlServer};
 
     QString path(const QString &name) const { return folder.filePath(name); }
+    /// Lays down the settings of a connection to firm 7, which then opens.
+    void reachLogo();
     /// Runs statements of the local database's language, or fails the test.
     void fill(const QStringList &statements, const QString &database = u"data.dbs"_s);
     /// All rows of a table, joined by "/", with their cells joined by "|". The table and its
