@@ -62,6 +62,7 @@ enum Column {
     Birim,
     Yuzde1, // nine discount percentages from here on
     Yuzde9 = 18,
+    Indirim1, // seven discount amounts from here on
     Tipi = 28,
     BayiSatisFiyati,
     BayiKari,
