@@ -125,7 +125,7 @@ QWidget *FatduzWindow::sheetName()
     row->addWidget(labelFor(name, u"Exel Sayfa Adı"_s));
     row->addWidget(name, 1);
     const QString what = u"Sayfa adını sakla"_s;
-    auto *keep = command(u"lvButtons_H1"_s, what, u"tick"_s, u"Ctrl+K"_s, &Fatduz::sayfanokaydet);
+    auto *keep = command(u"lvButtons_H1"_s, what, u"keep"_s, u"Ctrl+D"_s, &Fatduz::sayfanokaydet);
     keep->setText({});
     keep->setAccessibleName(what);
     row->addWidget(keep);
