@@ -1,6 +1,7 @@
 #include "app/realports.h"
 #include "controls/theme.h"
 #include "frame/mainwindow.h"
+#include "odbc/odbcserver.h"
 
 #include <QApplication>
 #include <QDir>
@@ -37,7 +38,7 @@ int main(int argc, char **argv)
     kervan::ScreenBoxes boxes;
     kervan::ScreenDialogs dialogs;
     kervan::SystemClock clock;
-    kervan::NoSqlServer sqlServer;
+    kervan::OdbcServer sqlServer;
     kervan::Program program{.folder = QApplication::applicationDirPath(),
                             .aktifform = {},
                             .folders = {},

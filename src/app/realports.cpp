@@ -1,7 +1,5 @@
 #include "app/realports.h"
 
-#include "base/failure.h"
-
 #include <QApplication>
 #include <QDialogButtonBox>
 #include <QFileDialog>
@@ -92,15 +90,6 @@ std::optional<QString> chosen(const QString &name)
     return name;
 }
 
-class ClosedConnection : public SqlConnection
-{
-public:
-    bool isOpen() const override { return false; }
-
-protected:
-    SqlRows send(const QString &) override { throw Failure(u"SQL bağlantısı yok."_s); }
-};
-
 } // namespace
 
 void ScreenBoxes::show(const Box &box)
@@ -144,11 +133,6 @@ QDateTime SystemClock::now() const
         m_now = QDateTime::fromSecsSinceEpoch(second);
     }
     return m_now;
-}
-
-std::unique_ptr<SqlConnection> NoSqlServer::connect(const QString &, const SqlOptions &)
-{
-    return std::make_unique<ClosedConnection>();
 }
 
 void speakTurkish(QApplication &application)

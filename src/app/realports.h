@@ -35,14 +35,6 @@ private:
     mutable qint64 m_second = -1;
 };
 
-/// Stands where the connection to a SQL Server is not built in: a connection that is not open.
-class NoSqlServer : public SqlServer
-{
-public:
-    std::unique_ptr<SqlConnection> connect(const QString &connectionText,
-                                           const SqlOptions &options) override;
-};
-
 /// Turkish texts for the library's own buttons and dialogs, where they are installed.
 void speakTurkish(QApplication &application);
 

@@ -6,6 +6,7 @@
 #include "base/failure.h"
 #include "controls/theme.h"
 #include "frame/mainwindow.h"
+#include "odbc/odbcserver.h"
 #include "store/installation.h"
 
 #include <QAbstractButton>
@@ -209,7 +210,7 @@ int run(const QString &samples, const QString &folder)
     kervan::ScreenBoxes boxes;
     kervan::ScreenDialogs dialogs;
     kervan::SystemClock clock;
-    kervan::NoSqlServer sqlServer;
+    kervan::OdbcServer sqlServer;
     kervan::Program program{.folder = folder,
                             .aktifform = {},
                             .folders = {},

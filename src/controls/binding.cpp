@@ -8,6 +8,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
+#include <QTimer>
 
 #include <memory>
 
@@ -70,11 +71,11 @@ void bind(QLineEdit *edit, TextField &field)
 void bind(QComboBox *box, ChoiceField &field)
 {
     const auto show = [box, &field] {
-        if (box->isEditable())
-            box->setEditText(field.text());
-        else
+        if (!box->isEditable())
             box->setCurrentIndex(
                 box->findText(field.text(), Qt::MatchExactly | Qt::MatchCaseSensitive));
+        else if (box->currentText() != field.text()) // the cursor stays where the user types
+            box->setEditText(field.text());
     };
     const auto fill = [box, &field, show] {
         const QSignalBlocker quiet(box);
@@ -110,15 +111,25 @@ void bind(QProgressBar *bar, ProgressField &field)
 {
     const auto sinceRepaint = std::make_shared<QElapsedTimer>();
     sinceRepaint->start();
-    follow(bar, field, [bar, &field, sinceRepaint] {
-        const bool turns = bar->isVisibleTo(bar->parentWidget()) != field.isShown();
-        // A bar that followed each of a hundred thousand steps would take longer than the steps.
-        if (!turns && sinceRepaint->elapsed() < millisecondsBetweenRepaints)
-            return;
-        sinceRepaint->restart();
+    const auto show = [bar, &field] {
         bar->setVisible(field.isShown());
         bar->setMaximum(qMax(field.maximum(), 1));
         bar->setValue(field.value());
+    };
+    // Shows the last of the steps that were passed by, once the work lets it.
+    auto *last = new QTimer(bar);
+    last->setSingleShot(true);
+    QObject::connect(last, &QTimer::timeout, bar, show);
+    follow(bar, field, [bar, &field, sinceRepaint, show, last] {
+        const bool turns = bar->isVisibleTo(bar->parentWidget()) != field.isShown();
+        // A bar that followed each of a hundred thousand steps would take longer than the steps.
+        if (!turns && sinceRepaint->elapsed() < millisecondsBetweenRepaints) {
+            if (!last->isActive())
+                last->start();
+            return;
+        }
+        sinceRepaint->restart();
+        show();
         bar->repaint();
     });
 }

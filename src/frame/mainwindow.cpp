@@ -8,6 +8,7 @@
 #include "frame/entries.h"
 #include "frame/resim.h"
 #include "invoices/screens/fatwindow.h"
+#include "stocktake/screens/sayimwindow.h"
 #include "stocktake/screens/urunwindow.h"
 #include "store/screens/definitionwindow.h"
 #include "store/screens/settingswindows.h"
@@ -138,8 +139,16 @@ void MainWindow::open(const QString &screen)
 
 QWidget *MainWindow::makeTransfer(const QString &screen)
 {
-    if (screen == u"cr")
-        return closable(new CrWindow(m_program));
+    if (screen == u"cr") {
+        auto *cr = closable(new CrWindow(m_program));
+        connect(cr, &CrWindow::guncellemeWanted, this, [this] {
+            showDialog(u"sqlbaglanti"_s,
+                       [this] { return makeSqlbaglanti(SqlbaglantiWindow::Way::Update); });
+        });
+        return cr;
+    }
+    if (screen == u"sayimform")
+        return closable(new SayimWindow(m_program));
     if (screen == u"stoktrf")
         return closable(new StoktrfWindow(m_program));
     if (screen != u"fat")
@@ -184,6 +193,8 @@ QDialog *MainWindow::makeDialog(const QString &screen)
         return new AyrWindow(m_program, this);
     if (screen == u"kdvmu")
         return makeKdvmu();
+    if (screen == u"sqlbaglanti")
+        return makeSqlbaglanti(SqlbaglantiWindow::Way::Settings);
     if (const Definition *definition = definitionOf(screen)) {
         auto *window = new DefinitionWindow(m_program, *definition, this);
         connect(window, &DefinitionWindow::refreshWanted, this, &MainWindow::refresh);
@@ -204,6 +215,17 @@ QDialog *MainWindow::makeKdvmu()
             fat->fat().kdvmuafiyetgenel = head;
             fat->fat().kdvmuafiyetsatir = line;
         }
+    });
+    return window;
+}
+
+QDialog *MainWindow::makeSqlbaglanti(SqlbaglantiWindow::Way way)
+{
+    auto *cr = openScreen<CrWindow>(u"cr"_s);
+    auto *window = new SqlbaglantiWindow(m_program, cr ? &cr->cr().l1 : nullptr, way, this);
+    connect(window, &SqlbaglantiWindow::saved, this, [this] {
+        if (auto *fat = openScreen<FatWindow>(u"fat"_s))
+            fat->fat().sqlyukle();
     });
     return window;
 }
@@ -238,13 +260,19 @@ void MainWindow::refresh(Definition::Refresh refresh)
 
 void MainWindow::openDialog(const QString &screen)
 {
-    QPointer<QDialog> &dialog = m_dialogs[screen];
+    showDialog(screen, [&] { return makeDialog(screen); });
+}
+
+void MainWindow::showDialog(const QString &screen, const std::function<QDialog *()> &make)
+{
+    QDialog *dialog = m_dialogs.value(screen);
     if (!dialog) {
-        dialog = makeDialog(screen);
+        dialog = make();
         if (!dialog)
             return;
         dialog->setAttribute(Qt::WA_DeleteOnClose);
         dialog->setModal(screen != u"kdvmu");
+        m_dialogs[screen] = dialog;
     }
     dialog->show();
     dialog->raise();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "invoices/invoicelist.h"
+#include "logolink/screens/sqlbaglantiwindow.h"
 #include "store/definition.h"
 #include "store/program.h"
 
@@ -8,6 +9,8 @@
 #include <QMainWindow>
 #include <QMdiSubWindow>
 #include <QPointer>
+
+#include <functional>
 
 class QDialog;
 class QMdiArea;
@@ -45,6 +48,9 @@ private:
     QWidget *makeTransfer(const QString &screen);
     QDialog *makeDialog(const QString &screen);
     QDialog *makeKdvmu();
+    QDialog *makeSqlbaglanti(SqlbaglantiWindow::Way way);
+    /// Shows the dialog modally; kdvmu alone stays beside the frame.
+    void showDialog(const QString &screen, const std::function<QDialog *()> &make);
     QDialog *makeValueDialog(const ValueDialog &dialog);
     /// An open screen loads its definitions again.
     void refresh(Definition::Refresh refresh);

@@ -43,8 +43,10 @@ Sablon::Sablon(QByteArray text, QList<QByteArray> placeholders)
     , m_placeholders(std::move(placeholders))
     , m_literals{m_text}
 {
-    for (qsizetype i = 0; i < m_placeholders.size(); ++i)
+    for (qsizetype i = 0; i < m_placeholders.size(); ++i) {
         split(i);
+        m_lettered = m_lettered && hasSmallLetter(QString::fromLatin1(m_placeholders[i]));
+    }
     for (qsizetype slot = 0; slot < m_slots.size(); ++slot)
         m_simple = m_simple && isBorderSafe(slot);
 }
@@ -86,7 +88,7 @@ bool Sablon::isBorderSafe(qsizetype slot) const
 bool Sablon::isSearchedAgain(std::span<const QString> values) const
 {
     for (std::size_t i = 0; i < values.size(); ++i) {
-        if (!hasSmallLetter(values[i]))
+        if (m_lettered && !hasSmallLetter(values[i]))
             continue;
         const QByteArray value = toCodePage(values[i]);
         for (qsizetype later = static_cast<qsizetype>(i) + 1; later < m_placeholders.size();

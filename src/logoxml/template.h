@@ -29,7 +29,7 @@ QByteArray sablondoldur(QByteArray text, std::span<const Fill> fills);
 /// One fill per placeholder, with its value in document bytes.
 QList<Fill> fillsOf(const QList<QByteArray> &placeholders, std::span<const QString> values);
 
-/// Every placeholder holds a small letter (a to z), which most values and all tags do not.
+/// Nearly every placeholder holds a small letter (a to z), which most values and all tags do not.
 bool hasSmallLetter(const QString &text);
 
 /// A template prepared for being filled many times with the same placeholders in the same order.
@@ -57,7 +57,8 @@ private:
     QList<QByteArray> m_placeholders;
     QList<QByteArray> m_literals;
     QList<Slot> m_slots;
-    bool m_simple = true; // no step can find anything across the border of a value
+    bool m_simple = true;   // no step can find anything across the border of a value
+    bool m_lettered = true; // every placeholder holds a small letter
 };
 
 } // namespace kervan

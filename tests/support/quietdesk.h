@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/realports.h"
+#include "odbc/odbcserver.h"
 #include "store/installation.h"
 #include "store/program.h"
 
@@ -34,7 +35,7 @@ public:
     QuietBoxes boxes;
     NoDialogs dialogs;
     SystemClock clock;
-    NoSqlServer server;
+    OdbcServer server;
     Program program{folder.path(), {}, {}, {}, boxes, dialogs, clock, server};
 };
 

@@ -1,0 +1,190 @@
+#include "logolink/screens/sqlbaglantiwindow.h"
+
+#include "controls/binding.h"
+#include "controls/pictures.h"
+#include "controls/transferwidgets.h"
+
+#include <QCheckBox>
+#include <QComboBox>
+#include <QFormLayout>
+#include <QGroupBox>
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QProgressBar>
+#include <QPushButton>
+#include <QVBoxLayout>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QLineEdit *lineEdit(const QString &name, TextField &field)
+{
+    auto *edit = new QLineEdit;
+    edit->setObjectName(name);
+    edit->setMinimumWidth(240);
+    bind(edit, field);
+    return edit;
+}
+
+QPushButton *button(const QString &name, const QString &caption, const QString &pictureName = {})
+{
+    auto *made = new QPushButton(caption);
+    made->setObjectName(name);
+    if (!pictureName.isEmpty())
+        made->setIcon(picture(pictureName));
+    made->setAutoDefault(false);
+    return made;
+}
+
+} // namespace
+
+SqlbaglantiWindow::SqlbaglantiWindow(Program &program, const Grid *cards, Way way, QWidget *parent)
+    : QDialog(parent)
+    , m_sqlbaglanti(program, cards)
+    , m_toUpdate(button(u"guncellemeyegec"_s, u"Cari Güncelleme »"_s))
+{
+    setObjectName(u"sqlbaglanti"_s);
+    setWindowTitle(u"Sql Server Bağlantı"_s);
+    auto *row = new QHBoxLayout(this);
+    row->setSizeConstraint(QLayout::SetFixedSize);
+    m_fr2 = settings();
+    m_fr1 = update();
+    row->addWidget(m_fr2, 0, Qt::AlignTop);
+    row->addWidget(m_fr1, 0, Qt::AlignTop);
+    row->addWidget(m_toUpdate, 0, Qt::AlignTop);
+    connect(m_toUpdate, &QAbstractButton::clicked, this,
+            [this] { m_sqlbaglanti.fr1.setChecked(true); });
+    for (CheckField *panel : {&m_sqlbaglanti.fr1, &m_sqlbaglanti.fr2})
+        connect(panel, &CheckField::changed, this, &SqlbaglantiWindow::showPanels);
+    m_sqlbaglanti.fr2.setChecked(true);
+    m_sqlbaglanti.fr1.setChecked(way == Way::Update);
+    showPanels();
+    m_sqlbaglanti.yukle();
+}
+
+QWidget *SqlbaglantiWindow::settings()
+{
+    auto *panel = new QGroupBox(u"SQL Bağlantı"_s);
+    panel->setObjectName(u"fr2"_s);
+    auto *form = new QFormLayout;
+    const auto add = [&](const QString &label, QWidget *field) {
+        form->addRow(labelFor(field, label), field);
+    };
+    add(u"SQL SERVER"_s, lineEdit(u"Text1"_s, m_sqlbaglanti.Text1));
+    add(u"Kullanıcı Adı"_s, lineEdit(u"Text2"_s, m_sqlbaglanti.Text2));
+    auto *password = lineEdit(u"Text3"_s, m_sqlbaglanti.Text3);
+    password->setStyleSheet(u"QLineEdit { lineedit-password-character: 42 }"_s); // "*"
+    password->setEchoMode(QLineEdit::Password);
+    add(u"Sa Şifresi"_s, password);
+    auto *shown = new QCheckBox(u"Şifreyi Göster"_s);
+    shown->setObjectName(u"Check1"_s);
+    bind(shown, m_sqlbaglanti.Check1);
+    connect(&m_sqlbaglanti.Check1, &CheckField::changed, password, [this, password] {
+        password->setEchoMode(m_sqlbaglanti.Check1.isChecked() ? QLineEdit::Normal
+                                                               : QLineEdit::Password);
+    });
+    form->addRow(QString(), shown);
+    add(u"Database"_s, lineEdit(u"Text4"_s, m_sqlbaglanti.Text4));
+    auto *firm = new QComboBox;
+    firm->setObjectName(u"c1"_s);
+    firm->setEditable(true);
+    firm->setCompleter(nullptr); // what is typed stands as it is typed
+    bind(firm, m_sqlbaglanti.c1);
+    add(u"Firma"_s, firm);
+
+    auto *note = valueLabel(u"bilgi"_s, m_sqlbaglanti.bilgi);
+    note->setWordWrap(true);
+    auto *column = new QVBoxLayout(panel);
+    column->addLayout(form);
+    column->addWidget(note);
+    column->addWidget(settingsButtons());
+    return panel;
+}
+
+QWidget *SqlbaglantiWindow::settingsButtons()
+{
+    auto *row = new QWidget;
+    auto *buttons = new QHBoxLayout(row);
+    buttons->setContentsMargins(0, 0, 0, 0);
+    auto *test = button(u"chameleonButton1"_s, u"SQL Bağlantı Test"_s);
+    auto *firms = button(u"chameleonButton4"_s, u"Firma Yükle"_s, u"reread"_s);
+    auto *save = button(u"chameleonButton7"_s, u"Kaydet"_s, u"save"_s);
+    save->setDefault(true);
+    save->setToolTip(u"Kaydet (Ctrl+S)"_s);
+    connect(new QShortcut(QKeySequence(u"Ctrl+S"_s), this), &QShortcut::activated, save,
+            &QAbstractButton::click);
+    connect(test, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.sqltest(); });
+    connect(firms, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.firmayuklesec(); });
+    connect(save, &QAbstractButton::clicked, this, [this] {
+        if (!m_sqlbaglanti.kaydet())
+            return;
+        Q_EMIT saved();
+        accept();
+    });
+    buttons->addWidget(test);
+    buttons->addWidget(firms);
+    buttons->addStretch();
+    buttons->addWidget(save);
+    return row;
+}
+
+QWidget *SqlbaglantiWindow::update()
+{
+    auto *panel = new QGroupBox(u"Cari Güncelleme"_s);
+    panel->setObjectName(u"fr1"_s);
+    auto *link = new QLabel;
+    link->setObjectName(u"Label6"_s);
+    link->setAlignment(Qt::AlignCenter);
+    link->setMargin(6);
+    connect(&m_sqlbaglanti.Label6, &TextField::changed, link, [this, link] { showLink(link); });
+    showLink(link);
+    auto *progress = new QProgressBar;
+    progress->setObjectName(u"p1"_s);
+    QSizePolicy keepsItsPlace = progress->sizePolicy();
+    keepsItsPlace.setRetainSizeWhenHidden(true);
+    progress->setSizePolicy(keepsItsPlace);
+
+    auto *start = button(u"chameleonButton2"_s, u"Güncellemeyi Başlat"_s);
+    start->setEnabled(false);
+    connect(&m_sqlbaglanti.baslanabilir, &CheckField::changed, start,
+            [this, start] { start->setEnabled(m_sqlbaglanti.baslanabilir.isChecked()); });
+    connect(start, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.guncellemebaslat(); });
+    auto *settings = button(u"chameleonButton3"_s, u"SQL Ayarları"_s);
+    connect(settings, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.sqlayarlari(); });
+    auto *close = button(u"chameleonButton8"_s, u"Kapat"_s, u"close"_s);
+    close->setToolTip(u"Kapat (Esc)"_s);
+    connect(close, &QAbstractButton::clicked, this, &QDialog::reject);
+
+    auto *column = new QVBoxLayout(panel);
+    column->addWidget(link);
+    column->addWidget(progress);
+    for (QPushButton *each : {start, settings, close}) {
+        each->setMinimumWidth(220);
+        column->addWidget(each);
+    }
+    bind(progress, m_sqlbaglanti.p1);
+    return panel;
+}
+
+// The two colours are the told ones; they need a dark ground to be read on.
+void SqlbaglantiWindow::showLink(QLabel *label)
+{
+    const bool open = m_sqlbaglanti.Label6.text() == u"SQL Bağlantı Var";
+    label->setText(m_sqlbaglanti.Label6.text());
+    label->setStyleSheet(
+        u"background: #202428; border-radius: 4px; font-weight: bold; color: %1"_s.arg(
+            open ? u"#00ff00"_s : u"#ff0000"_s));
+}
+
+void SqlbaglantiWindow::showPanels()
+{
+    m_fr1->setVisible(m_sqlbaglanti.fr1.isChecked());
+    m_fr2->setVisible(m_sqlbaglanti.fr2.isChecked());
+    m_toUpdate->setVisible(!m_sqlbaglanti.fr1.isChecked());
+}
+
+} // namespace kervan

@@ -1,0 +1,100 @@
+#include "odbc/drivertext.h"
+
+#include "base/failure.h"
+
+#include <QMap>
+#include <QRegularExpression>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The version of "ODBC Driver 18 for SQL Server", 0 of the plain driver that comes with Windows,
+// -1 of any other.
+int versionOf(const QString &driver)
+{
+    static const QRegularExpression numbered(u"^ODBC Driver (\\d+) for SQL Server$"_s);
+    if (const auto match = numbered.match(driver); match.hasMatch())
+        return match.capturedView(1).toInt();
+    return driver == u"SQL Server"_s ? 0 : -1;
+}
+
+QMap<QString, QString> pairsOf(const QString &connectionText)
+{
+    QMap<QString, QString> pairs;
+    for (const QString &piece : connectionText.split(u';', Qt::SkipEmptyParts)) {
+        const qsizetype equals = piece.indexOf(u'=');
+        if (equals < 0) // a password's tail, so it is not repeated
+            throw Failure(u"Bağlantı bilgilerinde \";\" kullanılamaz."_s);
+        pairs[piece.left(equals).trimmed().toLower()] = piece.mid(equals + 1);
+    }
+    return pairs;
+}
+
+QString braced(QString value)
+{
+    return u'{' + value.replace(u'}', u"}}"_s) + u'}';
+}
+
+// FreeTDS knows no doubled brace; it takes a value as it stands unless it begins with one.
+QString bracedForFreeTds(const QString &value)
+{
+    return value.startsWith(u'{') ? u'{' + value + u'}' : value;
+}
+
+// "host\\instance,port": the port says it all, but FreeTDS would look for the instance all the
+// same.
+QString withoutNeedlessInstance(const QString &server)
+{
+    const qsizetype comma = server.indexOf(u',');
+    return comma < 0 ? server : server.section(u'\\', 0, 0).section(u',', 0, 0) + server.mid(comma);
+}
+
+} // namespace
+
+QString chosenDriver(const QStringList &registered)
+{
+    QString chosen;
+    for (const QString &driver : registered) {
+        if (versionOf(driver) > versionOf(chosen))
+            chosen = driver;
+    }
+    if (chosen.isEmpty() && registered.contains(u"FreeTDS"_s, Qt::CaseInsensitive))
+        chosen = u"FreeTDS"_s;
+    return chosen.isEmpty() ? u"libtdsodbc.so"_s : chosen;
+}
+
+QString driverText(const QString &connectionText, const QString &driver)
+{
+    const QMap<QString, QString> pairs = pairsOf(connectionText);
+    const int version = versionOf(driver);
+    const auto value = [&](const QString &key) {
+        return version < 0 ? bracedForFreeTds(pairs[key]) : braced(pairs[key]);
+    };
+    const QString server = withoutNeedlessInstance(pairs[u"server"_s]);
+    QString text = u"Driver={%1};Server=%2;UID="_s.arg(driver, server) + value(u"uid"_s) +
+                   u";PWD="_s + value(u"pwd"_s) + u";Database="_s + value(u"database"_s) + u';';
+    if (version < 0) {
+        // Left to itself, FreeTDS tries one version after another, each with a whole time-out. A
+        // server that is older than the named one answers in its own.
+        text += u"TDS_Version=7.4;ClientCharset=UTF-8;"_s;
+    } else if (version > 0) {
+        // From version 18 on the driver insists on a certificate that the machine trusts, and an
+        // in-house server has only the one that it made for itself. "no" leaves the choice to the
+        // server; the login with its password is encrypted all the same.
+        text += u"Encrypt=no;TrustServerCertificate=yes;"_s;
+    }
+    return text;
+}
+
+QString sentenceOf(const QString &message)
+{
+    // The server's own sentence may begin with a bracket too: "[dbo].[X] ...".
+    static const QRegularExpression layers(
+        u"^(?:(?:\\[[^\\]]*\\])*?\\[SQL Server\\]|(?:\\[[^\\]]*\\])+)"_s);
+    return QString(message).remove(layers).trimmed();
+}
+
+} // namespace kervan

@@ -1,0 +1,54 @@
+#pragma once
+
+#include "base/fields.h"
+#include "base/grid.h"
+#include "logolink/screenlink.h"
+#include "store/program.h"
+
+#include <QString>
+
+#include <utility>
+
+namespace kervan {
+
+/// The stocktake transfer: the file of a barcode terminal, resolved by Logo to stock and unit
+/// codes, into one material slip.
+class Sayimform
+{
+public:
+    /// Columns of the list.
+    enum Column { Sirano, Barkod, StokKodu, Miktar, Birim };
+
+    explicit Sayimform(Program &program);
+
+    /// What the opening of the screen does.
+    void load() { link.sqlyukle(); }
+
+    Grid l1;
+    TextField Text1{QStringLiteral("SYM000001")}; ///< slip number
+    TextField sayimSayisi;                        ///< panel 2 of the status bar
+    TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
+    ProgressField pr1;
+    ScreenLink link;
+
+    // What the user does.
+    void dosyaac();
+    void dosyaac(const QString &path); ///< the same with a file that is picked already
+    void xmlkaydet();
+
+    // Procedures.
+    /// Reads the file into the list. A failed look-up ends the walk at its row with a box.
+    void sayimdosyasikoku();
+    /// Writes the slip of the rows that Logo knows. A step that fails is passed over.
+    void kaydet(const QString &dosya);
+
+private:
+    void takeLine(QStringView line);
+    std::pair<QString, QString> stokkodbul(const QString &barkod);
+    QByteArray head() const;
+
+    Program &m_program;
+    QString dosyayolu;
+};
+
+} // namespace kervan

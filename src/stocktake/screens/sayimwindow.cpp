@@ -1,0 +1,80 @@
+#include "stocktake/screens/sayimwindow.h"
+
+#include "controls/binding.h"
+#include "controls/gridview.h"
+#include "controls/transferwidgets.h"
+
+#include <QHBoxLayout>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+SayimWindow::SayimWindow(Program &program, QWidget *parent)
+    : QWidget(parent)
+    , m_sayimform(program)
+{
+    setObjectName(u"sayimform"_s);
+    setWindowTitle(u"Sayım Transferi"_s);
+    auto *strip = titleStrip(u"SAYIM AKTARIMI"_s);
+    strip->addNote(valueLabel(u"Label9"_s, m_sayimform.link.Label9));
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(8, 8, 8, 4);
+    column->setSpacing(6);
+    column->addWidget(strip);
+    column->addWidget(commands());
+    column->addWidget(counts(), 1);
+    column->addWidget(transferStatusBar(u"Sayım Sayısı:"_s, m_sayimform.sayimSayisi,
+                                        m_sayimform.bilgi, m_sayimform.pr1));
+
+    letClose(this, strip);
+    connect(new FileDrop(this), &FileDrop::dropped, this,
+            [this](const QString &path) { m_sayimform.dosyaac(path); });
+    m_sayimform.load();
+    findChild<QPushButton *>(u"chameleonButton5"_s)->setFocus();
+}
+
+QWidget *SayimWindow::commands()
+{
+    auto *bar = new QWidget;
+    auto *row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    auto *open = commandButton(this, u"chameleonButton5"_s, u"Sayım Text Dosyası Aç"_s, u"open"_s,
+                               u"Ctrl+O"_s);
+    connect(open, &QAbstractButton::clicked, this, [this] { m_sayimform.dosyaac(); });
+    auto *number = new QLineEdit;
+    number->setObjectName(u"Text1"_s);
+    number->setMaximumWidth(200);
+    bind(number, m_sayimform.Text1);
+    auto *save =
+        commandButton(this, u"chameleonButton1"_s, u"Logo Xml Kaydet"_s, u"save"_s, u"Ctrl+S"_s);
+    connect(save, &QAbstractButton::clicked, this, [this] { m_sayimform.xmlkaydet(); });
+    // Stands here without an action of its own.
+    auto *updating = new QPushButton(u"Logo Güncelleme için Xml  Kaydet"_s);
+    updating->setObjectName(u"chameleonButton2"_s);
+    row->addWidget(open);
+    row->addSpacing(12);
+    row->addWidget(labelFor(number, u"Fisno"_s));
+    row->addWidget(number);
+    row->addSpacing(12);
+    row->addWidget(save);
+    row->addWidget(updating);
+    row->addStretch();
+    return bar;
+}
+
+QWidget *SayimWindow::counts()
+{
+    auto *view = new GridView(m_sayimform.l1, u"l1"_s);
+    view->setAccessibleName(u"Sayım Listesi"_s);
+    view->setEmptyText(u"\"Sayım Text Dosyası Aç\" ile bir .txt dosyası seçin ya da dosyayı buraya "
+                       "sürükleyin."_s);
+    return plainFrame(view);
+}
+
+} // namespace kervan

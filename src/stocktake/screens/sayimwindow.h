@@ -1,0 +1,29 @@
+#pragma once
+
+#include "stocktake/sayimform.h"
+
+#include <QWidget>
+
+namespace kervan {
+
+/// The window of the stocktake transfer.
+class SayimWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit SayimWindow(Program &program, QWidget *parent = nullptr);
+
+    Sayimform &sayimform() { return m_sayimform; }
+
+Q_SIGNALS:
+    void closeWanted();
+
+private:
+    QWidget *commands();
+    QWidget *counts();
+
+    Sayimform m_sayimform;
+};
+
+} // namespace kervan

@@ -1,0 +1,203 @@
+#include "logolink/sqlbaglanti.h"
+#include "logolink/statements.h"
+#include "support/fakes.h"
+
+#include <QFileInfo>
+
+using namespace kervan;
+
+namespace {
+
+const Box incomplete{u"Bağlantı Bilgilerinde Eksikler Var..."_s, u"Dikkat"_s, Icon::Stop};
+const Box connected{u"Bağlantı Sağlandı..."_s, u"Dikkat"_s};
+const Box notConnected{u"Bağlantı Sağlanamadı..."_s, u"Dikkat"_s};
+
+QString fieldsOf(const Sqlbaglanti &screen)
+{
+    return QStringList{screen.Text1.text(), screen.Text2.text(), screen.Text3.text(),
+                       screen.Text4.text(), screen.c1.text()}
+        .join(u'|');
+}
+
+class Desk
+{
+public:
+    TestProgram t;
+    Grid cards{{{u"Kod"_s}, {u"Unvan"_s}}};
+    Sqlbaglanti screen{t.program, &cards};
+
+    Desk()
+    {
+        t.reachLogo();
+        t.sqlServer.answer = [](const QString &) -> SqlRows {
+            return {{u"NAME"_s, u"NR"_s},
+                    {{u"Şube"_s, u"12"_s}, {u"İkinci"_s, u"3"_s}, {{}, u"4"_s}}};
+        };
+    }
+    void card(const QString &code, const QString &title)
+    {
+        cards.setCell(cards.addRow(code), 1, title);
+    }
+};
+
+} // namespace
+
+class TestSqlbaglanti : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void openingShowsWhatTheFileHoldsAndWarnsOfGaps()
+    {
+        const QStringList cases{u"-:|sa|||:"_s,
+                                u"S/u//D/7- A/:S|u||D|7- A:"_s, // no password is no gap
+                                u"S/u/:S|u|||:"_s,              // short: silence
+                                u"S/u/p/D//:S|u|p|D|:box"_s, u"S//p/D/7- A/:S||p|D|7- A:box"_s};
+        for (const QString &line : cases) {
+            const QStringList parts = line.split(u':');
+            TestProgram t;
+            if (parts[0] != u"-")
+                writeBytes(t.path(u"sqlbaglan.kvz"_s), parts[0].toLatin1().replace("/", "\r\n"));
+            Sqlbaglanti screen(t.program, nullptr);
+            if (!parts[2].isEmpty())
+                t.boxes.expect(incomplete);
+            screen.yukle();
+            t.boxes.verify();
+            QCOMPARE(fieldsOf(screen), parts[1]);
+            QVERIFY(t.sqlServer.texts.isEmpty());
+        }
+    }
+
+    void theTestConnectsAndLoadsTheFirmsAndLetsTheUpdateStart()
+    {
+        Desk desk;
+        desk.screen.yukle();
+        desk.screen.Text3.setText(u"yeni"_s);
+        desk.t.boxes.expect(connected);
+        desk.screen.sqltest();
+        QCOMPARE(desk.t.sqlServer.texts,
+                 QStringList{u"Server=SRV;Provider=SQLOLEDB;UID=sa;PWD=yeni;database=DB;"_s});
+        QCOMPARE(desk.t.sqlServer.options.commandTimeout, 3);
+        QCOMPARE(desk.t.sqlServer.options.connectionTimeout, 3);
+        QCOMPARE(desk.screen.Label6.text(), u"SQL Bağlantı Var"_s);
+        QVERIFY(desk.screen.baslanabilir.isChecked());
+        QCOMPARE(desk.screen.c1.entries().join(u'|'), u"12- Şube|3- İkinci|4- "_s);
+        QCOMPARE(desk.screen.c1.text(), u"7- Merkez"_s); // as saved, though Logo lacks it
+        QCOMPARE(desk.t.sqlServer.statements, QStringList{u"select * from L_CAPIFIRM"_s});
+
+        desk.screen.c1.setText(u"3- İkinci"_s);
+        desk.t.sqlServer.answer = [](const QString &) -> SqlRows {
+            throw Failure(u"kesildi"_s);
+        };
+        desk.screen.firmayuklesec();
+        QCOMPARE(desk.screen.c1.text() + desk.screen.c1.entries().join(u'|'), QString());
+    }
+
+    void aConnectionThatFailsIsToldTwiceAndAnEmptyFieldTestsTheOneBefore()
+    {
+        Desk desk;
+        desk.screen.firmayuklesec(); // no connection yet: nothing
+        desk.t.boxes.expect(notConnected);
+        desk.screen.sqltest(); // nothing to connect to
+        desk.screen.yukle();
+        desk.t.sqlServer.failure = u"sunucu yok"_s;
+        desk.screen.Label6.setText(u"önceki"_s);
+        desk.t.boxes.expect({.text = u"sunucu yok"_s});
+        desk.t.boxes.expect(notConnected);
+        desk.screen.sqltest();
+        QCOMPARE(desk.screen.Label6.text(), u"önceki"_s);
+        QVERIFY(!desk.screen.baslanabilir.isChecked());
+
+        desk.t.sqlServer.failure.clear();
+        desk.t.sqlServer.opens = false;
+        desk.t.boxes.expect(notConnected);
+        desk.screen.sqltest();
+        QCOMPARE(desk.screen.Label6.text(), u"SQL Bağlantı Yok"_s);
+        desk.screen.firmayuklesec();
+        QVERIFY(desk.t.sqlServer.statements.isEmpty());
+
+        desk.t.sqlServer.opens = true;
+        desk.t.boxes.expect(connected);
+        desk.screen.sqltest();
+        desk.screen.Text4.setText({});
+        desk.t.boxes.expect(connected); // the earlier one
+        desk.screen.sqltest();
+        QCOMPARE(desk.t.sqlServer.texts.size(), 3);
+    }
+
+    void savingReplacesTheFileForItsOwnerAloneAndRefusesGaps()
+    {
+        Desk desk;
+        const QString file = desk.t.path(u"sqlbaglan.kvz"_s);
+        QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther);
+        desk.screen.Text1.setText(u"SRV,1444"_s);
+        desk.screen.Text3.setText(u"şifre;\""_s);
+        desk.t.boxes.expect(
+            {u"Bağlantı Bilgilerini Boş Bırakmayınız..."_s, u"Dikkat"_s, Icon::Stop});
+        QVERIFY(!desk.screen.kaydet());
+        desk.screen.Text4.setText(u"LOGO"_s);
+        QVERIFY(desk.screen.kaydet());
+        QCOMPARE(readBytes(file), QByteArray("SRV,1444\r\nsa\r\n\xFE"
+                                             "ifre;\"\r\nLOGO\r\n\r\n"));
+        QCOMPARE(int(QFileInfo(file).permissions() &
+                     (QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther)),
+                 0);
+        QFile::remove(file);
+        QVERIFY(QDir().mkdir(file)); // can't be replaced: the screen stays, without a box
+        QVERIFY(!desk.screen.kaydet());
+        QVERIFY(desk.screen.bilgi.text().contains(u"sqlbaglan.kvz"_s));
+    }
+
+    void theUpdateSendsOneStatementACardUntilOneFails()
+    {
+        Desk desk;
+        desk.t.boxes.expect(
+            {u"Cari Listesinde Kayıt Bulunamadı..."_s, u"Dikkat"_s, Icon::Exclamation});
+        desk.screen.guncellemebaslat();
+        desk.card(u"120.01"_s, u"Çınar Gıda"_s);
+        desk.card(u"120.02"_s, {});
+        desk.screen.yukle();
+        desk.t.boxes.expect(connected);
+        desk.screen.sqltest();
+        desk.screen.c1.setText(u"1-Merkez-2"_s);
+        desk.t.sqlServer.statements.clear();
+        const Box done{u"Cari Güncelleme Tamamlandı..."_s, u"Dikkat"_s, Icon::Exclamation};
+        desk.t.boxes.expect(done);
+        desk.screen.guncellemebaslat();
+        QCOMPARE(
+            desk.t.sqlServer.statements,
+            QStringList({u"UPDATE LG_001_CLCARD SET DEFINITION_='Çınar Gıda' where CODE='120.01'"_s,
+                         u"UPDATE LG_001_CLCARD SET DEFINITION_='' where CODE='120.02'"_s}));
+        QVERIFY(!desk.screen.p1.isShown());
+
+        desk.card(u"x'; DROP TABLE LG_001_CLCARD --"_s, u"Ada"_s);
+        desk.card(u"120.04"_s, u"Sonra"_s);
+        desk.t.sqlServer.statements.clear();
+        desk.t.boxes.expect({.text = u"Bu değer SQL komutunu bozar, komut gönderilmedi: "
+                                     "x'; DROP TABLE LG_001_CLCARD --"_s});
+        desk.screen.guncellemebaslat();
+        QCOMPARE(desk.t.sqlServer.statements.size(), 2);
+        QVERIFY(desk.screen.p1.isShown());
+        QCOMPARE(desk.screen.p1.value(), 2);
+    }
+
+    void theFirmNumberStandsInTheTableNamesAndNothingElseDoes()
+    {
+        const QStringList cases{u"12- Şube:012"_s, u"1234- A:1234"_s, u"5:005"_s, u" 7 -x:007"_s,
+                                u"abc-:abc"_s};
+        for (const QString &line : cases) {
+            const QStringList parts = line.split(u':');
+            QCOMPARE(cardSelect(parts[0], u"K"_s).text(),
+                     u"Select * from LG_%1_CLCARD where CODE='K'"_s.arg(parts[1]));
+        }
+        QVERIFY(cardSelect(u"1 x"_s, u"K"_s).breakingValue());
+        QCOMPARE(barcodeSelect(u"1-"_s, u"869"_s).text(),
+                 u"Select ITEM.CODE as ITEMKOD, UNIT.CODE as BIRIMKOD from LG_001_UNITBARCODE BAR "
+                 "WITH(NOLOCK) LEFT OUTER JOIN LG_001_ITEMS ITEM WITH(NOLOCK) ON (BAR.ITEMREF  =  "
+                 "ITEM.LOGICALREF) LEFT OUTER JOIN LG_001_UNITSETL UNIT WITH(NOLOCK) ON "
+                 "(BAR.UNITLINEREF = UNIT.LOGICALREF) where BAR.BARCODE='869'"_s);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSqlbaglanti)
+#include "tst_sqlbaglanti.moc"

@@ -1,0 +1,138 @@
+#include "stocktake/sayimform.h"
+
+#include "base/linereader.h"
+#include "support/fakes.h"
+#include "support/ruler.h"
+
+using namespace kervan;
+
+namespace {
+
+const Box done{u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information};
+
+QString rowOf(const Grid &l1, int row)
+{
+    QStringList cells;
+    for (int column = 0; column < 5; ++column)
+        cells << l1.cell(row, column);
+    return cells.join(u'|');
+}
+
+// Knows the barcodes that begin with 869; their stock code is their end.
+SqlRows answered(const QString &statement)
+{
+    const QString barcode = statement.section(u'\'', 1, 1);
+    if (!barcode.startsWith(u"869"_s))
+        return {{u"ITEMKOD"_s, u"BIRIMKOD"_s}, {}};
+    return {{u"ITEMKOD"_s, u"BIRIMKOD"_s}, {{barcode.sliced(3), u"KOLİ"_s}, {u"?"_s, u"?"_s}}};
+}
+
+class Desk
+{
+public:
+    TestProgram t;
+    Sayimform screen{t.program};
+
+    Desk()
+    {
+        t.reachLogo();
+        t.sqlServer.answer = answered;
+        screen.load();
+    }
+    void open(const QByteArray &lines)
+    {
+        writeBytes(t.path(u"sayim.txt"_s), lines);
+        screen.dosyaac(t.path(u"sayim.txt"_s));
+    }
+};
+
+} // namespace
+
+class TestSayimform : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aCountBecomesTheExpectedSlip()
+    {
+        Desk desk;
+        desk.open(ruled(u"869A+MIKTAR+", 15, u"1.234,50 çöp") + ruled(u" 111", 15, u"7") + "\r\n" +
+                  ruled(u"869SÜT", 15, u" 1.000 ") +
+                  "869KISA"
+                  "\r\n");
+        const QStringList expected{u"1|869A+MIKTAR+|A+MIKTAR+|1.234,|KOLİ"_s, u"2|111||7|"_s,
+                                   u"3||||"_s, u"4|869SÜT|SÜT|1.000|KOLİ"_s,
+                                   u"5|869KISA|KISA||KOLİ"_s};
+        QCOMPARE(desk.screen.l1.rows(), 5);
+        for (int row = 0; row < 5; ++row)
+            QCOMPARE(rowOf(desk.screen.l1, row), expected[row]);
+        QCOMPARE(desk.screen.sayimSayisi.text(), u"5"_s);
+        QCOMPARE(desk.t.sqlServer.statements.size(), 10); // two a line
+        QVERIFY(desk.t.sqlServer.statements[9].endsWith(u"where BAR.BARCODE='869KISA'"_s));
+
+        desk.screen.Text1.setText(u"SYM000007"_s);
+        desk.t.dialogs.answers = {std::nullopt, desk.t.path(u"sayim"_s)};
+        desk.screen.xmlkaydet(); // cancelled
+        desk.t.boxes.expect(done);
+        desk.screen.xmlkaydet();
+        QCOMPARE(desk.t.dialogs.asked.last().title, u"Sayım Xml Dosyası Kaydet"_s);
+        QCOMPARE(readBytes(desk.t.path(u"sayim.xml"_s)),
+                 readBytes(QStringLiteral(TEST_DATA "/sayim/expected.xml")));
+        QCOMPARE(desk.screen.l1.rows(), 5);
+    }
+
+    void withoutARowNothingIsAskedAndUnknownBarcodesLeaveAnEmptySlip()
+    {
+        Desk desk;
+        const Box empty{u"Sayım Listesinde Kayıt Bulunamadı...!"_s, u"Dikkat"_s, Icon::Exclamation};
+        desk.t.boxes.expect(empty);
+        desk.screen.xmlkaydet();
+        desk.open({});
+        QCOMPARE(desk.screen.sayimSayisi.text(), u"0"_s);
+        desk.open("000\r\n000");
+        QCOMPARE(desk.screen.l1.rows(), 2);
+        desk.t.boxes.expect(done);
+        desk.screen.kaydet(desk.t.path(u"bos.xml"_s));
+        const QByteArray slip = readBytes(desk.t.path(u"bos.xml"_s));
+        QVERIFY(slip.contains("    <TRANSACTIONS>\r\n </TRANSACTIONS>\r\n"));
+        desk.t.boxes.expect(done); // said in any case; what failed stands in the window
+        desk.screen.kaydet(desk.t.path(u"yok/bos.xml"_s));
+        QVERIFY(desk.screen.bilgi.text().contains(u"bos.xml"_s));
+    }
+
+    void aFailedLookUpEndsTheReadAtItsRow()
+    {
+        Desk desk;
+        desk.t.sqlServer.answer = [&](const QString &statement) {
+            if (desk.t.sqlServer.statements.size() == 4) // the unit of the second line
+                throw Failure(u"hat kesildi"_s);
+            return answered(statement);
+        };
+        desk.t.boxes.expect({.text = u"hat kesildi"_s});
+        desk.open(ruled(u"869A", 15, u"1") + ruled(u"869B", 15, u"2") + ruled(u"869C", 15, u"3"));
+        QCOMPARE(desk.screen.l1.rows(), 2);
+        QCOMPARE(rowOf(desk.screen.l1, 1), u"2|869B|B|2|"_s);
+        QCOMPARE(desk.screen.sayimSayisi.text(), u"2"_s);
+        QVERIFY(!desk.screen.pr1.isShown());
+
+        desk.t.sqlServer.statements.clear();
+        desk.t.boxes.expect(
+            {.text = u"Bu değer SQL komutunu bozar, komut gönderilmedi: '; DROP --"_s});
+        desk.open("'; DROP --\r\n869A");
+        QVERIFY(desk.t.sqlServer.statements.isEmpty());
+
+        Sayimform unconnected(desk.t.program);
+        desk.t.boxes.expect({.text = u"SQL Server bağlantısı yok."_s});
+        unconnected.dosyaac(desk.t.path(u"sayim.txt"_s));
+        QCOMPARE(unconnected.l1.rows(), 1);
+
+        const QString gone = desk.t.path(u"yok.txt"_s);
+        const QString why = failureOf([&] { const LineReader reader(gone); });
+        QVERIFY(why.contains(u"yok.txt"_s));
+        desk.t.boxes.expect({.text = why});
+        desk.screen.dosyaac(gone);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestSayimform)
+#include "tst_sayimform.moc"

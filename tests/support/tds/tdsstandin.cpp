@@ -1,0 +1,333 @@
+#include "support/tds/tdsstandin.h"
+
+#include "support/tds/tdswire.h"
+
+#include <QRegularExpression>
+#include <QSqlDatabase>
+#include <QSqlError>
+#include <QSqlQuery>
+#include <QSqlRecord>
+#include <QTcpServer>
+#include <QTcpSocket>
+#include <QTimer>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+/// Everything that lives in the stand-in's thread.
+class StandinListener : public QTcpServer
+{
+public:
+    StandinListener();
+    ~StandinListener() override;
+    /// The answer to a statement: its rows or an error.
+    QByteArray answer(const QString &statement);
+    QByteArray loginAnswerTo(const TdsLogin &login) const;
+    QList<QStringList> run(const QString &statement);
+
+    StandinManners manners;
+    QStringList statements;
+    int connections = 0;
+
+private:
+    QList<TdsColumn> columnsOf(const QString &select);
+
+    QSqlDatabase m_database;
+};
+
+namespace {
+
+/// One connection.
+class Session : public QObject
+{
+public:
+    Session(QTcpSocket *socket, StandinListener &listener);
+    ~Session() override { --m_listener.connections; }
+
+private:
+    void read();
+    void take(TdsPacket type, const QByteArray &message);
+    void takeStatement(const QString &statement);
+    void cancel();
+    void sendAfter(int delay, const QByteArray &answer);
+    void send(const QByteArray &answer) { m_socket->write(tdsPackets(TdsPacket::Answer, answer)); }
+
+    QTcpSocket *m_socket;
+    StandinListener &m_listener;
+    QTimer m_late;
+    QByteArray m_lateAnswer;
+    QByteArray m_bytes;
+    QByteArray m_message;
+    int m_answered = 0;
+};
+
+Session::Session(QTcpSocket *socket, StandinListener &listener)
+    : QObject(socket)
+    , m_socket(socket)
+    , m_listener(listener)
+{
+    ++m_listener.connections;
+    m_socket->setSocketOption(QAbstractSocket::LowDelayOption, 1);
+    m_late.setSingleShot(true);
+    connect(&m_late, &QTimer::timeout, this, [this] { send(m_lateAnswer); });
+    connect(socket, &QTcpSocket::readyRead, this, &Session::read);
+    connect(socket, &QTcpSocket::disconnected, socket, &QObject::deleteLater);
+}
+
+void Session::read()
+{
+    constexpr qsizetype headSize = 8;
+    m_bytes += m_socket->readAll();
+    while (m_bytes.size() >= headSize) {
+        const qsizetype size = qFromBigEndian<quint16>(m_bytes.constData() + 2);
+        if (size < headSize)
+            return m_socket->abort();
+        if (m_bytes.size() < size)
+            return;
+        const bool last = m_bytes.at(1) & 1;
+        const auto type = TdsPacket(m_bytes.at(0));
+        m_message += m_bytes.mid(headSize, size - headSize);
+        m_bytes.remove(0, size);
+        if (last)
+            take(type, std::exchange(m_message, {}));
+    }
+}
+
+void Session::take(TdsPacket type, const QByteArray &message)
+{
+    switch (type) {
+    case TdsPacket::Prelogin:
+        return send(preloginAnswer());
+    case TdsPacket::Login:
+        return sendAfter(m_listener.manners.loginDelay,
+                         m_listener.loginAnswerTo(readLogin(message)));
+    case TdsPacket::Batch:
+        return takeStatement(readBatch(message));
+    case TdsPacket::Attention:
+        return cancel();
+    case TdsPacket::Answer:
+        break;
+    }
+    m_socket->abort();
+}
+
+void Session::takeStatement(const QString &statement)
+{
+    const StandinManners &manners = m_listener.manners;
+    m_listener.statements << statement;
+    if (m_answered == manners.dropAfter)
+        return m_socket->abort();
+    ++m_answered;
+    sendAfter(manners.queryDelay, m_listener.answer(statement));
+}
+
+void Session::cancel()
+{
+    if (m_listener.manners.deaf)
+        return;
+    m_late.stop();
+    send(doneToken(TdsEnd::Cancelled));
+}
+
+void Session::sendAfter(int delay, const QByteArray &answer)
+{
+    m_lateAnswer = answer;
+    if (delay == 0)
+        send(answer);
+    else if (delay != StandinManners::never)
+        m_late.start(delay);
+}
+
+qsizetype writeRows(TdsWriter &answer, const QList<TdsColumn> &columns, QSqlQuery &query)
+{
+    constexpr int columnsKind = 0x81;
+    constexpr int rowKind = 0xD1;
+    answer.byte(columnsKind).number(quint16(columns.size()));
+    for (const TdsColumn &column : columns)
+        column.writeHead(answer);
+    qsizetype rows = 0;
+    for (; query.next(); ++rows) {
+        answer.byte(rowKind);
+        for (int i = 0; i < columns.size(); ++i)
+            columns[i].writeValue(answer, query.value(i));
+    }
+    return rows;
+}
+
+QByteArray failed(int error, const QString &sentence)
+{
+    return errorToken(error, sentence) + doneToken(TdsEnd::Error);
+}
+
+} // namespace
+
+StandinListener::StandinListener()
+{
+    m_database = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"standin%1"_s.arg(quintptr(this)));
+    m_database.setDatabaseName(u":memory:"_s);
+    if (!m_database.open() || !listen(QHostAddress::LocalHost))
+        qFatal("the stand-in does not start");
+    connect(this, &QTcpServer::newConnection, this, [this] {
+        while (QTcpSocket *socket = nextPendingConnection())
+            new Session(socket, *this);
+    });
+}
+
+StandinListener::~StandinListener()
+{
+    close();
+    qDeleteAll(findChildren<QTcpSocket *>());
+    const QString name = m_database.connectionName();
+    m_database = {};
+    QSqlDatabase::removeDatabase(name);
+}
+
+QByteArray StandinListener::loginAnswerTo(const TdsLogin &login) const
+{
+    constexpr int noSuchDatabase = 4060;
+    constexpr int loginFailed = 18456;
+    const QString refusal = u"Login failed for user '%1'."_s.arg(login.user);
+    if (manners.refusesLogin || login.user != TdsStandin::user ||
+        login.password != TdsStandin::password)
+        return failed(loginFailed, refusal);
+    if (login.database != TdsStandin::database) {
+        const QString sentence =
+            u"Cannot open database \"%1\" requested by the login. The login failed."_s;
+        return errorToken(noSuchDatabase, sentence.arg(login.database)) +
+               failed(loginFailed, refusal);
+    }
+    return loginAnswer(login.database);
+}
+
+QByteArray StandinListener::answer(const QString &statement)
+{
+    constexpr int errorOfTheUser = 50000;
+    if (!manners.error.isEmpty() && !manners.errorBehindRows)
+        return failed(errorOfTheUser, manners.error);
+    static const QRegularExpression hint(u"\\s*\\bWITH\\s*\\(\\s*NOLOCK\\s*\\)"_s,
+                                         QRegularExpression::CaseInsensitiveOption);
+    const QString plain = QString(statement).remove(hint);
+    QSqlQuery query(m_database);
+    query.setForwardOnly(true);
+    if (!query.exec(plain))
+        return failed(errorOfTheUser, query.lastError().databaseText());
+    TdsWriter answer;
+    const qsizetype count =
+        query.isSelect() ? writeRows(answer, columnsOf(plain), query) : query.numRowsAffected();
+    if (manners.error.isEmpty())
+        return answer.bytes() + doneToken(TdsEnd::Counted, count);
+    return answer.bytes() + doneToken(TdsEnd::More) + failed(errorOfTheUser, manners.error);
+}
+
+// SQLite tells the declared types of a view's columns, wherever they come from.
+QList<TdsColumn> StandinListener::columnsOf(const QString &select)
+{
+    run(u"create temp view answered as "_s + select);
+    QList<TdsColumn> columns;
+    for (const QStringList &row : run(u"select name, type from pragma_table_info('answered')"_s))
+        columns << TdsColumn(row[0], row[1]);
+    run(u"drop view answered"_s);
+    return columns;
+}
+
+QList<QStringList> StandinListener::run(const QString &statement)
+{
+    QSqlQuery query(m_database);
+    if (!query.exec(statement))
+        qFatal("the stand-in refuses %s: %s", qPrintable(statement),
+               qPrintable(query.lastError().text()));
+    QList<QStringList> rows;
+    while (query.next()) {
+        QStringList row;
+        for (int i = 0; i < query.record().count(); ++i)
+            row << query.value(i).toString();
+        rows << row;
+    }
+    return rows;
+}
+
+template<class Step>
+auto TdsStandin::inThread(Step &&step) const
+{
+    using Result = decltype(step());
+    if constexpr (std::is_void_v<Result>) {
+        QMetaObject::invokeMethod(m_listener, step, Qt::BlockingQueuedConnection);
+    } else {
+        Result result{};
+        QMetaObject::invokeMethod(m_listener, step, Qt::BlockingQueuedConnection, &result);
+        return result;
+    }
+}
+
+TdsStandin::TdsStandin()
+{
+    m_thread.start();
+    // Made in its own thread, where its sockets and its database then belong.
+    QObject inside;
+    inside.moveToThread(&m_thread);
+    QMetaObject::invokeMethod(
+        &inside, [this] { m_listener = new StandinListener; }, Qt::BlockingQueuedConnection);
+}
+
+TdsStandin::~TdsStandin()
+{
+    inThread([this] { delete std::exchange(m_listener, nullptr); });
+    m_thread.quit();
+    m_thread.wait();
+}
+
+quint16 TdsStandin::port() const
+{
+    return inThread([this] { return m_listener->serverPort(); });
+}
+
+QString TdsStandin::server() const
+{
+    return u"127.0.0.1,%1"_s.arg(port());
+}
+
+QList<QStringList> TdsStandin::run(const QString &statement)
+{
+    return inThread([&] { return m_listener->run(statement); });
+}
+
+void TdsStandin::behave(const StandinManners &manners)
+{
+    inThread([&] { m_listener->manners = manners; });
+}
+
+QStringList TdsStandin::statements() const
+{
+    return inThread([this] { return m_listener->statements; });
+}
+
+void TdsStandin::forgetStatements()
+{
+    inThread([this] { m_listener->statements.clear(); });
+}
+
+int TdsStandin::connections() const
+{
+    return inThread([this] { return m_listener->connections; });
+}
+
+void fillLogo(TdsStandin &standin, int firm)
+{
+    const QString prefix = u"LG_%1_"_s.arg(firm, 3, 10, QChar(u'0'));
+    standin.run(u"create table if not exists L_CAPIFIRM (NR smallint, NAME varchar(51))"_s);
+    standin.run(u"insert into L_CAPIFIRM values (%1, 'ÖRNEK GIDA LTD. ŞTİ.')"_s.arg(firm));
+    const QList<std::pair<QString, QString>> tables{
+        {u"CLCARD"_s, u"LOGICALREF int, CODE varchar(17), DEFINITION_ varchar(201), "
+                      "ACCEPTEINV smallint"_s},
+        {u"UNITBARCODE"_s, u"BARCODE varchar(101), ITEMREF int, UNITLINEREF int"_s},
+        {u"ITEMS"_s, u"LOGICALREF int, CODE varchar(25), NAME varchar(51)"_s},
+        {u"UNITSETL"_s, u"LOGICALREF int, CODE varchar(11), NAME varchar(51)"_s}};
+    for (const auto &[ending, columns] : tables)
+        standin.run(u"create table %1%2 (%3)"_s.arg(prefix, ending, columns));
+    standin.run(u"create index %1C on %1CLCARD (CODE)"_s.arg(prefix));
+    standin.run(u"create index %1B on %1UNITBARCODE (BARCODE)"_s.arg(prefix));
+    standin.run(u"create index %1I on %1ITEMS (LOGICALREF)"_s.arg(prefix));
+}
+
+} // namespace kervan

@@ -1,0 +1,69 @@
+#pragma once
+
+#include <QString>
+#include <QStringList>
+#include <QThread>
+
+namespace kervan {
+
+class StandinListener;
+
+/// What a stand-in does other than answer at once. Times are in milliseconds.
+struct StandinManners
+{
+    static constexpr int never = -1;
+
+    bool refusesLogin = false;    ///< even with the right password
+    int loginDelay = 0;           ///< or never
+    int queryDelay = 0;           ///< or never
+    bool deaf = false;            ///< leaves the driver's cancel unanswered too
+    QString error = {};           ///< every statement fails with this sentence
+    bool errorBehindRows = false; ///< and it comes only behind what the statement gives
+    int dropAfter = never; ///< answers so many statements of a connection, cuts the line at the
+                           ///< next
+};
+
+/// A small SQL Server for tests and the tour: speaks TDS 7.4 without encryption on a loopback port,
+/// from a thread of its own, over a database that is held in memory. It takes the statements that
+/// SQLite takes, with or without WITH(NOLOCK), and sends a column in the type that its table
+/// declares: tinyint, smallint, int, bigint, decimal(p,s), varchar(n) in the Turkish code page,
+/// anything else as nvarchar. A text column declared without a length holds texts of any length.
+/// Needs a QCoreApplication.
+class TdsStandin
+{
+public:
+    static constexpr QStringView user = u"sa";
+    static constexpr QStringView password = u"Gizli.Şifre1";
+    static constexpr QStringView database = u"LOGODB";
+
+    TdsStandin();
+    ~TdsStandin();
+    TdsStandin(const TdsStandin &) = delete;
+    TdsStandin &operator=(const TdsStandin &) = delete;
+
+    quint16 port() const;
+    /// What a user enters as the server's name.
+    QString server() const;
+    /// Runs a statement on the database, past every wire; gives its rows. A wrong one is fatal.
+    QList<QStringList> run(const QString &statement);
+    /// Holds for every connection from now on.
+    void behave(const StandinManners &manners);
+    /// All statements that arrived, word for word, in their order. The known drivers add none of
+    /// their own, not even at login.
+    QStringList statements() const;
+    void forgetStatements();
+    /// How many connections are held at the moment.
+    int connections() const;
+
+private:
+    template<class Step>
+    auto inThread(Step &&step) const;
+
+    QThread m_thread;
+    StandinListener *m_listener;
+};
+
+/// Makes Logo's firm list, with a row for this firm, and the firm's tables, which are empty.
+void fillLogo(TdsStandin &standin, int firm);
+
+} // namespace kervan
