@@ -103,13 +103,12 @@ QString fieldOf(const Sheet &sheet, int record, Duzey::Field field)
 
 QString tutarayarlama(const QString &text)
 {
+    QString spelled = pointToComma(text);
+    if (spelled.endsWith(u",000"))
+        spelled.chop(4);
     QString result = u"0,0000"_s;
-    passOver([&] {
-        QString spelled = pointToComma(text);
-        if (spelled.endsWith(u",000"))
-            spelled.chop(4);
-        result = masked(toNumber(spelled), fourDecimals);
-    });
+    if (number(spelled))
+        passOver([&] { result = masked(spelled, fourDecimals); });
     return result;
 }
 
