@@ -12,7 +12,7 @@ QList<GridColumn> invoiceColumns(const QString &title, const QString &person)
             {u"Belge Numarası"_s, 1764},
             {u"Fatura Tarihi"_s, 1588},
             {u"Logo Personel Kodu"_s, 1940},
-            {person, 1940},
+            {person, 2117},
             {u"Ödeme Tipi"_s, 1411},
             {u"Toplam Tutar"_s, 1764, Qt::AlignRight},
             {u"İndirim Toplamı"_s, 1764, Qt::AlignRight},
