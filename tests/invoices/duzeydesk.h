@@ -2,6 +2,7 @@
 
 #include "invoices/columns.h"
 #include "invoices/duzey/fatduz.h"
+#include "support/cells.h"
 #include "support/fakes.h"
 #include "support/workbooks.h"
 
@@ -51,24 +52,6 @@ struct Record
             .join(u'|');
     }
 };
-
-/// Cells of a row, joined by "|".
-inline QString cells(const Grid &grid, int row, const QList<int> &columns)
-{
-    QStringList texts;
-    for (const int column : columns)
-        texts << grid.cell(row, column);
-    return texts.join(u'|');
-}
-
-/// One column of all rows, joined by ",".
-inline QString column(const Grid &grid, int column)
-{
-    QStringList texts;
-    for (int row = 0; row < grid.rows(); ++row)
-        texts << grid.cell(row, column);
-    return texts.join(u',');
-}
 
 /// The Düzey screen over a program folder of its own: a unit, a person and the cash code laid down,
 /// Logo within reach, nothing opened yet.
