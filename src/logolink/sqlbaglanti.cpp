@@ -4,6 +4,8 @@
 #include "logolink/statements.h"
 #include "store/sidefiles.h"
 
+#include <QFile>
+
 #include <array>
 
 namespace kervan {
@@ -21,6 +23,8 @@ constexpr int cardTitle = 1;
 
 void Sqlbaglanti::yukle()
 {
+    if (!QFile::exists(sidefile()))
+        return; // the first time: the fields show their presets
     const auto failed = endQuietly([this] {
         const QStringList lines = readAllLines(sidefile());
         const std::array<TextField *, 5> fields{&Text1, &Text2, &Text3, &Text4, &c1};
@@ -83,10 +87,11 @@ void Sqlbaglanti::firmayukle()
         for (int row = 0; row < firms.rows.size(); ++row)
             entries << firms.value(row, u"NR") + u"- "_s + firms.value(row, u"Name");
         c1.setEntries(entries);
-        c1.setText(readSqlSettings(sidefile()).firm);
     });
     if (failed)
         bilgi.setText(failed->description());
+    else // before the first save there is no firm to go back to
+        endQuietly([this] { c1.setText(readSqlSettings(sidefile()).firm); });
 }
 
 bool Sqlbaglanti::kaydet()

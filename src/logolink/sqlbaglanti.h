@@ -5,6 +5,8 @@
 #include "logolink/sqlsettings.h"
 #include "store/program.h"
 
+#include <QPointer>
+
 #include <memory>
 
 namespace kervan {
@@ -14,7 +16,8 @@ namespace kervan {
 class Sqlbaglanti
 {
 public:
-    /// `cards` is the list of the card screen: code, then title. Null stands for an empty one.
+    /// `cards` is the list of the card screen: code, then title. Null, or gone since, it
+    /// stands for an empty one.
     Sqlbaglanti(Program &program, const Grid *cards)
         : m_program(program)
         , m_cards(cards)
@@ -57,7 +60,7 @@ private:
     QString sidefile() const { return m_program.path(u"sqlbaglan.kvz"); }
 
     Program &m_program;
-    const Grid *m_cards;
+    QPointer<const Grid> m_cards;
     std::unique_ptr<SqlConnection> m_connection;
 };
 

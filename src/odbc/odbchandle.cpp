@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "odbc/drivertext.h"
 
+#include <algorithm>
 #include <array>
 
 namespace kervan {

@@ -48,8 +48,8 @@ public:
     QList<QStringList> run(const QString &statement);
     /// Holds for every connection from now on.
     void behave(const StandinManners &manners);
-    /// All statements that arrived, word for word, in their order. The known drivers add none of
-    /// their own, not even at login.
+    /// All statements that arrived, word for word, in their order. FreeTDS adds none of its own,
+    /// not even at login.
     QStringList statements() const;
     void forgetStatements();
     /// How many connections are held at the moment.
