@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/grid.h"
+
 namespace kervan {
 
 /// Columns of the invoice list.
@@ -11,7 +13,7 @@ enum Column {
     BelgeNumarasi,
     FaturaTarihi,
     LogoPersonelKodu,
-    SapPersonelKodu,
+    SapPersonelKodu, // as the source has it
     OdemeTipi,
     ToplamTutar,
     IndirimToplami,
@@ -60,11 +62,17 @@ enum Column {
     Birim,
     Yuzde1, // nine discount percentages from here on
     Yuzde9 = 18,
+    Indirim1, // seven discount amounts from here on
     Tipi = 28,
     BayiSatisFiyati,
     BayiKari,
     EkVergiTutari
 };
 }
+
+/// The columns of the invoice list, whose headings of title and source's personnel code differ.
+QList<GridColumn> invoiceColumns(const QString &title, const QString &person);
+/// The columns of the lines shown.
+QList<GridColumn> lineColumns();
 
 } // namespace kervan

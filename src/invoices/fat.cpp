@@ -12,55 +12,14 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QList<GridColumn> invoiceColumns()
-{
-    return {{u"Cari Kodu"_s, 1764},
-            {u"Ünvanı"_s, 4410},
-            {u"Fatura Numarası"_s, 2117},
-            {u"Belge Numarası"_s, 1764},
-            {u"Fatura Tarihi"_s, 1588},
-            {u"Logo Personel Kodu"_s, 1940},
-            {u"Sap Personel kodu"_s, 1940},
-            {u"Ödeme Tipi"_s, 1411},
-            {u"Toplam Tutar"_s, 1764, Qt::AlignRight},
-            {u"İndirim Toplamı"_s, 1764, Qt::AlignRight},
-            {u"Kdv Toplamı"_s, 1764, Qt::AlignRight},
-            {u"Genel Toplam"_s, 1764, Qt::AlignRight},
-            {u"E-Fatura"_s, 1058},
-            {u"TAHSİLAT ORANI"_s, 1764, Qt::AlignRight},
-            {u"TAHSİLAT TUTARI"_s, 1764, Qt::AlignRight},
-            {u"İŞLEM NO"_s, 1411},
-            {u"KASA İŞLEM NO"_s, 1764},
-            {u"KASA SATIS ELEMANI"_s, 2117}};
-}
-
-QList<GridColumn> lineColumns()
-{
-    QList<GridColumn> columns{{u"Ürün Kodu"_s, 1940},
-                              {u"Ürün Adı"_s, 4410},
-                              {u"Miktar"_s, 1235, Qt::AlignRight},
-                              {u"Birim Fiyat"_s, 1588, Qt::AlignRight},
-                              {u"Kdv %"_s, 882, Qt::AlignRight},
-                              {u"Tutar"_s, 2117, Qt::AlignRight},
-                              {u"İndirimTutarı"_s, 1588, Qt::AlignRight},
-                              {u"Kdv Tutarı"_s, 1411, Qt::AlignRight},
-                              {u"Toplam"_s, 1588, Qt::AlignRight}};
-    for (int discount = 1; discount <= 9; ++discount) {
-        columns << GridColumn{u"ind%1%"_s.arg(discount), 882, Qt::AlignRight}
-                << GridColumn{u"ind%1"_s.arg(discount), 882, Qt::AlignRight};
-    }
-    return columns << GridColumn{u"Bayi Satış Fiyatı"_s, 1764, Qt::AlignRight}
-                   << GridColumn{u"Bayi Karı"_s, 1764, Qt::AlignRight}
-                   << GridColumn{u"Ek Vergi Tutarı"_s, 1764, Qt::AlignRight};
-}
-
 const QStringList invoiceKinds{u"10 (Satış Faturaları)"_s, u"20 (Alış Faturaları)"_s,
                                u"30 (Satış İade)"_s, u"40 (Alış İade)"_s, u"80 (Satış)"_s};
 
 } // namespace
 
 Fat::Fat(Program &program)
-    : liste(invoiceColumns(), program.boxes, [this] { umurlarfaturabaslikoku(); })
+    : liste(invoiceColumns(u"Ünvanı"_s, u"Sap Personel kodu"_s), program.boxes,
+            [this] { umurlarfaturabaslikoku(); })
     , l2(lineColumns())
     , l3(QList<GridColumn>(L3::EkVergiTutari + 1))
     , lbrm({{u"birim"_s}, {u"kod"_s}})
@@ -79,7 +38,7 @@ void Fat::load()
     fatbilgi.setText(invoiceKinds.first());
     yukle();
     sqlyukle();
-    kdvmuafiyetyukle();
+    kdvmuafiyetyukle(m_program, kdvmuafiyetgenel, kdvmuafiyetsatir);
     passOver([this] { kasakodu = readSingleValue(m_program.path(u"kasa.kvz")); });
     m_program.aktifform = u"1"_s;
 }
@@ -89,76 +48,30 @@ void Fat::yukle()
     endQuietly([this] {
         LocalDb &db = m_program.db;
         OpenDb open(db, m_program.path(u"data.dbs"));
-        db.forEach(Statement(u"select * from yol where id='1'"), [&] {
-            m_program.folders = Folders{.ec = db.field(u"ec"),
-                                        .es = db.field(u"es"),
-                                        .ef = db.field(u"ef"),
-                                        .xc = db.field(u"xc"),
-                                        .xs = db.field(u"xs"),
-                                        .xf = db.field(u"xf")};
-        });
-        loadChoices(db);
-        loadMappings(db);
-        db.open(m_program.path(u"fatozkod.dbs"));
-        QStringList codes{QString()};
-        db.forEach(Statement(u"select * from ozkod"), [&] { codes << db.field(u"ozkod"); });
-        c4.setEntries(codes);
+        loadFolders(db, m_program.folders);
+        loadPlansAndRates(db);
+        loadFirms(db, c3);
+        loadUnits(db, lbrm);
+        loadStaff(db, pers, persl);
+        loadSpecialCodes(m_program, c4);
     });
 }
 
-void Fat::loadChoices(LocalDb &db)
+void Fat::loadPlansAndRates(LocalDb &db)
 {
     QStringList plans{QString()};
     db.forEach(Statement(u"select * from odm"),
                [&] { plans << db.field(u"frno") + u"<>"_s + db.field(u"frkod"); });
     c5.setEntries(plans);
-    db.query(Statement(u"select * from kdv"));
-    if (!db.atEnd())
-        kdyaz.setText(db.field(u"kdv"));
+    loadVatRate(db, kdyaz);
     QStringList rates;
     db.forEach(Statement(u"select * from muh"), [&] { rates << db.field(u"kdv"); });
     c1.setEntries(rates);
-    QStringList firms;
-    db.forEach(Statement(u"select * from firma"), [&] { firms << db.field(u"firma"); });
-    c3.setEntries(firms);
-}
-
-void Fat::loadMappings(LocalDb &db)
-{
-    lbrm.clear();
-    db.forEach(Statement(u"select * from birim"),
-               [&] { lbrm.setCell(lbrm.addRow(db.field(u"kaskod")), 1, db.field(u"firma")); });
-    persl.clear();
-    QStringList staff{QString()};
-    db.forEach(Statement(u"select * from per"), [&] {
-        staff << db.field(u"per");
-        persl.setCell(persl.addRow(db.field(u"kod")), 1, db.field(u"per"));
-    });
-    pers.setEntries(staff);
-}
-
-void Fat::kdvmuafiyetyukle()
-{
-    const QString path = m_program.path(u"kdvmu.kvz");
-    passOver([&] { kdvmuafiyetgenel = readLines(path, 1)[0]; });
-    passOver([&] { kdvmuafiyetsatir = readLines(path, 2)[1]; });
 }
 
 void Fat::c3sec()
 {
-    endQuietly([this] {
-        LocalDb &db = m_program.db;
-        OpenDb open(db, m_program.path(u"data.dbs"));
-        db.query(Statement(u"select * from firma where firma='").value(c3.text()).text(u"'"));
-        firmakayit = FirmaKayit{.frno = db.field(u"frno"),
-                                .frkod = db.field(u"frkod"),
-                                .firma = db.field(u"firma"),
-                                .kaskod = db.field(u"kaskod"),
-                                .dkod = db.field(u"dkod"),
-                                .crkod = db.field(u"crkod"),
-                                .alkod = db.field(u"alkod"),
-                                .satkod = db.field(u"satkod")};
-    });
+    endQuietly([this] { firmakayit = findFirm(m_program, c3.text()); });
 }
 
 void Fat::c1sec()

@@ -4,10 +4,12 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "invoices/bif.h"
+#include "invoices/exporting.h"
 #include "invoices/invoicedocument.h"
 #include "invoices/invoicelist.h"
 #include "invoices/lineamounts.h"
 #include "invoices/prices.h"
+#include "invoices/screendata.h"
 #include "logolink/screenlink.h"
 #include "store/program.h"
 
@@ -17,12 +19,6 @@
 #include <optional>
 
 namespace kervan {
-
-/// One row of table `firma`.
-struct FirmaKayit
-{
-    QString frno, frkod, firma, kaskod, dkod, crkod, alkod, satkod;
-};
 
 /// One row of table `muh`.
 struct MuhKayit
@@ -91,22 +87,17 @@ private:
     };
 
     Grid &l1() { return liste.l1; }
-    void loadChoices(LocalDb &db);
-    void loadMappings(LocalDb &db);
-    void kdvmuafiyetyukle();
+    void loadPlansAndRates(LocalDb &db);
     void warn(const QString &text);
     void warnAt(const QString &text, TextField &field);
     void note(const std::optional<Failure> &failed);
 
     // Reading.
-    QString birimbul(const QString &kelime) const;
-    QString perseslestir(const QString &kod) const;
     LineLookups lookupsIn(Prices &prices) const;
     void readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar);
     void takeHeader(QStringView line);
     void takeCollection(QStringView line);
     void showMissingPrices(const QString &fiyatsizlar);
-    QString kasacariislemno() const;
     void faturakasafisnoyaz();
 
     // Exporting.
@@ -127,8 +118,7 @@ private:
     bool dosyaacik = false; // "Fatura Dosyası Aç" was pressed, or a file dropped
     double kasaislemsayac = 0;
     std::optional<Export> m_export;
-    int m_eksik = 0; // invoices of this export whose lines could not all be read
-    QString m_ilkEksik;
+    IncompleteInvoices m_eksikler;
 };
 
 } // namespace kervan

@@ -5,6 +5,7 @@
 #include "frame/text/numbers.h"
 #include "invoices/columns.h"
 #include "logoxml/accumulated.h"
+#include "logoxml/transfer.h"
 #include "store/sidefiles.h"
 
 namespace kervan {
@@ -37,13 +38,8 @@ void Fat::logoyaaktar()
         return warnAt(u"Firma Seçiniz...!"_s, c3);
     if (l1().tickedCount() == 0)
         return warn(u"Fatura Listesinden Seçim Yapılması Gerekiyor...!"_s);
-    const Folders &folders = m_program.folders;
-    const auto name =
-        m_program.dialogs.saveName({.title = u"Fatura Xml Dosyası Kaydet"_s,
-                                    .filter = u"Xml Dosyaları (xml)|*.xml"_s,
-                                    .start = ilkKlasor(m_program.folder, folders.xc, folders.xf)});
-    if (name)
-        kaydet(xmlAdi(*name));
+    if (const auto name = askTarget(m_program, u"Fatura Xml Dosyası Kaydet"_s))
+        kaydet(*name);
 }
 
 void Fat::otomatikkaydet()
@@ -61,23 +57,19 @@ void Fat::otomatikkaydet()
 
 void Fat::kaydet(const QString &dosya)
 {
-    if (dosya.isEmpty()) {
-        m_program.boxes.show(
-            {u"Dosya Konumu Hatalı...!Ayarlardan Dosya Konumlarını Kontrol Ediniz."_s, u"Dikkat"_s,
-             Icon::Stop});
+    if (!hasInvoiceTarget(m_program.boxes, dosya))
         return;
-    }
     bilgi.setText({});
     pr1.start(l1().tickedCount());
     InvoiceDocument document(fatbilgi.text());
     writeInvoices(document);
-    if (m_eksik > 0)
-        bilgi.setText(u"%1 faturanın satırları eksik yazıldı. %2"_s.arg(m_eksik).arg(m_ilkEksik));
+    if (const QString eksik = m_eksikler.note(); !eksik.isEmpty())
+        bilgi.setText(eksik);
     note(passOver([&] { belgeyaz(document.belge(), Yol::bir, dosya); }));
     pr1.finish();
     note(passOver([this] { kasacariislemnokaydet(); }));
     exeldenkasanakitkaydet(dosya);
-    m_program.boxes.show({u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
+    tellDone(m_program.boxes);
 }
 
 void Fat::writeInvoices(InvoiceDocument &document)
@@ -87,7 +79,7 @@ void Fat::writeInvoices(InvoiceDocument &document)
         if (l1().ticked(row))
             numbers << l1().cell(row, L1::FaturaNumarasi);
     }
-    m_eksik = 0;
+    m_eksikler = {};
     note(passOver([&] { m_export.emplace(m_program, dosyaadi, numbers); }));
     for (int row = 0; row < l1().rows(); ++row) {
         if (l1().ticked(row))
@@ -100,10 +92,8 @@ void Fat::writeInvoice(InvoiceDocument &document, int row)
 {
     pr1.step();
     const QString &faturano = l1().cell(row, L1::FaturaNumarasi);
-    if (const auto failed = liste3yukle(faturano)) {
-        if (++m_eksik == 1)
-            m_ilkEksik = u"%1: %2"_s.arg(faturano, failed->description());
-    }
+    if (const auto failed = liste3yukle(faturano))
+        m_eksikler.add(faturano, *failed);
     document.beginInvoice(headOf(row));
     float gross = 0;
     writeLines(document, gross);

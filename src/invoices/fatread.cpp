@@ -14,7 +14,7 @@ void Fat::umurlarfaturabaslikoku()
 {
     QString fiyatsizlar;
     bilgi.setText({});
-    kasaislemsayac = number(kasacariislemno()).value_or(0);
+    kasaislemsayac = number(kasacariislemno(m_program)).value_or(0);
     {
         const Grid::Refill refill(l1());
         l1().clear();
@@ -65,7 +65,7 @@ void Fat::takeHeader(QStringView line)
     }
     const int row = l1().addRow({});
     cutHeader(line, l1(), row);
-    const QString personel = perseslestir(l1().cell(row, L1::SapPersonelKodu));
+    const QString personel = perseslestir(persl, l1().cell(row, L1::SapPersonelKodu));
     l1().setCell(row, L1::BelgeNumarasi, personel);
     l1().setCell(row, L1::LogoPersonelKodu, personel);
 }
@@ -96,16 +96,9 @@ void Fat::showMissingPrices(const QString &fiyatsizlar)
     m_program.boxes.show({.text = trimmedBlanks(text).toString()});
 }
 
-QString Fat::kasacariislemno() const
-{
-    QString stored;
-    endQuietly([&] { stored = readSingleValue(m_program.path(u"kasacariislemno.kvz")); });
-    return stored;
-}
-
 void Fat::faturakasafisnoyaz()
 {
-    double counter = number(kasacariislemno()).value_or(0);
+    double counter = number(kasacariislemno(m_program)).value_or(0);
     const Grid::Refill refill(l1());
     for (int row = 0; row < l1().rows(); ++row) {
         const QString digits = masked(++counter, "000000"_mask);
@@ -114,30 +107,12 @@ void Fat::faturakasafisnoyaz()
     }
 }
 
-QString Fat::birimbul(const QString &kelime) const
-{
-    for (int row = 0; row < lbrm.rows(); ++row) {
-        if (lbrm.cell(row, 0) == kelime)
-            return lbrm.cell(row, 1);
-    }
-    return {};
-}
-
-QString Fat::perseslestir(const QString &kod) const
-{
-    for (int row = 0; row < persl.rows(); ++row) {
-        if (persl.cell(row, 1) == kod)
-            return persl.cell(row, 0);
-    }
-    return {};
-}
-
 LineLookups Fat::lookupsIn(Prices &prices) const
 {
     return {.satisfiyatibul = [&prices](const QString &kod) { return prices.satisfiyatibul(kod); },
             .birimbul =
                 [this](const QString &kelime) {
-                    return birimbul(kelime);
+                    return birimbul(lbrm, kelime);
                 }};
 }
 

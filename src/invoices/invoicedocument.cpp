@@ -122,16 +122,21 @@ QByteArray typeOf(QStringView kind)
     return "8";
 }
 
-QByteArray headTemplate(QStringView kind)
+QByteArray ofKind(QByteArray head, QStringView kind)
 {
-    return sablon(u"xl1"_s).replace("<TYPE>8</TYPE>", "<TYPE>" + typeOf(kind) + "</TYPE>");
+    return head.replace("<TYPE>8</TYPE>", "<TYPE>" + typeOf(kind) + "</TYPE>");
 }
 
 } // namespace
 
 InvoiceDocument::InvoiceDocument(const QString &fatbilgi)
-    : m_head(headTemplate(QStringView(fatbilgi).left(2)), placeholders(headSteps({})))
-    , m_line(sablon(u"xl2"_s), placeholders(lineSteps({}, {})))
+    : InvoiceDocument(fatbilgi, {.xl1 = sablon(u"xl1"_s), .xl2 = sablon(u"xl2"_s)})
+{
+}
+
+InvoiceDocument::InvoiceDocument(const QString &fatbilgi, const InvoiceTemplates &templates)
+    : m_head(ofKind(templates.xl1, QStringView(fatbilgi).left(2)), placeholders(headSteps({})))
+    , m_line(templates.xl2, placeholders(lineSteps({}, {})))
     , m_lineDiscount(sablon(u"xl3"_s), placeholders(lineDiscountSteps({}, {}, {})))
     , m_generalDiscount(sablon(u"xl4"_s))
     , m_kalemson(sablon(u"kalemson"_s))

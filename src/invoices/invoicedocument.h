@@ -46,6 +46,13 @@ struct InvoiceGoods
     QStringList yuzdeler; ///< discount percentages above 0, each a discount line behind the goods
 };
 
+/// The templates in which the sources of invoices differ: head and goods line.
+struct InvoiceTemplates
+{
+    QByteArray xl1;
+    QByteArray xl2;
+};
+
 /// The document of ticked invoices, put together invoice by invoice and line by line.
 class InvoiceDocument
 {
@@ -55,6 +62,7 @@ public:
 
     /// `fatbilgi` begins with the invoice kind: 10, 20, 30, 40 or 80.
     explicit InvoiceDocument(const QString &fatbilgi);
+    InvoiceDocument(const QString &fatbilgi, const InvoiceTemplates &templates);
 
     void beginInvoice(const InvoiceHead &head);
     void addLine(const InvoiceGoods &goods);

@@ -2,6 +2,7 @@
 
 #include "invoices/columns.h"
 #include "invoices/fat.h"
+#include "support/cells.h"
 #include "support/fakes.h"
 #include "support/ruler.h"
 
@@ -41,24 +42,6 @@ inline QByteArray collection(QStringView rate, QStringView state = u"0")
 inline const QString noPrices = u"Ürünlerde Bayi Fiyatı Olmayan Faturalar Var...\r\n"
                                 "Aşagıdaki Ürünlerin Bayi Fiyatlarını Giriniz. Faturayı Yeniden "
                                 "Okutunuz...\r\n"_s;
-
-/// Cells of a row, joined by "|".
-inline QString cells(const Grid &grid, int row, const QList<int> &columns)
-{
-    QStringList texts;
-    for (const int column : columns)
-        texts << grid.cell(row, column);
-    return texts.join(u'|');
-}
-
-/// One column of all rows, joined by ",".
-inline QString column(const Grid &grid, int column)
-{
-    QStringList texts;
-    for (int row = 0; row < grid.rows(); ++row)
-        texts << grid.cell(row, column);
-    return texts.join(u',');
-}
 
 /// The invoice screen over a program folder of its own: units, one person and some prices laid
 /// down, Logo within reach, nothing opened yet.

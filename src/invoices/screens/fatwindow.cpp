@@ -4,56 +4,20 @@
 #include "controls/gridview.h"
 #include "controls/pictures.h"
 #include "controls/transferwidgets.h"
+#include "invoices/screens/invoicewidgets.h"
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDateEdit>
 #include <QGridLayout>
-#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QShortcut>
-#include <QSplitter>
 #include <QStatusBar>
 #include <QToolButton>
 
 namespace kervan {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-QGroupBox *listFrame(const QString &caption, GridView *view)
-{
-    auto *frame = new QGroupBox(caption);
-    auto *column = new QVBoxLayout(frame);
-    column->setContentsMargins(4, 4, 4, 4);
-    column->addWidget(view);
-    return frame;
-}
-
-QDateEdit *picker(const QString &name, DateField &field)
-{
-    auto *edit = new QDateEdit;
-    edit->setObjectName(name);
-    edit->setCalendarPopup(true);
-    edit->setDisplayFormat(u"dd.MM.yyyy"_s);
-    edit->setKeyboardTracking(false);
-    edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance(u"00.00.0000"_s) + 44);
-    bind(edit, field);
-    return edit;
-}
-
-QCheckBox *check(const QString &name, const QString &caption, CheckField &field)
-{
-    auto *box = new QCheckBox(caption);
-    box->setObjectName(name);
-    bind(box, field);
-    return box;
-}
-
-} // namespace
 
 FatWindow::FatWindow(Program &program, QWidget *parent)
     : QWidget(parent)
@@ -71,20 +35,18 @@ FatWindow::FatWindow(Program &program, QWidget *parent)
     column->addWidget(commands());
     column->addWidget(choices());
     column->addWidget(filters());
-    auto *lists = new QSplitter(Qt::Vertical);
-    lists->addWidget(invoices());
-    lists->addWidget(lines());
-    lists->setStretchFactor(0, 3);
-    lists->setStretchFactor(1, 2);
-    lists->setChildrenCollapsible(false);
-    column->addWidget(lists, 1);
+    m_l1 = invoiceView(m_fat.liste, [this](int row) { m_fat.satirsec(row); });
+    m_l1->setEmptyText(u"\"Fatura Dosyası Aç\" ile bir .bif dosyası seçin ya da dosyayı buraya "
+                       "sürükleyin."_s);
+    connect(&m_fat.baslik, &TextField::changed, m_l1,
+            [this] { m_l1->setEmptyText(u"Listede gösterilecek fatura yok."_s); });
+    column->addWidget(invoiceLists(m_l1, lineView(m_fat.l2)), 1);
     column->addWidget(
         transferStatusBar(u"Fatura Sayısı:"_s, m_fat.liste.satirSayisi, m_fat.bilgi, m_fat.pr1));
 
     bind(m_strip->caption(), m_fat.baslik);
     m_strip->addNote(valueLabel(u"Label9"_s, m_fat.link.Label9));
     letClose(this, m_strip);
-    connectList();
     m_fat.load();
     findChild<QPushButton *>(u"chameleonButton5"_s)->setFocus();
 }
@@ -130,13 +92,7 @@ QWidget *FatWindow::commands()
 QComboBox *FatWindow::choice(const QString &name, ChoiceField &field, void (Fat::*action)(),
                              bool editable)
 {
-    auto *box = new QComboBox;
-    box->setObjectName(name);
-    box->setEditable(editable);
-    box->setInsertPolicy(QComboBox::NoInsert);
-    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    box->setMinimumContentsLength(14);
-    bind(box, field);
+    auto *box = choiceBox(name, field, editable);
     if (action)
         connect(box, &QComboBox::activated, this, [this, action] { (m_fat.*action)(); });
     return box;
@@ -186,9 +142,7 @@ QWidget *FatWindow::filters()
     auto *row = new QHBoxLayout(panel);
     row->setContentsMargins(0, 0, 0, 0);
     InvoiceList &list = m_fat.liste;
-    auto *all = check(u"Check2"_s, u"Tümünü Seç"_s, list.Check2);
-    connect(all, &QCheckBox::toggled, this, [this] { m_fat.liste.check2degisti(); });
-    row->addWidget(all);
+    row->addWidget(allRowsBox(list));
     row->addSpacing(16);
     auto *search = new QLineEdit;
     search->setObjectName(u"crara"_s);
@@ -201,52 +155,9 @@ QWidget *FatWindow::filters()
     row->addWidget(labelFor(search, u"Cari Unvanı:"_s));
     row->addWidget(search);
     row->addStretch();
-    auto *range = check(u"Check1"_s, u"Tarih Aralığı Belirle"_s, list.Check1);
+    auto *range = addDateFilter(row, list, [this] { m_fat.tarihdegisti(); });
     connect(range, &QCheckBox::clicked, this, [this] { m_fat.check1sec(); });
-    row->addWidget(range);
-    const auto date = [&](const QString &name, const QString &label, DateField &field) {
-        auto *edit = picker(name, field);
-        connect(edit, &QDateEdit::dateChanged, this, [this] { m_fat.tarihdegisti(); });
-        row->addWidget(labelFor(edit, label));
-        row->addWidget(edit);
-    };
-    date(u"d1"_s, u"İlk Tarih"_s, list.d1);
-    date(u"d2"_s, u"Son Tarih"_s, list.d2);
     return panel;
-}
-
-QWidget *FatWindow::invoices()
-{
-    m_l1 = new GridView(m_fat.liste.l1, u"l1"_s);
-    m_l1->setAccessibleName(u"Fatura Listesi"_s);
-    m_l1->setEmptyText(u"\"Fatura Dosyası Aç\" ile bir .bif dosyası seçin ya da dosyayı buraya "
-                       "sürükleyin."_s);
-    connect(&m_fat.baslik, &TextField::changed, m_l1,
-            [this] { m_l1->setEmptyText(u"Listede gösterilecek fatura yok."_s); });
-    return listFrame(u"Fatura Listesi"_s, m_l1);
-}
-
-QWidget *FatWindow::lines()
-{
-    auto *view = new GridView(m_fat.l2, u"l2"_s);
-    view->setAccessibleName(u"Fatura Kalemleri"_s);
-    view->setEmptyText(u"Kalemlerini görmek için listeden bir faturaya tıklayın."_s);
-    return listFrame(u"Fatura Kalemleri"_s, view);
-}
-
-void FatWindow::connectList()
-{
-    // A row is chosen by a click or by moving to it; a re-read list has no row chosen.
-    connect(m_l1, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
-        // Its tick box alone does not choose a row.
-        if (!m_l1->selectionModel()->isSelected(index))
-            m_l1->setCurrentIndex(index);
-        m_fat.satirsec(index.row());
-    });
-    connect(m_l1, &GridView::movedTo, this, [this](int row) { m_fat.satirsec(row); });
-    auto *remove = new QShortcut(Qt::Key_Delete, m_l1);
-    remove->setContext(Qt::WidgetShortcut);
-    connect(remove, &QShortcut::activated, this, [this] { m_fat.liste.secilenlerisil(); });
 }
 
 } // namespace kervan

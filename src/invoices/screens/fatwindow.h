@@ -32,13 +32,10 @@ private:
     QWidget *commands();
     QWidget *choices();
     QWidget *filters();
-    QWidget *invoices();
-    QWidget *lines();
     QPushButton *command(const QString &name, const QString &caption, const QString &pictureName,
                          const QString &keys, void (Fat::*action)());
     QComboBox *choice(const QString &name, ChoiceField &field, void (Fat::*action)() = nullptr,
                       bool editable = false);
-    void connectList();
 
     Fat m_fat;
     TitleStrip *m_strip;

@@ -1,0 +1,97 @@
+#pragma once
+
+#include "base/failure.h"
+#include "base/fields.h"
+#include "base/grid.h"
+#include "invoices/duzey/duzeysheet.h"
+#include "invoices/exporting.h"
+#include "invoices/invoicedocument.h"
+#include "invoices/invoicelist.h"
+#include "invoices/screendata.h"
+#include "logolink/screenlink.h"
+#include "store/program.h"
+#include "workbook/workbook.h"
+
+#include <QString>
+
+#include <memory>
+#include <optional>
+
+namespace kervan {
+
+/// The Düzey invoice transfer: a sheet of a workbook into the invoice list, ticked rows into an
+/// invoice document.
+class Fatduz
+{
+public:
+    explicit Fatduz(Program &program);
+
+    /// What the opening of the screen does. A failure at it is told in a plain box and ends it; the
+    /// screen works on with what it has.
+    void load();
+
+    InvoiceList liste;
+    Grid l2;    ///< lines of the row clicked on
+    Grid l3;    ///< lines of the invoice in hand during an export
+    Grid lbrm;  ///< unit word of the source, Logo unit code
+    Grid persl; ///< Logo personnel code, personnel code of the source
+
+    ChoiceField c3, c4, pers, fatbilgi;
+    TextField kdyaz;
+    TextField Text1{QStringLiteral("Sheet1")};        ///< name of the sheet
+    TextField baslik{QStringLiteral("DÜZEY FATURA")}; ///< caption of bar1
+    TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
+    ProgressField pr1;
+    CheckField bekle; ///< an export is on: the pointer is an hourglass
+    ScreenLink link;
+
+    QString kdvmuafiyetgenel; // read at the opening, and written to no document of this screen
+    QString kdvmuafiyetsatir;
+    QString kasakodu;
+
+    // What the user does.
+    void dosyaac();
+    void dosyaac(const QString &path);              ///< the same with a file that is picked already
+    void yenidenoku() { umurlarfaturabaslikoku(); } ///< an entry of `fatbilgi` was chosen
+    void perssec();                                 ///< a click on `pers`
+    void c3sec();
+    void tarihdegisti();
+    void listesec(); ///< "Fatura Liste Seçim": its menu is to serve this screen
+    void sayfanokaydet();
+    void satirsec(int row);
+    void logoyaaktar();
+
+    // Procedures.
+    void yukle();
+    void umurlarfaturabaslikoku();
+    void umurlardetaylioku(const QString &faturano);
+    /// Fills `l3`. A Failure leaves the lines before it; an empty number does nothing at all.
+    void liste3yukle(const QString &faturano);
+    void kaydet(const QString &dosya);
+
+private:
+    Grid &l1() { return liste.l1; }
+    void open();
+    void sayfanooku();
+    void note(const std::optional<Failure> &failed);
+
+    std::shared_ptr<const Sheet> openSheet();
+    void readSheet();
+    void takeRecord(const Sheet &sheet, int record);
+    void addInvoice(const Sheet &sheet, int record, const QString &faturano);
+
+    void writeInvoices(InvoiceDocument &document);
+    InvoiceHead headOf(int row) const;
+    InvoiceGoods goodsOf(int row) const;
+
+    Program &m_program;
+    FirmaKayit firmakayit;
+    QString dosyaadi;
+    double kasaislemsayac = 0; // read with each list; nothing here counts on
+    QString m_onceki;          // invoice number of the record before
+    Workbooks m_workbooks;
+    InvoiceRecords m_records;
+    IncompleteInvoices m_eksikler;
+};
+
+} // namespace kervan

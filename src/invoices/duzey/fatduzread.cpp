@@ -1,0 +1,124 @@
+#include "invoices/duzey/fatduz.h"
+
+#include "frame/text/numbers.h"
+#include "invoices/columns.h"
+#include "invoices/efatura.h"
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// What the sheet calls the chosen kind of invoices.
+QString captionOf(const QString &fatbilgi)
+{
+    const QStringView kind = QStringView(fatbilgi).left(2);
+    if (kind == u"20")
+        return u"ALIŞ"_s;
+    if (kind == u"30")
+        return u"SATIŞ İADE"_s;
+    if (kind == u"40")
+        return u"ALIŞ İADE"_s;
+    return u"SATIŞ"_s;
+}
+
+} // namespace
+
+std::shared_ptr<const Sheet> Fatduz::openSheet()
+{
+    if (dosyaadi.isEmpty())
+        throw Failure(u"Fatura dosyası seçilmedi."_s);
+    return m_workbooks.sheet(dosyaadi, Text1.text());
+}
+
+void Fatduz::umurlarfaturabaslikoku()
+{
+    bilgi.setText({});
+    endWithReport(m_program.boxes, [this] { readSheet(); });
+    liste.listedolu = !l1().isEmpty();
+}
+
+// A sheet without rows ends it with the progress bar on, and so does a failure.
+void Fatduz::readSheet()
+{
+    {
+        const Grid::Refill refill(l1());
+        const Grid::Refill refillLines(l2);
+        kasaislemsayac = number(kasacariislemno(m_program)).value_or(0);
+        l1().clear();
+        l2.clear();
+        liste.Check2.setChecked(false); // as the ticks are
+        m_onceki.clear();
+        const auto sheet = openSheet();
+        pr1.start(sheet->rows());
+        if (sheet->rows() == 0)
+            return;
+        const QString caption = captionOf(fatbilgi.text());
+        int counter = 0;
+        for (int record = 0; record < sheet->rows(); ++record) {
+            if (fieldOf(*sheet, record, Duzey::CariKodu).isEmpty())
+                continue;
+            ++counter;
+            if (fieldOf(*sheet, record, Duzey::FaturaTipi) != caption)
+                continue;
+            takeRecord(*sheet, record);
+            pr1.setValue(counter);
+        }
+    }
+    pr1.finish();
+    liste.showRowCount();
+    efaturabul(l1(), link, pr1, m_program.boxes);
+}
+
+// Only records that follow each other make one invoice.
+void Fatduz::takeRecord(const Sheet &sheet, int record)
+{
+    const QString faturano = fieldOf(sheet, record, Duzey::FaturaNumarasi);
+    if (faturano != m_onceki) {
+        addInvoice(sheet, record, faturano);
+        m_onceki = faturano;
+        return;
+    }
+    const int row = l1().rows() - 1;
+    const float total = toSingleNumber(l1().cell(row, L1::ToplamTutar));
+    l1().setCell(row, L1::ToplamTutar,
+                 masked(static_cast<double>(total) + amountOf(sheet, record), "#0.0000"_mask));
+}
+
+void Fatduz::addInvoice(const Sheet &sheet, int record, const QString &faturano)
+{
+    const int row = l1().addRow(fieldOf(sheet, record, Duzey::CariKodu));
+    l1().setCell(row, L1::FaturaNumarasi, faturano);
+    l1().setCell(row, L1::BelgeNumarasi, fieldOf(sheet, record, Duzey::BelgeNumarasi));
+    l1().setCell(row, L1::FaturaTarihi, fieldOf(sheet, record, Duzey::FaturaTarihi));
+    const QString personel = fieldOf(sheet, record, Duzey::PersonelKodu);
+    l1().setCell(row, L1::LogoPersonelKodu, perseslestir(persl, personel));
+    l1().setCell(row, L1::SapPersonelKodu, personel);
+    l1().setCell(row, L1::OdemeTipi, fieldOf(sheet, record, Duzey::OdemeTipi));
+    l1().setCell(row, L1::ToplamTutar, masked(amountOf(sheet, record), "#0.0000"_mask));
+}
+
+void Fatduz::umurlardetaylioku(const QString &faturano)
+{
+    endWithReport(m_program.boxes, [&] {
+        const Grid::Refill refill(l2);
+        l2.clear();
+        const auto sheet = openSheet();
+        for (const int record : m_records.of(sheet, faturano))
+            addToL2(*sheet, record, l2);
+    });
+}
+
+void Fatduz::liste3yukle(const QString &faturano)
+{
+    if (faturano.isEmpty())
+        return;
+    const Grid::Refill refill(l3);
+    l3.clear();
+    const auto sheet = openSheet();
+    for (const int record : m_records.of(sheet, faturano))
+        addToL3(*sheet, record, lbrm, l3);
+}
+
+} // namespace kervan

@@ -1,0 +1,38 @@
+#pragma once
+
+#include "invoices/duzey/fatduz.h"
+
+#include <QWidget>
+
+class QPushButton;
+
+namespace kervan {
+
+/// The window of the Düzey invoice transfer.
+class FatduzWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit FatduzWindow(Program &program, QWidget *parent = nullptr);
+
+    Fatduz &fatduz() { return m_fatduz; }
+
+Q_SIGNALS:
+    void closeWanted();
+    /// "Fatura Liste Seçim" was pressed; its menu belongs at this place of the desktop.
+    void listMenuWanted(const QPoint &place);
+
+private:
+    QWidget *commands();
+    QWidget *choices();
+    QWidget *sheetName();
+    QWidget *filters();
+    QWidget *lists();
+    QPushButton *command(const QString &name, const QString &caption, const QString &pictureName,
+                         const QString &keys, void (Fatduz::*action)());
+
+    Fatduz m_fatduz;
+};
+
+} // namespace kervan

@@ -1,0 +1,124 @@
+#include "invoices/screens/invoicewidgets.h"
+
+#include "controls/binding.h"
+#include "controls/gridview.h"
+#include "controls/transferwidgets.h"
+
+#include <QBoxLayout>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QGroupBox>
+#include <QLabel>
+#include <QShortcut>
+#include <QSplitter>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QDateEdit *picker(const QString &name, DateField &field)
+{
+    auto *edit = new QDateEdit;
+    edit->setObjectName(name);
+    edit->setCalendarPopup(true);
+    edit->setDisplayFormat(u"dd.MM.yyyy"_s);
+    edit->setKeyboardTracking(false);
+    edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance(u"00.00.0000"_s) + 44);
+    bind(edit, field);
+    return edit;
+}
+
+QCheckBox *check(const QString &name, const QString &caption, CheckField &field)
+{
+    auto *box = new QCheckBox(caption);
+    box->setObjectName(name);
+    bind(box, field);
+    return box;
+}
+
+QGroupBox *listFrame(const QString &caption, GridView *view)
+{
+    auto *frame = new QGroupBox(caption);
+    auto *column = new QVBoxLayout(frame);
+    column->setContentsMargins(4, 4, 4, 4);
+    column->addWidget(view);
+    return frame;
+}
+
+} // namespace
+
+QComboBox *choiceBox(const QString &name, ChoiceField &field, bool editable)
+{
+    auto *box = new QComboBox;
+    box->setObjectName(name);
+    box->setEditable(editable);
+    box->setInsertPolicy(QComboBox::NoInsert);
+    box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    box->setMinimumContentsLength(14);
+    bind(box, field);
+    return box;
+}
+
+QCheckBox *allRowsBox(InvoiceList &list)
+{
+    auto *box = check(u"Check2"_s, u"Tümünü Seç"_s, list.Check2);
+    QObject::connect(box, &QCheckBox::toggled, box, [&list] { list.check2degisti(); });
+    return box;
+}
+
+QCheckBox *addDateFilter(QBoxLayout *row, InvoiceList &list, const std::function<void()> &changed)
+{
+    auto *range = check(u"Check1"_s, u"Tarih Aralığı Belirle"_s, list.Check1);
+    row->addWidget(range);
+    const auto date = [&](const QString &name, const QString &label, DateField &field) {
+        auto *edit = picker(name, field);
+        QObject::connect(edit, &QDateEdit::dateChanged, edit, changed);
+        row->addWidget(labelFor(edit, label));
+        row->addWidget(edit);
+    };
+    date(u"d1"_s, u"İlk Tarih"_s, list.d1);
+    date(u"d2"_s, u"Son Tarih"_s, list.d2);
+    return range;
+}
+
+GridView *invoiceView(InvoiceList &list, const std::function<void(int row)> &choose)
+{
+    auto *view = new GridView(list.l1, u"l1"_s);
+    view->setAccessibleName(u"Fatura Listesi"_s);
+    QObject::connect(view, &QAbstractItemView::clicked, view,
+                     [view, choose](const QModelIndex &index) {
+                         // Its tick box alone does not choose a row.
+                         if (!view->selectionModel()->isSelected(index))
+                             view->setCurrentIndex(index);
+                         choose(index.row());
+                     });
+    QObject::connect(view, &GridView::movedTo, view, choose);
+    auto *remove = new QShortcut(Qt::Key_Delete, view);
+    remove->setContext(Qt::WidgetShortcut);
+    QObject::connect(remove, &QShortcut::activated, view, [&list] { list.secilenlerisil(); });
+    return view;
+}
+
+GridView *lineView(Grid &l2)
+{
+    auto *view = new GridView(l2, u"l2"_s);
+    view->setAccessibleName(u"Fatura Kalemleri"_s);
+    view->setEmptyText(u"Kalemlerini görmek için listeden bir faturaya tıklayın."_s);
+    return view;
+}
+
+QWidget *invoiceLists(GridView *invoices, GridView *lines)
+{
+    auto *lists = new QSplitter(Qt::Vertical);
+    lists->addWidget(listFrame(u"Fatura Listesi"_s, invoices));
+    lists->addWidget(listFrame(u"Fatura Kalemleri"_s, lines));
+    lists->setStretchFactor(0, 3);
+    lists->setStretchFactor(1, 2);
+    lists->setChildrenCollapsible(false);
+    return lists;
+}
+
+} // namespace kervan

@@ -1,0 +1,362 @@
+// The Düzey invoice screen. A document case is a folder of tests/data/fatduz:
+//   source.txt   the sheet, a record a line (see recordOf)
+//   data.txt     choices as key=value, then statements for data.dbs; "--" is a remark
+//   expected.xml
+// Choices: firma (shown and not clicked with a "?" in front), fatbilgi, sayfa; sec and efatura name
+// rows from 1 on.
+
+#include "duzeydesk.h"
+
+#include "controls/gridview.h"
+#include "invoices/duzey/screens/fatduzwindow.h"
+#include "store/sidefiles.h"
+
+#include <QApplication>
+#include <QCheckBox>
+#include <QComboBox>
+#include <QDateEdit>
+#include <QDropEvent>
+#include <QLineEdit>
+#include <QMimeData>
+#include <QPushButton>
+#include <QSignalSpy>
+
+using namespace kervan;
+
+namespace {
+
+const QList<int> firstColumns{0, 1, 2, 3, 4, 5, 6, 7, 8};
+
+} // namespace
+
+class TestFatduz : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theDocumentOfACaseIsTheExpectedOne_data()
+    {
+        QTest::addColumn<QString>("folder");
+        const QDir cases(QStringLiteral(TEST_DATA "/fatduz"));
+        for (const QString &name : cases.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
+            QTest::newRow(qPrintable(name)) << cases.filePath(name);
+    }
+    void theDocumentOfACaseIsTheExpectedOne()
+    {
+        QFETCH(QString, folder);
+        const auto linesOf = [&](const QString &name) {
+            return rowsOf(QString::fromUtf8(readBytes(folder + name)));
+        };
+        QStringList lines = linesOf(u"/data.txt"_s);
+        QHash<QString, QString> keys{{u"sayfa"_s, u"Sheet1"_s}};
+        for (const QString &choice : lines.takeFirst().split(u';'))
+            keys.insert(choice.section(u'=', 0, 0), choice.section(u'=', 1));
+        lines.removeIf([](const QString &line) { return line.startsWith(u"--"_s); });
+
+        TestProgram t;
+        t.fill(lines);
+        writeBytes(t.path(u"kasa.kvz"_s), "K100");
+        writeBytes(t.path(u"kdvmu.kvz"_s), "never in a document\nneither\n");
+        writeBytes(t.path(u"duzeyfaturaexelsayfano.kvz"_s),
+                   keys[u"sayfa"_s].toUtf8().prepend("\xEF\xBB\xBF"));
+        t.reachLogo();
+        const QStringList marked = keys[u"efatura"_s].split(u',', Qt::SkipEmptyParts);
+        t.sqlServer.answer = [&](const QString &) -> SqlRows { // one statement a row
+            const auto row = QString::number(t.sqlServer.statements.size());
+            return {{u"ACCEPTEINV"_s}, {{marked.contains(row) ? u"1"_s : u"0"_s}}};
+        };
+        Fatduz fatduz(t.program);
+        fatduz.load();
+        fatduz.c3.setText(keys[u"firma"_s]);
+        if (!fatduz.c3.text().startsWith(u'?'))
+            fatduz.c3sec();
+        fatduz.fatbilgi.setText(keys[u"fatbilgi"_s]);
+        const QString source = t.path(u"kaynak.xlsx"_s);
+        writeWorkbook(source, keys[u"sayfa"_s], recordsOf(linesOf(u"/source.txt"_s)));
+        t.dialogs.answers << source << t.path(u"belge"_s);
+        fatduz.dosyaac();
+        for (const QString &row : keys[u"sec"_s].split(u',', Qt::SkipEmptyParts))
+            fatduz.liste.l1.setTicked(row.toInt() - 1, true);
+        t.boxes.expect({u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
+        fatduz.logoyaaktar();
+        t.boxes.verify();
+        QCOMPARE(t.dialogs.asked[0].title, u"Cari Haraket Dosyası Seçin"_s);
+        QCOMPARE(t.dialogs.asked[0].filter, u"Exel Dosyaları (xlsx)|*.xlsx;*.xls"_s);
+        QCOMPARE(readBytes(t.path(u"belge.xml"_s)).split('\n'),
+                 readBytes(folder + u"/expected.xml"_s).split('\n'));
+    }
+
+    void aNumberOfTheSheetGetsFourDecimalsWhateverItsMark()
+    {
+        const QStringList cases{
+            u"12.000=12,0000"_s,   u"12,5=12,5000"_s,       u"1.250=1,2500"_s,
+            u"1,250=1,2500"_s,     u"1000,000=1000,0000"_s, u"12.0000=12,0000"_s,
+            u"-3,00005=-3,0001"_s, u".5=0,5000"_s,          u"0,00004=0,0000"_s,
+            u"1.234,56=0,0000"_s,  u"1.234.567=0,0000"_s,   u"1.000.000=1,0000"_s,
+            u",000=0,0000"_s,      u"yok,000=0,0000"_s,     u"1e3=0,0000"_s,
+            u"=0,0000"_s};
+        for (const QString &text : cases)
+            QCOMPARE(tutarayarlama(text.section(u'=', 0, 0)), text.section(u'=', 1));
+        QCOMPARE(tutarayarlama(QString(400, u'9')), u"0,0000"_s);
+    }
+
+    void theOpeningLoadsAllItHasAndStopsAtAMissingCashCodeWithABox()
+    {
+        DuzeyDesk desk;
+        Fatduz &fatduz = desk.fatduz;
+        QCOMPARE(desk.t.program.aktifform, u"2"_s);
+        QCOMPARE(fatduz.fatbilgi.text() + fatduz.Text1.text(), u"10 (Satış Faturaları)Sheet1"_s);
+        QCOMPARE(fatduz.liste.d1.date(), QDate(2024, 3, 7));
+        fatduz.Text1.setText(u"Şubat, eski"_s);
+        fatduz.sayfanokaydet();
+
+        desk.t.program.aktifform = u"1"_s;
+        const QString cash = desk.t.path(u"kasa.kvz"_s);
+        QVERIFY(QFile::remove(cash));
+        desk.expectReportOf([&] { readSingleValue(cash); });
+        Fatduz second(desk.t.program);
+        second.load();
+        desk.t.boxes.verify();
+        QCOMPARE(second.Text1.text(), u"Şubat"_s); // a comma ends a value
+        QCOMPARE(second.c3.entries(), QStringList{u"Merkez"_s});
+        QCOMPARE(second.link.Label9.text(), u"SQL Bağlantı Var"_s);
+        QCOMPARE(desk.t.program.aktifform, u"1"_s);
+        second.listesec();
+        QCOMPARE(desk.t.program.aktifform, u"2"_s);
+        second.Text1.setText(u"SHEET1"_s); // case does not count
+        desk.write({{}});
+        second.dosyaac(desk.source);
+        QCOMPARE(second.baslik.text(), u"DÜZEY FATURA [kaynak.xlsx]"_s);
+        QCOMPARE(cells(second.liste.l1, 0, firstColumns),
+                 u"C1||F1|B1|07.03.2024|LP1|S1|P30|10,0000"_s);
+    }
+
+    void onlyRecordsThatFollowEachOtherAreOneInvoiceAndItsTotalIsSingle()
+    {
+        DuzeyDesk desk;
+        // 2^24 is the last whole number from which a single still counts by one.
+        const Record large{.quantity = u"16777216"_s, .price = u"1,000"_s};
+        desk.open({large,
+                   {.price = u"1"_s},
+                   {.price = u"1.00"_s},
+                   {.no = u"F2"_s},
+                   {.kind = u"satış"_s},
+                   {.cari = {}},
+                   {.quantity = u"2,5"_s, .price = u"0.1"_s}});
+        QCOMPARE(column(desk.l1, L1::FaturaNumarasi), u"F1,F2,F1"_s);
+        QCOMPARE(column(desk.l1, L1::ToplamTutar).replace(u",0000"_s, u""_s),
+                 u"16777217,10,0,2500"_s);
+        QCOMPARE(desk.fatduz.liste.satirSayisi.text(), u"3"_s);
+        for (const int row : {0, 2}) { // either row shows all that bears the number
+            desk.fatduz.satirsec(row);
+            QCOMPARE(column(desk.fatduz.l2, L2::Miktar).remove(u"0000"_s),
+                     u"16777216,,1,,1,,1,,1,,2,5000"_s);
+        }
+        desk.fatduz.satirsec(3);
+        QCOMPARE(desk.fatduz.l2.rows(), 6);
+    }
+
+    void theSecondDiscountIsTakenOnTheWholeAmountAndAllAreSingle()
+    {
+        DuzeyDesk desk;
+        desk.open({{.price = u"=100"_s, .rates = u"=10|=10|=10|=10|=10|=10"_s, .money = u"=5"_s},
+                   {.rates = u"|=2.5||||"_s},
+                   {.quantity = u"=3"_s, .rates = u"0|-1|x|||"_s, .money = u"10"_s}});
+        Grid &l2 = desk.fatduz.l2;
+        desk.fatduz.satirsec(0);
+        QCOMPARE(cells(l2, 0, firstColumns),
+                 u"U1||1,0000|100,0000|20,0000|100,0000|52,512|0|100,0000"_s);
+        // 100 - 28 = 72, - 35,2 = 64,8, - 41,68 = 58,32, - 47,512 = 52,488; 5 of it is 9,5259869 %
+        QCOMPARE(cells(l2, 0, {10, 12, 14, 16, 18, 20, 22}), u"10|10|8|7,2|6,48|5,832|5"_s);
+        QCOMPARE(cells(l2, 0, {9, 11, 13, 15, 17, 19, 21, 23, 26, 27, 29}),
+                 u"10,0000|10,0000|10,0000|10,0000|10,0000|10,0000|9,525987||||"_s);
+        QCOMPARE(cells(l2, 1, {6, 9, 10, 11, 12, 21, 22}), u"0,25|0,0000|0|2,5000|0,25|0|0"_s);
+        // 10 / 30 in single precision, times 100
+        QCOMPARE(cells(l2, 2, {6, 9, 10, 11, 12, 13, 14, 21, 22}),
+                 u"10|0,0000|0|-1,0000|0|0,0000|0|33,33334|10"_s);
+        Grid &l3 = desk.fatduz.l3;
+        desk.fatduz.liste3yukle(u"F1"_s);
+        QCOMPARE(cells(l3, 0, firstColumns), u"U1||1,0000|100,0000|20,0000|100,0000|0|0|0"_s);
+        QCOMPARE(cells(l3, 0, {9, 10, 15, 16, 17, 18, 19, 20, 21, 22, 23, 24, 25, 26}),
+                 u"ADT|10,0000|10,0000|9,525987|0|0|10|10|8|7,2|6,48|5,832|5|"_s);
+        desk.fatduz.liste3yukle({}); // does nothing, not even clear
+        QCOMPARE(l3.rows(), 3);
+    }
+
+    void aFailedReadShowsItsReasonAndLeavesTheListsAsTheyStood()
+    {
+        DuzeyDesk desk;
+        Fatduz &fatduz = desk.fatduz;
+        desk.t.boxes.expect({.text = u"Fatura dosyası seçilmedi."_s});
+        fatduz.yenidenoku();
+        fatduz.perssec(); // no file, nothing to read again
+        desk.open({{}, {.no = u"F2"_s, .price = u"=0"_s, .money = u"=1"_s}, {.no = u"F2"_s}});
+        QCOMPARE(desk.l1.rows(), 2);
+        // A discount on a line of nothing ends the lines there.
+        desk.t.boxes.expect({.text = u"Sıfıra bölme."_s});
+        fatduz.satirsec(1);
+        QCOMPARE(fatduz.l2.rows(), 1);
+        QCOMPARE(cells(fatduz.l2, 0, {2, 5, 21, 22}), u"1,0000|0,0000|0|"_s);
+        fatduz.Text1.setText(u"Sayfa9"_s);
+        for (const auto &action : {&Fatduz::yenidenoku, &Fatduz::perssec}) {
+            desk.expectReportOf([&] { readSheet(desk.source, u"Sayfa9"_s); });
+            (fatduz.*action)();
+            desk.t.boxes.verify();
+            QVERIFY(desk.l1.isEmpty() && fatduz.l2.isEmpty());
+        }
+        fatduz.Text1.setText(u"Sheet1"_s);
+        // A sheet that ends in front of the personnel code, and one of an invoice without number.
+        for (const QString &line : {u"d|C1|t|B1|F1|SATIŞ"_s, Record{.no = {}}.line()}) {
+            writeWorkbook(desk.source, u"Sheet1"_s, recordsOf({line}));
+            const auto sheet = readSheet(desk.source, u"Sheet1"_s);
+            desk.expectReportOf(
+                [&] { sheet->columns() == 6 ? sheet->text(0, 17) : desk.l1.cell(-1, 0); });
+            fatduz.yenidenoku();
+            desk.t.boxes.verify();
+        }
+        QVERIFY(fatduz.pr1.isShown());
+        writeWorkbook(desk.source, u"Sheet1"_s, QList<BookRow>{});
+        fatduz.pr1.finish();
+        fatduz.yenidenoku();
+        QVERIFY(fatduz.pr1.isShown() && desk.l1.isEmpty()); // a sheet without rows leaves it on
+        desk.open({{}});
+        QVERIFY(!fatduz.pr1.isShown());
+    }
+
+    void theViewsReadTheWorkbookAgainAndADateFiltersOnlyWhenItChanges()
+    {
+        DuzeyDesk desk;
+        InvoiceList &list = desk.fatduz.liste;
+        desk.t.sqlServer.answer = [](const QString &statement) -> SqlRows {
+            return {{u"ACCEPTEINV"_s}, {{statement.contains(u"='E"_s) ? u"1"_s : u"0"_s}}};
+        };
+        const auto after = [&](void (InvoiceList::*operation)()) {
+            (list.*operation)();
+            return column(desk.l1, L1::FaturaNumarasi) + u' ' +
+                   QString::number(desk.l1.tickedCount());
+        };
+        const Record eInvoice{.no = u"E1"_s, .cari = u"E"_s};
+        const Record old{.no = u"F3"_s, .date = u"@2024-03-06"_s};
+        desk.open({{}, eInvoice});
+        QCOMPARE(after(&InvoiceList::eolan), u"F1,E1 1"_s);
+        desk.write({{}, eInvoice, old});
+        QCOMPARE(after(&InvoiceList::efatolmgoster), u"F1,F3 0"_s);
+        QCOMPARE(after(&InvoiceList::efatgoster), u"E1 0"_s);
+        QCOMPARE(after(&InvoiceList::tumgoster), u"F1,E1,F3 0"_s);
+        list.Check1.setChecked(true); // by itself it does nothing, and nor does a read
+        desk.fatduz.yenidenoku();
+        QCOMPARE(desk.l1.rows(), 3);
+        QCOMPARE(after(&InvoiceList::tumgoster), u"F1,E1 0"_s);
+        list.d1.setDate(QDate(2024, 3, 6));
+        desk.fatduz.tarihdegisti();
+        QCOMPARE(desk.l1.rows(), 3);
+        list.d2.setDate(QDate(2024, 3, 6));
+        desk.fatduz.tarihdegisti();
+        QCOMPARE(after(&InvoiceList::fattumsec), u"F3 1"_s);
+        desk.t.boxes.expectQuestion(
+            {u"Faturayı Listeden Silmek İstediğinize Eminmisiniz ?"_s, u"DİKKAT"_s, Icon::Question},
+            true);
+        QCOMPARE(after(&InvoiceList::secilenlerisil), u" 0"_s);
+        QCOMPARE(after(&InvoiceList::tumgoster), u" 0"_s); // an empty list stays empty
+    }
+
+    void anExportPassesOverWhatFailsAndEndsWithSuccess()
+    {
+        DuzeyDesk desk;
+        Fatduz &fatduz = desk.fatduz;
+        const auto exported = [&](const QString &name) {
+            desk.t.boxes.expect({u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
+            fatduz.kaydet(desk.t.path(name));
+            desk.t.boxes.verify();
+            const QByteArray text = readBytes(desk.t.path(u"a.xml"_s));
+            return text.count("</INVOICE>") * 10 + text.count("<MASTER_CODE>");
+        };
+        desk.t.boxes.expect(
+            {u"Dosya Konumu Hatalı...!Ayarlardan Dosya Konumlarını Kontrol Ediniz."_s, u"Dikkat"_s,
+             Icon::Stop});
+        fatduz.kaydet({});
+        desk.t.dialogs.answers << std::nullopt;
+        fatduz.logoyaaktar(); // cancelled: no box
+
+        desk.open({{}, {.no = u"F2"_s, .price = u"=0"_s, .money = u"=1"_s}, {.no = u"F2"_s}});
+        fatduz.liste.fattumsec();
+        QCOMPARE(exported(u"a.xml"_s), 22); // the second line of F2 is lost
+        QVERIFY(fatduz.bilgi.text().contains(u"F2: Sıfıra bölme."_s));
+        desk.write({{}, {}, {}, {.no = u"F2"_s}});
+        QCOMPARE(exported(u"a.xml"_s), 24); // as the file is now
+        QCOMPARE(exported(u"yok/b.xml"_s), 24);
+        QVERIFY(fatduz.bilgi.text().contains(u"b.xml"_s));
+        QVERIFY(QFile::remove(desk.source));
+        QCOMPARE(exported(u"a.xml"_s), 20); // heads alone
+        QVERIFY(!fatduz.pr1.isShown() && !fatduz.bekle.isChecked());
+    }
+
+    void theRoadThroughTheWindow()
+    {
+        DuzeyDesk desk;
+        FatduzWindow window(desk.t.program);
+        Fatduz &fatduz = window.fatduz();
+        Grid &l1 = fatduz.liste.l1;
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        const auto click = [&](const char *name) {
+            QTest::mouseClick(window.findChild<QPushButton *>(QString::fromUtf8(name)),
+                              Qt::LeftButton);
+        };
+        const auto read = [&](const QString &names) {
+            QCOMPARE(column(l1, L1::FaturaNumarasi), names);
+        };
+        auto *kind = window.findChild<QComboBox *>(u"fatbilgi"_s);
+        desk.t.boxes.expect({.text = u"Fatura dosyası seçilmedi."_s});
+        QTest::keyClick(kind, Qt::Key_Down);
+        desk.write(
+            {{.date = u"@2024-03-08"_s}, {.no = u"A1"_s, .kind = u"ALIŞ"_s}, {.no = u"F2"_s}});
+        QMimeData mime;
+        mime.setUrls({QUrl::fromLocalFile(desk.source)});
+        QDragEnterEvent enter({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window, &enter);
+        QDropEvent drop({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        QApplication::sendEvent(&window, &drop);
+        read(u"A1"_s);
+        QTest::keyClick(kind, Qt::Key_Up);
+        read(u"F1,F2"_s);
+        auto *range = window.findChild<QCheckBox *>(u"Check1"_s);
+        QTest::mouseClick(range, Qt::LeftButton, {}, QPoint(8, 8));
+        read(u"F1,F2"_s);
+        window.findChild<QDateEdit *>(u"d2"_s)->setDate(QDate(2024, 3, 9));
+        read(u"F1,F2"_s);
+        window.findChild<QDateEdit *>(u"d1"_s)->setDate(QDate(2024, 3, 8));
+        read(u"F1"_s);
+        auto *view = window.findChild<GridView *>(u"l1"_s);
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
+                          view->visualRect(l1.index(0, 2)).center());
+        QCOMPARE(fatduz.l2.rows(), 1);
+
+        auto *sheet = window.findChild<QLineEdit *>(u"Text1"_s);
+        sheet->setText(u"Sayfa9"_s);
+        click("lvButtons_H1");
+        QCOMPARE(readBytes(desk.t.path(u"duzeyfaturaexelsayfano.kvz"_s)), "Sayfa9\r\n");
+        desk.t.program.aktifform = u"1"_s;
+        const QSignalSpy menu(&window, &FatduzWindow::listMenuWanted);
+        click("lvButtons_H2");
+        QCOMPARE(menu.size(), 1);
+        QCOMPARE(desk.t.program.aktifform, u"2"_s);
+
+        QStringList pointers;
+        connect(&fatduz.pr1, &ProgressField::changed, this,
+                [&] { pointers << QString::number(QApplication::overrideCursor() ? 1 : 0); });
+        QTest::mouseClick(window.findChild<QCheckBox *>(u"Check2"_s), Qt::LeftButton, {},
+                          QPoint(8, 8));
+        desk.t.dialogs.answers << desk.t.path(u"a.xml"_s);
+        desk.t.boxes.expect({u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
+        click("chameleonButton1");
+        QCOMPARE(pointers.join(QString()), u"111"_s); // an hourglass from start to end
+        QVERIFY(!QApplication::overrideCursor());
+        const QSignalSpy close(&window, &FatduzWindow::closeWanted);
+        QTest::keyClick(&window, Qt::Key_Escape);
+        QCOMPARE(close.size(), 1);
+    }
+};
+
+QTEST_MAIN(TestFatduz)
+#include "tst_fatduz.moc"
