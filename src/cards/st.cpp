@@ -205,10 +205,10 @@ void St::kaydet(const QString &dosya)
         return;
     }
     {
-        mesgul.setChecked(true);
+        bekle.setChecked(true);
         pr1.start(l1.rows());
         const auto done = qScopeGuard([this] {
-            mesgul.setChecked(false);
+            bekle.setChecked(false);
             pr1.finish();
         });
         const Sablon xl(sablon(u"st-xl"_s), placeholders);

@@ -29,12 +29,12 @@ public:
     void load() { yukle(); }
 
     Grid l1;
-    ChoiceField c1;    ///< tax rate
-    ChoiceField c2;    ///< unit set
-    ChoiceField c3;    ///< state, without effect
-    TextField Text1;   ///< number of rows
-    TextField bilgi;   ///< what a step that shows no box failed at, for a line in the window
-    CheckField mesgul; ///< the pointer is an hourglass
+    ChoiceField c1;   ///< tax rate
+    ChoiceField c2;   ///< unit set
+    ChoiceField c3;   ///< state, without effect
+    TextField Text1;  ///< number of rows
+    TextField bilgi;  ///< what a step that shows no box failed at, for a line in the window
+    CheckField bekle; ///< the pointer is an hourglass
     ProgressField pr1;
 
     // What the user does.

@@ -8,6 +8,7 @@
 #include "controls/pictures.h"
 #include "frame/entries.h"
 #include "frame/resim.h"
+#include "invoices/duzey/screens/fatduzwindow.h"
 #include "invoices/screens/fatwindow.h"
 #include "stocktake/screens/sayimwindow.h"
 #include "stocktake/screens/urunwindow.h"
@@ -35,6 +36,15 @@ Screen *closable(Screen *screen)
 {
     QObject::connect(screen, &Screen::closeWanted, screen,
                      [screen] { screen->parentWidget()->close(); });
+    return screen;
+}
+
+// The invoice screen brings up the menu of the list operations.
+template<class Screen>
+Screen *withListMenu(Screen *screen, QMenu *menu)
+{
+    QObject::connect(screen, &Screen::listMenuWanted, menu,
+                     [menu](const QPoint &place) { menu->popup(place); });
     return screen;
 }
 
@@ -157,12 +167,11 @@ QWidget *MainWindow::makeTransfer(const QString &screen)
     }
     if (screen == u"st")
         return closable(new StWindow(m_program));
-    if (screen != u"fat")
-        return nullptr;
-    auto *fat = closable(new FatWindow(m_program));
-    connect(fat, &FatWindow::listMenuWanted, m_seminmenu,
-            [this](const QPoint &place) { m_seminmenu->popup(place); });
-    return fat;
+    if (screen == u"fat")
+        return withListMenu(closable(new FatWindow(m_program)), m_seminmenu);
+    if (screen == u"fatduz")
+        return withListMenu(closable(new FatduzWindow(m_program)), m_seminmenu);
+    return nullptr;
 }
 
 QMdiSubWindow *MainWindow::transfer(const QString &screen)
@@ -287,10 +296,13 @@ void MainWindow::showDialog(const QString &screen, const std::function<QDialog *
 
 InvoiceList *MainWindow::activeList()
 {
-    if (m_program.aktifform != u"1")
-        return nullptr;
     auto *fat = openScreen<FatWindow>(u"fat"_s);
-    return fat ? &fat->fat().liste : nullptr;
+    auto *fatduz = openScreen<FatduzWindow>(u"fatduz"_s);
+    if (m_program.aktifform == u"1" && fat)
+        return &fat->fat().liste;
+    if (m_program.aktifform == u"2" && fatduz)
+        return &fatduz->fatduz().liste;
+    return nullptr;
 }
 
 void MainWindow::resizeEvent(QResizeEvent *event)

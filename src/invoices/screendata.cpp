@@ -21,18 +21,6 @@ QString lookedUp(const Grid &grid, int keyColumn, const QString &key, int valueC
 
 } // namespace
 
-void loadFolders(LocalDb &db, Folders &folders)
-{
-    db.forEach(Statement(u"select * from yol where id='1'"), [&] {
-        folders = Folders{.ec = db.field(u"ec"),
-                          .es = db.field(u"es"),
-                          .ef = db.field(u"ef"),
-                          .xc = db.field(u"xc"),
-                          .xs = db.field(u"xs"),
-                          .xf = db.field(u"xf")};
-    });
-}
-
 void loadVatRate(LocalDb &db, TextField &kdyaz)
 {
     db.query(Statement(u"select * from kdv"));

@@ -17,7 +17,6 @@ struct FirmaKayit
 };
 
 // Each loads one table of the open database; a table that can't be read is a Failure.
-void loadFolders(LocalDb &db, Folders &folders);
 /// The general VAT rate, of the table's first row.
 void loadVatRate(LocalDb &db, TextField &kdyaz);
 void loadFirms(LocalDb &db, ChoiceField &c3);

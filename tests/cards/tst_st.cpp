@@ -25,7 +25,7 @@ public:
 insert into muh values (Null,'','8','1','2','3','4','','','','')
 insert into muh values (Null,'','18','153','600','153i','610','','','','')
 insert into muh values (Null,'','18','x','x','x','x','','','','')
-insert into birim values (Null,'','05','ADET','','','','')
+insert into birim values (Null,'05','ADET','','','','','','')
 insert into statu values (Null,'Bar','1')
 insert into statu values (Null,'Otel','1')
 insert into statu values (Null,'Büfe','0'))"_s));
@@ -139,7 +139,7 @@ private Q_SLOTS:
         desk.t.dialogs.answers << desk.t.program.folders.xs;
         desk.st.manualkaydet(); // quietly, but for the window's own line
         QCOMPARE(desk.st.bilgi.text(), why);
-        QVERIFY(!desk.st.mesgul.isChecked() && !desk.st.pr1.isShown());
+        QVERIFY(!desk.st.bekle.isChecked() && !desk.st.pr1.isShown());
     }
 };
 

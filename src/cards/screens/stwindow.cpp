@@ -34,7 +34,7 @@ StWindow::StWindow(Program &program, QWidget *parent)
     column->addWidget(transferStatusBar({}, m_nothing, m_st.bilgi, m_st.pr1));
 
     letClose(this, strip);
-    bindHourglass(this, m_st.mesgul);
+    bindHourglass(this, m_st.bekle);
     connect(new FileDrop(this), &FileDrop::dropped, this,
             [this](const QString &path) { m_st.kontrol(path); });
     m_st.load();

@@ -8,7 +8,6 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGridLayout>
-#include <QGuiApplication>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -41,12 +40,7 @@ FatduzWindow::FatduzWindow(Program &program, QWidget *parent)
     bind(strip->caption(), m_fatduz.baslik);
     strip->addNote(valueLabel(u"Label9"_s, m_fatduz.link.Label9));
     letClose(this, strip);
-    connect(&m_fatduz.bekle, &CheckField::changed, this, [this] {
-        if (m_fatduz.bekle.isChecked())
-            QGuiApplication::setOverrideCursor(Qt::WaitCursor);
-        else
-            QGuiApplication::restoreOverrideCursor();
-    });
+    bindHourglass(this, m_fatduz.bekle);
     m_fatduz.load();
     findChild<QPushButton *>(u"buton1"_s)->setFocus();
 }
