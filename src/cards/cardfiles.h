@@ -1,9 +1,9 @@
 #pragma once
 
-#include "base/failure.h"
 #include "base/fields.h"
 #include "base/grid.h"
 #include "logoxml/template.h"
+#include "logoxml/transfer.h"
 #include "store/program.h"
 
 #include <functional>
@@ -11,21 +11,10 @@
 
 namespace kervan {
 
-// What the card transfers share: picking their files, walking a source, filling records.
+// What the card transfers share: picking their sources and filling records.
 
 /// Asks for a text export; nothing on cancel.
 std::optional<QString> askSource(Program &program, const QString &title);
-/// Asks for the document's name, which then ends in ".xml"; nothing on cancel.
-std::optional<QString> askTarget(Program &program, const QString &title);
-
-/// Hands each line of the file to take(), the progress bar running along. The bar is hidden at the
-/// end, however that comes; a file that can't be read is a Failure.
-void walkCards(const QString &path, ProgressField &progress,
-               const std::function<void(QStringView line)> &take);
-
-/// Treatment of a field: as it stands, blanks and all.
-QString untouchedField(QStringView field);
-
 /// One column of all rows.
 QStringList columnOf(const Grid &grid, int column);
 
@@ -56,11 +45,5 @@ Sablon cardTemplate(const QString &name, const QList<QByteArray> &placeholders);
 /// valuesOf(row) gives a value per placeholder. A file that can't be written is a Failure.
 void writeCards(const QString &path, const QString &screen, const Sablon &card, int rows,
                 ProgressField &progress, const std::function<QStringList(int row)> &valuesOf);
-
-/// The box at the end of a save.
-void tellDone(Boxes &boxes);
-
-/// Adds what failed to a line of notes: a save can fail at its document and at its side file.
-void addNote(TextField &bilgi, const std::optional<Failure> &failed);
 
 } // namespace kervan

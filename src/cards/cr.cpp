@@ -72,7 +72,7 @@ void Cr::caridosyasikoku()
         const Grid::Refill refill(l1);
         l1.clear();
         addNote(bilgi, passOver([this] {
-                    walkCards(dosyayolu, pr1, [this](QStringView line) {
+                    walkLines(dosyayolu, pr1, [this](QStringView line) {
                         const int row = l1.addRow({});
                         cutRecord(line, cardFields, [&](int cell, const QString &text) {
                             l1.setCell(row, cell, text);

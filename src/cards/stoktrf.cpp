@@ -104,7 +104,7 @@ void Stoktrf::stokdosyasikoku()
     addNote(bilgi, endQuietly([this] {
                 const Grid::Refill refill(l1);
                 l1.clear();
-                walkCards(dosyayolu, pr1, [this](QStringView line) {
+                walkLines(dosyayolu, pr1, [this](QStringView line) {
                     const int row = l1.addRow(QString::number(l1.rows() + 1));
                     cutRecord(line, cardFields,
                               [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
