@@ -1,6 +1,7 @@
 # Sourced by the scripts: what the project needs on Debian 12, and how it gets there.
 
-build_packages=(g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl-dev libxkbcommon-dev)
+build_packages=(g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl-dev libxkbcommon-dev
+    libzip-dev libxlsxwriter-dev)
 program_packages=(libqt6sql6-sqlite qt6-translations-l10n fonts-dejavu-core)
 check_packages=(clang-format-14 clang-tidy-14 libbenchmark-dev)
 

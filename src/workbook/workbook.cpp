@@ -1,0 +1,128 @@
+#include "workbook/workbook.h"
+
+#include "base/failure.h"
+#include "workbook/cellformat.h"
+#include "workbook/xlsx.h"
+
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+
+#include <algorithm>
+#include <bit>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qint64 mostFileBytes = 512LL * 1024 * 1024;
+
+[[noreturn]] void failAt(const QString &path, const QString &why)
+{
+    throw Failure(u"%1 okunamadı: %2"_s.arg(QDir::toNativeSeparators(path), why));
+}
+
+// Opened as others may have it open, too; Qt shares reading and writing.
+void open(QFile &file)
+{
+    if (!file.open(QIODevice::ReadOnly))
+        failAt(file.fileName(), file.errorString());
+}
+
+std::shared_ptr<const Sheet> parse(const QByteArray &bytes, const QString &sheetName)
+{
+    if (bytes.startsWith("PK"))
+        return readXlsx(bytes, sheetName);
+    throw Failure(u"Excel çalışma kitabı değil"_s);
+}
+
+} // namespace
+
+const Sheet::Cell *Sheet::find(int row, int field) const
+{
+    if (row < 0 || row >= rows())
+        throw Failure(u"Sayfada %1. kayıt yok."_s.arg(row + 1));
+    if (field < 0 || field >= columns())
+        throw Failure(u"Sayfada %1. alan yok."_s.arg(field + 1));
+    const int column = m_firstColumn + field;
+    const Cell *const begin = m_cells.constData() + m_rowStarts[row];
+    const Cell *const end = m_cells.constData() + m_rowStarts[row + 1];
+    // Most rows have no gap, so the cell is mostly as far from the first as its column is.
+    if (begin != end && column >= begin->column) {
+        const Cell *const guess = begin + (column - begin->column);
+        if (guess < end && guess->column == column)
+            return guess;
+    }
+    const Cell *const found = std::ranges::lower_bound(begin, end, column, {}, &Cell::column);
+    return found != end && found->column == column ? found : nullptr;
+}
+
+Sheet::Kind Sheet::kind(int row, int field) const
+{
+    const Cell *const cell = find(row, field);
+    return cell ? cell->kind : Kind::Empty;
+}
+
+QString Sheet::text(int row, int field) const
+{
+    const Cell *const cell = find(row, field);
+    if (!cell)
+        return {};
+    switch (cell->kind) {
+    case Kind::Text:
+        return QString::fromUtf8(
+            QByteArrayView(m_texts).sliced(static_cast<qsizetype>(cell->bits >> 32U),
+                                           static_cast<qsizetype>(cell->bits & 0xFFFFFFFFU)));
+    case Kind::Number:
+        return numberText(std::bit_cast<double>(cell->bits), cell->zeros);
+    case Kind::Date:
+        return dateText(std::bit_cast<double>(cell->bits));
+    case Kind::Boolean:
+        return cell->bits != 0 ? u"Doğru"_s : u"Yanlış"_s;
+    case Kind::Empty:
+        break;
+    }
+    return {};
+}
+
+std::shared_ptr<const Sheet> readSheet(const QString &path, const QString &sheetName)
+{
+    QFile file(path);
+    open(file);
+    if (file.size() > mostFileBytes)
+        failAt(path, u"%1 MB sınırını aşıyor"_s.arg(mostFileBytes / 1024 / 1024));
+    const QByteArray bytes = file.readAll();
+    if (file.error() != QFile::NoError)
+        failAt(path, file.errorString());
+    file.close();
+    std::shared_ptr<const Sheet> sheet;
+    const auto failed = passOver([&] { sheet = parse(bytes, sheetName); });
+    if (failed)
+        failAt(path, failed->description());
+    return sheet;
+}
+
+std::shared_ptr<const Sheet> Workbooks::sheet(const QString &path, const QString &sheetName)
+{
+    QFile file(path);
+    open(file);
+    file.close();
+    // Taken before the reading, so that a change in its midst is noticed at the next call.
+    const QFileInfo info(path);
+    const qint64 size = info.size();
+    const QDateTime changed = info.lastModified();
+    if (!m_sheet || path != m_path || sheetName != m_sheetName || size != m_size ||
+        changed != m_changed) {
+        m_sheet.reset();
+        m_sheet = readSheet(path, sheetName);
+        m_path = path;
+        m_sheetName = sheetName;
+        m_size = size;
+        m_changed = changed;
+    }
+    return m_sheet;
+}
+
+} // namespace kervan

@@ -1,0 +1,172 @@
+#include "workbook/xlsx.h"
+
+#include "base/failure.h"
+#include "workbook/sheetnames.h"
+#include "workbook/xlsxsheet.h"
+#include "workbook/zippackage.h"
+
+#include <QDir>
+#include <QHash>
+#include <QMap>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+using Token = XmlScanner::Token;
+
+struct Relation
+{
+    QByteArray kind; ///< the last word of its type, which the transitional and strict forms share
+    QByteArray part;
+};
+
+struct SheetEntry
+{
+    QString name;
+    QByteArray relation;
+};
+
+class XlsxReader
+{
+public:
+    explicit XlsxReader(const QByteArray &bytes)
+        : m_package(bytes)
+    {
+    }
+
+    std::shared_ptr<const Sheet> read(const QString &sheetName)
+    {
+        const QByteArray workbook = workbookPart();
+        m_relations = relations(workbook);
+        readWorkbook(workbook);
+        QStringList names;
+        QList<QByteArray> parts;
+        for (const SheetEntry &entry : std::as_const(m_sheets)) {
+            const Relation relation = m_relations.value(entry.relation);
+            if (relation.kind != "worksheet")
+                continue; // charts and macro sheets have no cells for us
+            names << entry.name;
+            parts << relation.part;
+        }
+        const QByteArray part = parts[findSheet(names, sheetName)];
+        readStyles(partOf("styles"));
+        const QByteArray strings = partOf("sharedStrings");
+        QList<SheetBuilder::Text> texts;
+        if (m_package.has(strings)) {
+            XmlScanner xml = scanner(strings);
+            texts = readSharedStrings(xml, m_builder);
+        }
+        XmlScanner xml = scanner(part);
+        readWorksheet(xml, texts, m_builder);
+        return m_builder.finish();
+    }
+
+private:
+    XmlScanner scanner(const QByteArray &name)
+    {
+        auto part = std::make_shared<ZipPackage::Part>(m_package.open(name));
+        return XmlScanner([part](char *to, qsizetype most) { return part->read(to, most); });
+    }
+
+    QByteArray workbookPart()
+    {
+        if (m_package.has("_rels/.rels")) {
+            const auto all = relations({});
+            for (const Relation &relation : all) {
+                if (relation.kind == "officeDocument")
+                    return relation.part;
+            }
+        }
+        if (m_package.has("xl/workbook.xml"))
+            return "xl/workbook.xml";
+        throw Failure(u"Excel çalışma kitabı değil"_s);
+    }
+
+    // The relations of a part, or of the whole package, by their ids.
+    QMap<QByteArray, Relation> relations(const QByteArray &part)
+    {
+        const qsizetype slash = part.lastIndexOf('/');
+        const QByteArray folder = slash < 0 ? QByteArray() : part.first(slash + 1);
+        XmlScanner xml = scanner(folder + "_rels/" + part.sliced(slash + 1) + ".rels");
+        QMap<QByteArray, Relation> found;
+        for (Token token = xml.next(); token != Token::Finished; token = xml.next()) {
+            if (token != Token::Start || xml.name() != "Relationship")
+                continue;
+            const QByteArray type = xml.attribute("Type");
+            QByteArray target = xml.attribute("Target");
+            target = target.startsWith('/') ? target.sliced(1) : folder + target;
+            found.insert(xml.attribute("Id"),
+                         {.kind = type.sliced(type.lastIndexOf('/') + 1),
+                          .part = QDir::cleanPath(QString::fromUtf8(target)).toUtf8()});
+        }
+        return found;
+    }
+
+    QByteArray partOf(QByteArrayView kind) const
+    {
+        for (const Relation &relation : m_relations) {
+            if (relation.kind == kind)
+                return relation.part;
+        }
+        return {};
+    }
+
+    void readWorkbook(const QByteArray &part)
+    {
+        if (part.endsWith(".bin"))
+            throw Failure(u".xlsb biçimi okunmaz; Excel'de .xlsx olarak kaydedin"_s);
+        XmlScanner xml = scanner(part);
+        if (xml.next() != Token::Start || xml.name() != "workbook")
+            throw Failure(u"Excel çalışma kitabı değil"_s);
+        for (Token token = xml.next(); token != Token::Finished; token = xml.next()) {
+            if (token != Token::Start)
+                continue;
+            if (xml.name() == "workbookPr") {
+                const QByteArray starts1904 = xml.attribute("date1904");
+                m_builder.starts1904 = starts1904 == "1" || starts1904 == "true";
+            } else if (xml.name() == "sheet") {
+                m_sheets.append({.name = QString::fromUtf8(xml.attribute("name")),
+                                 .relation = xml.attribute("id")});
+            }
+        }
+    }
+
+    void readStyles(const QByteArray &part)
+    {
+        if (!m_package.has(part))
+            return;
+        XmlScanner xml = scanner(part);
+        QHash<int, QString> codes;
+        bool inCellFormats = false;
+        for (Token token = xml.next(); token != Token::Finished; token = xml.next()) {
+            if (token == Token::Text)
+                continue;
+            if (xml.name() == "cellXfs") {
+                inCellFormats = token == Token::Start;
+            } else if (token == Token::Start && xml.name() == "numFmt") {
+                codes.insert(xml.attribute("numFmtId").toInt(),
+                             QString::fromUtf8(xml.attribute("formatCode")));
+            } else if (token == Token::Start && inCellFormats && xml.name() == "xf") {
+                const int id = xml.attribute("numFmtId").toInt();
+                m_builder.formats.append(cellFormat(id, codes.value(id)));
+            }
+        }
+    }
+
+    ZipPackage m_package;
+    QMap<QByteArray, Relation> m_relations;
+    QList<SheetEntry> m_sheets;
+    SheetBuilder m_builder;
+};
+
+} // namespace
+
+std::shared_ptr<const Sheet> readXlsx(const QByteArray &bytes, const QString &sheetName)
+{
+    return XlsxReader(bytes).read(sheetName);
+}
+
+} // namespace kervan

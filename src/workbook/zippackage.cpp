@@ -1,0 +1,79 @@
+#include "workbook/zippackage.h"
+
+#include "base/failure.h"
+
+#include <zip.h>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+[[noreturn]] void failDamaged()
+{
+    throw Failure(u"dosya yarım kalmış ya da bozuk"_s);
+}
+
+} // namespace
+
+void ZipPackage::Discard::operator()(zip *archive) const
+{
+    zip_discard(archive);
+}
+
+void ZipPackage::Part::Close::operator()(zip_file *file) const
+{
+    zip_fclose(file);
+}
+
+ZipPackage::ZipPackage(const QByteArray &bytes)
+{
+    zip_source_t *const source = zip_source_buffer_create(
+        bytes.constData(), static_cast<zip_uint64_t>(bytes.size()), 0, nullptr);
+    if (source)
+        m_archive.reset(zip_open_from_source(source, ZIP_RDONLY, nullptr));
+    if (!m_archive) {
+        zip_source_free(source);
+        failDamaged();
+    }
+}
+
+bool ZipPackage::has(const QByteArray &name) const
+{
+    return zip_name_locate(m_archive.get(), name.constData(), ZIP_FL_NOCASE) >= 0;
+}
+
+ZipPackage::Part ZipPackage::open(const QByteArray &name) const
+{
+    const zip_int64_t index = zip_name_locate(m_archive.get(), name.constData(), ZIP_FL_NOCASE);
+    if (index < 0)
+        throw Failure(u"içinde \"%1\" parçası yok"_s.arg(QString::fromUtf8(name)));
+    Part part;
+    zip_stat_t about;
+    if (zip_stat_index(m_archive.get(), static_cast<zip_uint64_t>(index), 0, &about) != 0)
+        failDamaged();
+    part.m_packed = static_cast<qint64>(about.comp_size);
+    part.m_file.reset(zip_fopen_index(m_archive.get(), static_cast<zip_uint64_t>(index), 0));
+    if (!part.m_file) {
+        const int error = zip_error_code_zip(zip_get_error(m_archive.get()));
+        if (error == ZIP_ER_NOPASSWD || error == ZIP_ER_ENCRNOTSUPP)
+            throw Failure(u"parola ile korunuyor"_s);
+        failDamaged();
+    }
+    return part;
+}
+
+qsizetype ZipPackage::Part::read(char *to, qsizetype most)
+{
+    const zip_int64_t got = zip_fread(m_file.get(), to, static_cast<zip_uint64_t>(most));
+    if (got < 0)
+        failDamaged();
+    m_unpacked += got;
+    if (m_unpacked > mostUnpacked ||
+        (m_unpacked > ratioMattersFrom && m_unpacked / highestRatio > m_packed))
+        throw Failure(u"açılmış boyutu sınırı aşıyor"_s);
+    return static_cast<qsizetype>(got);
+}
+
+} // namespace kervan

@@ -1,0 +1,85 @@
+#pragma once
+
+#include <QDateTime>
+#include <QList>
+#include <QString>
+
+#include <concepts>
+#include <functional>
+#include <variant>
+
+namespace kervan {
+
+/// A cell to write: a value and the number format that it stands under. Dates stand under
+/// "dd.mm.yyyy" unless told otherwise. Without a value the cell is empty, and with a format it is
+/// formatted all the same.
+struct BookCell
+{
+    /// A formula and the number that it gave.
+    struct Formula
+    {
+        QString text;
+        double result = 0;
+    };
+
+    BookCell() = default;
+    BookCell(const QString &text)
+        : value(text)
+    {
+    }
+    template<std::same_as<bool> Truth>
+    BookCell(Truth truth)
+        : value(truth)
+    {
+    }
+    template<class Number>
+    requires(std::floating_point<Number> || (std::integral<Number> && !std::same_as<Number, bool>))
+        BookCell(Number number, const QString &numberFormat = {})
+        : value(static_cast<double>(number))
+        , format(numberFormat)
+    {
+    }
+    BookCell(QDate date, const QString &numberFormat = QStringLiteral("dd.mm.yyyy"))
+        : value(date.startOfDay(Qt::UTC))
+        , format(numberFormat)
+    {
+    }
+    BookCell(const QDateTime &moment,
+             const QString &numberFormat = QStringLiteral("dd.mm.yyyy hh:mm:ss"))
+        : value(moment)
+        , format(numberFormat)
+    {
+    }
+    BookCell(const Formula &formula)
+        : value(formula)
+    {
+    }
+    static BookCell emptyUnder(const QString &numberFormat)
+    {
+        BookCell cell;
+        cell.format = numberFormat;
+        return cell;
+    }
+
+    std::variant<std::monostate, QString, double, bool, QDateTime, Formula> value;
+    QString format;
+};
+
+using BookRow = QList<BookCell>;
+
+struct BookSheet
+{
+    QString name;
+    QList<BookRow> rows;
+    QList<QString> columnFormats = {}; ///< for cells without a format of their own
+    bool hidden = false;
+};
+
+/// Writes an .xlsx workbook; ends the program when it can't.
+void writeWorkbook(const QString &path, const QList<BookSheet> &sheets);
+void writeWorkbook(const QString &path, const QString &sheetName, const QList<BookRow> &rows);
+/// The same with rows made on demand, for sheets too large to hold twice.
+void writeWorkbook(const QString &path, const QString &sheetName, int rows,
+                   const std::function<BookRow(int row)> &makeRow);
+
+} // namespace kervan
