@@ -34,8 +34,7 @@ void AccumulatedBody::add(std::span<const QString> values)
     }
     QByteArray record;
     m_record.doldur(values, record);
-    // The template has no small letters but its placeholders, so a word can only come from a value.
-    if (std::ranges::any_of(values, hasSmallLetter) && holdsPlaceholder(record))
+    if (m_record.mayHoldPlaceholder(values) && holdsPlaceholder(record))
         m_changeable.append(m_records.size());
     m_records.append(std::move(record));
 }

@@ -198,7 +198,7 @@ SlipCommand cashCommand(const QString &caption)
 
 SlipCommand bankCommand(bool shown)
 {
-    return {u"lvButtons_H2"_s, u"Banka işlem Fişi Xml Kaydet"_s, shown ? u"autosave"_s : QString(),
+    return {u"lvButtons_H2"_s, u"Banka işlem Fişi Xml Kaydet"_s, shown ? u"save"_s : QString(),
             u"Ctrl+B"_s, &save<exeldenbankafisikaydet>};
 }
 

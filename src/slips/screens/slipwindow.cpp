@@ -92,7 +92,7 @@ QWidget *SlipWindow::settings()
         row->addWidget(box, 1);
     };
     edit(u"Text1"_s, u"Exel Sayfa Adı"_s, m_screen.Text1);
-    auto *keep = commandButton(this, u"lvButtons_H1"_s, {}, u"tick"_s, u"Ctrl+D"_s);
+    auto *keep = commandButton(this, u"lvButtons_H1"_s, {}, u"keep"_s, u"Ctrl+D"_s);
     keep->setToolTip(u"Sayfa adını sakla (Ctrl+D)"_s);
     keep->setAccessibleName(u"Sayfa adını sakla"_s);
     const auto showKept = [this, keep] {
@@ -103,7 +103,7 @@ QWidget *SlipWindow::settings()
     connect(keep, &QAbstractButton::clicked, this, [this] { m_screen.sayfaadikaydet(); });
     row->addWidget(keep);
     row->addSpacing(16);
-    edit(u"bankahesapno1"_s, u"Banka Hesap Kodu"_s, m_screen.bankahesapno1);
+    edit(u"bankahesapno1"_s, u"Banka Hesap Kodu:"_s, m_screen.bankahesapno1);
     row->addSpacing(16);
     auto *cash = valueLabel(u"kskod"_s, m_screen.kskod);
     row->addWidget(labelFor(cash, u"Kasa Kodu:"_s));
@@ -143,7 +143,7 @@ GridView *SlipWindow::movements()
                            : u"\"Nakit Dosyası Oku\" ya da \"Kredi Kartı Dosyası Oku\" ile bir "
                              "Excel dosyası seçin ya da dosyayı buraya sürükleyin."_s);
     connect(&m_screen.l1, &QAbstractItemModel::modelReset, view,
-            [view] { view->setEmptyText(u"Okunan dosyada gösterilecek hareket yok."_s); });
+            [view] { view->setEmptyText(u"Listede gösterilecek hareket yok."_s); });
     return view;
 }
 
