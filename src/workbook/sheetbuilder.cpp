@@ -93,8 +93,6 @@ std::shared_ptr<const Sheet> SheetBuilder::finish()
         }
         m_sheet.m_rowStarts.append(static_cast<quint32>(cells.size()));
     }
-    cells.squeeze();
-    m_sheet.m_texts.squeeze();
     return std::make_shared<const Sheet>(std::exchange(m_sheet, {}));
 }
 

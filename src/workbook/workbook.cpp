@@ -2,14 +2,18 @@
 
 #include "base/failure.h"
 #include "workbook/cellformat.h"
+#include "workbook/compoundfile.h"
+#include "workbook/xls.h"
 #include "workbook/xlsx.h"
 
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
+#include <QStringDecoder>
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace kervan {
 
@@ -24,18 +28,42 @@ constexpr qint64 mostFileBytes = 512LL * 1024 * 1024;
     throw Failure(u"%1 okunamadı: %2"_s.arg(QDir::toNativeSeparators(path), why));
 }
 
-// Opened as others may have it open, too; Qt shares reading and writing.
+// Other programs may have it open, too: Qt asks for no more than reading, and shares it.
 void open(QFile &file)
 {
+    if (!file.exists())
+        failAt(file.fileName(), u"dosya yok"_s);
     if (!file.open(QIODevice::ReadOnly))
         failAt(file.fileName(), file.errorString());
 }
 
-std::shared_ptr<const Sheet> parse(const QByteArray &bytes, const QString &sheetName)
+// Why these bytes are no workbook, for files that only bear the name of one.
+[[noreturn]] void failForeign(QByteArrayView bytes)
+{
+    constexpr qsizetype looksAt = 4096;
+    if (bytes.isEmpty())
+        throw Failure(u"dosya boş"_s);
+    const bool isUtf16 = bytes.startsWith("\xFF\xFE") || bytes.startsWith("\xFE\xFF");
+    const QByteArrayView start = bytes.first(std::min(bytes.size(), looksAt));
+    if (!isUtf16 && start.contains('\0'))
+        throw Failure(u"Excel çalışma kitabı değil"_s);
+    const QString text =
+        isUtf16 ? QStringDecoder(QStringDecoder::Utf16)(start) : QString::fromUtf8(start);
+    const bool isMarkup = QStringView(text).trimmed().startsWith(u'<');
+    throw Failure(u"Excel çalışma kitabı değil, %1; Excel'de açıp .xlsx olarak kaydedin"_s.arg(
+        isMarkup ? u"HTML ya da XML metni"_s : u"düz metin"_s));
+}
+
+// The kind of a file is told by its first bytes.
+std::shared_ptr<const Sheet> parse(QByteArray bytes, const QString &sheetName)
 {
     if (bytes.startsWith("PK"))
         return readXlsx(bytes, sheetName);
-    throw Failure(u"Excel çalışma kitabı değil"_s);
+    const bool isBareBiff = bytes.size() > 1 && bytes[0] == '\x09' &&
+                            QByteArrayView("\0\2\4\x08", 4).contains(bytes[1]);
+    if (isBareBiff || bytes.startsWith(CompoundFile::mark))
+        return readXls(std::move(bytes), sheetName);
+    failForeign(bytes);
 }
 
 } // namespace
@@ -93,12 +121,12 @@ std::shared_ptr<const Sheet> readSheet(const QString &path, const QString &sheet
     open(file);
     if (file.size() > mostFileBytes)
         failAt(path, u"%1 MB sınırını aşıyor"_s.arg(mostFileBytes / 1024 / 1024));
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes = file.readAll();
     if (file.error() != QFile::NoError)
         failAt(path, file.errorString());
     file.close();
     std::shared_ptr<const Sheet> sheet;
-    const auto failed = passOver([&] { sheet = parse(bytes, sheetName); });
+    const auto failed = passOver([&] { sheet = parse(std::move(bytes), sheetName); });
     if (failed)
         failAt(path, failed->description());
     return sheet;

@@ -82,6 +82,8 @@ private:
         }
         if (m_package.has("xl/workbook.xml"))
             return "xl/workbook.xml";
+        if (m_package.has("content.xml"))
+            throw Failure(u"OpenDocument biçimi okunmaz; .xlsx olarak kaydedin"_s);
         throw Failure(u"Excel çalışma kitabı değil"_s);
     }
 
@@ -93,7 +95,7 @@ private:
         XmlScanner xml = scanner(folder + "_rels/" + part.sliced(slash + 1) + ".rels");
         QMap<QByteArray, Relation> found;
         for (Token token = xml.next(); token != Token::Finished; token = xml.next()) {
-            if (token != Token::Start || xml.name() != "Relationship")
+            if (token != Token::Start || !xml.isNamed("Relationship"))
                 continue;
             const QByteArray type = xml.attribute("Type");
             QByteArray target = xml.attribute("Target");
@@ -119,15 +121,15 @@ private:
         if (part.endsWith(".bin"))
             throw Failure(u".xlsb biçimi okunmaz; Excel'de .xlsx olarak kaydedin"_s);
         XmlScanner xml = scanner(part);
-        if (xml.next() != Token::Start || xml.name() != "workbook")
+        if (xml.next() != Token::Start || !xml.isNamed("workbook"))
             throw Failure(u"Excel çalışma kitabı değil"_s);
         for (Token token = xml.next(); token != Token::Finished; token = xml.next()) {
             if (token != Token::Start)
                 continue;
-            if (xml.name() == "workbookPr") {
+            if (xml.isNamed("workbookPr")) {
                 const QByteArray starts1904 = xml.attribute("date1904");
                 m_builder.starts1904 = starts1904 == "1" || starts1904 == "true";
-            } else if (xml.name() == "sheet") {
+            } else if (xml.isNamed("sheet")) {
                 m_sheets.append({.name = QString::fromUtf8(xml.attribute("name")),
                                  .relation = xml.attribute("id")});
             }
@@ -144,12 +146,12 @@ private:
         for (Token token = xml.next(); token != Token::Finished; token = xml.next()) {
             if (token == Token::Text)
                 continue;
-            if (xml.name() == "cellXfs") {
+            if (xml.isNamed("cellXfs")) {
                 inCellFormats = token == Token::Start;
-            } else if (token == Token::Start && xml.name() == "numFmt") {
+            } else if (token == Token::Start && xml.isNamed("numFmt")) {
                 codes.insert(xml.attribute("numFmtId").toInt(),
                              QString::fromUtf8(xml.attribute("formatCode")));
-            } else if (token == Token::Start && inCellFormats && xml.name() == "xf") {
+            } else if (token == Token::Start && inCellFormats && xml.isNamed("xf")) {
                 const int id = xml.attribute("numFmtId").toInt();
                 m_builder.formats.append(cellFormat(id, codes.value(id)));
             }

@@ -75,11 +75,11 @@ void readRuns(XmlScanner &xml, QByteArray &text)
     int aid = 0;
     for (Token token = xml.next(); token != Token::End || xml.depth() > outside;
          token = xml.next()) {
-        if (token == Token::Start && xml.name() == "rPh") {
+        if (token == Token::Start && xml.isNamed("rPh")) {
             aid = xml.depth();
         } else if (token == Token::End && aid > xml.depth()) {
             aid = 0;
-        } else if (token == Token::Start && aid == 0 && xml.name() == "t") {
+        } else if (token == Token::Start && aid == 0 && xml.isNamed("t")) {
             appendRun(xml, text);
         }
     }
@@ -116,13 +116,13 @@ public:
 
     void read()
     {
-        if (m_xml.next() != Token::Start || m_xml.name() != "worksheet")
+        if (m_xml.next() != Token::Start || !m_xml.isNamed("worksheet"))
             failDamaged(u"çalışma sayfası değil"_s);
         bool inData = false;
         for (Token token = m_xml.next(); token != Token::Finished; token = m_xml.next()) {
             if (token == Token::Text)
                 continue;
-            if (m_xml.name() == "sheetData")
+            if (m_xml.isNamed("sheetData"))
                 inData = token == Token::Start;
             else if (inData && token == Token::Start)
                 startElement();
@@ -132,13 +132,13 @@ public:
 private:
     void startElement()
     {
-        if (m_xml.name() == "c") {
+        if (m_xml.isNamed("c")) {
             readCell();
-        } else if (m_xml.name() == "row") {
+        } else if (m_xml.isNamed("row")) {
             ++m_place.row;
             m_place.column = -1;
             while (const auto attribute = m_xml.nextAttribute()) {
-                if (attribute->name == "r")
+                if (attribute->isNamed("r"))
                     m_place.row = toNumber<qint64>(attribute->raw).value_or(0) - 1;
             }
         }
@@ -151,11 +151,11 @@ private:
         m_format = 0;
         ++m_place.column;
         while (const auto attribute = m_xml.nextAttribute()) {
-            if (attribute->name == "r")
+            if (attribute->isNamed("r"))
                 readPlace(attribute->raw);
-            else if (attribute->name == "s")
+            else if (attribute->isNamed("s"))
                 m_format = toNumber<qsizetype>(attribute->raw).value_or(-1);
-            else if (attribute->name == "t")
+            else if (attribute->isNamed("t"))
                 m_type = cellType(attribute->raw);
         }
     }
@@ -170,10 +170,12 @@ private:
                 break;
             column = column * 26 + (letter - 'A' + 1);
         }
-        const auto row = toNumber<qint64>(reference.sliced(i));
-        if (column == 0 || !row)
+        qint64 row = 0;
+        for (; i < reference.size() && reference[i] >= '0' && reference[i] <= '9'; ++i)
+            row = std::min(row * 10 + (reference[i] - '0'), SheetBuilder::mostRows + 1);
+        if (column == 0 || row == 0 || i != reference.size())
             failDamaged(u"hücre yeri"_s);
-        m_place = {.row = *row - 1, .column = column - 1};
+        m_place = {.row = row - 1, .column = column - 1};
     }
 
     void readCell()
@@ -181,7 +183,7 @@ private:
         readAttributes();
         const int outside = m_xml.depth() - 1;
         bool inValue = false;
-        m_value.clear();
+        m_value.resize(0);
         for (Token token = m_xml.next(); token != Token::End || m_xml.depth() > outside;
              token = m_xml.next()) {
             if (token == Token::Text) {
@@ -189,10 +191,10 @@ private:
                     m_value += m_xml.text();
             } else if (token == Token::End) {
                 inValue = false;
-            } else if (m_xml.name() == "is") {
+            } else if (m_xml.isNamed("is")) {
                 readRuns(m_xml, m_value);
             } else {
-                inValue = m_xml.name() == "v";
+                inValue = m_xml.isNamed("v");
             }
         }
         if (!m_value.isEmpty())
@@ -270,7 +272,7 @@ QList<SheetBuilder::Text> readSharedStrings(XmlScanner &xml, SheetBuilder &build
     QList<SheetBuilder::Text> texts;
     QByteArray text;
     for (Token token = xml.next(); token != Token::Finished; token = xml.next()) {
-        if (token == Token::Start && xml.name() == "si") {
+        if (token == Token::Start && xml.isNamed("si")) {
             readRuns(xml, text);
             texts.append(builder.keep(text));
         }

@@ -26,12 +26,6 @@ bool isBlank(char c)
     return c == ' ' || c == '\t' || c == '\r' || c == '\n';
 }
 
-QByteArrayView withoutPrefix(QByteArrayView name)
-{
-    const qsizetype colon = name.indexOf(':');
-    return colon < 0 ? name : name.sliced(colon + 1);
-}
-
 void appendCharacter(QByteArray &to, QByteArrayView digits, int base)
 {
     quint32 code = 0;
@@ -155,36 +149,15 @@ char XmlScanner::at(qsizetype offset)
     return m_buffer[m_at + offset];
 }
 
-// Both give the offset behind the token's beginning, and -1 if the part ends before.
-qsizetype XmlScanner::find(char byte, qsizetype from)
-{
-    for (;;) {
-        const char *const start = m_buffer.constData() + m_at;
-        const qsizetype size = m_end - m_at;
-        if (from < size) {
-            const void *const found =
-                std::memchr(start + from, byte, static_cast<std::size_t>(size - from));
-            if (found)
-                return static_cast<const char *>(found) - start;
-            from = size;
-        }
-        if (fill() < 0)
-            return -1;
-    }
-}
-
+// The offset of the mark behind the token's beginning.
 qsizetype XmlScanner::find(QByteArrayView mark, qsizetype from)
 {
-    for (;;) {
-        from = find(mark.front(), from);
-        if (from < 0)
-            fail(u"yarım kalmış"_s);
-        qsizetype same = 1;
+    for (;; ++from) {
+        qsizetype same = 0;
         while (same < mark.size() && at(from + same) == mark[same])
             ++same;
         if (same == mark.size())
             return from;
-        ++from;
     }
 }
 
@@ -238,13 +211,27 @@ XmlScanner::Token XmlScanner::next()
     }
 }
 
+// How far the text reaches; notes whether there is something to resolve in it.
+qsizetype XmlScanner::findTextEnd()
+{
+    m_isPlain = true;
+    for (qsizetype i = 0;;) {
+        const char *const start = m_buffer.constData() + m_at;
+        const qsizetype size = m_end - m_at;
+        for (; i < size && start[i] != '<'; ++i) {
+            if (start[i] == '&' || start[i] == '\r')
+                m_isPlain = false;
+        }
+        if (i < size || fill() < 0)
+            return i;
+    }
+}
+
 // Blanks around the root element are passed over.
 bool XmlScanner::takeText()
 {
-    const qsizetype found = find('<', 0);
-    const qsizetype length = found < 0 ? m_end - m_at : found;
+    const qsizetype length = findTextEnd();
     m_text = QByteArrayView(m_buffer.constData() + m_at, length);
-    m_plainText = false;
     m_at += length;
     if (m_depth > 0)
         return true;
@@ -266,9 +253,12 @@ XmlScanner::Token XmlScanner::takeTag()
         tag.chop(1);
     }
     qsizetype length = 0;
-    while (length < tag.size() && !isBlank(tag[length]))
-        ++length;
-    m_name = withoutPrefix(tag.first(length));
+    qsizetype prefix = 0;
+    for (; length < tag.size() && !isBlank(tag[length]); ++length) {
+        if (tag[length] == ':')
+            prefix = length + 1;
+    }
+    m_name = tag.sliced(prefix, length - prefix);
     m_attributes = tag.sliced(length);
     if (m_name.isEmpty())
         fail(u"adsız öğe"_s);
@@ -299,14 +289,14 @@ bool XmlScanner::takeMarkup()
     }
     const qsizetype end = find("]]>", section.size());
     m_text = QByteArrayView(m_buffer.constData() + m_at + section.size(), end - section.size());
-    m_plainText = true;
+    m_isPlain = true;
     m_at += end + 3;
     return m_depth > 0;
 }
 
 QByteArrayView XmlScanner::text()
 {
-    if (m_plainText || (!m_text.contains('&') && !m_text.contains('\r')))
+    if (m_isPlain)
         return m_text;
     resolve(m_text, m_resolved);
     return m_resolved;
@@ -314,32 +304,35 @@ QByteArrayView XmlScanner::text()
 
 std::optional<XmlScanner::Attribute> XmlScanner::takeAttribute(QByteArrayView &rest)
 {
-    qsizetype start = 0;
-    while (start < rest.size() && isBlank(rest[start]))
-        ++start;
-    if (start == rest.size())
+    const char *at = rest.begin();
+    const char *const end = rest.end();
+    const auto skipBlanks = [&] {
+        while (at != end && isBlank(*at))
+            ++at;
+    };
+    skipBlanks();
+    if (at == end)
         return std::nullopt;
-    qsizetype mark = start;
-    while (mark < rest.size() && rest[mark] != '=')
-        ++mark;
-    qsizetype open = mark + 1;
-    while (open < rest.size() && isBlank(rest[open]))
-        ++open;
-    if (open >= rest.size() || (rest[open] != '"' && rest[open] != '\''))
+    const char *name = at;
+    for (; at != end && *at != '=' && !isBlank(*at); ++at) {
+        if (*at == ':')
+            name = at + 1;
+    }
+    const char *const nameEnd = at;
+    skipBlanks();
+    if (at == end || *at++ != '=')
         fail(u"öznitelik"_s);
-    const char quote = rest[open];
-    qsizetype close = open + 1;
-    while (close < rest.size() && rest[close] != quote)
-        ++close;
-    if (close == rest.size())
+    skipBlanks();
+    if (at == end || (*at != '"' && *at != '\''))
         fail(u"öznitelik"_s);
-    qsizetype nameEnd = mark;
-    while (nameEnd > start && isBlank(rest[nameEnd - 1]))
-        --nameEnd;
-    const Attribute attribute{withoutPrefix(rest.sliced(start, nameEnd - start)),
-                              rest.sliced(open + 1, close - open - 1)};
-    rest = rest.sliced(close + 1);
-    return attribute;
+    const char quote = *at++;
+    const char *const value = at;
+    while (at != end && *at != quote)
+        ++at;
+    if (at == end)
+        fail(u"öznitelik"_s);
+    rest = QByteArrayView(at + 1, end);
+    return Attribute{QByteArrayView(name, nameEnd), QByteArrayView(value, at)};
 }
 
 std::optional<XmlScanner::Attribute> XmlScanner::nextAttribute()
@@ -347,11 +340,11 @@ std::optional<XmlScanner::Attribute> XmlScanner::nextAttribute()
     return takeAttribute(m_attributes);
 }
 
-QByteArray XmlScanner::attribute(QByteArrayView name) const
+QByteArray XmlScanner::attribute(std::string_view name) const
 {
     QByteArrayView rest = m_attributes;
     while (const auto attribute = takeAttribute(rest)) {
-        if (attribute->name == name) {
+        if (attribute->isNamed(name)) {
             QByteArray value;
             resolve(attribute->raw, value);
             return value;

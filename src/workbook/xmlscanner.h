@@ -6,6 +6,7 @@
 
 #include <functional>
 #include <optional>
+#include <string_view>
 
 namespace kervan {
 
@@ -31,26 +32,33 @@ public:
     // What they give is valid until the next call of next().
     /// The element's name without its prefix.
     QByteArrayView name() const { return m_name; }
+    bool isNamed(std::string_view name) const { return same(m_name, name); }
     /// The text, with its references resolved.
     QByteArrayView text();
     struct Attribute
     {
         QByteArrayView name; ///< without its prefix
         QByteArrayView raw;  ///< references not resolved
+        bool isNamed(std::string_view wanted) const { return same(name, wanted); }
     };
     /// The next attribute of the element that starts here.
     std::optional<Attribute> nextAttribute();
     /// The value of an attribute with its references resolved; empty if it is not there.
-    QByteArray attribute(QByteArrayView name) const;
+    QByteArray attribute(std::string_view name) const;
 
 private:
+    // Asked many times for each cell, so it has to be seen through by the compiler.
+    static bool same(QByteArrayView one, std::string_view other)
+    {
+        return std::string_view(one.data(), static_cast<std::size_t>(one.size())) == other;
+    }
     static std::optional<Attribute> takeAttribute(QByteArrayView &rest);
     qsizetype fill();
     qsizetype read(char *to, qsizetype most);
     void readMark();
-    qsizetype find(char byte, qsizetype from);
     qsizetype find(QByteArrayView mark, qsizetype from);
     qsizetype findTagEnd();
+    qsizetype findTextEnd();
     bool takeText();
     Token takeTag();
     bool takeMarkup();
@@ -70,7 +78,7 @@ private:
     QByteArrayView m_text;
     QByteArray m_resolved;
     int m_depth = 0;
-    bool m_plainText = false; // a CDATA section
+    bool m_isPlain = false; // the text holds nothing to resolve
     bool m_endFollows = false;
 };
 
