@@ -42,6 +42,7 @@ private Q_SLOTS:
     void commandsWarnInTheirOrderAndAskAsTheirScreensSay();
     void duzeyTakesOnlyTheKindReadLast();
     void theNameOfTheSheetIsRemembered();
+    void theSamplesFitTheirScreens();
 };
 
 void TestSlips::theDocumentsOfACaseAreTheExpectedOnes_data()
@@ -414,6 +415,31 @@ void TestSlips::theNameOfTheSheetIsRemembered()
         d.s.sayfaadikaydet();
         QVERIFY(d.s.sayfaKaydedilir.isChecked() && d.s.bilgi.text().contains(it.value()));
     }
+}
+
+// One of them was saved by LibreOffice.
+void TestSlips::theSamplesFitTheirScreens()
+{
+    const auto read = [](const SlipForm &form, int file, const QString &name) {
+        SlipDesk d(form);
+        d.t.fill({u"insert into per values (Null,'PER01','00100101')"_s});
+        d.s.load();
+        d.s.dosyaac(form.files[file], QStringLiteral(TEST_DATA "/../../samples/") + name);
+        const int last = d.s.l1.rows() - 1;
+        return d.s.bilgi.text() + QString::number(last + 1) + u' ' + d.s.l1.cell(last, 3) + u' ' +
+               d.s.l1.cell(last, 4) + u' ' + d.s.l1.cell(0, form.hasBankList() ? 7 : 8) + u'/' +
+               textOf(d.s.l2).section(u'\n', -1);
+    };
+    QCOMPARE(read(cafis(), 0, u"tahsilatlar.xlsx"_s),
+             u"16 GÜLER ŞARKÜTERİ 45,10 100.01.001/3|10.3.2021|1.236.529,00|BT000003|100.01.003"_s);
+    QCOMPARE(read(cafis2(), 0, u"15032021-00100101.xls"_s),
+             u"8 GÜLER ŞARKÜTERİ 45,10 PER01/1|15/03/2021|1.249.401,00|BT000001|PER01"_s);
+    QCOMPARE(read(cafis3(), 0, u"POSANALIZ-20210315.xlsx"_s),
+             u"12 IŞIK BÜFE 347,50 POS01/2|15/03/2021|1.361,60|BT000002|POS02"_s);
+    QCOMPARE(read(carifisduzey(), 0, u"duzey-nakit.xlsx"_s),
+             u"5 ŞİRİN'İN YERİ 1.234,5000 PER01/"_s);
+    QCOMPARE(read(carifisduzey(), 1, u"duzey-kredikarti.xlsx"_s),
+             u"5 ŞİRİN'İN YERİ 1.234,5000 PER01/"_s);
 }
 
 QTEST_GUILESS_MAIN(TestSlips)

@@ -178,6 +178,8 @@ void SlipWindow::addHidden()
     }
     (new GridView(m_screen.l1eski, u"l1eski"_s, this))->hide();
     (new GridView(m_screen.ListView1, u"ListView1"_s, this))->hide();
+    if (m_screen.form().usesStaff)
+        (new GridView(m_screen.persl, u"persl"_s, this))->hide();
 }
 
 } // namespace kervan
