@@ -105,6 +105,13 @@ void Grid::clear()
     m_rows.clear();
 }
 
+void Grid::setColumns(QList<GridColumn> columns)
+{
+    const Refill refill(*this);
+    m_rows.clear();
+    m_columns = std::move(columns);
+}
+
 void Grid::keepWhere(const std::function<bool(int)> &belongs)
 {
     const Refill refill(*this);

@@ -50,6 +50,8 @@ public:
     void setTag(int row, const QString &tag);
 
     void clear();
+    /// Clears the grid and gives it other columns.
+    void setColumns(QList<GridColumn> columns);
     /// Keeps the rows for which the function answers true, in their order, in one walk. When it
     /// throws at a row, that row and those after it stay, and the exception goes on.
     void keepWhere(const std::function<bool(int row)> &belongs);

@@ -21,11 +21,6 @@ std::optional<QString> askSource(Program &program, const QString &title)
         {.title = title, .filter = u"Text Dosyaları (txt)|*.txt"_s, .start = program.path(u"txt")});
 }
 
-QString untouchedField(QStringView field)
-{
-    return field.toString();
-}
-
 QStringList columnOf(const Grid &grid, int column)
 {
     QStringList cells;

@@ -11,13 +11,10 @@
 
 namespace kervan {
 
-// What the card transfers share: picking a source, filling records.
+// What the card transfers share: picking their sources and filling records.
 
 /// Asks for a text export; nothing on cancel.
 std::optional<QString> askSource(Program &program, const QString &title);
-/// Treatment of a field: as it stands, blanks and all.
-QString untouchedField(QStringView field);
-
 /// One column of all rows.
 QStringList columnOf(const Grid &grid, int column);
 

@@ -10,6 +10,7 @@
 #include "frame/resim.h"
 #include "invoices/duzey/screens/fatduzwindow.h"
 #include "invoices/screens/fatwindow.h"
+#include "slips/screens/slipwindow.h"
 #include "stocktake/screens/sayimwindow.h"
 #include "stocktake/screens/urunwindow.h"
 #include "store/screens/definitionwindow.h"
@@ -171,6 +172,10 @@ QWidget *MainWindow::makeTransfer(const QString &screen)
         return withListMenu(closable(new FatWindow(m_program)), m_seminmenu);
     if (screen == u"fatduz")
         return withListMenu(closable(new FatduzWindow(m_program)), m_seminmenu);
+    for (const SlipForm *form : {&cafis(), &cafis2(), &cafis3(), &carifisduzey()}) {
+        if (screen == form->screen)
+            return closable(new SlipWindow(m_program, *form));
+    }
     return nullptr;
 }
 
@@ -248,18 +253,18 @@ QDialog *MainWindow::makeSqlbaglanti(SqlbaglantiWindow::Way way)
 QDialog *MainWindow::makeValueDialog(const ValueDialog &dialog)
 {
     auto *window = new ValueWindow(m_program, dialog, this);
-    if (dialog.screen == u"brmset") {
-        // The screen that is told is made in the background if it isn't open, and stays so.
+    if (dialog.screen == u"brmset")
         connect(window, &ValueWindow::saved, this, [this](const QString &value) {
-            QMdiSubWindow *active = m_area->activeSubWindow();
-            auto *content = qobject_cast<StoktrfWindow *>(transfer(u"stoktrf"_s)->widget());
-            content->stoktrf().brmseti.setText(value);
-            if (active) { // the user goes on where he was
-                m_area->setActiveSubWindow(active);
-                active->setFocus();
-            }
+            inBackground<StoktrfWindow>(u"stoktrf"_s)->stoktrf().brmseti.setText(value);
         });
-    }
+    if (dialog.screen == u"bankakodu")
+        connect(window, &ValueWindow::saved, this, [this](const QString &value) {
+            inBackground<SlipWindow>(u"cafis2"_s)->setBankaKodu(value);
+        });
+    if (dialog.screen == u"kskod")
+        connect(window, &ValueWindow::saved, this, [this](const QString &value) {
+            inBackground<SlipWindow>(u"cafis2"_s)->setKasaKodu(value);
+        });
     return window;
 }
 

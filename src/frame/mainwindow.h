@@ -7,13 +7,13 @@
 
 #include <QHash>
 #include <QMainWindow>
+#include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
 
 #include <functional>
 
 class QDialog;
-class QMdiArea;
 
 namespace kervan {
 
@@ -60,6 +60,19 @@ private:
     {
         const auto window = m_transfers.value(screen);
         return window ? qobject_cast<Window *>(window->widget()) : nullptr;
+    }
+    /// The screen, which is made unseen if it isn't open, and stays so; the user goes on where he
+    /// was.
+    template<class Window>
+    Window *inBackground(const QString &screen)
+    {
+        QMdiSubWindow *active = m_area->activeSubWindow();
+        auto *window = qobject_cast<Window *>(transfer(screen)->widget());
+        if (active) {
+            m_area->setActiveSubWindow(active);
+            active->setFocus();
+        }
+        return window;
     }
     /// The list of the open invoice screen that `aktifform` points at, or null.
     InvoiceList *activeList();

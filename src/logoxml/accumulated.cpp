@@ -28,16 +28,36 @@ void AccumulatedBody::add(std::span<const QString> values)
         m_changeable.removeIf([&](qsizetype i) {
             m_records[i] = sablondoldur(std::move(m_records[i]), fills);
             if (m_records[i].size() > largestRecord)
-                throw Failure(u"%1. kayıt çok büyüdü."_s.arg(i + 1));
+                throw Failure(u"%1. kayıt çok büyüdü."_s.arg(m_handedOver + i + 1));
             return !holdsPlaceholder(m_records[i]);
         });
     }
     QByteArray record;
     m_record.doldur(values, record);
-    // The template has no small letters but its placeholders, so a word can only come from a value.
-    if (std::ranges::any_of(values, hasSmallLetter) && holdsPlaceholder(record))
+    if (m_record.mayHoldPlaceholder(values) && holdsPlaceholder(record))
         m_changeable.append(m_records.size());
     m_records.append(std::move(record));
+}
+
+void AccumulatedBody::handOver(const TakePiece &take)
+{
+    handOver(m_changeable.isEmpty() ? m_records.size() : m_changeable.first(), take);
+}
+
+void AccumulatedBody::handOverAll(const TakePiece &take)
+{
+    m_changeable.clear();
+    handOver(m_records.size(), take);
+}
+
+void AccumulatedBody::handOver(qsizetype count, const TakePiece &take)
+{
+    for (qsizetype i = 0; i < count; ++i)
+        take(m_records[i]);
+    m_records.remove(0, count);
+    for (qsizetype &position : m_changeable)
+        position -= count;
+    m_handedOver += count;
 }
 
 bool AccumulatedBody::holdsPlaceholder(const QByteArray &text) const

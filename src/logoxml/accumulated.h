@@ -1,5 +1,6 @@
 #pragma once
 
+#include "logoxml/document.h"
 #include "logoxml/template.h"
 
 #include <QByteArrayList>
@@ -21,16 +22,23 @@ public:
     /// record that values swell beyond all measure is a Failure.
     void add(std::span<const QString> values);
 
-    /// The records, each with its line end in front.
+    /// The records that are still held, each with its line end in front.
     const QByteArrayList &records() const { return m_records; }
 
+    /// Hands over the leading records that no later filling can change, and holds them no longer.
+    void handOver(const TakePiece &take);
+    /// Hands over all that are held.
+    void handOverAll(const TakePiece &take);
+
 private:
+    void handOver(qsizetype count, const TakePiece &take);
     bool holdsPlaceholder(const QByteArray &text) const;
 
     Sablon m_record;
     QList<QByteArray> m_placeholders;
     QByteArrayList m_records;
-    QList<qsizetype> m_changeable; // records that still hold a placeholder word
+    QList<qsizetype> m_changeable; // positions of those that still hold a placeholder word
+    qsizetype m_handedOver = 0;
 };
 
 } // namespace kervan

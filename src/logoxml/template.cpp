@@ -47,8 +47,10 @@ Sablon::Sablon(QByteArray text, QList<QByteArray> placeholders)
         split(i);
         m_lettered = m_lettered && hasSmallLetter(QString::fromLatin1(m_placeholders[i]));
     }
-    for (qsizetype slot = 0; slot < m_slots.size(); ++slot)
-        m_simple = m_simple && isBorderSafe(slot);
+    for (qsizetype slot = 0; slot < m_slots.size(); ++slot) {
+        m_simple = m_simple && isBorderSafe(slot, m_slots[slot].placeholder + 1);
+        m_isolated = m_isolated && isBorderSafe(slot, 0);
+    }
 }
 
 void Sablon::split(qsizetype placeholder)
@@ -64,10 +66,10 @@ void Sablon::split(qsizetype placeholder)
     }
 }
 
-// A later placeholder could be found across a border of the value only if it held the byte that
+// A placeholder could be found across a border of the value only if it held the byte that
 // stands there in the template: the one behind the value anywhere but at its start, the one in
 // front of it anywhere but at its end. Two values side by side are not looked into.
-bool Sablon::isBorderSafe(qsizetype slot) const
+bool Sablon::isBorderSafe(qsizetype slot, qsizetype firstPlaceholder) const
 {
     const QByteArray &before = m_literals[slot];
     const QByteArray &behind = m_literals[slot + 1];
@@ -75,7 +77,7 @@ bool Sablon::isBorderSafe(qsizetype slot) const
     const bool last = slot + 1 == m_slots.size();
     if ((before.isEmpty() && !first) || (behind.isEmpty() && !last))
         return false;
-    for (qsizetype i = m_slots[slot].placeholder + 1; i < m_placeholders.size(); ++i) {
+    for (qsizetype i = firstPlaceholder; i < m_placeholders.size(); ++i) {
         const QByteArrayView later = m_placeholders[i];
         if (!behind.isEmpty() && later.sliced(1).contains(behind.front()))
             return false;
@@ -98,6 +100,18 @@ bool Sablon::isSearchedAgain(std::span<const QString> values) const
         }
     }
     return false;
+}
+
+bool Sablon::mayHoldPlaceholder(std::span<const QString> values) const
+{
+    const auto holdsOne = [this](const QString &value) {
+        if (m_lettered && !hasSmallLetter(value))
+            return false;
+        const QByteArray bytes = toCodePage(value);
+        return std::ranges::any_of(m_placeholders,
+                                   [&](const QByteArray &word) { return bytes.contains(word); });
+    };
+    return !m_isolated || std::ranges::any_of(values, holdsOne);
 }
 
 void Sablon::doldur(std::span<const QString> values, QByteArray &out) const

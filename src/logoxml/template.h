@@ -42,6 +42,10 @@ public:
     /// Appends the template filled with one value per placeholder to `out`.
     void doldur(std::span<const QString> values, QByteArray &out) const;
 
+    /// Whether the filled template may hold a placeholder. If no value holds one it does not,
+    /// unless one could be found across the border of a value.
+    bool mayHoldPlaceholder(std::span<const QString> values) const;
+
 private:
     // The template is literal 0, value of slot 0, literal 1, ... and a last literal.
     struct Slot
@@ -50,7 +54,7 @@ private:
     };
 
     void split(qsizetype placeholder);
-    bool isBorderSafe(qsizetype slot) const;
+    bool isBorderSafe(qsizetype slot, qsizetype firstPlaceholder) const;
     bool isSearchedAgain(std::span<const QString> values) const;
 
     QByteArray m_text;
@@ -59,6 +63,7 @@ private:
     QList<Slot> m_slots;
     bool m_simple = true;   // no step can find anything across the border of a value
     bool m_lettered = true; // every placeholder holds a small letter
+    bool m_isolated = true; // nor could any step of a second filling
 };
 
 } // namespace kervan

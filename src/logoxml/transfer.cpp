@@ -22,6 +22,18 @@ int lineCount(const QString &path)
 
 } // namespace
 
+std::optional<QString> askTarget(Program &program, const QString &title)
+{
+    const Folders &folders = program.folders;
+    const auto name =
+        program.dialogs.saveName({.title = title,
+                                  .filter = u"Xml Dosyaları (xml)|*.xml"_s,
+                                  .start = ilkKlasor(program.folder, folders.xc, folders.xf)});
+    if (!name || name->isEmpty())
+        return std::nullopt;
+    return xmlAdi(*name);
+}
+
 // Read twice, so that the bar has a true maximum.
 void walkLines(const QString &path, ProgressField &progress,
                const std::function<void(QStringView line)> &take)
@@ -36,18 +48,6 @@ void walkLines(const QString &path, ProgressField &progress,
     }
 }
 
-std::optional<QString> askTarget(Program &program, const QString &title)
-{
-    const Folders &folders = program.folders;
-    const auto name =
-        program.dialogs.saveName({.title = title,
-                                  .filter = u"Xml Dosyaları (xml)|*.xml"_s,
-                                  .start = ilkKlasor(program.folder, folders.xc, folders.xf)});
-    if (!name || name->isEmpty())
-        return std::nullopt;
-    return xmlAdi(*name);
-}
-
 void tellDone(Boxes &boxes)
 {
     boxes.show({u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
@@ -57,6 +57,11 @@ void addNote(TextField &bilgi, const std::optional<Failure> &failed)
 {
     if (failed)
         bilgi.setText((bilgi.text() + u' ' + failed->description()).trimmed());
+}
+
+QString untouchedField(QStringView field)
+{
+    return field.toString();
 }
 
 } // namespace kervan

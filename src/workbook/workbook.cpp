@@ -13,6 +13,7 @@
 
 #include <algorithm>
 #include <bit>
+#include <utility>
 
 namespace kervan {
 
@@ -54,14 +55,14 @@ void open(QFile &file)
 }
 
 // The kind of a file is told by its first bytes.
-std::shared_ptr<const Sheet> parse(const QByteArray &bytes, const QString &sheetName)
+std::shared_ptr<const Sheet> parse(QByteArray bytes, const QString &sheetName)
 {
     if (bytes.startsWith("PK"))
         return readXlsx(bytes, sheetName);
     const bool isBareBiff = bytes.size() > 1 && bytes[0] == '\x09' &&
                             QByteArrayView("\0\2\4\x08", 4).contains(bytes[1]);
     if (isBareBiff || bytes.startsWith(CompoundFile::mark))
-        return readXls(bytes, sheetName);
+        return readXls(std::move(bytes), sheetName);
     failForeign(bytes);
 }
 
@@ -120,12 +121,12 @@ std::shared_ptr<const Sheet> readSheet(const QString &path, const QString &sheet
     open(file);
     if (file.size() > mostFileBytes)
         failAt(path, u"%1 MB sınırını aşıyor"_s.arg(mostFileBytes / 1024 / 1024));
-    const QByteArray bytes = file.readAll();
+    QByteArray bytes = file.readAll();
     if (file.error() != QFile::NoError)
         failAt(path, file.errorString());
     file.close();
     std::shared_ptr<const Sheet> sheet;
-    const auto failed = passOver([&] { sheet = parse(bytes, sheetName); });
+    const auto failed = passOver([&] { sheet = parse(std::move(bytes), sheetName); });
     if (failed)
         failAt(path, failed->description());
     return sheet;

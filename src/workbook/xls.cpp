@@ -37,8 +37,8 @@ QByteArray biffStream(const QByteArray &bytes)
 class XlsReader
 {
 public:
-    explicit XlsReader(const QByteArray &bytes)
-        : m_stream(biffStream(bytes))
+    explicit XlsReader(const QByteArray &stream)
+        : m_stream(stream)
     {
     }
 
@@ -219,8 +219,9 @@ private:
 
 } // namespace
 
-std::shared_ptr<const Sheet> readXls(const QByteArray &bytes, const QString &sheetName)
+std::shared_ptr<const Sheet> readXls(QByteArray bytes, const QString &sheetName)
 {
+    bytes = biffStream(bytes);
     return XlsReader(bytes).read(sheetName);
 }
 

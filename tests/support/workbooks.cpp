@@ -66,8 +66,13 @@ private:
             const double time = moment->time().msecsSinceStartOfDay() / 86400000.0;
             worksheet_write_number(sheet, row, column, day + time, under);
         } else if (const auto *formula = std::get_if<BookCell::Formula>(&cell.value)) {
-            worksheet_write_formula_num(sheet, row, column, formula->text.toUtf8().constData(),
-                                        under, formula->result);
+            const QByteArray code = formula->text.toUtf8();
+            if (const auto *result = std::get_if<QString>(&formula->result))
+                worksheet_write_formula_str(sheet, row, column, code.constData(), under,
+                                            result->toUtf8().constData());
+            else
+                worksheet_write_formula_num(sheet, row, column, code.constData(), under,
+                                            std::get<double>(formula->result));
         } else if (under) {
             worksheet_write_blank(sheet, row, column, under);
         }

@@ -15,11 +15,11 @@ namespace kervan {
 /// formatted all the same.
 struct BookCell
 {
-    /// A formula and the number that it gave.
+    /// A formula and the number or text that it gave.
     struct Formula
     {
         QString text;
-        double result = 0;
+        std::variant<double, QString> result;
     };
 
     BookCell() = default;

@@ -1,0 +1,185 @@
+#include "slips/screens/slipwindow.h"
+
+#include "controls/binding.h"
+#include "controls/gridview.h"
+#include "controls/transferwidgets.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QLabel>
+#include <QLineEdit>
+#include <QPushButton>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QVBoxLayout>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
+    : QWidget(parent)
+    , m_screen(program, form)
+{
+    setObjectName(form.screen);
+    setWindowTitle(form.caption);
+    auto *strip = titleStrip({});
+    bind(strip->caption(), m_screen.baslik);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins(8, 8, 8, 4);
+    column->setSpacing(6);
+    column->addWidget(strip);
+    column->addWidget(head());
+    column->addWidget(lists(), 1);
+    column->addWidget(transferStatusBar(u"Cari Haraket Sayısı:"_s, m_screen.hareketSayisi,
+                                        m_screen.bilgi, m_screen.pr1));
+    addHidden();
+
+    letClose(this, strip);
+    connect(new FileDrop(this), &FileDrop::dropped, this,
+            [this](const QString &path) { m_screen.birakilandosya(path); });
+    m_screen.load();
+    findChild<QPushButton *>(u"buton1"_s)->setFocus();
+}
+
+QWidget *SlipWindow::head()
+{
+    auto *frame = new QFrame;
+    frame->setObjectName(u"f2"_s);
+    auto *column = new QVBoxLayout(frame);
+    column->setContentsMargins(0, 0, 0, 0);
+    column->setSpacing(6);
+    column->addWidget(commands());
+    column->addWidget(settings());
+    return frame;
+}
+
+QWidget *SlipWindow::commands()
+{
+    auto *bar = new QWidget;
+    auto *row = new QHBoxLayout(bar);
+    row->setContentsMargins(0, 0, 0, 0);
+    bool opens = true; // the buttons that open stand in front of those that save
+    for (const SlipCommand &command : m_screen.form().commands) {
+        if (command.picture.isEmpty())
+            continue;
+        if (opens && command.picture != u"open") {
+            row->addSpacing(12);
+            opens = false;
+        }
+        auto *button =
+            commandButton(this, command.name, command.caption, command.picture, command.keys);
+        connect(button, &QAbstractButton::clicked, this,
+                [this, run = command.run] { run(m_screen); });
+        row->addWidget(button);
+    }
+    row->addStretch();
+    return bar;
+}
+
+QWidget *SlipWindow::settings()
+{
+    auto *panel = new QWidget;
+    auto *row = new QHBoxLayout(panel);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->setSpacing(8);
+    const auto edit = [&](const QString &name, const QString &label, TextField &field) {
+        auto *box = new QLineEdit;
+        box->setObjectName(name);
+        box->setMaximumWidth(220);
+        bind(box, field);
+        row->addWidget(labelFor(box, label));
+        row->addWidget(box, 1);
+    };
+    edit(u"Text1"_s, u"Exel Sayfa Adı"_s, m_screen.Text1);
+    auto *keep = commandButton(this, u"lvButtons_H1"_s, {}, u"keep"_s, u"Ctrl+D"_s);
+    keep->setToolTip(u"Sayfa adını sakla (Ctrl+D)"_s);
+    keep->setAccessibleName(u"Sayfa adını sakla"_s);
+    const auto showKept = [this, keep] {
+        keep->setEnabled(m_screen.sayfaKaydedilir.isChecked());
+    };
+    connect(&m_screen.sayfaKaydedilir, &CheckField::changed, keep, showKept);
+    showKept();
+    connect(keep, &QAbstractButton::clicked, this, [this] { m_screen.sayfaadikaydet(); });
+    row->addWidget(keep);
+    row->addSpacing(16);
+    edit(u"bankahesapno1"_s, u"Banka Hesap Kodu:"_s, m_screen.bankahesapno1);
+    row->addSpacing(16);
+    auto *cash = valueLabel(u"kskod"_s, m_screen.kskod);
+    row->addWidget(labelFor(cash, u"Kasa Kodu:"_s));
+    row->addWidget(cash);
+    row->addStretch(1);
+    return panel;
+}
+
+QWidget *SlipWindow::lists()
+{
+    const SlipForm &form = m_screen.form();
+    auto *cash = listFrame(u"f1"_s, form.cashListCaption, u"Check1"_s, m_screen.Check1,
+                           &SlipScreen::check1sec, movements());
+    if (!form.hasBankList())
+        return cash;
+    auto *view = new GridView(m_screen.l2, u"l2"_s);
+    view->setAccessibleName(form.bankListCaption);
+    view->setEmptyText(u"Hareketler okununca kod başına bir satır burada görünür."_s);
+    auto *bank = listFrame(u"f3"_s, form.bankListCaption, u"Check2"_s, m_screen.Check2,
+                           &SlipScreen::check2sec, view);
+    auto *both = new QSplitter(Qt::Vertical);
+    both->addWidget(cash);
+    both->addWidget(bank);
+    both->setStretchFactor(0, 3);
+    both->setStretchFactor(1, 2);
+    both->setChildrenCollapsible(false);
+    return both;
+}
+
+GridView *SlipWindow::movements()
+{
+    auto *view = new GridView(m_screen.l1, u"l1"_s);
+    view->setAccessibleName(m_screen.form().cashListCaption);
+    view->setEmptyText(m_screen.form().files.size() == 1
+                           ? u"\"Cari Haraket Dosyası Aç\" ile bir Excel dosyası seçin ya da "
+                             "dosyayı buraya sürükleyin."_s
+                           : u"\"Nakit Dosyası Oku\" ya da \"Kredi Kartı Dosyası Oku\" ile bir "
+                             "Excel dosyası seçin ya da dosyayı buraya sürükleyin."_s);
+    connect(&m_screen.l1, &QAbstractItemModel::modelReset, view,
+            [view] { view->setEmptyText(u"Listede gösterilecek hareket yok."_s); });
+    return view;
+}
+
+QGroupBox *SlipWindow::listFrame(const QString &name, const QString &caption,
+                                 const QString &checkName, CheckField &check,
+                                 void (SlipScreen::*tickAll)(), GridView *view)
+{
+    auto *frame = new QGroupBox(caption);
+    frame->setObjectName(name);
+    auto *box = new QCheckBox(u"Tümünü Seç"_s);
+    box->setObjectName(checkName);
+    bind(box, check);
+    connect(box, &QCheckBox::toggled, this, [this, tickAll] { (m_screen.*tickAll)(); });
+    auto *column = new QVBoxLayout(frame);
+    column->setContentsMargins(6, 4, 6, 6);
+    column->addWidget(box);
+    column->addWidget(view);
+    return frame;
+}
+
+// Defined for the screen, and never shown on it.
+void SlipWindow::addHidden()
+{
+    for (const SlipCommand &command : m_screen.form().commands) {
+        if (!command.picture.isEmpty())
+            continue;
+        auto *button = new QPushButton(command.caption, this);
+        button->setObjectName(command.name);
+        button->hide();
+        connect(button, &QAbstractButton::clicked, this,
+                [this, run = command.run] { run(m_screen); });
+    }
+    (new GridView(m_screen.l1eski, u"l1eski"_s, this))->hide();
+    (new GridView(m_screen.ListView1, u"ListView1"_s, this))->hide();
+    if (m_screen.form().usesStaff)
+        (new GridView(m_screen.persl, u"persl"_s, this))->hide();
+}
+
+} // namespace kervan

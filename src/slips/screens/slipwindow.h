@@ -1,0 +1,43 @@
+#pragma once
+
+#include "slips/slipscreen.h"
+
+#include <QWidget>
+
+class QGroupBox;
+
+namespace kervan {
+
+class GridView;
+
+/// The window of a slip transfer; the form tells which of the four.
+class SlipWindow : public QWidget
+{
+    Q_OBJECT
+
+public:
+    SlipWindow(Program &program, const SlipForm &form, QWidget *parent = nullptr);
+
+    SlipScreen &screen() { return m_screen; }
+
+    /// What the dialogs of these codes tell an open screen.
+    void setBankaKodu(const QString &kod) { m_screen.bankahesapno1.setText(kod); }
+    void setKasaKodu(const QString &kod) { m_screen.kskod.setText(kod); }
+
+Q_SIGNALS:
+    void closeWanted();
+
+private:
+    QWidget *head();
+    QWidget *commands();
+    QWidget *settings();
+    QWidget *lists();
+    QGroupBox *listFrame(const QString &name, const QString &caption, const QString &checkName,
+                         CheckField &check, void (SlipScreen::*tickAll)(), GridView *view);
+    GridView *movements();
+    void addHidden();
+
+    SlipScreen m_screen;
+};
+
+} // namespace kervan

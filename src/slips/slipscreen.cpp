@@ -1,0 +1,161 @@
+#include "slips/slipscreen.h"
+
+#include "logoxml/transfer.h"
+#include "slips/columns.h"
+#include "store/sidefiles.h"
+
+#include <QFileInfo>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+SlipScreen::SlipScreen(Program &program, const SlipForm &form)
+    : l1(form.columns, Grid::Tickable)
+    , l2(bankaFisiColumns(), Grid::Tickable)
+    , persl(perslColumns())
+    , l1eski(metinHareketColumns(), Grid::Tickable)
+    , ListView1(metinHareketColumns(), Grid::Tickable)
+    , Text1(form.sheetDefault)
+    , baslik(form.heading)
+    , m_program(program)
+    , m_form(form)
+    , m_cash(program.path(u"kasacariislemno.kvz"), SlipSequence::Printed)
+    , m_bank(program.path(u"bankacariislemno.kvz"), SlipSequence::Bare)
+{
+    sayfaKaydedilir.setChecked(true);
+    QObject::connect(&Text1, &TextField::changed, &sayfaKaydedilir,
+                     [this] { sayfaKaydedilir.setChecked(true); });
+}
+
+void SlipScreen::load()
+{
+    if (!m_form.aktifform.isEmpty()) // the invoice list menu then serves another screen
+        m_program.aktifform = m_form.aktifform;
+    sayfanooku();
+    passOver([this] { bankahesapno1.setText(readSingleValue(m_program.path(u"bank.kvz"))); });
+    passOver([this] { kskod.setText(readSingleValue(m_program.path(u"kasa.kvz"))); });
+    if (m_form.usesStaff)
+        personelyukle();
+}
+
+void SlipScreen::sayfanooku()
+{
+    endQuietly([this] {
+        Text1.setText(readSingleValue(m_program.path(m_form.sheetFile)));
+        if (m_form.sheetButtonRests)
+            sayfaKaydedilir.setChecked(false);
+    });
+}
+
+void SlipScreen::sayfaadikaydet()
+{
+    bilgi.setText({});
+    note(endQuietly([this] {
+        writeSingleValue(m_program.path(m_form.sheetFile), Text1.text());
+        if (m_form.sheetButtonRests)
+            sayfaKaydedilir.setChecked(false);
+    }));
+}
+
+void SlipScreen::personelyukle()
+{
+    note(endQuietly([this] {
+        const Grid::Refill refill(persl);
+        persl.clear();
+        LocalDb &db = m_program.db;
+        OpenDb open(db, m_program.path(u"data.dbs"));
+        db.forEach(Statement(u"select * from per"),
+                   [&] { persl.setCell(persl.addRow(db.field(u"kod")), 1, db.field(u"per")); });
+    }));
+}
+
+QString SlipScreen::perseslestir(const QString &per) const
+{
+    for (int row = 0; row < persl.rows(); ++row) {
+        if (persl.cell(row, 1) == per)
+            return persl.cell(row, 0);
+    }
+    return {};
+}
+
+void SlipScreen::dosyaac(const SlipFile &file)
+{
+    const auto name = m_program.dialogs.openName(
+        {.title = file.title,
+         .filter = u"Exel Dosyaları (xlsx)|*.xlsx;*.xls"_s,
+         .start = file.startsInTxt ? m_program.path(u"txt") : QString()});
+    if (name && !name->isEmpty())
+        dosyaac(file, *name);
+}
+
+void SlipScreen::dosyaac(const SlipFile &file, const QString &path)
+{
+    dosyayolu = path;
+    exeloku(file.layout);
+    if (file.kind == ReadKind::None)
+        return;
+    // A read that failed counts too.
+    m_kind = file.kind;
+    baslik.setText(m_form.heading + u"  ["_s + QFileInfo(path).fileName() + u']');
+}
+
+void SlipScreen::birakilandosya(const QString &path)
+{
+    const bool second = m_kind == ReadKind::Card;
+    dosyaac(m_form.files[second ? 1 : 0], path);
+}
+
+void SlipScreen::metindosyasiac()
+{
+    const auto name = m_program.dialogs.openName({.title = u"Cari Haraket Dosyası Seçin"_s,
+                                                  .filter = u"Text Dosyaları (txt)|*.txt"_s,
+                                                  .start = m_program.path(u"txt")});
+    if (!name || name->isEmpty())
+        return;
+    dosyayolu = *name;
+    caridosyasikoku();
+}
+
+void SlipScreen::kaydet(const SlipDocument &document)
+{
+    bilgi.setText({});
+    const Grid &grid = document.ofBankList ? l2 : l1;
+    if (grid.isEmpty())
+        return warn(document.ofBankList ? u"Banka Fişi Haraket Listesinde Kayıt Bulunamadı...!"_s
+                                        : u"Cari Haraket Listesinde Kayıt Bulunamadı...!"_s);
+    if (document.needs == ReadKind::Cash && m_kind != ReadKind::Cash)
+        return warn(u"Nakit Dosyası Okutmanız Gerekiyor..."_s);
+    if (document.needs == ReadKind::Card && m_kind != ReadKind::Card)
+        return warn(u"Kredi Kartı Dosyası Okutmanız Gerekiyor..."_s);
+    if (document.takesTicked() && grid.tickedCount() == 0)
+        return warn(u"Listeden Seçim Yapınız..."_s, Icon::None);
+    if (const auto dosya = askTarget(m_program, document.title))
+        write(document, *dosya);
+}
+
+void SlipScreen::write(const SlipDocument &document, const QString &dosya)
+{
+    note(endQuietly([&] {
+        const Grid &grid = document.ofBankList ? l2 : l1;
+        writeSlips(document, m_form.salesman, grid, {grid, kskod.text(), bankahesapno1.text()},
+                   m_program.clock, pr1, dosya);
+        if (document.stores == SlipSequenceKind::Cash)
+            m_cash.store();
+        else if (document.stores == SlipSequenceKind::Bank)
+            m_bank.store();
+        tellDone(m_program.boxes);
+    }));
+}
+
+void SlipScreen::warn(const QString &text, Icon icon)
+{
+    m_program.boxes.show({text, u"Dikkat"_s, icon});
+}
+
+void SlipScreen::note(const std::optional<Failure> &failed)
+{
+    addNote(bilgi, failed);
+}
+
+} // namespace kervan

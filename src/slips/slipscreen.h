@@ -1,0 +1,90 @@
+#pragma once
+
+#include "base/failure.h"
+#include "base/fields.h"
+#include "base/grid.h"
+#include "slips/movements.h"
+#include "slips/slipform.h"
+#include "store/program.h"
+#include "workbook/workbook.h"
+
+#include <QHash>
+#include <QString>
+
+namespace kervan {
+
+/// A slip transfer: an export of current-account movements into the cash list and, by code, the
+/// bank list; ticked rows into slip documents. Which of the four screens it is, its form tells.
+class SlipScreen
+{
+public:
+    SlipScreen(Program &program, const SlipForm &form);
+
+    const SlipForm &form() const { return m_form; }
+
+    /// What the opening of the screen does.
+    void load();
+
+    Grid l1;
+    Grid l2;
+    Grid persl;             ///< Logo staff code, staff code of the export
+    Grid l1eski, ListView1; ///< stand on the screen with no code on them
+    TextField Text1;        ///< name of the sheet
+    TextField bankahesapno1;
+    TextField kskod;
+    TextField baslik;        ///< caption of bar1
+    TextField hareketSayisi; ///< panel 2 of the status bar
+    TextField bilgi;         ///< what a step that shows no box failed at
+    CheckField Check1, Check2;
+    CheckField sayfaKaydedilir; ///< the button that stores the sheet's name can be pressed
+    ProgressField pr1;
+
+    // What the user does.
+    void dosyaac(const SlipFile &file);
+    /// The same with a file that is picked already.
+    void dosyaac(const SlipFile &file, const QString &path);
+    /// A file that was dropped: of the kind read last, where there are two.
+    void birakilandosya(const QString &path);
+    void metindosyasiac();
+    void kaydet(const SlipDocument &document);
+    void sayfaadikaydet();
+    void check1sec() { l1.setAllTicked(Check1.isChecked()); }
+    void check2sec() { l2.setAllTicked(Check2.isChecked()); }
+
+    // Procedures.
+    void sayfanooku();
+    void personelyukle();
+    /// Reads the workbook at the source path. Failures show nothing; the layout tells whether one
+    /// ends the read or is passed over.
+    void exeloku(const SheetLayout &layout);
+    void caridosyasikoku();
+    /// Adds the amount to the code's row of `l2`, in single precision, and tells whether there is
+    /// one.
+    bool bankalistebul(const QString &kod, float tutar);
+    /// The Logo staff code of an export's one; empty without one.
+    QString perseslestir(const QString &per) const;
+
+private:
+    void warn(const QString &text, Icon icon = Icon::Exclamation);
+    void note(const std::optional<Failure> &failed);
+    template<class Step>
+    void carryOut(const SheetLayout &layout, Step &&step);
+    void readMovements(const SheetLayout &layout, int &record);
+    bool takeRecord(const SheetLayout &layout, Reading &reading);
+    void addBankRow(int row);
+    void notePassedOver(const std::optional<Failure> &ended, int record);
+    void write(const SlipDocument &document, const QString &dosya);
+
+    Program &m_program;
+    const SlipForm &m_form;
+    QString dosyayolu;
+    ReadKind m_kind = ReadKind::None;
+    Workbooks m_workbooks;
+    IslemSira m_sira;
+    SlipSequence m_cash, m_bank;
+    QHash<QString, int> m_bankRows; // of `l2`, by code
+    int m_passedOver = 0;           // steps of the read in hand
+    QString m_firstPassedOver;
+};
+
+} // namespace kervan
