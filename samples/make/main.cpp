@@ -1,4 +1,5 @@
-// Writes the sample workbooks of the slip screens into the folder that it is given.
+// Writes the sample workbooks of the slip screens and of the Mey stock list into the folder that it
+// is given.
 
 #include "support/workbooks.h"
 
@@ -132,6 +133,26 @@ void writeDuzey(const QString &path, const CollectionFields &fields, const QStri
     writeWorkbook(path, u"Sheet1"_s, rows);
 }
 
+void writeMey(const QString &path)
+{
+    const QStringList names{u"RAKI 35 CL"_s,  u"RAKI 70 CL"_s,          u"ŞARAP KIRMIZI 75 CL"_s,
+                            u"VOTKA 50 CL"_s, u"LİKÖR & KAHVE 50 CL"_s, u"CİN 70 CL"_s};
+    QList<BookRow> rows{{u"Kodu"_s, u"Adı"_s, u"Ticari Ünvan"_s, u"Statü"_s, u"Miktar"_s,
+                         u"Birim Fiyat"_s, u"Tutar"_s, u"Bölge"_s}};
+    for (int i = 0; i < names.size(); ++i) {
+        const double price = 84.5 + 61.25 * i;
+        rows << BookRow{u"D0%1"_s.arg(i % 2 + 1),
+                        u"MEY-%1"_s.arg(1001 + i),
+                        names[i],
+                        u"Bar"_s,
+                        12 + i,
+                        price,
+                        (12 + i) * price,
+                        u"Marmara"_s};
+    }
+    writeWorkbook(path, u"cari mey"_s, rows);
+}
+
 } // namespace
 
 int main(int argc, char **argv)
@@ -148,5 +169,6 @@ int main(int argc, char **argv)
                u"Nakit tahsilat %1"_s);
     writeDuzey(folder.filePath(u"duzey-kredikarti.xlsx"_s), {5, 3, 4, 7, 1, 2, 0},
                u"Kredi kartı %1"_s);
+    writeMey(folder.filePath(u"mey-stok.xlsx"_s));
     return 0;
 }

@@ -144,8 +144,10 @@ void layOutSamples(const QString &samples, const QString &programFolder)
     if (prices != rows.end())
         fillPrices(program, prices->second);
     fillFolders(program);
-    for (const QString &sources : {u"*.bif"_s, u"cariler.txt"_s, u"stoklar.txt"_s, u"sayim.txt"_s})
+    for (const QString &sources : {u"*.bif"_s, u"cariler.txt"_s, u"stoklar.txt"_s, u"sayim.txt"_s,
+                                   u"*.xlsx"_s, u"[0-9]*.xls"_s})
         copyFiles(from, sources, QDir(to.filePath(u"txt"_s)));
+    copyFiles(from, u"mey-*.xls"_s, QDir(to.filePath(u"mey exel"_s)));
     copyFiles(from, u"*.kvz"_s, to);
 }
 

@@ -14,9 +14,13 @@ namespace {
 
 QList<GridColumn> stockColumns()
 {
-    return {{u"Depo"_s, 2540},  {u"Ürün Kodu"_s, 3528}, {u"Ürün Adı"_s, 6174},
-            {u"Statü"_s, 2540}, {u"Miktar"_s, 2540},    {u"Birim Fiyat"_s, 2540},
-            {u"Tutar"_s, 2540}};
+    return {{u"Depo"_s, 2540},
+            {u"Ürün Kodu"_s, 3528},
+            {u"Ürün Adı"_s, 6174},
+            {u"Statü"_s, 2540},
+            {u"Miktar"_s, 2540, Qt::AlignRight},
+            {u"Birim Fiyat"_s, 2540, Qt::AlignRight},
+            {u"Tutar"_s, 2540, Qt::AlignRight}};
 }
 
 const std::array<QString, 9> accountColumns{u"kdv"_s,    u"al"_s,     u"sat"_s,

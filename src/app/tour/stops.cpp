@@ -1,6 +1,7 @@
 #include "app/tour/stops.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QLineEdit>
 #include <QMenu>
 #include <QTableView>
@@ -158,6 +159,83 @@ void stockCards(Tour &tour)
     tour.picture(u"stok-kaydedildi"_s);
 }
 
+// A slip screen that is open: reads a workbook, ticks all, writes what its buttons give.
+struct SlipStop
+{
+    const char *screen;
+    const char *open;
+    const char *source;
+    QList<std::pair<const char *, QString>> saves; // button, document
+};
+
+void slips(Tour &tour, const SlipStop &stop)
+{
+    const QString name = QString::fromLatin1(stop.screen);
+    QWidget *screen = tour.screen(stop.screen);
+    tour.nextFile(tour.folder() + u"/txt/"_s + QString::fromLatin1(stop.source));
+    tour.click(screen, stop.open);
+    for (auto *all : {"Check1", "Check2"}) {
+        if (auto *box = screen->findChild<QCheckBox *>(QString::fromLatin1(all));
+            box && box->isVisible())
+            tour.click(screen, all);
+    }
+    tour.picture(name);
+    for (const auto &[button, document] : stop.saves) {
+        tour.nextFile(tour.folder() + u"/logo xml/"_s + document);
+        tour.click(screen, button);
+    }
+}
+
+void collections(Tour &tour)
+{
+    tour.choose("crtfisrans");
+    slips(tour, {"cafis",
+                 "buton1",
+                 "tahsilatlar.xlsx",
+                 {{"buton2", u"cafis-kasa"_s}, {"lvButtons_H2", u"cafis-banka"_s}}});
+    tour.click(&tour.window(), "lvButtons_H2");
+    slips(tour, {"cafis2", "buton1", "15032021-00100101.xls", {{"buton2", u"seyahat"_s}}});
+    tour.click(&tour.window(), "lvButtons_H3");
+    slips(tour, {"cafis3",
+                 "buton1",
+                 "POSANALIZ-20210315.xlsx",
+                 {{"buton2", u"pos-kasa"_s}, {"lvButtons_H2", u"pos-banka"_s}}});
+    tour.click(&tour.window(), "lvButtons_H1");
+    slips(tour, {"carifisduzey", "buton1", "duzey-nakit.xlsx", {{"buton2", u"duzey-nakit"_s}}});
+    slips(tour, {"carifisduzey",
+                 "lvButtons_H3",
+                 "duzey-kredikarti.xlsx",
+                 {{"lvButtons_H2", u"duzey-kart"_s}}});
+}
+
+void duzeyInvoices(Tour &tour)
+{
+    tour.click(&tour.window(), "lvButtons_H5");
+    QWidget *fatduz = tour.screen("fatduz");
+    tour.nextFile(tour.folder() + u"/txt/duzey-fatura.xlsx"_s);
+    tour.click(fatduz, "buton1");
+    tour.choose(fatduz, "c3", 0);
+    tour.clickRow(fatduz, "l1", 0, 2);
+    tour.click(fatduz, "Check2");
+    tour.picture(u"duzey-fatura"_s);
+    tour.nextFile(tour.folder() + u"/logo xml/duzey-satis"_s);
+    tour.click(fatduz, "chameleonButton1");
+}
+
+void meyStock(Tour &tour)
+{
+    tour.click(&tour.window(), "chameleonButton4");
+    tour.click(tour.screen("stoktrf"), "meystok");
+    QWidget *st = tour.screen("st");
+    tour.nextFile(tour.folder() + u"/mey exel/mey-stok.xls"_s);
+    tour.click(st, "chameleonButton5");
+    tour.choose(st, "c1", 0);
+    tour.choose(st, "c2", 0);
+    tour.picture(u"mey-stok"_s);
+    tour.nextFile(tour.folder() + u"/logo xml/mey-stok"_s);
+    tour.click(st, "chameleonButton1");
+}
+
 } // namespace
 
 void visitAll(Tour &tour, TdsStandin &logo)
@@ -170,6 +248,9 @@ void visitAll(Tour &tour, TdsStandin &logo)
     cariCards(tour);
     stockCards(tour);
     stocktake(tour);
+    collections(tour);
+    duzeyInvoices(tour);
+    meyStock(tour);
 }
 
 } // namespace kervan

@@ -24,7 +24,9 @@ Tour::Tour(MainWindow &window, const QString &folder)
 
 void Tour::click(QWidget *inside, const char *name)
 {
-    QTest::mouseClick(find<QAbstractButton>(inside, name), Qt::LeftButton);
+    auto *button = find<QAbstractButton>(inside, name);
+    const QPoint onItsBox(qMin(10, button->width() / 2), button->height() / 2);
+    QTest::mouseClick(button, Qt::LeftButton, {}, onItsBox);
     QTest::qWait(50);
 }
 
