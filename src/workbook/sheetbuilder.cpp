@@ -79,8 +79,10 @@ std::shared_ptr<const Sheet> SheetBuilder::finish()
         // The last of those at one place comes to stand first among them.
         std::ranges::reverse(cells);
         std::ranges::stable_sort(cells, {}, place);
-        const auto doubled = std::ranges::unique(cells, {}, place);
-        cells.erase(doubled.begin(), doubled.end());
+        const auto samePlace = [&](const Sheet::Cell &one, const Sheet::Cell &other) {
+            return place(one) == place(other);
+        };
+        cells.erase(std::unique(cells.begin(), cells.end(), samePlace), cells.end());
     }
     if (!cells.isEmpty()) {
         const auto [first, last] = std::ranges::minmax(cells, {}, &Sheet::Cell::column);

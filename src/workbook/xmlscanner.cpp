@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype usualBuffer = 256 * 1024;
-constexpr qsizetype utf16Piece = 64 * 1024;
+constexpr qsizetype usualBuffer = 256LL * 1024;
+constexpr qsizetype utf16Piece = 64LL * 1024;
 
 [[noreturn]] void fail(const QString &why)
 {
