@@ -3,13 +3,13 @@
 // road with it. A crash or a sanitizer's report names the round; the file is kept in the folder
 // that is printed. The closing check is that each export left a whole document.
 
+#include "bend.h"
 #include "invoices/fat.h"
 #include "support/bifgenerator.h"
 #include "support/quietdesk.h"
 
 #include <QCoreApplication>
 #include <QFile>
-#include <QRandomGenerator>
 #include <QTextStream>
 
 using namespace kervan;
@@ -21,35 +21,6 @@ QByteArray contents(const QString &path)
 {
     QFile file(path);
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
-}
-
-void bend(QByteArray &bytes, QRandomGenerator &random)
-{
-    const auto place = [&] {
-        return qsizetype(random.bounded(qint64(bytes.size() + 1)));
-    };
-    const int bends = random.bounded(1, 12);
-    for (int i = 0; i < bends && !bytes.isEmpty(); ++i) {
-        const qsizetype at = place() % bytes.size();
-        const qsizetype length = random.bounded(1, 200);
-        switch (random.bounded(5)) {
-        case 0:
-            bytes[at] = char(random.bounded(256));
-            break;
-        case 1:
-            bytes.remove(at, length);
-            break;
-        case 2:
-            bytes.insert(place(), bytes.mid(at, length));
-            break;
-        case 3:
-            bytes.insert(at, random.bounded(2) ? "\r\n" : "tutar ay cariunvan");
-            break;
-        default:
-            bytes.truncate(at);
-            break;
-        }
-    }
 }
 
 bool isWhole(const QByteArray &document, QByteArrayView start, QByteArrayView end)
@@ -74,7 +45,7 @@ int main(int argc, char **argv)
     for (int round = 0; round < rounds; ++round) {
         writeBif(source, {.invoices = 6, .lines = 3, .products = 25, .seed = quint32(round)});
         QByteArray bytes = contents(source);
-        bend(bytes, random);
+        bend(bytes, random, {"\r\n", "tutar ay cariunvan"});
         QFile file(source);
         if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
             return 2;

@@ -38,8 +38,8 @@ BiffRecords::Record BiffRecords::next()
     constexpr qsizetype header = 4;
     if (m_at + header > m_stream.size())
         failDamaged();
-    const quint16 type = value<quint16>(m_stream, m_at);
-    const quint16 size = value<quint16>(m_stream, m_at + 2);
+    const auto type = value<quint16>(m_stream, m_at);
+    const auto size = value<quint16>(m_stream, m_at + 2);
     if (m_at + header + size > m_stream.size())
         failDamaged();
     const QByteArrayView data = m_stream.sliced(m_at + header, size);

@@ -102,7 +102,7 @@ void CompoundFile::readTable()
     appendNumbers(places, m_bytes.sliced(76, std::min(m_bytes.size(), headerSize) - 76));
     places.resize(tableSectorsInHeader, lastSector);
     const qsizetype mostSectors = (m_bytes.size() >> m_sectorBits) + 1;
-    quint32 list = number<quint32>(m_bytes, 68);
+    auto list = number<quint32>(m_bytes, 68);
     for (qsizetype lists = 0; list < lastSector; ++lists) {
         if (lists > mostSectors)
             failDamaged();

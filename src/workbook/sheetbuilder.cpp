@@ -13,8 +13,9 @@ using namespace Qt::StringLiterals;
 SheetBuilder::Text SheetBuilder::keep(QByteArrayView utf8)
 {
     QByteArray &texts = m_sheet.m_texts;
-    if (texts.size() + utf8.size() > mostTextBytes)
-        throw Failure(u"metinleri %1 MB sınırını aşıyor"_s.arg(mostTextBytes / 1024 / 1024));
+    if (texts.size() + utf8.size() > mostTextBytes || ++m_kept > mostCells)
+        throw Failure(u"metinleri %1 MB ya da %2 adet sınırını aşıyor"_s.arg(
+            QString::number(mostTextBytes / 1024 / 1024), QString::number(mostCells)));
     const Text text{.start = static_cast<quint32>(texts.size()),
                     .length = static_cast<quint32>(utf8.size())};
     texts.append(utf8);
@@ -78,8 +79,10 @@ std::shared_ptr<const Sheet> SheetBuilder::finish()
         // The last of those at one place comes to stand first among them.
         std::ranges::reverse(cells);
         std::ranges::stable_sort(cells, {}, place);
-        const auto doubled = std::ranges::unique(cells, {}, place);
-        cells.erase(doubled.begin(), doubled.end());
+        const auto samePlace = [&](const Sheet::Cell &one, const Sheet::Cell &other) {
+            return place(one) == place(other);
+        };
+        cells.erase(std::unique(cells.begin(), cells.end(), samePlace), cells.end());
     }
     if (!cells.isEmpty()) {
         const auto [first, last] = std::ranges::minmax(cells, {}, &Sheet::Cell::column);

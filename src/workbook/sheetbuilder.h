@@ -12,7 +12,7 @@ class SheetBuilder
 public:
     static constexpr qint64 mostRows = 1048576;
     static constexpr qint64 mostColumns = 16384;
-    static constexpr qsizetype mostCells = 25'000'000;
+    static constexpr qsizetype mostCells = 25'000'000; ///< and as many texts
     static constexpr qsizetype mostTextBytes = 512LL * 1024 * 1024;
 
     struct Place
@@ -47,6 +47,7 @@ private:
     void add(Place place, quint64 bits, Sheet::Kind kind, quint8 zeros = 0);
 
     Sheet m_sheet;
+    qsizetype m_kept = 0; // texts
     bool m_sorted = true;
 };
 

@@ -21,7 +21,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qint64 mostFileBytes = 512LL * 1024 * 1024;
+constexpr qint64 mostFileBytes = 256LL * 1024 * 1024;
 
 [[noreturn]] void failAt(const QString &path, const QString &why)
 {

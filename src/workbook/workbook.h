@@ -11,7 +11,8 @@ namespace kervan {
 
 /// A sheet of a workbook, read whole: records and fields count from 0, and record 0 is the first
 /// row, field 0 the first column that has a filled cell. A row without one between filled rows is
-/// a record. Never changes, so it can be shared.
+/// a record. Filled are cells that give a text: an error, an empty text or a mere format does not.
+/// Never changes, so it can be shared.
 class Sheet
 {
 public:

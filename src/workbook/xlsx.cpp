@@ -56,19 +56,19 @@ public:
         const QByteArray strings = partOf("sharedStrings");
         QList<SheetBuilder::Text> texts;
         if (m_package.has(strings)) {
-            XmlScanner xml = scanner(strings);
+            XmlScanner xml = scanner(strings, ZipPackage::mostUnpacked);
             texts = readSharedStrings(xml, m_builder);
         }
-        XmlScanner xml = scanner(part);
+        XmlScanner xml = scanner(part, ZipPackage::mostUnpacked);
         readWorksheet(xml, texts, m_builder);
         return m_builder.finish();
     }
 
 private:
-    XmlScanner scanner(const QByteArray &name)
+    XmlScanner scanner(const QByteArray &name, qint64 most = ZipPackage::mostUnpackedAside)
     {
-        auto part = std::make_shared<ZipPackage::Part>(m_package.open(name));
-        return XmlScanner([part](char *to, qsizetype most) { return part->read(to, most); });
+        auto part = std::make_shared<ZipPackage::Part>(m_package.open(name, most));
+        return XmlScanner([part](char *to, qsizetype room) { return part->read(to, room); });
     }
 
     QByteArray workbookPart()

@@ -13,8 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr qsizetype usualBuffer = 256 * 1024;
-constexpr qsizetype utf16Piece = 64 * 1024;
+constexpr qsizetype usualBuffer = 256LL * 1024;
+constexpr qsizetype utf16Piece = 64LL * 1024;
 
 [[noreturn]] void fail(const QString &why)
 {
@@ -55,6 +55,16 @@ void appendReference(QByteArray &to, QByteArrayView name)
         fail(u"tanımsız varlık"_s);
 }
 
+// Parts of a workbook are written in UTF-8 or UTF-16.
+void checkDeclaration(QByteArrayView instruction)
+{
+    const QByteArray words = instruction.toByteArray().toLower();
+    const qsizetype at = words.indexOf("encoding");
+    if (words.startsWith("<?xml ") && at >= 0 && words.indexOf("utf-", at) < 0 &&
+        words.indexOf("ascii", at) < 0)
+        fail(u"UTF-8 değil"_s);
+}
+
 // References resolved, and the line ends that XML makes of CR LF and CR.
 void resolve(QByteArrayView raw, QByteArray &to)
 {
@@ -85,7 +95,7 @@ XmlScanner::XmlScanner(Source source)
     readMark();
 }
 
-// UTF-16 is told by its mark; all else has to be UTF-8, whatever it says about itself.
+// UTF-16 is told by its mark; all else is UTF-8.
 void XmlScanner::readMark()
 {
     fill();
@@ -275,7 +285,9 @@ XmlScanner::Token XmlScanner::takeTag()
 bool XmlScanner::takeMarkup()
 {
     if (at(1) == '?') {
-        m_at += find("?>", 2) + 2;
+        const qsizetype end = find("?>", 2) + 2;
+        checkDeclaration(QByteArrayView(m_buffer.constData() + m_at, end));
+        m_at += end;
         return false;
     }
     if (at(2) == '-' && at(3) == '-') {

@@ -20,7 +20,7 @@ public:
     /// Gives the next bytes of the part, at most so many; 0 at its end.
     using Source = std::function<qsizetype(char *to, qsizetype most)>;
 
-    static constexpr qsizetype longestToken = 16 * 1024 * 1024;
+    static constexpr qsizetype longestToken = 16LL * 1024 * 1024;
 
     explicit XmlScanner(Source source);
 

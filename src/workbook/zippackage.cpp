@@ -44,7 +44,7 @@ bool ZipPackage::has(const QByteArray &name) const
     return zip_name_locate(m_archive.get(), name.constData(), ZIP_FL_NOCASE) >= 0;
 }
 
-ZipPackage::Part ZipPackage::open(const QByteArray &name) const
+ZipPackage::Part ZipPackage::open(const QByteArray &name, qint64 most) const
 {
     const zip_int64_t index = zip_name_locate(m_archive.get(), name.constData(), ZIP_FL_NOCASE);
     if (index < 0)
@@ -53,6 +53,7 @@ ZipPackage::Part ZipPackage::open(const QByteArray &name) const
     zip_stat_t about;
     if (zip_stat_index(m_archive.get(), static_cast<zip_uint64_t>(index), 0, &about) != 0)
         failDamaged();
+    part.m_most = most;
     part.m_packed = static_cast<qint64>(about.comp_size);
     part.m_file.reset(zip_fopen_index(m_archive.get(), static_cast<zip_uint64_t>(index), 0));
     if (!part.m_file) {

@@ -13,7 +13,8 @@ namespace kervan {
 class ZipPackage
 {
 public:
-    static constexpr qint64 mostUnpacked = 1024LL * 1024 * 1024; ///< bytes of one part
+    static constexpr qint64 mostUnpacked = 1024LL * 1024 * 1024;    ///< bytes of a part of cells
+    static constexpr qint64 mostUnpackedAside = 32LL * 1024 * 1024; ///< bytes of any other part
     /// How many times a part may unpack its packed size, once it is larger than a few megabytes.
     static constexpr qint64 highestRatio = 250;
     static constexpr qint64 ratioMattersFrom = 16LL * 1024 * 1024;
@@ -36,13 +37,15 @@ public:
             void operator()(zip_file *file) const;
         };
         std::unique_ptr<zip_file, Close> m_file;
+        qint64 m_most = 0;
         qint64 m_packed = 0;
         qint64 m_unpacked = 0;
     };
 
     bool has(const QByteArray &name) const;
-    /// Opens the part of that name, in any case; one that is missing is a Failure.
-    Part open(const QByteArray &name) const;
+    /// Opens the part of that name, in any case, for so many bytes; one that is missing is a
+    /// Failure.
+    Part open(const QByteArray &name, qint64 most) const;
 
 private:
     struct Discard

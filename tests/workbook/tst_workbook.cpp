@@ -372,6 +372,8 @@ private Q_SLOTS:
             {{.rows = "<row><c><v>1</v>"}, u"yarım kalmış"_s},
             {{.rows = "</sheetData></worksheet></x>"}, u"fazla kapanış"_s},
             {{.rows = {}, .beforeSheet = "<!DOCTYPE w [<!ENTITY x 'x'>]>"}, u"belge türü"_s},
+            {{.rows = {}, .beforeSheet = "<?xml version='1.0' encoding='ISO-8859-9'?>"},
+             u"UTF-8 değil"_s},
             {{.rows = {}, .beforeSheet = "<chartsheet/>"}, u"çalışma sayfası değil"_s},
         };
         for (const auto &[parts, expected] : cases)
