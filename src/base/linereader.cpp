@@ -2,6 +2,7 @@
 
 #include "base/codepage.h"
 #include "base/failure.h"
+#include "base/filefault.h"
 
 #include <QDir>
 
@@ -18,7 +19,7 @@ constexpr qint64 chunk = 65536;
 Failure readFailure(const QFile &file)
 {
     return Failure(
-        u"%1 okunamadı: %2"_s.arg(QDir::toNativeSeparators(file.fileName()), file.errorString()));
+        u"%1 okunamadı: %2"_s.arg(QDir::toNativeSeparators(file.fileName()), filefault(file)));
 }
 
 } // namespace

@@ -25,7 +25,7 @@ public:
     }
     Statement &value(QStringView text)
     {
-        if (!m_breaking && text.contains(u'\''))
+        if (!m_breaking && endsItsQuotes(text))
             m_breaking = text.toString();
         m_text += text;
         return *this;
@@ -48,6 +48,19 @@ public:
     const std::optional<QString> &breakingValue() const { return m_breaking; }
 
 private:
+    // Apostrophes in pairs stand for one each, and stay inside.
+    static bool endsItsQuotes(QStringView text)
+    {
+        bool paired = true;
+        for (const QChar c : text) {
+            if (c != u'\'' && !paired)
+                return true;
+            if (c == u'\'')
+                paired = !paired;
+        }
+        return !paired;
+    }
+
     QString m_text;
     std::optional<QString> m_breaking;
 };

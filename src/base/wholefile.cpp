@@ -1,6 +1,7 @@
 #include "base/wholefile.h"
 
 #include "base/failure.h"
+#include "base/filefault.h"
 
 #include <QDir>
 
@@ -30,7 +31,7 @@ void WholeFile::commit()
     m_fine = m_fine && m_file.flush() && m_file.commit();
     if (!m_fine)
         throw Failure(u"%1 yazılamadı: %2"_s.arg(QDir::toNativeSeparators(m_file.fileName()),
-                                                 m_file.errorString()));
+                                                 filefault(m_file)));
 }
 
 } // namespace kervan

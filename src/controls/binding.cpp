@@ -51,6 +51,18 @@ void followFocus(QWidget *widget, TextField &field)
     QObject::connect(&field, &TextField::focusWanted, widget, [widget] { widget->setFocus(); });
 }
 
+// A pasted text may bring line ends, which no field of one line means and a side file would take
+// for the next value's place.
+void keepToOneLine(QLineEdit *edit)
+{
+    QObject::connect(edit, &QLineEdit::textChanged, edit, [edit](const QString &text) {
+        if (!text.contains(u'\n') && !text.contains(u'\r'))
+            return;
+        QString line = text;
+        edit->setText(line.remove(u'\n').remove(u'\r'));
+    });
+}
+
 } // namespace
 
 void bind(QLabel *label, TextField &field)
@@ -61,6 +73,7 @@ void bind(QLabel *label, TextField &field)
 
 void bind(QLineEdit *edit, TextField &field)
 {
+    keepToOneLine(edit);
     follow(edit, field, [edit, &field] {
         if (edit->text() != field.text())
             edit->setText(field.text());
@@ -95,8 +108,11 @@ void bind(QComboBox *box, ChoiceField &field)
     });
     QObject::connect(box, &QComboBox::activated, &field,
                      [box, &field](int index) { field.setText(box->itemText(index)); });
-    if (box->isEditable())
+    if (box->isEditable()) {
+        box->setInsertPolicy(QComboBox::NoInsert);
+        keepToOneLine(box->lineEdit());
         QObject::connect(box, &QComboBox::editTextChanged, &field, &TextField::setText);
+    }
 }
 
 void bind(QCheckBox *box, CheckField &field)

@@ -81,6 +81,7 @@ QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, Tex
     bar->addWidget(note, 1);
     auto *pr1 = new QProgressBar;
     pr1->setObjectName(u"pr1"_s);
+    pr1->setAccessibleName(u"İlerleme"_s);
     pr1->setMaximumWidth(260);
     bar->addPermanentWidget(pr1);
     bind(pr1, progress);

@@ -64,6 +64,9 @@ MainWindow::MainWindow(Program &program, QWidget *parent)
         if (window)
             window->setFocus();
     });
+    // A screen keeps its size when the frame gets smaller; what then lies beyond is scrolled to.
+    m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
     m_area->setBackground(palette().brush(QPalette::Window));
     m_resim = new Resim(m_area->viewport());
     auto *content = new QWidget;

@@ -23,8 +23,10 @@ QString keyOf(QStringView displayDate)
     const QString year = columns(displayDate, 7, 4).toString();
     const QString month = columns(displayDate, 4, 2).toString();
     const QString day = columns(displayDate, 1, 2).toString();
-    for (const QString &piece : {year, month, day})
-        toNumber(piece);
+    for (const QString &piece : {year, month, day}) {
+        if (!number(piece))
+            throw Failure(u"\"%1\" bir fatura tarihi değil."_s.arg(displayDate));
+    }
     return tarihanahtari(year, month, day);
 }
 

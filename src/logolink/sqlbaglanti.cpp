@@ -26,7 +26,7 @@ void Sqlbaglanti::yukle()
     if (!QFile::exists(sidefile()))
         return; // the first time: the fields show their presets
     const auto failed = endQuietly([this] {
-        const QStringList lines = readAllLines(sidefile());
+        const QStringList lines = readAllLines(sidefile(), 5);
         const std::array<TextField *, 5> fields{&Text1, &Text2, &Text3, &Text4, &c1};
         for (qsizetype i = 0; i < 5; ++i) { // those before a missing line stay filled
             if (i == lines.size())

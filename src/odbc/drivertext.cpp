@@ -44,12 +44,16 @@ QString bracedForFreeTds(const QString &value)
     return value.startsWith(u'{') ? u'{' + value + u'}' : value;
 }
 
-// "host\\instance,port": the port says it all, but FreeTDS would look for the instance all the
-// same.
-QString withoutNeedlessInstance(const QString &server)
+// Blanks around host, instance and port are not theirs. "host\\instance,port": the port says it
+// all, but FreeTDS would look for the instance all the same.
+QString serverOf(const QString &entered)
 {
-    const qsizetype comma = server.indexOf(u',');
-    return comma < 0 ? server : server.section(u'\\', 0, 0).section(u',', 0, 0) + server.mid(comma);
+    const QString port = entered.section(u',', 1).trimmed();
+    const QString host = entered.section(u',', 0, 0).section(u'\\', 0, 0).trimmed();
+    const QString instance = entered.section(u',', 0, 0).section(u'\\', 1).trimmed();
+    if (!port.isEmpty())
+        return host + u',' + port;
+    return instance.isEmpty() ? host : host + u'\\' + instance;
 }
 
 } // namespace
@@ -73,7 +77,7 @@ QString driverText(const QString &connectionText, const QString &driver)
     const auto value = [&](const QString &key) {
         return version < 0 ? bracedForFreeTds(pairs[key]) : braced(pairs[key]);
     };
-    const QString server = withoutNeedlessInstance(pairs[u"server"_s]);
+    const QString server = serverOf(pairs[u"server"_s]);
     QString text = u"Driver={%1};Server=%2;UID="_s.arg(driver, server) + value(u"uid"_s) +
                    u";PWD="_s + value(u"pwd"_s) + u";Database="_s + value(u"database"_s) + u';';
     if (version < 0) {

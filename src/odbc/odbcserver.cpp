@@ -102,7 +102,7 @@ SqlRows OdbcConnection::send(const QString &statement)
     set(SQL_ATTR_QUERY_TIMEOUT, SQLULEN(m_options.commandTimeout));
     // Word for word: a driver that heeds this looks for no escapes of its own in the text.
     set(SQL_ATTR_NOSCAN, SQL_NOSCAN_ON);
-    handle.check(SQLExecDirectW(handle.get(), wide(statement), SQL_NTS));
+    handle.check(SQLExecDirectW(handle.get(), wide(statement), SQLINTEGER(statement.size())));
     SqlRows rows;
     do { // an error may hide behind a first, good result, as from a trigger
         SQLSMALLINT columns = 0;
@@ -124,7 +124,11 @@ std::unique_ptr<SqlConnection> OdbcServer::connect(const QString &connectionText
     std::packaged_task<std::unique_ptr<SqlConnection>()> opening(
         [=] { return std::make_unique<OdbcConnection>(connectionText, options); });
     auto opened = opening.get_future();
-    std::thread(std::move(opening)).detach();
+    try {
+        std::thread(std::move(opening)).detach();
+    } catch (const std::system_error &) {
+        throw Failure(u"SQL Server bağlantısı için iş parçacığı açılamadı."_s);
+    }
     const auto limit = std::chrono::seconds(options.connectionTimeout) + graceOfTheDriver;
     if (options.connectionTimeout > 0 && opened.wait_for(limit) == std::future_status::timeout)
         throw Failure(u"SQL Server %1 saniye içinde bulunamadı."_s.arg(options.connectionTimeout));

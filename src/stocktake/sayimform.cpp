@@ -64,18 +64,19 @@ void Sayimform::takeLine(QStringView line)
     const QString barkod = trimmedBlanks(columns(line, 1, 14)).toString();
     const int row = l1.addRow(QString::number(l1.rows() + 1));
     l1.setCell(row, Barkod, barkod);
-    l1.setCell(row, StokKodu, stokkodbul(barkod).first);
+    l1.setCell(row, StokKodu, stokkodbul(barkod).value(0));
     l1.setCell(row, Miktar, trimmedBlanks(columns(line, 15, 6)).toString());
-    l1.setCell(row, Birim, stokkodbul(barkod).second);
+    l1.setCell(row, Birim, stokkodbul(barkod).value(1));
 }
 
 // Stock code and unit code of the first row that the server gives; both empty for an unknown one.
-std::pair<QString, QString> Sayimform::stokkodbul(const QString &barkod)
+// The two travel in one text, so a stock code that holds the mark between them is cut there.
+QStringList Sayimform::stokkodbul(const QString &barkod)
 {
     const SqlRows found = link.run(barcodeSelect(link.firmakod, barkod));
     if (found.isEmpty())
         return {};
-    return {found.value(0, u"ITEMKOD"), found.value(0, u"BIRIMKOD")};
+    return (found.value(0, u"ITEMKOD") + u"<>"_s + found.value(0, u"BIRIMKOD")).split(u"<>"_s);
 }
 
 void Sayimform::xmlkaydet()

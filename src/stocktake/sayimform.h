@@ -6,8 +6,7 @@
 #include "store/program.h"
 
 #include <QString>
-
-#include <utility>
+#include <QStringList>
 
 namespace kervan {
 
@@ -44,7 +43,7 @@ public:
 
 private:
     void takeLine(QStringView line);
-    std::pair<QString, QString> stokkodbul(const QString &barkod);
+    QStringList stokkodbul(const QString &barkod);
     QByteArray head() const;
 
     Program &m_program;

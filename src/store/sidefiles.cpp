@@ -7,8 +7,6 @@
 
 #include <QDir>
 
-#include <limits>
-
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -49,15 +47,18 @@ QStringList readLines(const QString &path, int count)
     return lines;
 }
 
-QStringList readAllLines(const QString &path)
+QStringList readAllLines(const QString &path, qsizetype most)
 {
-    return firstLines(path, std::numeric_limits<qsizetype>::max());
+    return firstLines(path, most);
 }
 
 void writeLines(const QString &path, const QStringList &lines, Readers readers)
 {
     QByteArray bytes;
     for (const QString &line : lines) {
+        if (line.contains(u'\n') || line.contains(u'\r')) // it would be read back as two
+            throw Failure(u"%1 yazılamadı: \"%2\" tek satır değil."_s.arg(
+                QDir::toNativeSeparators(path), line));
         appendToCodePage(bytes, line);
         bytes += "\r\n";
     }

@@ -1,6 +1,7 @@
 #include "workbook/workbook.h"
 
 #include "base/failure.h"
+#include "base/filefault.h"
 #include "workbook/cellformat.h"
 #include "workbook/compoundfile.h"
 #include "workbook/xls.h"
@@ -31,10 +32,8 @@ constexpr qint64 mostFileBytes = 256LL * 1024 * 1024;
 // Other programs may have it open, too: Qt asks for no more than reading, and shares it.
 void open(QFile &file)
 {
-    if (!file.exists())
-        failAt(file.fileName(), u"dosya yok"_s);
     if (!file.open(QIODevice::ReadOnly))
-        failAt(file.fileName(), file.errorString());
+        failAt(file.fileName(), filefault(file));
 }
 
 // Why these bytes are no workbook, for files that only bear the name of one.
@@ -123,7 +122,7 @@ std::shared_ptr<const Sheet> readSheet(const QString &path, const QString &sheet
         failAt(path, u"%1 MB sınırını aşıyor"_s.arg(mostFileBytes / 1024 / 1024));
     QByteArray bytes = file.readAll();
     if (file.error() != QFile::NoError)
-        failAt(path, file.errorString());
+        failAt(path, filefault(file));
     file.close();
     std::shared_ptr<const Sheet> sheet;
     const auto failed = passOver([&] { sheet = parse(std::move(bytes), sheetName); });

@@ -62,7 +62,7 @@ void fillShop(TdsStandin &logo)
     for (const int code : {34000, 34021, 34035, 34063, 34105})
         logo.run(u"insert into LG_001_CLCARD values (1, '120.%1', 'Eski Unvan', 1)"_s.arg(code));
     for (int code = 10000101; code <= 10000125; ++code)
-        logo.run(u"insert into LG_001_CLCARD values (1, 'CR%1', 'Eski Unvan', 0)"_s.arg(code));
+        logo.run(u"insert into LG_001_CLCARD values (1, '%1', 'Eski Unvan', 0)"_s.arg(code));
     const QStringList items{u"KHV-100"_s, u"KHV-250"_s, u"CAY-500"_s,
                             u"BSK-KRM"_s, u"CKL-SUT"_s, u"YAG-1LT"_s};
     logo.run(u"insert into LG_001_UNITSETL values (1, 'ADET', 'Adet'), (2, 'KOLİ', 'Koli')"_s);
@@ -111,7 +111,7 @@ void invoices(Tour &tour)
     tour.picture(u"fatura-aktarildi"_s);
 }
 
-void cariCards(Tour &tour)
+void cariCards(Tour &tour, TdsStandin &logo)
 {
     tour.click(&tour.window(), "chameleonButton1");
     QWidget *cr = tour.screen("cr");
@@ -130,6 +130,8 @@ void cariCards(Tour &tour)
     tour.picture(update, u"cari-guncelleme"_s);
     tour.click(update, "chameleonButton2"); // ends at the title with an apostrophe
     tour.picture(update, u"cari-guncelleme-durdu"_s);
+    if (logo.run(u"select * from LG_001_CLCARD where DEFINITION_ <> 'Eski Unvan'"_s).size() != 4)
+        qFatal("the titles before the apostrophe did not reach Logo");
     tour.click(update, "chameleonButton8");
 }
 
@@ -245,7 +247,7 @@ void visitAll(Tour &tour, TdsStandin &logo)
     definitions(tour);
     connectToLogo(tour, logo);
     invoices(tour);
-    cariCards(tour);
+    cariCards(tour, logo);
     stockCards(tour);
     stocktake(tour);
     collections(tour);

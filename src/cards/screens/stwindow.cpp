@@ -50,6 +50,7 @@ QWidget *StWindow::commands()
     connect(open, &QAbstractButton::clicked, this, [this] { m_st.manualac(); });
     auto *automatic = new QPushButton(u"Otomatik Aç"_s); // without an action, as it is meant
     automatic->setObjectName(u"chameleonButton2"_s);
+    automatic->setToolTip(u"Bu düğmenin bir işlevi yoktur"_s);
     auto *save = commandButton(this, u"chameleonButton1"_s, u"Logo Xml Manual Kaydet"_s, u"save"_s,
                                u"Ctrl+S"_s);
     connect(save, &QAbstractButton::clicked, this, [this] { m_st.manualkaydet(); });

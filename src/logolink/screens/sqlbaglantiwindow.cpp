@@ -30,13 +30,17 @@ QLineEdit *lineEdit(const QString &name, TextField &field)
     return edit;
 }
 
-QPushButton *button(const QString &name, const QString &caption, const QString &pictureName = {})
+// Enter presses the button that has the focus; in a field it presses "Kaydet".
+QPushButton *button(QDialog *dialog, const QString &name, const QString &caption,
+                    const QString &keys, const QString &pictureName = {})
 {
     auto *made = new QPushButton(caption);
     made->setObjectName(name);
+    made->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
     if (!pictureName.isEmpty())
         made->setIcon(picture(pictureName));
-    made->setAutoDefault(false);
+    QObject::connect(new QShortcut(QKeySequence(keys), dialog), &QShortcut::activated, made,
+                     &QAbstractButton::click);
     return made;
 }
 
@@ -45,7 +49,7 @@ QPushButton *button(const QString &name, const QString &caption, const QString &
 SqlbaglantiWindow::SqlbaglantiWindow(Program &program, const Grid *cards, Way way, QWidget *parent)
     : QDialog(parent)
     , m_sqlbaglanti(program, cards)
-    , m_toUpdate(button(u"guncellemeyegec"_s, u"Cari Güncelleme »"_s))
+    , m_toUpdate(button(this, u"guncellemeyegec"_s, u"Cari Güncelleme »"_s, u"Ctrl+U"_s))
 {
     setObjectName(u"sqlbaglanti"_s);
     setWindowTitle(u"Sql Server Bağlantı"_s);
@@ -110,13 +114,10 @@ QWidget *SqlbaglantiWindow::settingsButtons()
     auto *row = new QWidget;
     auto *buttons = new QHBoxLayout(row);
     buttons->setContentsMargins(0, 0, 0, 0);
-    auto *test = button(u"chameleonButton1"_s, u"SQL Bağlantı Test"_s);
-    auto *firms = button(u"chameleonButton4"_s, u"Firma Yükle"_s, u"reread"_s);
-    auto *save = button(u"chameleonButton7"_s, u"Kaydet"_s, u"save"_s);
+    auto *test = button(this, u"chameleonButton1"_s, u"SQL Bağlantı Test"_s, u"Ctrl+T"_s);
+    auto *firms = button(this, u"chameleonButton4"_s, u"Firma Yükle"_s, u"Ctrl+L"_s, u"reread"_s);
+    auto *save = button(this, u"chameleonButton7"_s, u"Kaydet"_s, u"Ctrl+S"_s, u"save"_s);
     save->setDefault(true);
-    save->setToolTip(u"Kaydet (Ctrl+S)"_s);
-    connect(new QShortcut(QKeySequence(u"Ctrl+S"_s), this), &QShortcut::activated, save,
-            &QAbstractButton::click);
     connect(test, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.sqltest(); });
     connect(firms, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.firmayuklesec(); });
     connect(save, &QAbstractButton::clicked, this, [this] {
@@ -148,14 +149,14 @@ QWidget *SqlbaglantiWindow::update()
     keepsItsPlace.setRetainSizeWhenHidden(true);
     progress->setSizePolicy(keepsItsPlace);
 
-    auto *start = button(u"chameleonButton2"_s, u"Güncellemeyi Başlat"_s);
+    auto *start = button(this, u"chameleonButton2"_s, u"Güncellemeyi Başlat"_s, u"Ctrl+G"_s);
     start->setEnabled(false);
     connect(&m_sqlbaglanti.baslanabilir, &CheckField::changed, start,
             [this, start] { start->setEnabled(m_sqlbaglanti.baslanabilir.isChecked()); });
     connect(start, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.guncellemebaslat(); });
-    auto *settings = button(u"chameleonButton3"_s, u"SQL Ayarları"_s);
+    auto *settings = button(this, u"chameleonButton3"_s, u"SQL Ayarları"_s, u"Ctrl+Y"_s);
     connect(settings, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.sqlayarlari(); });
-    auto *close = button(u"chameleonButton8"_s, u"Kapat"_s, u"close"_s);
+    auto *close = button(this, u"chameleonButton8"_s, u"Kapat"_s, u"Ctrl+W"_s, u"close"_s);
     close->setToolTip(u"Kapat (Esc)"_s);
     connect(close, &QAbstractButton::clicked, this, &QDialog::reject);
 

@@ -57,6 +57,7 @@ QWidget *SayimWindow::commands()
     // Stands here without an action of its own.
     auto *updating = new QPushButton(u"Logo Güncelleme için Xml  Kaydet"_s);
     updating->setObjectName(u"chameleonButton2"_s);
+    updating->setToolTip(u"Bu düğmenin bir işlevi yoktur"_s);
     row->addWidget(open);
     row->addSpacing(12);
     row->addWidget(labelFor(number, u"Fisno"_s));
