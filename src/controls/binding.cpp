@@ -53,14 +53,9 @@ void followFocus(QWidget *widget, TextField &field)
 
 // A pasted text may bring line ends, which no field of one line means and a side file would take
 // for the next value's place.
-void keepToOneLine(QLineEdit *edit)
+QString inOneLine(QString text)
 {
-    QObject::connect(edit, &QLineEdit::textChanged, edit, [edit](const QString &text) {
-        if (!text.contains(u'\n') && !text.contains(u'\r'))
-            return;
-        QString line = text;
-        edit->setText(line.remove(u'\n').remove(u'\r'));
-    });
+    return text.remove(u'\n').remove(u'\r');
 }
 
 } // namespace
@@ -73,13 +68,16 @@ void bind(QLabel *label, TextField &field)
 
 void bind(QLineEdit *edit, TextField &field)
 {
-    keepToOneLine(edit);
     follow(edit, field, [edit, &field] {
         if (edit->text() != field.text())
             edit->setText(field.text());
     });
     followFocus(edit, field);
-    QObject::connect(edit, &QLineEdit::textChanged, &field, &TextField::setText);
+    QObject::connect(edit, &QLineEdit::textChanged, &field, [edit, &field](const QString &text) {
+        field.setText(inOneLine(text));
+        if (edit->text() != field.text())
+            edit->setText(field.text());
+    });
 }
 
 void bind(QComboBox *box, ChoiceField &field)
@@ -108,11 +106,14 @@ void bind(QComboBox *box, ChoiceField &field)
     });
     QObject::connect(box, &QComboBox::activated, &field,
                      [box, &field](int index) { field.setText(box->itemText(index)); });
-    if (box->isEditable()) {
-        box->setInsertPolicy(QComboBox::NoInsert);
-        keepToOneLine(box->lineEdit());
-        QObject::connect(box, &QComboBox::editTextChanged, &field, &TextField::setText);
-    }
+    if (!box->isEditable())
+        return;
+    box->setInsertPolicy(QComboBox::NoInsert);
+    QObject::connect(box, &QComboBox::editTextChanged, &field, [box, &field](const QString &text) {
+        field.setText(inOneLine(text));
+        if (box->currentText() != field.text())
+            box->setEditText(field.text());
+    });
 }
 
 void bind(QCheckBox *box, CheckField &field)

@@ -99,8 +99,9 @@ QDate dayOf(const QString &cell)
 {
     const QStringView text = trimmedBlanks(cell);
     const qsizetype blank = text.indexOf(u' ');
-    const bool timed =
-        blank > 0 && QTime::fromString(text.sliced(blank + 1).toString(), u"H:mm:ss"_s).isValid();
+    const QString behind = blank > 0 ? text.sliced(blank).trimmed().toString() : QString();
+    const bool timed = QTime::fromString(behind, u"H:mm:ss"_s).isValid() ||
+                       QTime::fromString(behind, u"H:mm"_s).isValid();
     return toDate(timed ? text.first(blank) : text);
 }
 

@@ -276,7 +276,7 @@ const SlipForm &carifisduzey()
         .salesman = true,
         .usesStaff = true,
         .aktifform = u"2"_s,
-        .cashListCaption = u"Cari Haraket Listesi"_s,
+        .cashListCaption = u"CH Kasa Nakit Haraket Listesi"_s,
         .columns = duzeyHareketColumns(),
         .files = {{u"Cari Haraket Nakit Dosyası Seçin"_s, false, ReadKind::Cash, duzeyCashLayout},
                   {u"Cari Haraket Kredi Kartı Dosyası Seçin"_s, false, ReadKind::Card,

@@ -45,6 +45,8 @@ void SlipScreen::exeloku(const SheetLayout &layout)
     int record = 0;
     const auto ended = endQuietly([&] { readMovements(layout, record); });
     pr1.finish();
+    if (layout.passesOver) // also where the workbook itself could not be read
+        hareketSayisi.setText(QString::number(l1.rows()));
     notePassedOver(ended, record);
 }
 
@@ -55,7 +57,11 @@ void SlipScreen::readMovements(const SheetLayout &layout, int &record)
     m_cash.load();
     m_bank.load();
     if (sheet->rows() < layout.headings) {
-        carryOut(layout, [&] { throw Failure(u"%1 sayfasında kayıt yok."_s.arg(Text1.text())); });
+        carryOut(layout, [&] {
+            throw Failure(u"%1 sayfasında %2 kayıt var; ilk %3 kayıt başlıktır."_s.arg(Text1.text())
+                              .arg(sheet->rows())
+                              .arg(layout.headings));
+        });
     }
     Reading reading{.screen = *this, .sheet = *sheet, .date = {}, .per = {}};
     if (layout.namedDate) {

@@ -102,6 +102,10 @@ void SlipScreen::dosyaac(const SlipFile &file, const QString &path)
 
 void SlipScreen::birakilandosya(const QString &path)
 {
+    if (m_form.files.size() > 1 && m_kind == ReadKind::None) {
+        bilgi.setText(u"Nakit mi kredi kartı mı olduğu bilinmiyor: ilk dosyayı düğmesiyle açın."_s);
+        return;
+    }
     const bool second = m_kind == ReadKind::Card;
     dosyaac(m_form.files[second ? 1 : 0], path);
 }

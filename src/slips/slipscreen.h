@@ -43,7 +43,8 @@ public:
     void dosyaac(const SlipFile &file);
     /// The same with a file that is picked already.
     void dosyaac(const SlipFile &file, const QString &path);
-    /// A file that was dropped: of the kind read last, where there are two.
+    /// A file that was dropped: of the kind read last, where there are two. Before the first read
+    /// nobody knows which, and it is refused.
     void birakilandosya(const QString &path);
     void metindosyasiac();
     void kaydet(const SlipDocument &document);

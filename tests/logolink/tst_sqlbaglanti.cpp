@@ -123,6 +123,11 @@ private Q_SLOTS:
         desk.t.boxes.expect(connected); // the earlier one
         desk.screen.sqltest();
         QCOMPARE(desk.t.sqlServer.texts.size(), 3);
+        desk.screen.Text4.setText(u"DB"_s);
+        desk.t.sqlServer.failure = u"sunucu yok"_s;
+        desk.t.boxes.expect({.text = u"sunucu yok"_s});
+        desk.t.boxes.expect(notConnected); // the earlier one is gone
+        desk.screen.sqltest();
     }
 
     void savingReplacesTheFileForItsOwnerAloneAndRefusesGaps()
@@ -146,6 +151,8 @@ private Q_SLOTS:
         QVERIFY(QDir().mkdir(file)); // can't be replaced: the screen stays, without a box
         QVERIFY(!desk.screen.kaydet());
         QVERIFY(desk.screen.bilgi.text().contains(u"sqlbaglan.kvz"_s));
+        desk.screen.Text1.setText(u"SRV\nsa"_s); // would be read back as two values
+        QVERIFY(!desk.screen.kaydet());
     }
 
     void theUpdateSendsOneStatementACardUntilOneFails()
@@ -170,15 +177,16 @@ private Q_SLOTS:
                          u"UPDATE LG_001_CLCARD SET DEFINITION_='' where CODE='120.02'"_s}));
         QVERIFY(!desk.screen.p1.isShown());
 
+        desk.card(u"12'' BORU"_s, u"''"_s); // pairs stay inside their quotes
         desk.card(u"x'; DROP TABLE LG_001_CLCARD --"_s, u"Ada"_s);
         desk.card(u"120.04"_s, u"Sonra"_s);
         desk.t.sqlServer.statements.clear();
         desk.t.boxes.expect({.text = u"Bu değer SQL komutunu bozar, komut gönderilmedi: "
                                      "x'; DROP TABLE LG_001_CLCARD --"_s});
         desk.screen.guncellemebaslat();
-        QCOMPARE(desk.t.sqlServer.statements.size(), 2);
+        QCOMPARE(desk.t.sqlServer.statements.size(), 3);
         QVERIFY(desk.screen.p1.isShown());
-        QCOMPARE(desk.screen.p1.value(), 2);
+        QCOMPARE(desk.screen.p1.value(), 3);
     }
 
     void theFirmNumberStandsInTheTableNamesAndNothingElseDoes()

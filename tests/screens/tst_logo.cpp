@@ -3,6 +3,7 @@
 #include "invoices/columns.h"
 #include "invoices/screens/fatwindow.h"
 #include "odbc/odbcserver.h"
+#include "stocktake/screens/sayimwindow.h"
 #include "support/fakes.h"
 #include "support/ruler.h"
 #include "support/tds/tdsstandin.h"
@@ -97,6 +98,19 @@ private Q_SLOTS:
         desk.click("sqlbaglanti", "guncellemeyegec");
         QVERIFY(desk.find<QWidget>("sqlbaglanti", "fr1")->isVisible());
 
+        auto *server = desk.find<QLineEdit>("sqlbaglanti", "Text1");
+        server->insert(u"S\nR\r\nV"_s); // as a paste brings it
+        QCOMPARE(server->text(), u"SRV"_s);
+        auto *password = desk.find<QLineEdit>("sqlbaglanti", "Text3");
+        QCOMPARE(password->echoMode(), QLineEdit::Password);
+        QTest::mouseClick(desk.find<QAbstractButton>("sqlbaglanti", "Check1"), Qt::LeftButton, {},
+                          QPoint(8, 8));
+        QCOMPARE(password->echoMode(), QLineEdit::Normal);
+        auto *test = desk.find<QAbstractButton>("sqlbaglanti", "chameleonButton1");
+        desk.find<QLineEdit>("sqlbaglanti", "Text4")->clear();
+        QTest::keyClick(test, Qt::Key_Return); // presses what has the focus, and not "Kaydet"
+        QCOMPARE(desk.boxes.taken(), QStringList{u"Dikkat/0: Bağlantı Sağlanamadı..."_s});
+
         const auto failed = u"Dikkat/0: Bağlantı Sağlanamadı..."_s;
         desk.typeSettings(u"yanlış"_s, u"LOGODB"_s);
         QStringList shown = desk.boxes.taken();
@@ -111,7 +125,9 @@ private Q_SLOTS:
 
         desk.typeSettings(TdsStandin::password.toString(), u"LOGODB"_s);
         QCOMPARE(desk.boxes.taken(), QStringList{u"Dikkat/0: Bağlantı Sağlandı..."_s});
-        QCOMPARE(desk.find<QLabel>("sqlbaglanti", "Label6")->text(), u"SQL Bağlantı Var"_s);
+        const auto *label6 = desk.find<QLabel>("sqlbaglanti", "Label6");
+        QCOMPARE(label6->text(), u"SQL Bağlantı Var"_s);
+        QVERIFY(label6->styleSheet().contains(u"color: #00ff00"_s));
         QVERIFY(desk.find<QWidget>("sqlbaglanti", "chameleonButton2")->isEnabled());
         desk.click("sqlbaglanti", "chameleonButton3");
         QVERIFY(desk.find<QWidget>("sqlbaglanti", "fr1")->isHidden());
@@ -147,6 +163,41 @@ private Q_SLOTS:
         QCOMPARE(desk.logo.statements().size(), 4);
         QCOMPARE(desk.logo.statements()[0], u"Select * from LG_012_CLCARD where CODE='Ç1'"_s);
         QVERIFY(desk.find<QProgressBar>("fat", "pr1")->isVisible());
+    }
+
+    void aStockCountIsReadAndSavedUntilTheLineIsCut()
+    {
+        Desk desk;
+        desk.saveSettings();
+        desk.logo.run(u"insert into LG_012_UNITBARCODE values ('869', 1, 2)"_s);
+        desk.logo.run(u"insert into LG_012_ITEMS values (1, 'ŞKR', 'x')"_s);
+        desk.logo.run(u"insert into LG_012_UNITSETL values (2, 'KOLİ', 'x')"_s);
+        writeBytes(desk.t.path(u"s.txt"_s),
+                   ruled(u"869", 15, u"1,5") + ruled(u"111", 15, u"2") + ruled(u"869", 15, u"3"));
+        QTest::mouseClick(desk.window.findChild<QAbstractButton *>(u"lvButtons_H4"_s),
+                          Qt::LeftButton);
+        QCOMPARE(desk.find<QLabel>("sayimform", "Label9")->text(), u"SQL Bağlantı Var"_s);
+        desk.click("sayimform", "chameleonButton1");
+        QCOMPARE(desk.boxes.taken(),
+                 QStringList{u"Dikkat/2: Sayım Listesinde Kayıt Bulunamadı...!"_s});
+        desk.t.dialogs.answers = {desk.t.path(u"s.txt"_s), desk.t.path(u"s"_s)};
+        desk.click("sayimform", "chameleonButton5");
+        QCOMPARE(desk.t.dialogs.asked.last().title, u"Cari Dosyası Seçin"_s);
+        QCOMPARE(desk.t.dialogs.asked.last().filter, u"Text Dosyaları (txt)|*.txt"_s);
+        QCOMPARE(desk.find<QLineEdit>("sayimform", "Text1")->text(), u"SYM000001"_s);
+        desk.click("sayimform", "chameleonButton1");
+        QCOMPARE(desk.boxes.taken(), QStringList{u"Tamam/1: Xml Dönüşümü Tamamlandı..."_s});
+        const QByteArray slip = readBytes(desk.t.path(u"s.xml"_s));
+        QCOMPARE(slip.count(toCodePage(u"<ITEM_CODE>ŞKR</ITEM_CODE>"_s)), 2);
+        QVERIFY(slip.contains("<NUMBER>SYM000001</NUMBER>"));
+        QVERIFY(slip.contains("<QUANTITY>1.5</QUANTITY>"));
+
+        desk.logo.behave({.dropAfter = 3});
+        desk.window.findChild<SayimWindow *>()->sayimform().load(); // a connection that is cut
+        desk.t.dialogs.answers = {desk.t.path(u"s.txt"_s)};
+        desk.click("sayimform", "chameleonButton5");
+        QCOMPARE(desk.find<QLabel>("sayimform", "sb1_2")->text(), u"2"_s);
+        QCOMPARE(desk.boxes.taken().size(), 1);
     }
 
     void aLineThatIsCutLeavesTheTitlesBeforeItChanged()

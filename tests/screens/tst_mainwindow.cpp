@@ -1,6 +1,7 @@
 #include "frame/mainwindow.h"
 
 #include "invoices/desk.h"
+#include "invoices/duzey/screens/fatduzwindow.h"
 #include "invoices/screens/fatwindow.h"
 
 #include <QAbstractButton>
@@ -42,6 +43,12 @@ private Q_SLOTS:
         QCOMPARE(trigger(u"tumgoster"_s), 0); // read again
         t.program.aktifform = u"2"_s;
         QCOMPARE(trigger(u"fattumsec"_s), 0);
+        writeBytes(t.path(u"kasa.kvz"_s), "1");
+        window.open(u"fatduz"_s);
+        Grid &duzey = window.findChild<FatduzWindow *>()->fatduz().liste.l1;
+        duzey.addRow(u"C1"_s);
+        QCOMPARE(trigger(u"fattumsec"_s), 0); // still the one of fat
+        QCOMPARE(duzey.tickedCount(), 1);
         QTest::mouseClick(button, Qt::LeftButton);
         trigger(u"ftrans"_s);
         QCOMPARE(window.findChildren<FatWindow *>().size(), 1);
@@ -50,7 +57,7 @@ private Q_SLOTS:
 
         // The keys of a screen work at once, behind the button and behind the screen above it.
         window.open(u"cr"_s);
-        for (int screens = 2; screens > 0; --screens) {
+        for (int screens = 3; screens > 0; --screens) {
             QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
             QTRY_COMPARE(window.findChildren<QMdiSubWindow *>().size(), screens - 1);
         }

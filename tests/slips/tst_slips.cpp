@@ -38,6 +38,7 @@ private Q_SLOTS:
     void aFieldBeyondTheSheetEndsOneReadAndIsPassedOverByTheOther();
     void aSheetThatCannotBeReadLeavesTheListsEmpty();
     void aRowWithoutADateLeavesNoDocumentAndNoBox();
+    void theFilesNameGivesDateAndStaffAndABlankCodeEndsTheRead();
     void theCashDocumentOfTextExportsHasNoTwin();
     void commandsWarnInTheirOrderAndAskAsTheirScreensSay();
     void duzeyTakesOnlyTheKindReadLast();
@@ -237,11 +238,12 @@ void TestSlips::anAmountThatIsNoNumberEndsOneReadAndIsPassedOverByTheOther()
     QCOMPARE(ends.s.l2.rows(), 1);
     QVERIFY(ends.s.bilgi.text().contains(u"3. kayıt"));
     SlipDesk goesOn(cafis3());
-    goesOn.readBook(
-        u"POSANALIZ_20210315.xlsx"_s,
-        u"K||C|||||T|TÜR\nK||C|||||1|HHSATIS\nK||C|||||x|HHSATIS\nK||C|||||2|HHSATIS"_s);
-    QCOMPARE(goesOn.s.l1.rows(), 3);
-    QCOMPARE(textOf(goesOn.s.l2), u"1|15/03/2021|3,00|BT000001|K\n2|15/03/2021|x|BT000002|K"_s);
+    goesOn.readBook(u"POSANALIZ_20210315.xlsx"_s,
+                    u"K||C|||||T|TÜR\nK||C|||||1|HHSATIS\nK||C|||||x|HHSATIS\nK||C|||||2|HHSATIS\n"
+                    "K||C|||||9|hhsatis\nk||C|||||#0.5|HHSATIS\nk||C|||||#0.25|HHSATIS"_s);
+    QCOMPARE(goesOn.s.l1.rows(), 5);
+    QCOMPARE(textOf(goesOn.s.l2), u"1|15/03/2021|3,00|BT000001|K\n2|15/03/2021|x|BT000002|K\n"
+                                  "3|15/03/2021|,75|BT000003|k"_s);
     QVERIFY(goesOn.s.bilgi.text().contains(u"1 adım"));
     for (const SlipDesk *d : {&ends, &goesOn})
         QVERIFY(!d->s.pr1.isShown());
@@ -275,10 +277,13 @@ void TestSlips::aSheetThatCannotBeReadLeavesTheListsEmpty()
         SlipDesk d(form());
         d.s.l1.addRow({});
         d.s.l2.addRow({});
+        d.s.hareketSayisi.setText(u"7"_s);
         writeBook(d.t.path(u"a.xlsx"_s), u"Başka"_s, movements);
         d.read(d.t.path(u"a.xlsx"_s));
         QVERIFY(d.s.l1.isEmpty() && d.s.l2.isEmpty() && !d.s.pr1.isShown());
         QVERIFY(d.s.bilgi.text().contains(u"Başka"));
+        const bool goesOn = form == &cafis2 || form == &cafis3;
+        QCOMPARE(d.s.hareketSayisi.text(), goesOn ? u"0"_s : u"7"_s);
         d.s.Text1.setText(u"Başka"_s);
         d.read(d.t.path(u"yok.xlsx"_s));
         QVERIFY(d.s.bilgi.text().contains(u"yok.xlsx"));
@@ -295,6 +300,27 @@ void TestSlips::aRowWithoutADateLeavesNoDocumentAndNoBox()
     QCOMPARE(d.save(u"buton2"_s), QByteArray());
     QVERIFY(d.s.bilgi.text().contains(u"1. satır") && !d.s.pr1.isShown());
     QVERIFY(!QFileInfo::exists(d.t.path(u"kasacariislemno.kvz"_s)));
+    // A sequence that can't be stored takes the box, but not the document.
+    QVERIFY(QDir().mkdir(d.t.path(u"kasacariislemno.kvz"_s)));
+    d.readBook(u"15032021-1.xls"_s, u"A\nB\nC\nD\nE\nC1||BİR||||||||||||#1"_s);
+    QVERIFY(!d.save(u"buton2"_s).isEmpty());
+}
+
+void TestSlips::theFilesNameGivesDateAndStaffAndABlankCodeEndsTheRead()
+{
+    SlipDesk d(cafis2());
+    d.t.fill({u"insert into per values (Null,'KA','12a')"_s,
+              u"insert into per values (Null,'KB','12A')"_s,
+              u"insert into per values (Null,'KC','12A')"_s});
+    d.s.load();
+    d.readBook(u"15032021-12A-3.xls"_s, u"A\nB\nC\nD\nE\nC1|| BİR||||||||||||#1\n"
+                                        "C2||İKİ||||||||||||#2\n  ||ÜÇ||||||||||||#3\nC4"_s);
+    QCOMPARE(textOf(d.s.l1), u"1|15/03/2021|C1| BİR|1,00|NT000001|KN000001|KB\n"
+                             "2|15/03/2021|C2|İKİ|2,00|NT000002|KN000002|KB"_s);
+    d.t.clock.step = 3600; // each row asks the time anew
+    d.t.boxes.expect(done);
+    const QByteArray document = d.save(u"buton2"_s);
+    QVERIFY(document.contains("<HOUR>9</HOUR>") && document.contains("<HOUR>10</HOUR>"));
 }
 
 void TestSlips::theCashDocumentOfTextExportsHasNoTwin()

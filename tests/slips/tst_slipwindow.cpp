@@ -228,6 +228,11 @@ void TestSlipWindow::aDroppedFileIsOfTheKindReadLast()
     Shown s(carifisduzey(), u"x.kvz"_s);
     writeBook(s.t.path(u"a.xlsx"_s), u"Sheet1"_s,
               u"A|B|C|D|E|F|G|H\n1.1.2021|C1||C2||2.2.2021|1|2"_s);
+    QCOMPARE(s.t.program.aktifform, u"2"_s);
+    s.drop(s.t.path(u"a.xlsx"_s)); // of which kind?
+    QVERIFY(s.window.screen().l1.isEmpty() && !s.window.screen().bilgi.text().isEmpty());
+    s.t.dialogs.answers = {s.t.path(u"a.xlsx"_s)};
+    s.press(u"buton1"_s);
     s.drop(s.t.path(u"a.xlsx"_s));
     QCOMPARE(s.window.screen().l1.cell(0, 5), u"KN000001"_s);
     s.t.dialogs.answers = {s.t.path(u"a.xlsx"_s)};

@@ -52,12 +52,16 @@ public:
     }
 };
 
-/// A clock that stands still.
+/// A clock that stands still, or goes on by so many seconds at each look.
 class FakeClock : public Clock
 {
 public:
     QDateTime moment{QDate(2024, 3, 7), QTime(9, 5, 3)};
-    QDateTime now() const override { return moment; }
+    int step = 0;
+    QDateTime now() const override { return moment.addSecs(qint64(step) * m_looks++); }
+
+private:
+    mutable int m_looks = 0;
 };
 
 /// Gives connections that are open, closed or fail, keeps what was asked for, and counts the
