@@ -71,7 +71,10 @@ void fillDefinition(Program &program, const Definition &definition, const QList<
         screen.yeni();
         for (int field = 0; field < definition.fields.size(); ++field) {
             const qsizetype at = definition.insertColumns.indexOf(definition.fields[field].column);
-            screen.field(field).setText(row.value(at));
+            if (definition.fields[field].kind == DefinitionField::Check)
+                screen.c1.setChecked(row.value(at) == u"1");
+            else
+                screen.field(field).setText(row.value(at));
         }
         screen.kaydet(-1);
     }
