@@ -30,7 +30,7 @@ QLineEdit *lineEdit(const QString &name, TextField &field)
     return edit;
 }
 
-// Enter presses the button that has the focus; in a field it presses "Kaydet".
+// Enter presses the button that has the focus; in a field it tests the connection.
 QPushButton *button(QDialog *dialog, const QString &name, const QString &caption,
                     const QString &keys, const QString &pictureName = {})
 {
@@ -117,7 +117,7 @@ QWidget *SqlbaglantiWindow::settingsButtons()
     auto *test = button(this, u"chameleonButton1"_s, u"SQL Bağlantı Test"_s, u"Ctrl+T"_s);
     auto *firms = button(this, u"chameleonButton4"_s, u"Firma Yükle"_s, u"Ctrl+L"_s, u"reread"_s);
     auto *save = button(this, u"chameleonButton7"_s, u"Kaydet"_s, u"Ctrl+S"_s, u"save"_s);
-    save->setDefault(true);
+    test->setDefault(true); // "Kaydet" would close the window before a firm is chosen
     connect(test, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.sqltest(); });
     connect(firms, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.firmayuklesec(); });
     connect(save, &QAbstractButton::clicked, this, [this] {
