@@ -149,7 +149,7 @@ QWidget *SqlbaglantiWindow::update()
     keepsItsPlace.setRetainSizeWhenHidden(true);
     progress->setSizePolicy(keepsItsPlace);
 
-    auto *start = button(this, u"chameleonButton2"_s, u"Güncellemeyi Başlat"_s, u"Ctrl+G"_s);
+    auto *start = button(this, u"chameleonButton2"_s, u"Güncellemeyi Başlat"_s, u"Ctrl+Shift+G"_s);
     start->setEnabled(false);
     connect(&m_sqlbaglanti.baslanabilir, &CheckField::changed, start,
             [this, start] { start->setEnabled(m_sqlbaglanti.baslanabilir.isChecked()); });
