@@ -9,7 +9,6 @@ using namespace kervan;
 
 namespace {
 
-const Box done{u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information};
 const Box refused{u"Açmaya Çalıştığınız Exel Dosyası Mey Cari Exel Dosyası Değil...!"_s,
                   u"Dikkat"_s};
 
@@ -36,10 +35,6 @@ insert into statu values (Null,'Büfe','0'))"_s));
         writeWorkbook(t.path(u"mey.xls"_s), sheet, rows); // its bytes tell what it is
         t.dialogs.answers << t.path(u"mey.xls"_s);
         st.manualac();
-    }
-    void expectWarning(const QString &text)
-    {
-        t.boxes.expect({text, u"Dikkat"_s, Icon::Exclamation});
     }
 };
 
@@ -89,19 +84,18 @@ private Q_SLOTS:
         Desk desk;
         QSignalSpy rate(&desk.st.c1, &ChoiceField::dropWanted);
         QSignalSpy unit(&desk.st.c2, &ChoiceField::dropWanted);
-        desk.expectWarning(u"Stok Listesinde Kayıt Bulunamadı...!"_s);
+        desk.t.boxes.expectWarning(u"Stok Listesinde Kayıt Bulunamadı...!"_s);
         desk.st.manualkaydet();
         desk.open({{u"Kodu"_s, u"a"_s, u"b"_s}});
-        desk.expectWarning(u"Kdv Oranı Seçiniz...!"_s);
+        desk.t.boxes.expectWarning(u"Kdv Oranı Seçiniz...!"_s);
         desk.st.otomatikkaydet();
         desk.st.c1.setText(u"18"_s);
-        desk.expectWarning(u"Birim Seti Seçiniz...!"_s);
+        desk.t.boxes.expectWarning(u"Birim Seti Seçiniz...!"_s);
         desk.st.manualkaydet();
         QCOMPARE(rate.size() * 10 + unit.size(), 11);
         desk.st.c2.setText(u"ADET"_s);
-        desk.t.boxes.expect(
-            {u"Dosya Konumu Hatalı...!Ayarlardan Dosya Konumlarını Kontrol Ediniz."_s, u"Dikkat"_s,
-             Icon::Stop});
+        desk.t.boxes.expectWarning(
+            u"Dosya Konumu Hatalı...!Ayarlardan Dosya Konumlarını Kontrol Ediniz."_s, Icon::Stop);
         desk.st.otomatikkaydet();
         desk.t.dialogs.answers << std::nullopt;
         desk.st.manualkaydet();
@@ -121,12 +115,12 @@ private Q_SLOTS:
         desk.st.c1sec();
         desk.st.c2.setText(u"ADET"_s);
         desk.st.c2sec();
-        desk.t.boxes.expect(done);
+        desk.t.boxes.expectDone();
         desk.st.otomatikkaydet();
         const QByteArray expected = readBytes(QStringLiteral(TEST_DATA "/st/expected.xml"));
         QCOMPARE(readBytes(target), expected);
         desk.t.dialogs.answers << desk.t.path(u"a.XML"_s);
-        desk.t.boxes.expect(done);
+        desk.t.boxes.expectDone();
         desk.st.manualkaydet();
         QCOMPARE(desk.t.dialogs.asked.last().start, target);
         QCOMPARE(readBytes(desk.t.path(u"a.XML.xml"_s)), expected);

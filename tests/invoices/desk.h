@@ -84,17 +84,11 @@ insert into per values (Null,'LP1','S1'))"_s));
             marks += l1.ticked(row) ? u'x' : u'-';
         return marks;
     }
-    void expectWarning(const QString &text)
-    {
-        t.boxes.expect({text, u"Dikkat"_s, Icon::Exclamation});
-    }
     void expectDone(bool cashToo = true)
     {
-        for (const QString &what : {u"Kasa Nakit "_s, u""_s}) {
-            if (cashToo || what.isEmpty())
-                t.boxes.expect(
-                    {what + u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
-        }
+        if (cashToo)
+            t.boxes.expectDone(u"Kasa Nakit "_s);
+        t.boxes.expectDone();
     }
     /// Exports the ticked rows; the boxes are expected before.
     void exportTo(const QString &name)

@@ -8,36 +8,12 @@
 
 namespace kervan {
 
-/// A record of the Düzey sheet from a line of the test's text, its fields parted by "|": "=12.5" is
-/// a number, "@2024-03-07" a date, anything else text.
-inline BookRow recordOf(const QString &line)
-{
-    BookRow record;
-    for (const QString &field : line.split(u'|')) {
-        if (field.startsWith(u'='))
-            record << BookCell(field.sliced(1).toDouble());
-        else if (field.startsWith(u'@'))
-            record << BookCell(QDate::fromString(field.sliced(1), Qt::ISODate));
-        else
-            record << (field.isEmpty() ? BookCell() : BookCell(field));
-    }
-    return record;
-}
-
-inline QList<BookRow> recordsOf(const QStringList &lines)
-{
-    QList<BookRow> records;
-    for (const QString &line : lines)
-        records << recordOf(line);
-    return records;
-}
-
 /// A record with all that a test doesn't care about filled in.
 struct Record
 {
     QString no = u"F1"_s;
-    QString quantity = u"=1"_s;
-    QString price = u"=10"_s;
+    QString quantity = u"#1"_s;
+    QString price = u"#10"_s;
     QString rates = u"|||||"_s; ///< six, parted by "|"
     QString money = {};
     QString kind = u"SATIŞ"_s;
@@ -47,7 +23,7 @@ struct Record
     QString line() const
     {
         return QStringList{date,    cari,     {},        u"B1"_s, no,    kind,
-                           u"U1"_s, quantity, u"ADET"_s, price,   rates, u"=20"_s,
+                           u"U1"_s, quantity, u"ADET"_s, price,   rates, u"#20"_s,
                            u"S1"_s, u"P30"_s, {},        {},      {},    money}
             .join(u'|');
     }
@@ -76,10 +52,10 @@ public:
     /// Writes the records behind a line of captions.
     void write(const QList<Record> &records)
     {
-        QStringList lines{QString(22, u'|') + u"İndirim"_s};
+        QString lines = QString(22, u'|') + u"İndirim"_s;
         for (const Record &record : records)
-            lines << record.line();
-        writeWorkbook(source, u"Sheet1"_s, recordsOf(lines));
+            lines += u'\n' + record.line();
+        writeWorkbook(source, u"Sheet1"_s, bookRows(lines));
     }
     void open(const QList<Record> &records)
     {

@@ -120,15 +120,15 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
     {
         Desk desk;
         const QSignalSpy firm(&desk.fat.c3, &TextField::focusWanted);
-        desk.expectWarning(u"Fatura Listesinde Kayıt Bulunamadı...!"_s);
+        desk.t.boxes.expectWarning(u"Fatura Listesinde Kayıt Bulunamadı...!"_s);
         desk.fat.logoyaaktar();
         desk.open(three());
         QCOMPARE(firm.size(), 0);
-        desk.expectWarning(u"Firma Seçiniz...!"_s);
+        desk.t.boxes.expectWarning(u"Firma Seçiniz...!"_s);
         desk.fat.logoyaaktar();
         QCOMPARE(firm.size(), 1);
         desk.fat.c3.setText(u"Merkez"_s);
-        desk.expectWarning(noTicks);
+        desk.t.boxes.expectWarning(noTicks);
         desk.fat.logoyaaktar();
         desk.t.boxes.verify();
         QVERIFY(desk.t.dialogs.asked.isEmpty());
@@ -157,12 +157,12 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
     void theAutomaticButtonChecksListFirmRateUnitSetAndTarget()
     {
         Desk desk;
-        desk.expectWarning(u"Stok Listesinde Kayıt Bulunamadı...!"_s);
+        desk.t.boxes.expectWarning(u"Stok Listesinde Kayıt Bulunamadı...!"_s);
         desk.fat.otomatikkaydet();
         desk.open(three());
         const auto refusedAt = [&](TextField &field, const QString &text, const QString &answer) {
             const QSignalSpy focus(&field, &TextField::focusWanted);
-            desk.expectWarning(text);
+            desk.t.boxes.expectWarning(text);
             desk.fat.otomatikkaydet();
             desk.t.boxes.verify();
             QCOMPARE(focus.size(), 1);
@@ -171,9 +171,8 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
         refusedAt(desk.fat.c3, u"Firma Seçiniz...!"_s, u"Merkez"_s);
         refusedAt(desk.fat.c1, u"Kdv Oranı Seçiniz...!"_s, u"18"_s);
         refusedAt(desk.fat.c2, u"Birim Seti Seçiniz...!"_s, u"Adet"_s);
-        desk.t.boxes.expect(
-            {u"Dosya Konumu Hatalı...!Ayarlardan Dosya Konumlarını Kontrol Ediniz."_s, u"Dikkat"_s,
-             Icon::Stop});
+        desk.t.boxes.expectWarning(
+            u"Dosya Konumu Hatalı...!Ayarlardan Dosya Konumlarını Kontrol Ediniz."_s, Icon::Stop);
         desk.fat.otomatikkaydet();
         QCOMPARE(written(desk), QString());
         // Four characters go, whatever they are.
@@ -276,7 +275,7 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
         QCOMPARE(after(&InvoiceList::tumgoster), u"AAD2"_s);
         QCOMPARE(after(&InvoiceList::efatgoster), u"3"_s);
         QCOMPARE(after(&InvoiceList::tumgoster), u"3"_s); // an empty list stays empty
-        desk.expectWarning(noTicks);
+        desk.t.boxes.expectWarning(noTicks);
         list.secilenlerisil();
     }
 };

@@ -1,24 +1,21 @@
-// The Düzey invoice screen. A document case is a folder of tests/data/fatduz:
-//   source.txt   the sheet, a record a line (see recordOf)
-//   data.txt     choices as key=value, then statements for data.dbs; "--" is a remark
+// The Düzey invoice screen. A document case (documentcase.h) is a folder of tests/data/fatduz:
+//   source.txt   the sheet (see bookRows)
+//   data.txt     firma (shown and not clicked with a "?" in front), fatbilgi, sayfa; sec and
+//   efatura
+//                name rows from 1 on
 //   expected.xml
-// Choices: firma (shown and not clicked with a "?" in front), fatbilgi, sayfa; sec and efatura name
-// rows from 1 on.
 
 #include "duzeydesk.h"
 
 #include "controls/gridview.h"
 #include "invoices/duzey/screens/fatduzwindow.h"
 #include "store/sidefiles.h"
+#include "support/documentcase.h"
+#include "support/driving.h"
 
-#include <QApplication>
-#include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
-#include <QDropEvent>
 #include <QLineEdit>
-#include <QMimeData>
-#include <QPushButton>
 #include <QSignalSpy>
 
 using namespace kervan;
@@ -34,56 +31,34 @@ class TestFatduz : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theDocumentOfACaseIsTheExpectedOne_data()
-    {
-        QTest::addColumn<QString>("folder");
-        const QDir cases(QStringLiteral(TEST_DATA "/fatduz"));
-        for (const QString &name : cases.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-            QTest::newRow(qPrintable(name)) << cases.filePath(name);
-    }
+    void theDocumentOfACaseIsTheExpectedOne_data() { DocumentCase::addAll(u"fatduz"_s); }
     void theDocumentOfACaseIsTheExpectedOne()
     {
-        QFETCH(QString, folder);
-        const auto linesOf = [&](const QString &name) {
-            return rowsOf(QString::fromUtf8(readBytes(folder + name)));
-        };
-        QStringList lines = linesOf(u"/data.txt"_s);
-        QHash<QString, QString> keys{{u"sayfa"_s, u"Sheet1"_s}};
-        for (const QString &choice : lines.takeFirst().split(u';'))
-            keys.insert(choice.section(u'=', 0, 0), choice.section(u'=', 1));
-        lines.removeIf([](const QString &line) { return line.startsWith(u"--"_s); });
-
         TestProgram t;
-        t.fill(lines);
+        const DocumentCase given(t);
+        const QString sheet = given[u"sayfa"_s].isEmpty() ? u"Sheet1"_s : given[u"sayfa"_s];
         writeBytes(t.path(u"kasa.kvz"_s), "K100");
         writeBytes(t.path(u"kdvmu.kvz"_s), "never in a document\nneither\n");
-        writeBytes(t.path(u"duzeyfaturaexelsayfano.kvz"_s),
-                   keys[u"sayfa"_s].toUtf8().prepend("\xEF\xBB\xBF"));
-        t.reachLogo();
-        const QStringList marked = keys[u"efatura"_s].split(u',', Qt::SkipEmptyParts);
-        t.sqlServer.answer = [&](const QString &) -> SqlRows { // one statement a row
-            const auto row = QString::number(t.sqlServer.statements.size());
-            return {{u"ACCEPTEINV"_s}, {{marked.contains(row) ? u"1"_s : u"0"_s}}};
-        };
+        writeBytes(t.path(u"duzeyfaturaexelsayfano.kvz"_s), "\xEF\xBB\xBF" + sheet.toUtf8());
+        given.markEInvoices(t);
         Fatduz fatduz(t.program);
         fatduz.load();
-        fatduz.c3.setText(keys[u"firma"_s]);
+        fatduz.c3.setText(given[u"firma"_s]);
         if (!fatduz.c3.text().startsWith(u'?'))
             fatduz.c3sec();
-        fatduz.fatbilgi.setText(keys[u"fatbilgi"_s]);
+        fatduz.fatbilgi.setText(given[u"fatbilgi"_s]);
         const QString source = t.path(u"kaynak.xlsx"_s);
-        writeWorkbook(source, keys[u"sayfa"_s], recordsOf(linesOf(u"/source.txt"_s)));
+        writeWorkbook(source, sheet, bookRows(given.text(u"source.txt"_s)));
         t.dialogs.answers << source << t.path(u"belge"_s);
         fatduz.dosyaac();
-        for (const QString &row : keys[u"sec"_s].split(u',', Qt::SkipEmptyParts))
+        for (const QString &row : given.list(u"sec"_s))
             fatduz.liste.l1.setTicked(row.toInt() - 1, true);
-        t.boxes.expect({u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
+        t.boxes.expectDone();
         fatduz.logoyaaktar();
         t.boxes.verify();
         QCOMPARE(t.dialogs.asked[0].title, u"Cari Haraket Dosyası Seçin"_s);
         QCOMPARE(t.dialogs.asked[0].filter, u"Exel Dosyaları (xlsx)|*.xlsx;*.xls"_s);
-        QCOMPARE(readBytes(t.path(u"belge.xml"_s)).split('\n'),
-                 readBytes(folder + u"/expected.xml"_s).split('\n'));
+        given.expect(t.path(u"belge.xml"_s));
     }
 
     void aNumberOfTheSheetGetsFourDecimalsWhateverItsMark()
@@ -159,9 +134,9 @@ private Q_SLOTS:
     void theSecondDiscountIsTakenOnTheWholeAmountAndAllAreSingle()
     {
         DuzeyDesk desk;
-        desk.open({{.price = u"=100"_s, .rates = u"=10|=10|=10|=10|=10|=10"_s, .money = u"=5"_s},
-                   {.rates = u"|=2.5||||"_s},
-                   {.quantity = u"=3"_s, .rates = u"0|-1|x|||"_s, .money = u"10"_s}});
+        desk.open({{.price = u"#100"_s, .rates = u"#10|#10|#10|#10|#10|#10"_s, .money = u"#5"_s},
+                   {.rates = u"|#2.5||||"_s},
+                   {.quantity = u"#3"_s, .rates = u"0|-1|x|||"_s, .money = u"10"_s}});
         Grid &l2 = desk.fatduz.l2;
         desk.fatduz.satirsec(0);
         QCOMPARE(cells(l2, 0, firstColumns),
@@ -183,7 +158,7 @@ private Q_SLOTS:
         QCOMPARE(l3.rows(), 3);
         // Worked out with each product, sum and quotient rounded to 24 bits; doubles give 15,13429,
         // 4,541496 and 8,11233.
-        desk.open({{.price = u"=146.65"_s, .rates = u"=2|=12|=12|=7|=12|=5"_s, .money = u"=7"_s}});
+        desk.open({{.price = u"#146.65"_s, .rates = u"#2|#12|#12|#7|#12|#5"_s, .money = u"#7"_s}});
         desk.fatduz.satirsec(0);
         QCOMPARE(cells(l2, 0, {10, 12, 14, 16, 18, 20, 22, 21, 6}),
                  u"2,933|17,598|15,13428|7,768929|12,38589|4,541495|7|8,112331|67,3616"_s);
@@ -196,7 +171,7 @@ private Q_SLOTS:
         desk.t.boxes.expect({.text = u"Fatura dosyası seçilmedi."_s});
         fatduz.yenidenoku();
         fatduz.perssec(); // no file, nothing to read again
-        desk.open({{}, {.no = u"F2"_s, .price = u"=0"_s, .money = u"=1"_s}, {.no = u"F2"_s}});
+        desk.open({{}, {.no = u"F2"_s, .price = u"#0"_s, .money = u"#1"_s}, {.no = u"F2"_s}});
         QCOMPARE(desk.l1.rows(), 2);
         // A discount on a line of nothing ends the lines there.
         desk.t.boxes.expect({.text = u"Sıfıra bölme."_s});
@@ -213,7 +188,7 @@ private Q_SLOTS:
         fatduz.Text1.setText(u"Sheet1"_s);
         // A sheet that ends in front of the personnel code, and one of an invoice without number.
         for (const QString &line : {u"d|C1|t|B1|F1|SATIŞ"_s, Record{.no = {}}.line()}) {
-            writeWorkbook(desk.source, u"Sheet1"_s, recordsOf({line}));
+            writeWorkbook(desk.source, u"Sheet1"_s, bookRows(line));
             const auto sheet = readSheet(desk.source, u"Sheet1"_s);
             desk.expectReportOf(
                 [&] { sheet->columns() == 6 ? sheet->text(0, 17) : desk.l1.cell(-1, 0); });
@@ -261,9 +236,7 @@ private Q_SLOTS:
         list.d2.setDate(QDate(2024, 3, 6));
         desk.fatduz.tarihdegisti();
         QCOMPARE(after(&InvoiceList::fattumsec), u"F3 1"_s);
-        desk.t.boxes.expectQuestion(
-            {u"Faturayı Listeden Silmek İstediğinize Eminmisiniz ?"_s, u"DİKKAT"_s, Icon::Question},
-            true);
+        desk.t.boxes.expectQuestion(u"Faturayı Listeden Silmek İstediğinize Eminmisiniz ?"_s, true);
         QCOMPARE(after(&InvoiceList::secilenlerisil), u" 0"_s);
         QCOMPARE(after(&InvoiceList::tumgoster), u" 0"_s); // an empty list stays empty
     }
@@ -273,20 +246,19 @@ private Q_SLOTS:
         DuzeyDesk desk;
         Fatduz &fatduz = desk.fatduz;
         const auto exported = [&](const QString &name) {
-            desk.t.boxes.expect({u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
+            desk.t.boxes.expectDone();
             fatduz.kaydet(desk.t.path(name));
             desk.t.boxes.verify();
             const QByteArray text = readBytes(desk.t.path(u"a.xml"_s));
             return text.count("</INVOICE>") * 10 + text.count("<MASTER_CODE>");
         };
-        desk.t.boxes.expect(
-            {u"Dosya Konumu Hatalı...!Ayarlardan Dosya Konumlarını Kontrol Ediniz."_s, u"Dikkat"_s,
-             Icon::Stop});
+        desk.t.boxes.expectWarning(
+            u"Dosya Konumu Hatalı...!Ayarlardan Dosya Konumlarını Kontrol Ediniz."_s, Icon::Stop);
         fatduz.kaydet({});
         desk.t.dialogs.answers << std::nullopt;
         fatduz.logoyaaktar(); // cancelled: no box
 
-        desk.open({{}, {.no = u"F2"_s, .price = u"=0"_s, .money = u"=1"_s}, {.no = u"F2"_s}});
+        desk.open({{}, {.no = u"F2"_s, .price = u"#0"_s, .money = u"#1"_s}, {.no = u"F2"_s}});
         fatduz.liste.fattumsec();
         QCOMPARE(exported(u"a.xml"_s), 22); // the second line of F2 is lost
         QVERIFY(fatduz.bilgi.text().contains(u"F2: Sıfıra bölme."_s));
@@ -307,10 +279,6 @@ private Q_SLOTS:
         Grid &l1 = fatduz.liste.l1;
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        const auto click = [&](const char *name) {
-            QTest::mouseClick(window.findChild<QPushButton *>(QString::fromUtf8(name)),
-                              Qt::LeftButton);
-        };
         const auto read = [&](const QString &names) {
             QCOMPARE(column(l1, L1::FaturaNumarasi), names);
         };
@@ -319,17 +287,11 @@ private Q_SLOTS:
         QTest::keyClick(kind, Qt::Key_Down);
         desk.write(
             {{.date = u"@2024-03-08"_s}, {.no = u"A1"_s, .kind = u"ALIŞ"_s}, {.no = u"F2"_s}});
-        QMimeData mime;
-        mime.setUrls({QUrl::fromLocalFile(desk.source)});
-        QDragEnterEvent enter({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&window, &enter);
-        QDropEvent drop({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&window, &drop);
+        drop(window, desk.source);
         read(u"A1"_s);
         QTest::keyClick(kind, Qt::Key_Up);
         read(u"F1,F2"_s);
-        auto *range = window.findChild<QCheckBox *>(u"Check1"_s);
-        QTest::mouseClick(range, Qt::LeftButton, {}, QPoint(8, 8));
+        press(window, u"Check1"_s);
         read(u"F1,F2"_s);
         window.findChild<QDateEdit *>(u"d2"_s)->setDate(QDate(2024, 3, 9));
         read(u"F1,F2"_s);
@@ -342,27 +304,25 @@ private Q_SLOTS:
 
         auto *sheet = window.findChild<QLineEdit *>(u"Text1"_s);
         sheet->setText(u"Sayfa9"_s);
-        click("lvButtons_H1");
+        press(window, u"lvButtons_H1"_s);
         QCOMPARE(readBytes(desk.t.path(u"duzeyfaturaexelsayfano.kvz"_s)), "Sayfa9\r\n");
         desk.t.program.aktifform = u"1"_s;
         const QSignalSpy menu(&window, &FatduzWindow::listMenuWanted);
-        click("lvButtons_H2");
+        press(window, u"lvButtons_H2"_s);
         QCOMPARE(menu.size(), 1);
         QCOMPARE(desk.t.program.aktifform, u"2"_s);
 
         QStringList pointers;
         connect(&fatduz.pr1, &ProgressField::changed, this,
                 [&] { pointers << QString::number(QApplication::overrideCursor() ? 1 : 0); });
-        QTest::mouseClick(window.findChild<QCheckBox *>(u"Check2"_s), Qt::LeftButton, {},
-                          QPoint(8, 8));
-        desk.t.boxes.expectQuestion(
-            {u"Faturayı Listeden Silmek İstediğinize Eminmisiniz ?"_s, u"DİKKAT"_s, Icon::Question},
-            false);
-        click("chameleonButton6");
+        press(window, u"Check2"_s);
+        desk.t.boxes.expectQuestion(u"Faturayı Listeden Silmek İstediğinize Eminmisiniz ?"_s,
+                                    false);
+        press(window, u"chameleonButton6"_s);
         QTest::keyClick(window.findChild<QComboBox *>(u"c3"_s), Qt::Key_Down);
         desk.t.dialogs.answers << desk.t.path(u"a.xml"_s);
-        desk.t.boxes.expect({u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
-        click("chameleonButton1");
+        desk.t.boxes.expectDone();
+        press(window, u"chameleonButton1"_s);
         QCOMPARE(pointers.join(QString()), u"111"_s); // an hourglass from start to end
         QVERIFY(!QApplication::overrideCursor());
         QVERIFY(readBytes(desk.t.path(u"a.xml"_s)).contains(">D1<")); // the depot of the firm

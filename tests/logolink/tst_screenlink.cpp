@@ -44,8 +44,7 @@ private Q_SLOTS:
         for (const QString &lines : cases.split(u'|')) {
             writeBytes(t.path(u"sqlbaglan.kvz"_s), lines.toLatin1().replace("/", "\r\n"));
             if (lines.count(u'/') == 5)
-                t.boxes.expect(
-                    {u"Bağlantı Bilgilerinde Eksikler Var..."_s, u"Dikkat"_s, Icon::Stop});
+                t.boxes.expectWarning(u"Bağlantı Bilgilerinde Eksikler Var..."_s, Icon::Stop);
             link.sqlyukle();
             t.boxes.verify();
         }

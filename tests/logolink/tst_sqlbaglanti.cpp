@@ -137,8 +137,7 @@ private Q_SLOTS:
         QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther);
         desk.screen.Text1.setText(u"SRV,1444"_s);
         desk.screen.Text3.setText(u"şifre;\""_s);
-        desk.t.boxes.expect(
-            {u"Bağlantı Bilgilerini Boş Bırakmayınız..."_s, u"Dikkat"_s, Icon::Stop});
+        desk.t.boxes.expectWarning(u"Bağlantı Bilgilerini Boş Bırakmayınız..."_s, Icon::Stop);
         QVERIFY(!desk.screen.kaydet());
         desk.screen.Text4.setText(u"LOGO"_s);
         QVERIFY(desk.screen.kaydet());
@@ -158,8 +157,7 @@ private Q_SLOTS:
     void theUpdateSendsOneStatementACardUntilOneFails()
     {
         Desk desk;
-        desk.t.boxes.expect(
-            {u"Cari Listesinde Kayıt Bulunamadı..."_s, u"Dikkat"_s, Icon::Exclamation});
+        desk.t.boxes.expectWarning(u"Cari Listesinde Kayıt Bulunamadı..."_s);
         desk.screen.guncellemebaslat();
         desk.card(u"120.01"_s, u"Çınar Gıda"_s);
         desk.card(u"120.02"_s, {});
@@ -168,8 +166,7 @@ private Q_SLOTS:
         desk.screen.sqltest();
         desk.screen.c1.setText(u"1-Merkez-2"_s);
         desk.t.sqlServer.statements.clear();
-        const Box done{u"Cari Güncelleme Tamamlandı..."_s, u"Dikkat"_s, Icon::Exclamation};
-        desk.t.boxes.expect(done);
+        desk.t.boxes.expectWarning(u"Cari Güncelleme Tamamlandı..."_s);
         desk.screen.guncellemebaslat();
         QCOMPARE(
             desk.t.sqlServer.statements,

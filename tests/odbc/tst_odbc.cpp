@@ -45,33 +45,309 @@ class TestOdbc : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void init();
+    void init()
+    {
+        m_server = std::make_unique<TdsStandin>();
+        fillLogo(*m_server, 12);
+    }
+
     void cleanup() { m_server.reset(); }
 
-    void eachDriverIsSpokenToInItsWords_data();
-    void eachDriverIsSpokenToInItsWords();
-    void theNewestDriverOfMicrosoftGoesFirst();
-    void aPasswordWithASemicolonFailsWithoutBeingTold();
-    void layersAreLeftOutOfWhatIsTold();
+    void eachDriverIsSpokenToInItsWords_data()
+    {
+        QTest::addColumn<QString>("driver");
+        QTest::addColumn<QString>("given");
+        QTest::addColumn<QString>("spoken");
 
-    void turkishLettersArriveInBothDirections();
-    void fieldsComeAsTextInTheirColumns();
-    void statementsArriveWordForWordAndNothingElse();
-    void aLoginIsRefusedWithTheServersSentence_data();
-    void aLoginIsRefusedWithTheServersSentence();
-    void nobodyAtThePortIsAFailure();
-    void connectingEndsWithItsTimeOut_data();
-    void connectingEndsWithItsTimeOut();
-    void aQueryThatHangsEndsWithItsTimeOut_data();
-    void aQueryThatHangsEndsWithItsTimeOut();
-    void lateAnswersAreWaitedForWithoutALimit();
-    void anErrorOfTheServerIsTold_data();
-    void anErrorOfTheServerIsTold();
-    void whatWasSentBeforeACutStays();
-    void aValueThatBreaksOutNeverArrives_data();
-    void aValueThatBreaksOutNeverArrives();
-    void connectionsAreHeldAsLongAsTheirObjects();
-    void tenThousandBarcodesAreLookedUpOneByOne();
+        const QString given = u"Server=srv\\LOGO;Provider=SQLOLEDB;UID=sa;PWD={a}b;database=DB;"_s;
+        QTest::newRow("new driver of Microsoft")
+            << u"ODBC Driver 18 for SQL Server"_s << given
+            << u"Driver={ODBC Driver 18 for SQL Server};Server=srv\\LOGO;UID={sa};PWD={{a}}b};"
+               "Database={DB};Encrypt=no;TrustServerCertificate=yes;"_s;
+        QTest::newRow("driver that comes with Windows")
+            << u"SQL Server"_s << given
+            << u"Driver={SQL Server};Server=srv\\LOGO;UID={sa};PWD={{a}}b};Database={DB};"_s;
+        QTest::newRow("FreeTDS") << u"FreeTDS"_s << given
+                                 << u"Driver={FreeTDS};Server=srv\\LOGO;UID=sa;PWD={{a}b};"
+                                    "Database=DB;TDS_Version=7.4;ClientCharset=UTF-8;"_s;
+        QTest::newRow("a port beats an instance, a later pair an earlier one")
+            << u"FreeTDS"_s << u"Server=srv\\LOGO,1433;UID=sa;PWD=a=b;uid=x;database=DB;"_s
+            << u"Driver={FreeTDS};Server=srv,1433;UID=x;PWD=a=b;Database=DB;TDS_Version=7.4;"
+               "ClientCharset=UTF-8;"_s;
+    }
+    void eachDriverIsSpokenToInItsWords()
+    {
+        QFETCH(QString, driver);
+        QFETCH(QString, given);
+        QTEST(driverText(given, driver), "spoken");
+    }
+
+    void theNewestDriverOfMicrosoftGoesFirst()
+    {
+        const QString ten = u"ODBC Driver 11 for SQL Server"_s;
+        const QString eighteen = u"ODBC Driver 18 for SQL Server"_s;
+        const QString freeTds = u"FreeTDS"_s;
+        QCOMPARE(chosenDriver({freeTds, u"SQL Server"_s, ten, eighteen, u"SQLite3"_s}), eighteen);
+        QCOMPARE(chosenDriver({u"SQLite3"_s, u"SQL Server"_s, freeTds}), u"SQL Server"_s);
+        QCOMPARE(chosenDriver({u"SQLite3"_s, freeTds}), freeTds);
+        QCOMPARE(chosenDriver({u"SQLite3"_s}), u"libtdsodbc.so"_s);
+    }
+
+    void aPasswordWithASemicolonFailsWithoutBeingTold()
+    {
+        const QString told =
+            failureOf([&] { OdbcServer().connect(text(u"srv"_s, u"a;tail"_s), {}); });
+        QVERIFY(!told.isEmpty());
+        QVERIFY(!told.contains(u"tail"));
+    }
+
+    void layersAreLeftOutOfWhatIsTold()
+    {
+        QCOMPARE(sentenceOf(u"[Microsoft][ODBC Driver 18 for SQL Server]Login timeout expired"_s),
+                 u"Login timeout expired"_s);
+        QCOMPARE(sentenceOf(u"[unixODBC][FreeTDS][SQL Server][dbo].[X] [yok]"_s),
+                 u"[dbo].[X] [yok]"_s);
+    }
+
+    void turkishLettersArriveInBothDirections()
+    {
+        m_server->run(u"insert into LG_012_CLCARD (CODE) values ('ÇĞ.01')"_s);
+        const auto connection = connect();
+        connection->run(title(u"ÇĞ.01", letters));
+        const QString read = u"select DEFINITION_ from LG_012_CLCARD"_s;
+        QCOMPARE(m_server->run(read), QList<QStringList>{{letters.toString()}});
+        // DEFINITION_ is of one byte a letter; the other column of two.
+        m_server->run(u"create table wide as select DEFINITION_ || '' as D from LG_012_CLCARD"_s);
+        QCOMPARE(connection->run(Statement(read)).value(0, u"definition_"), letters.toString());
+        QCOMPARE(connection->run(Statement(u"select D from wide")).value(0, u"D"),
+                 letters.toString());
+    }
+
+    void fieldsComeAsTextInTheirColumns()
+    {
+        const QString narrow(10'000, u'ş');
+        const QString wide =
+            QString(4095, u'ğ') + QString(5905, u'ı'); // as long as one piece, and on
+        m_server->run(
+            u"create table T (I int, S smallint, B bigint, D decimal(15,2), N varchar(9), "
+            "V varchar, W nvarchar)"_s);
+        m_server->run(
+            u"insert into T values (-2147483648, 1, 9007199254740993, -12.5, '', '%1', '%2'),"
+            "(null, null, null, null, null, null, null), (0, 0, 0, 0.05, ' x', '', '')"_s.arg(
+                narrow, wide));
+        const SqlRows rows = connect()->run(Statement(u"select * from T"));
+        QCOMPARE(rows.columns.join(u'|'), u"I|S|B|D|N|V|W"_s);
+        const QList<QStringList> expected{
+            {u"-2147483648"_s, u"1"_s, u"9007199254740993"_s, u"-12.50"_s, u""_s, narrow, wide},
+            QStringList(7, u""_s),
+            {u"0"_s, u"0"_s, u"0"_s, u"0.05"_s, u" x"_s, u""_s, u""_s}};
+        QCOMPARE(rows.rows, expected);
+    }
+
+    void statementsArriveWordForWordAndNothingElse()
+    {
+        m_server->run(u"insert into LG_012_CLCARD (CODE) values ('120.01')"_s);
+        m_server->run(u"insert into LG_012_UNITBARCODE values ('869', 1, 7)"_s);
+        m_server->run(u"insert into LG_012_ITEMS values (1, 'HLV-FST', '')"_s);
+        const QString marks = u"{fn now()} ? {ts} %1 ] \" --"_s;
+        const auto connection = connect();
+        QVERIFY(connection->isOpen());
+        QCOMPARE(connection->run(firms()).value(0, u"Name"), u"ÖRNEK GIDA LTD. ŞTİ."_s);
+        QVERIFY(connection->run(title(u"120.01", marks)).isEmpty());
+        QVERIFY(connection->run(title(u"no such card", u"x")).isEmpty());
+        const SqlRows found = connection->run(barcode(u"869"));
+        QCOMPARE(found.value(0, u"ITEMKOD"), u"HLV-FST"_s);
+        QCOMPARE(found.value(0, u"BIRIMKOD"), QString()); // its unit line has gone
+        QVERIFY(connection->run(barcode(u"870")).isEmpty());
+        const Statement escape(
+            u"select {fn ucase('x')}"); // ODBC's own language, left to the server
+        QVERIFY(!failureOf([&] { connection->run(escape); }).isEmpty());
+        const QStringList sent{firms().text(),
+                               title(u"120.01", marks).text(),
+                               title(u"no such card", u"x").text(),
+                               barcode(u"869").text(),
+                               barcode(u"870").text(),
+                               escape.text()};
+        QCOMPARE(m_server->statements(), sent);
+        QCOMPARE(m_server->run(u"select DEFINITION_ from LG_012_CLCARD"_s)[0][0], marks);
+    }
+
+    void aLoginIsRefusedWithTheServersSentence_data()
+    {
+        QTest::addColumn<QString>("password");
+        QTest::addColumn<QString>("database");
+        QTest::addColumn<bool>("refuses");
+        QTest::addColumn<QString>("sentence");
+
+        const QString right = TdsStandin::password.toString();
+        const QString database = TdsStandin::database.toString();
+        const QString refusal = u"Login failed for user 'sa'."_s;
+        QTest::newRow("wrong password") << u"{yanlış}"_s << database << false << refusal;
+        QTest::newRow("refused anyway") << right << database << true << refusal;
+        QTest::newRow("unknown database")
+            << right << u"YOK"_s << false
+            << u"Cannot open database \"YOK\" requested by the login."_s;
+    }
+    void aLoginIsRefusedWithTheServersSentence()
+    {
+        QFETCH(QString, password);
+        QFETCH(QString, database);
+        QFETCH(bool, refuses);
+        QFETCH(QString, sentence);
+        m_server->behave({.refusesLogin = refuses});
+        const QString told = failureOf([&] {
+            OdbcServer().connect(text(m_server->server(), password, database), {0, 5});
+        });
+        QVERIFY2(told.startsWith(sentence), qPrintable(told));
+    }
+
+    void nobodyAtThePortIsAFailure()
+    {
+        QTcpServer gone;
+        QVERIFY(gone.listen(QHostAddress::LocalHost));
+        const QString server = u"127.0.0.1,%1"_s.arg(gone.serverPort());
+        gone.close();
+        const QString told = failureOf([&] { OdbcServer().connect(text(server), {0, 5}); });
+        QVERIFY(!told.isEmpty());
+        QVERIFY2(!told.startsWith(u'['), qPrintable(told));
+    }
+
+    void connectingEndsWithItsTimeOut_data()
+    {
+        QTest::addColumn<QString>("server");
+        QTest::newRow("accepted and never answered") << QString();
+        QTest::newRow("an instance that nobody knows") << u"127.0.0.1\\LOGO"_s;
+    }
+    void connectingEndsWithItsTimeOut()
+    {
+        QFETCH(QString, server);
+        m_server->behave({.loginDelay = StandinManners::never});
+        const QString name = server.isEmpty() ? m_server->server() : server;
+        QElapsedTimer timer;
+        timer.start();
+        QVERIFY(!failureOf([&] { OdbcServer().connect(text(name), {0, 1}); }).isEmpty());
+        QVERIFY2(timer.elapsed() > 800 && timer.elapsed() < 6000,
+                 "not by the time-out of a second");
+        QTRY_COMPARE(m_server->connections(), 0); // the driver itself has given up as well
+    }
+
+    void aQueryThatHangsEndsWithItsTimeOut_data()
+    {
+        QTest::addColumn<bool>("deaf");
+        QTest::newRow("the server takes the cancel") << false;
+        QTest::newRow("the server has died") << true;
+    }
+    void aQueryThatHangsEndsWithItsTimeOut()
+    {
+        QFETCH(bool, deaf);
+        auto connection = connect({1, 5});
+        m_server->behave({.queryDelay = StandinManners::never, .deaf = deaf});
+        QElapsedTimer timer;
+        timer.start();
+        const QString told = failureOf([&] { connection->run(firms()); });
+        QVERIFY2(timer.elapsed() > 800 && timer.elapsed() < 6000,
+                 "not by the time-out of a second");
+        QVERIFY2(told.contains(u"timeout", Qt::CaseInsensitive), qPrintable(told));
+        m_server->behave({});
+        if (!deaf)
+            QCOMPARE(connection->run(firms()).rows.size(), 1);
+        timer.restart();
+        connection.reset();
+        QVERIFY(timer.elapsed() < 3000);
+    }
+
+    void lateAnswersAreWaitedForWithoutALimit()
+    {
+        m_server->behave({.loginDelay = 300, .queryDelay = 1300});
+        QCOMPARE(connect({0, 5})->run(firms()).rows.size(), 1);
+    }
+
+    void anErrorOfTheServerIsTold_data()
+    {
+        QTest::addColumn<bool>("behindRows");
+        QTest::newRow("at once") << false;
+        QTest::newRow("behind rows") << true;
+    }
+    void anErrorOfTheServerIsTold()
+    {
+        QFETCH(bool, behindRows);
+        const QString sentence =
+            u"[dbo].[L_CAPIFIRM] nesnesi üzerinde izin yok: "_s + letters.toString();
+        const auto connection = connect();
+        m_server->behave({.error = sentence, .errorBehindRows = behindRows});
+        QCOMPARE(failureOf([&] { connection->run(firms()); }), sentence);
+        m_server->behave({});
+        QCOMPARE(connection->run(firms()).rows.size(), 1);
+    }
+
+    void whatWasSentBeforeACutStays()
+    {
+        m_server->run(u"insert into LG_012_CLCARD (CODE) values ('1'), ('2'), ('3')"_s);
+        m_server->behave({.dropAfter = 2});
+        const auto connection = connect();
+        connection->run(title(u"1", u"BİR"));
+        connection->run(title(u"2", u"İKİ"));
+        QVERIFY(!failureOf([&] { connection->run(title(u"3", u"ÜÇ")); }).isEmpty());
+        QVERIFY(!failureOf([&] { connection->run(title(u"3", u"ÜÇ")); }).isEmpty());
+        QCOMPARE(m_server->run(u"select DEFINITION_ from LG_012_CLCARD order by CODE"_s),
+                 (QList<QStringList>{{u"BİR"_s}, {u"İKİ"_s}, {u""_s}}));
+    }
+
+    void aValueThatBreaksOutNeverArrives_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::newRow("an apostrophe") << u"ALİ'NİN YERİ"_s;
+        QTest::newRow("another statement") << u"'; DROP TABLE x --"_s;
+    }
+    void aValueThatBreaksOutNeverArrives()
+    {
+        QFETCH(QString, value);
+        const auto connection = connect();
+        const QList<Statement> statements{
+            title(u"1", value), title(value, u"x"), barcode(value),
+            Statement(u"Select * from LG_").name(value).text(u"_CLCARD where CODE='1'")};
+        for (const Statement &statement : statements) {
+            const QString told = failureOf([&] { connection->run(statement); });
+            QVERIFY2(told.contains(value), qPrintable(told));
+        }
+        QCOMPARE(m_server->statements(), QStringList());
+    }
+
+    void connectionsAreHeldAsLongAsTheirObjects()
+    {
+        auto first = connect();
+        auto second = connect();
+        QCOMPARE(m_server->connections(), 2);
+        second->run(firms());
+        first->run(firms());
+        first.reset();
+        QTRY_COMPARE(m_server->connections(), 1);
+        QCOMPARE(second->run(firms()).rows.size(), 1);
+    }
+
+    void tenThousandBarcodesAreLookedUpOneByOne()
+    {
+        constexpr int count = 10'000;
+        m_server->run(u"insert into LG_012_UNITBARCODE with recursive n(i) as (select 0 union all "
+                      "select i + 2 from n where i < %1 - 2) select i, i, 1 from n"_s.arg(count));
+        m_server->run(u"insert into LG_012_ITEMS select ITEMREF, 'ITEM' || BARCODE, '' "
+                      "from LG_012_UNITBARCODE"_s);
+        m_server->run(u"insert into LG_012_UNITSETL values (1, 'KOLİ', '')"_s);
+        const auto connection = connect();
+        int found = 0;
+        QElapsedTimer timer;
+        timer.start();
+        for (int i = 0; i < count; ++i) {
+            const SqlRows rows = connection->run(barcode(QString::number(i)));
+            if (rows.isEmpty())
+                continue;
+            ++found;
+            QCOMPARE(rows.rows, (QList<QStringList>{{u"ITEM%1"_s.arg(i), u"KOLİ"_s}}));
+        }
+        qInfo("%lld ms", timer.elapsed());
+        QCOMPARE(found, count / 2);
+        QCOMPARE(m_server->statements().size(), count);
+    }
 
 private:
     std::unique_ptr<SqlConnection> connect(const SqlOptions &options = {0, 5})
@@ -88,301 +364,6 @@ private:
 
     std::unique_ptr<TdsStandin> m_server;
 };
-
-void TestOdbc::init()
-{
-    m_server = std::make_unique<TdsStandin>();
-    fillLogo(*m_server, 12);
-}
-
-void TestOdbc::eachDriverIsSpokenToInItsWords_data()
-{
-    QTest::addColumn<QString>("driver");
-    QTest::addColumn<QString>("given");
-    QTest::addColumn<QString>("spoken");
-
-    const QString given = u"Server=srv\\LOGO;Provider=SQLOLEDB;UID=sa;PWD={a}b;database=DB;"_s;
-    QTest::newRow("new driver of Microsoft")
-        << u"ODBC Driver 18 for SQL Server"_s << given
-        << u"Driver={ODBC Driver 18 for SQL Server};Server=srv\\LOGO;UID={sa};PWD={{a}}b};"
-           "Database={DB};Encrypt=no;TrustServerCertificate=yes;"_s;
-    QTest::newRow("driver that comes with Windows")
-        << u"SQL Server"_s << given
-        << u"Driver={SQL Server};Server=srv\\LOGO;UID={sa};PWD={{a}}b};Database={DB};"_s;
-    QTest::newRow("FreeTDS") << u"FreeTDS"_s << given
-                             << u"Driver={FreeTDS};Server=srv\\LOGO;UID=sa;PWD={{a}b};"
-                                "Database=DB;TDS_Version=7.4;ClientCharset=UTF-8;"_s;
-    QTest::newRow("a port beats an instance, a later pair an earlier one")
-        << u"FreeTDS"_s << u"Server=srv\\LOGO,1433;UID=sa;PWD=a=b;uid=x;database=DB;"_s
-        << u"Driver={FreeTDS};Server=srv,1433;UID=x;PWD=a=b;Database=DB;TDS_Version=7.4;"
-           "ClientCharset=UTF-8;"_s;
-}
-
-void TestOdbc::eachDriverIsSpokenToInItsWords()
-{
-    QFETCH(QString, driver);
-    QFETCH(QString, given);
-    QTEST(driverText(given, driver), "spoken");
-}
-
-void TestOdbc::theNewestDriverOfMicrosoftGoesFirst()
-{
-    const QString ten = u"ODBC Driver 11 for SQL Server"_s;
-    const QString eighteen = u"ODBC Driver 18 for SQL Server"_s;
-    const QString freeTds = u"FreeTDS"_s;
-    QCOMPARE(chosenDriver({freeTds, u"SQL Server"_s, ten, eighteen, u"SQLite3"_s}), eighteen);
-    QCOMPARE(chosenDriver({u"SQLite3"_s, u"SQL Server"_s, freeTds}), u"SQL Server"_s);
-    QCOMPARE(chosenDriver({u"SQLite3"_s, freeTds}), freeTds);
-    QCOMPARE(chosenDriver({u"SQLite3"_s}), u"libtdsodbc.so"_s);
-}
-
-void TestOdbc::aPasswordWithASemicolonFailsWithoutBeingTold()
-{
-    const QString told = failureOf([&] { OdbcServer().connect(text(u"srv"_s, u"a;tail"_s), {}); });
-    QVERIFY(!told.isEmpty());
-    QVERIFY(!told.contains(u"tail"));
-}
-
-void TestOdbc::layersAreLeftOutOfWhatIsTold()
-{
-    QCOMPARE(sentenceOf(u"[Microsoft][ODBC Driver 18 for SQL Server]Login timeout expired"_s),
-             u"Login timeout expired"_s);
-    QCOMPARE(sentenceOf(u"[unixODBC][FreeTDS][SQL Server][dbo].[X] [yok]"_s), u"[dbo].[X] [yok]"_s);
-}
-
-void TestOdbc::turkishLettersArriveInBothDirections()
-{
-    m_server->run(u"insert into LG_012_CLCARD (CODE) values ('ÇĞ.01')"_s);
-    const auto connection = connect();
-    connection->run(title(u"ÇĞ.01", letters));
-    const QString read = u"select DEFINITION_ from LG_012_CLCARD"_s;
-    QCOMPARE(m_server->run(read), QList<QStringList>{{letters.toString()}});
-    // DEFINITION_ is of one byte a letter; the other column of two.
-    m_server->run(u"create table wide as select DEFINITION_ || '' as D from LG_012_CLCARD"_s);
-    QCOMPARE(connection->run(Statement(read)).value(0, u"definition_"), letters.toString());
-    QCOMPARE(connection->run(Statement(u"select D from wide")).value(0, u"D"), letters.toString());
-}
-
-void TestOdbc::fieldsComeAsTextInTheirColumns()
-{
-    const QString narrow(10'000, u'ş');
-    const QString wide = QString(4095, u'ğ') + QString(5905, u'ı'); // as long as one piece, and on
-    m_server->run(u"create table T (I int, S smallint, B bigint, D decimal(15,2), N varchar(9), "
-                  "V varchar, W nvarchar)"_s);
-    m_server->run(u"insert into T values (-2147483648, 1, 9007199254740993, -12.5, '', '%1', '%2'),"
-                  "(null, null, null, null, null, null, null), (0, 0, 0, 0.05, ' x', '', '')"_s.arg(
-                      narrow, wide));
-    const SqlRows rows = connect()->run(Statement(u"select * from T"));
-    QCOMPARE(rows.columns.join(u'|'), u"I|S|B|D|N|V|W"_s);
-    const QList<QStringList> expected{
-        {u"-2147483648"_s, u"1"_s, u"9007199254740993"_s, u"-12.50"_s, u""_s, narrow, wide},
-        QStringList(7, u""_s),
-        {u"0"_s, u"0"_s, u"0"_s, u"0.05"_s, u" x"_s, u""_s, u""_s}};
-    QCOMPARE(rows.rows, expected);
-}
-
-void TestOdbc::statementsArriveWordForWordAndNothingElse()
-{
-    m_server->run(u"insert into LG_012_CLCARD (CODE) values ('120.01')"_s);
-    m_server->run(u"insert into LG_012_UNITBARCODE values ('869', 1, 7)"_s);
-    m_server->run(u"insert into LG_012_ITEMS values (1, 'HLV-FST', '')"_s);
-    const QString marks = u"{fn now()} ? {ts} %1 ] \" --"_s;
-    const auto connection = connect();
-    QVERIFY(connection->isOpen());
-    QCOMPARE(connection->run(firms()).value(0, u"Name"), u"ÖRNEK GIDA LTD. ŞTİ."_s);
-    QVERIFY(connection->run(title(u"120.01", marks)).isEmpty());
-    QVERIFY(connection->run(title(u"no such card", u"x")).isEmpty());
-    const SqlRows found = connection->run(barcode(u"869"));
-    QCOMPARE(found.value(0, u"ITEMKOD"), u"HLV-FST"_s);
-    QCOMPARE(found.value(0, u"BIRIMKOD"), QString()); // its unit line has gone
-    QVERIFY(connection->run(barcode(u"870")).isEmpty());
-    const Statement escape(u"select {fn ucase('x')}"); // ODBC's own language, left to the server
-    QVERIFY(!failureOf([&] { connection->run(escape); }).isEmpty());
-    const QStringList sent{
-        firms().text(),         title(u"120.01", marks).text(), title(u"no such card", u"x").text(),
-        barcode(u"869").text(), barcode(u"870").text(),         escape.text()};
-    QCOMPARE(m_server->statements(), sent);
-    QCOMPARE(m_server->run(u"select DEFINITION_ from LG_012_CLCARD"_s)[0][0], marks);
-}
-
-void TestOdbc::aLoginIsRefusedWithTheServersSentence_data()
-{
-    QTest::addColumn<QString>("password");
-    QTest::addColumn<QString>("database");
-    QTest::addColumn<bool>("refuses");
-    QTest::addColumn<QString>("sentence");
-
-    const QString right = TdsStandin::password.toString();
-    const QString database = TdsStandin::database.toString();
-    const QString refusal = u"Login failed for user 'sa'."_s;
-    QTest::newRow("wrong password") << u"{yanlış}"_s << database << false << refusal;
-    QTest::newRow("refused anyway") << right << database << true << refusal;
-    QTest::newRow("unknown database")
-        << right << u"YOK"_s << false << u"Cannot open database \"YOK\" requested by the login."_s;
-}
-
-void TestOdbc::aLoginIsRefusedWithTheServersSentence()
-{
-    QFETCH(QString, password);
-    QFETCH(QString, database);
-    QFETCH(bool, refuses);
-    QFETCH(QString, sentence);
-    m_server->behave({.refusesLogin = refuses});
-    const QString told = failureOf([&] {
-        OdbcServer().connect(text(m_server->server(), password, database), {0, 5});
-    });
-    QVERIFY2(told.startsWith(sentence), qPrintable(told));
-}
-
-void TestOdbc::nobodyAtThePortIsAFailure()
-{
-    QTcpServer gone;
-    QVERIFY(gone.listen(QHostAddress::LocalHost));
-    const QString server = u"127.0.0.1,%1"_s.arg(gone.serverPort());
-    gone.close();
-    const QString told = failureOf([&] { OdbcServer().connect(text(server), {0, 5}); });
-    QVERIFY(!told.isEmpty());
-    QVERIFY2(!told.startsWith(u'['), qPrintable(told));
-}
-
-void TestOdbc::connectingEndsWithItsTimeOut_data()
-{
-    QTest::addColumn<QString>("server");
-    QTest::newRow("accepted and never answered") << QString();
-    QTest::newRow("an instance that nobody knows") << u"127.0.0.1\\LOGO"_s;
-}
-
-void TestOdbc::connectingEndsWithItsTimeOut()
-{
-    QFETCH(QString, server);
-    m_server->behave({.loginDelay = StandinManners::never});
-    const QString name = server.isEmpty() ? m_server->server() : server;
-    QElapsedTimer timer;
-    timer.start();
-    QVERIFY(!failureOf([&] { OdbcServer().connect(text(name), {0, 1}); }).isEmpty());
-    QVERIFY2(timer.elapsed() > 800 && timer.elapsed() < 6000, "not by the time-out of a second");
-    QTRY_COMPARE(m_server->connections(), 0); // the driver itself has given up as well
-}
-
-void TestOdbc::aQueryThatHangsEndsWithItsTimeOut_data()
-{
-    QTest::addColumn<bool>("deaf");
-    QTest::newRow("the server takes the cancel") << false;
-    QTest::newRow("the server has died") << true;
-}
-
-void TestOdbc::aQueryThatHangsEndsWithItsTimeOut()
-{
-    QFETCH(bool, deaf);
-    auto connection = connect({1, 5});
-    m_server->behave({.queryDelay = StandinManners::never, .deaf = deaf});
-    QElapsedTimer timer;
-    timer.start();
-    const QString told = failureOf([&] { connection->run(firms()); });
-    QVERIFY2(timer.elapsed() > 800 && timer.elapsed() < 6000, "not by the time-out of a second");
-    QVERIFY2(told.contains(u"timeout", Qt::CaseInsensitive), qPrintable(told));
-    m_server->behave({});
-    if (!deaf)
-        QCOMPARE(connection->run(firms()).rows.size(), 1);
-    timer.restart();
-    connection.reset();
-    QVERIFY(timer.elapsed() < 3000);
-}
-
-void TestOdbc::lateAnswersAreWaitedForWithoutALimit()
-{
-    m_server->behave({.loginDelay = 300, .queryDelay = 1300});
-    QCOMPARE(connect({0, 5})->run(firms()).rows.size(), 1);
-}
-
-void TestOdbc::anErrorOfTheServerIsTold_data()
-{
-    QTest::addColumn<bool>("behindRows");
-    QTest::newRow("at once") << false;
-    QTest::newRow("behind rows") << true;
-}
-
-void TestOdbc::anErrorOfTheServerIsTold()
-{
-    QFETCH(bool, behindRows);
-    const QString sentence =
-        u"[dbo].[L_CAPIFIRM] nesnesi üzerinde izin yok: "_s + letters.toString();
-    const auto connection = connect();
-    m_server->behave({.error = sentence, .errorBehindRows = behindRows});
-    QCOMPARE(failureOf([&] { connection->run(firms()); }), sentence);
-    m_server->behave({});
-    QCOMPARE(connection->run(firms()).rows.size(), 1);
-}
-
-void TestOdbc::whatWasSentBeforeACutStays()
-{
-    m_server->run(u"insert into LG_012_CLCARD (CODE) values ('1'), ('2'), ('3')"_s);
-    m_server->behave({.dropAfter = 2});
-    const auto connection = connect();
-    connection->run(title(u"1", u"BİR"));
-    connection->run(title(u"2", u"İKİ"));
-    QVERIFY(!failureOf([&] { connection->run(title(u"3", u"ÜÇ")); }).isEmpty());
-    QVERIFY(!failureOf([&] { connection->run(title(u"3", u"ÜÇ")); }).isEmpty());
-    QCOMPARE(m_server->run(u"select DEFINITION_ from LG_012_CLCARD order by CODE"_s),
-             (QList<QStringList>{{u"BİR"_s}, {u"İKİ"_s}, {u""_s}}));
-}
-
-void TestOdbc::aValueThatBreaksOutNeverArrives_data()
-{
-    QTest::addColumn<QString>("value");
-    QTest::newRow("an apostrophe") << u"ALİ'NİN YERİ"_s;
-    QTest::newRow("another statement") << u"'; DROP TABLE x --"_s;
-}
-
-void TestOdbc::aValueThatBreaksOutNeverArrives()
-{
-    QFETCH(QString, value);
-    const auto connection = connect();
-    const QList<Statement> statements{
-        title(u"1", value), title(value, u"x"), barcode(value),
-        Statement(u"Select * from LG_").name(value).text(u"_CLCARD where CODE='1'")};
-    for (const Statement &statement : statements) {
-        const QString told = failureOf([&] { connection->run(statement); });
-        QVERIFY2(told.contains(value), qPrintable(told));
-    }
-    QCOMPARE(m_server->statements(), QStringList());
-}
-
-void TestOdbc::connectionsAreHeldAsLongAsTheirObjects()
-{
-    auto first = connect();
-    auto second = connect();
-    QCOMPARE(m_server->connections(), 2);
-    second->run(firms());
-    first->run(firms());
-    first.reset();
-    QTRY_COMPARE(m_server->connections(), 1);
-    QCOMPARE(second->run(firms()).rows.size(), 1);
-}
-
-void TestOdbc::tenThousandBarcodesAreLookedUpOneByOne()
-{
-    constexpr int count = 10'000;
-    m_server->run(u"insert into LG_012_UNITBARCODE with recursive n(i) as (select 0 union all "
-                  "select i + 2 from n where i < %1 - 2) select i, i, 1 from n"_s.arg(count));
-    m_server->run(u"insert into LG_012_ITEMS select ITEMREF, 'ITEM' || BARCODE, '' "
-                  "from LG_012_UNITBARCODE"_s);
-    m_server->run(u"insert into LG_012_UNITSETL values (1, 'KOLİ', '')"_s);
-    const auto connection = connect();
-    int found = 0;
-    QElapsedTimer timer;
-    timer.start();
-    for (int i = 0; i < count; ++i) {
-        const SqlRows rows = connection->run(barcode(QString::number(i)));
-        if (rows.isEmpty())
-            continue;
-        ++found;
-        QCOMPARE(rows.rows, (QList<QStringList>{{u"ITEM%1"_s.arg(i), u"KOLİ"_s}}));
-    }
-    qInfo("%lld ms", timer.elapsed());
-    QCOMPARE(found, count / 2);
-    QCOMPARE(m_server->statements().size(), count);
-}
 
 QTEST_GUILESS_MAIN(TestOdbc)
 #include "tst_odbc.moc"

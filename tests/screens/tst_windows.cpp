@@ -95,13 +95,12 @@ private Q_SLOTS:
         const QStringList lines = QApplication::clipboard()->text().split(u'\n');
         QCOMPARE(lines.size(), 2);
         QVERIFY(lines[1].startsWith(u"C1\tDeniz Market\tF2\t"));
-        s.desk.expectWarning(u"Firma Seçiniz...!"_s);
+        s.desk.t.boxes.expectWarning(u"Firma Seçiniz...!"_s);
         s.clickButton("chameleonButton1");
         QVERIFY(s.find<QComboBox>("c3")->hasFocus());
         s.view->setFocus();
         for (const bool yes : {false, true}) {
-            s.desk.t.boxes.expectQuestion({u"Faturayı Listeden Silmek İstediğinize Eminmisiniz ?"_s,
-                                           u"DİKKAT"_s, Icon::Question},
+            s.desk.t.boxes.expectQuestion(u"Faturayı Listeden Silmek İstediğinize Eminmisiniz ?"_s,
                                           yes);
             QTest::keyClick(s.view, Qt::Key_Delete);
             QCOMPARE(s.find<QLabel>("sb1_2")->text(), yes ? u"1"_s : u"3"_s);

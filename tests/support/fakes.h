@@ -19,7 +19,19 @@ class FakeBoxes : public Boxes
 public:
     ~FakeBoxes() override { verify(); }
     void expect(const Box &box) { m_expected << Expected{box, false, false}; }
-    void expectQuestion(const Box &box, bool yes) { m_expected << Expected{box, true, yes}; }
+    void expectWarning(const QString &text, Icon icon = Icon::Exclamation)
+    {
+        expect({text, u"Dikkat"_s, icon});
+    }
+    /// What comes at the end of a document.
+    void expectDone(const QString &what = {})
+    {
+        expect({what + u"Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
+    }
+    void expectQuestion(const QString &text, bool yes)
+    {
+        m_expected << Expected{{text, u"DİKKAT"_s, Icon::Question}, true, yes};
+    }
     /// Fails the test if an expected box has not come.
     void verify();
 

@@ -83,7 +83,29 @@ private:
     QHash<QString, lxw_format *> m_formats;
 };
 
+BookCell bookCell(const QString &text)
+{
+    if (text.startsWith(u'#'))
+        return text.mid(1).toDouble();
+    if (text.startsWith(u'@') && text.contains(u'T'))
+        return QDateTime::fromString(text.mid(1), Qt::ISODate);
+    if (text.startsWith(u'@'))
+        return QDate::fromString(text.mid(1), Qt::ISODate);
+    return text.isEmpty() ? BookCell() : BookCell(text);
+}
+
 } // namespace
+
+QList<BookRow> bookRows(const QString &lines)
+{
+    QList<BookRow> rows;
+    for (const QString &line : lines.split(u'\n')) {
+        BookRow &row = rows.emplaceBack();
+        for (const QString &cell : line.split(u'|'))
+            row << bookCell(cell);
+    }
+    return rows;
+}
 
 void writeWorkbook(const QString &path, const QList<BookSheet> &sheets)
 {

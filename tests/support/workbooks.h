@@ -67,6 +67,10 @@ struct BookCell
 
 using BookRow = QList<BookCell>;
 
+/// Rows from lines of cells parted by "|": #1234.5 is a number, @2021-03-15 a date,
+/// @2021-03-15T10:30:00 one with its time, all else a text.
+QList<BookRow> bookRows(const QString &lines);
+
 struct BookSheet
 {
     QString name;
