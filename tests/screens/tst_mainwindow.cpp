@@ -3,10 +3,9 @@
 #include "invoices/desk.h"
 #include "invoices/duzey/screens/fatduzwindow.h"
 #include "invoices/screens/fatwindow.h"
+#include "support/driving.h"
 
-#include <QAbstractButton>
 #include <QAction>
-#include <QApplication>
 #include <QFile>
 #include <QMdiSubWindow>
 #include <QProcess>
@@ -30,8 +29,7 @@ private Q_SLOTS:
         QCOMPARE(t.program.aktifform, QString()); // nothing is read at the start
         window.show();
         QVERIFY(QTest::qWaitForWindowActive(&window));
-        auto *button = window.findChild<QAbstractButton *>(u"chameleonButton5"_s);
-        QTest::mouseClick(button, Qt::LeftButton);
+        press(window, u"chameleonButton5"_s);
         writeBytes(t.path(u"a.bif"_s), header() + header());
         window.findChild<FatWindow *>()->fat().dosyaac(t.path(u"a.bif"_s));
         const Grid &l1 = window.findChild<FatWindow *>()->fat().liste.l1;
@@ -49,7 +47,7 @@ private Q_SLOTS:
         duzey.addRow(u"C1"_s);
         QCOMPARE(trigger(u"fattumsec"_s), 0); // still the one of fat
         QCOMPARE(duzey.tickedCount(), 1);
-        QTest::mouseClick(button, Qt::LeftButton);
+        press(window, u"chameleonButton5"_s);
         trigger(u"ftrans"_s);
         QCOMPARE(window.findChildren<FatWindow *>().size(), 1);
         QCOMPARE(l1.rows(), 2);

@@ -6,19 +6,15 @@
 #include "invoices/desk.h"
 #include "invoices/screens/fatwindow.h"
 #include "stocktake/screens/urunwindow.h"
+#include "support/driving.h"
 
-#include <QApplication>
-#include <QCheckBox>
 #include <QClipboard>
 #include <QComboBox>
 #include <QDateEdit>
-#include <QDropEvent>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
-#include <QMimeData>
-#include <QPushButton>
 #include <QTimer>
 #include <QWheelEvent>
 
@@ -63,14 +59,6 @@ struct Shown
         QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
                           view->visualRect(l1.index(row, 1)).center());
     }
-    void clickBox(const char *name)
-    {
-        QTest::mouseClick(find<QCheckBox>(name), Qt::LeftButton, {}, QPoint(8, 8));
-    }
-    void clickButton(const char *name)
-    {
-        QTest::mouseClick(find<QPushButton>(name), Qt::LeftButton);
-    }
 };
 
 } // namespace
@@ -96,7 +84,7 @@ private Q_SLOTS:
         QCOMPARE(lines.size(), 2);
         QVERIFY(lines[1].startsWith(u"C1\tDeniz Market\tF2\t"));
         s.desk.t.boxes.expectWarning(u"Firma Seçiniz...!"_s);
-        s.clickButton("chameleonButton1");
+        press(s.window, u"chameleonButton1"_s);
         QVERIFY(s.find<QComboBox>("c3")->hasFocus());
         s.view->setFocus();
         for (const bool yes : {false, true}) {
@@ -105,7 +93,7 @@ private Q_SLOTS:
             QTest::keyClick(s.view, Qt::Key_Delete);
             QCOMPARE(s.find<QLabel>("sb1_2")->text(), yes ? u"1"_s : u"3"_s);
         }
-        s.clickBox("Check2");
+        press(s.window, u"Check2"_s);
         QCOMPARE(s.l1.tickedCount(), 1);
     }
 
@@ -132,16 +120,11 @@ private Q_SLOTS:
         QTest::keyClick(s.find<QLineEdit>("crara"), Qt::Key_Return);
         QCOMPARE(s.view->selectionModel()->selectedRows().size(), 2);
         QCOMPARE(s.l1.tickedCount(), 0);
-        s.clickBox("Check1");
+        press(s.window, u"Check1"_s);
         QCOMPARE(s.l1.rows(), 1);
         s.find<QDateEdit>("d2")->setDate(QDate(2024, 3, 9));
         QCOMPARE(s.l1.rows(), 3);
-        QMimeData mime;
-        mime.setUrls({QUrl::fromLocalFile(s.desk.t.path(u"yok.bif"_s))});
-        QDragEnterEvent enter({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&s.window, &enter);
-        QDropEvent drop({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-        QApplication::sendEvent(&s.window, &drop);
+        drop(s.window, s.desk.t.path(u"yok.bif"_s));
         QVERIFY(s.l1.isEmpty());
         // A failure without a box is told in the status bar.
         QVERIFY(s.find<QLabel>("bilgi")->text().contains(u"yok.bif"_s));
@@ -169,13 +152,13 @@ private Q_SLOTS:
         });
         answers.start(20);
         s.l1.clear();
-        s.clickButton("chameleonButton5");
+        press(s.window, u"chameleonButton5"_s);
         QCOMPARE(s.l1.rows(), 3);
         s.fat.liste.fattumsec();
         auto *firms = s.find<QComboBox>("c3");
         QTest::keyClick(firms, Qt::Key_Down);
         QTest::keyClick(firms, Qt::Key_Down);
-        s.clickButton("chameleonButton1");
+        press(s.window, u"chameleonButton1"_s);
         QCOMPARE(
             seen.join(u'|'),
             u"Fatura Dosyası Seçin|Fatura Xml Dosyası Kaydet|Kasa Nakit Xml Dönüşümü Tamamlandı...|Xml Dönüşümü Tamamlandı..."_s);
