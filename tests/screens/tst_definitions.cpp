@@ -308,10 +308,10 @@ private Q_SLOTS:
         QCOMPARE(test.program.folders.xc, u"it's"_s);
 
         AyrWindow again(test.program);
-        text(again, u"Text2"_s)->setText(u"s"_s);
+        text(again, u"Text2"_s)->setText(u"C:\\Ş & ;--"_s);
         text(again, u"Text5"_s)->setText(u"x"_s);
         press(again, u"chameleonButton7"_s);
-        QCOMPARE(test.rows(u"yol id ec es ef xc xs xf"_s), u"1||s|||x|"_s);
+        QCOMPARE(test.rows(u"yol id ec es ef xc xs xf"_s), u"1||C:\\Ş & ;--|||x|"_s);
     }
 
     void theListOfLogoPersonnelStandsByItself()

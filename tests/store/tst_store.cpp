@@ -51,33 +51,6 @@ private Q_SLOTS:
         QCOMPARE(s.rows(u"kdv kdv"_s) + s.rows(u"ozkod id"_s, u"fatozkod.dbs"_s), u"20"_s);
     }
 
-    void everyStatementOfTheProgramIsCarriedOut()
-    {
-        Store s;
-        s.fill(rowsOf(uR"(
-Update yol set ec = 'C:\txt\a.txt', es='b' ,ef= 'c',xc ='d',xs = '',xf = 'Ş & ;--' Where id='1'
-insert into muh values (Null ,'a','18','b','c','d','e','f','g','h','i')
-insert into muh values (Null ,'a','18','b','c','d','e','f','g','h','i')
-Update muh set ind = '612', satikdv='x' where id = '2'
-insert into firma values (Null ,'1','2','3','4','5','6','7','8')
-insert into firma values (Null ,'1','2','3','4','5','6','7','8')
-insert into firma values (Null ,'1','2','3','4','5','6','7','8')
-Update firma set frno = 'a',frkod='b' , firma= '',kaskod ='d' Where id= '2'
-Delete from firma where id= '1'
-insert into statu values (Null ,'Aktif','1')
-insert into urun values ('K0','Çay','1,5','2,5')
-Delete from urun
-insert into urun values ('K1','Çay','1,5','2,5')
-insert into urun values ('K1','Çay','1,5','2,5'))"_s));
-        QCOMPARE(s.rows(u"yol id ec es ef xc xs xf"_s), u"1|C:\\txt\\a.txt|b|c|d||Ş & ;--"_s);
-        QCOMPARE(s.rows(u"muh id ind kdv al sat ali sati alkdv satkdv alikdv satikdv"_s),
-                 u"1|a|18|b|c|d|e|f|g|h|i/2|612|18|b|c|d|e|f|g|h|x"_s);
-        QCOMPARE(s.rows(u"firma id frno frkod firma kaskod dkod crkod alkod satkod"_s),
-                 u"2|a|b||d|5|6|7|8/3|1|2|3|4|5|6|7|8"_s);
-        QCOMPARE(s.rows(u"statu id statu var"_s), u"1|Aktif|1"_s);
-        QCOMPARE(s.rows(u"urun kod ack fiyat bfiyat"_s), u"K1|Çay|1,5|2,5/K1|Çay|1,5|2,5"_s);
-    }
-
     void rowsComeInTheOrderOfIdWhichIsComparedWithAQuotedNumber()
     {
         Store s;

@@ -28,7 +28,7 @@ public:
             const BookRow cells = makeRow(row);
             for (qsizetype column = 0; column < cells.size(); ++column)
                 write(target, static_cast<lxw_row_t>(row), static_cast<lxw_col_t>(column),
-                      cells[column], sheet.columnFormats.value(column));
+                      cells[column]);
         }
     }
 
@@ -51,10 +51,9 @@ private:
         return format;
     }
 
-    void write(lxw_worksheet *sheet, lxw_row_t row, lxw_col_t column, const BookCell &cell,
-               const QString &columnFormat)
+    void write(lxw_worksheet *sheet, lxw_row_t row, lxw_col_t column, const BookCell &cell)
     {
-        lxw_format *under = format(cell.format.isEmpty() ? columnFormat : cell.format);
+        lxw_format *under = format(cell.format);
         if (const auto *text = std::get_if<QString>(&cell.value)) {
             worksheet_write_string(sheet, row, column, text->toUtf8().constData(), under);
         } else if (const auto *number = std::get_if<double>(&cell.value)) {
@@ -62,9 +61,7 @@ private:
         } else if (const auto *truth = std::get_if<bool>(&cell.value)) {
             worksheet_write_boolean(sheet, row, column, *truth, under);
         } else if (const auto *moment = std::get_if<QDateTime>(&cell.value)) {
-            const double day = static_cast<double>(QDate(1899, 12, 30).daysTo(moment->date()));
-            const double time = moment->time().msecsSinceStartOfDay() / 86400000.0;
-            worksheet_write_number(sheet, row, column, day + time, under);
+            worksheet_write_number(sheet, row, column, serialOf(*moment), under);
         } else if (const auto *formula = std::get_if<BookCell::Formula>(&cell.value)) {
             const QByteArray code = formula->text.toUtf8();
             if (const auto *result = std::get_if<QString>(&formula->result))
@@ -95,6 +92,12 @@ BookCell bookCell(const QString &text)
 }
 
 } // namespace
+
+double serialOf(const QDateTime &moment)
+{
+    const auto day = static_cast<double>(QDate(1899, 12, 30).daysTo(moment.date()));
+    return day + moment.time().msecsSinceStartOfDay() / 86400000.0;
+}
 
 QList<BookRow> bookRows(const QString &lines)
 {

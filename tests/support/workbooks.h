@@ -67,6 +67,9 @@ struct BookCell
 
 using BookRow = QList<BookCell>;
 
+/// The number that stands for a moment: days since 30.12.1899.
+double serialOf(const QDateTime &moment);
+
 /// Rows from lines of cells parted by "|": #1234.5 is a number, @2021-03-15 a date,
 /// @2021-03-15T10:30:00 one with its time, all else a text.
 QList<BookRow> bookRows(const QString &lines);
@@ -75,7 +78,6 @@ struct BookSheet
 {
     QString name;
     QList<BookRow> rows;
-    QList<QString> columnFormats = {}; ///< for cells without a format of their own
     bool hidden = false;
 };
 

@@ -142,6 +142,7 @@ QByteArray compoundFile(const QList<std::pair<QString, QByteArray>> &streams)
 
 namespace {
 
+// What tells cells; no fonts, windows and styles.
 class XlsWriter
 {
 public:
@@ -153,43 +154,26 @@ public:
         if (rows > mostRows)
             qFatal("%d rows don't fit", rows);
         QByteArray part = start(0x10);
-        qsizetype columns = 0;
-        QByteArray cells;
         for (int row = 0; row < rows; ++row) {
             const BookRow made = makeRow(row);
-            columns = std::max(columns, made.size());
             for (qsizetype column = 0; column < made.size(); ++column)
-                addCell(cells, row, static_cast<int>(column), made[column],
-                        sheet.columnFormats.value(column));
+                addCell(part, row, static_cast<int>(column), made[column]);
         }
-        part += biffRecord(0x200, little(quint32(0)) + little(static_cast<quint32>(rows)) +
-                                      word(0) + word(static_cast<int>(columns)) + word(0));
-        part += cells;
-        part += biffRecord(0x23E, word(0x06B6) + QByteArray(16, '\0'));
         m_sheets << std::pair(sheet, part + biffRecord(0x0A, {}));
     }
 
     void write(const QString &path, bool starts1904)
     {
-        QByteArray stream = start(0x05) + biffRecord(0x42, word(1200));
-        stream += biffRecord(0x3D, word(0) + word(0) + word(15000) + word(9000) + word(0x38) +
-                                       word(0) + word(0) + word(1) + word(600));
-        stream += biffRecord(0x22, word(starts1904 ? 1 : 0));
-        for (int i = 0; i < 5; ++i) {
-            stream += biffRecord(0x31, word(200) + word(0) + word(0x7FFF) + word(400) +
-                                           QByteArray(6, '\0') + char(5) + char(0) + "Arial");
-        }
+        QByteArray stream = start(0x05) + biffRecord(0x22, word(starts1904 ? 1 : 0));
         for (qsizetype i = 1; i < m_formats.size(); ++i) {
             const QString &code = m_formats[i];
             stream +=
                 biffRecord(0x41E, word(static_cast<int>(163 + i)) +
                                       word(static_cast<int>(code.size())) + char(1) + wide(code));
         }
-        for (int i = 0; i < firstCellFormat; ++i)
-            stream += formatting(0, 0xFFF5);
         for (qsizetype i = 0; i < m_formats.size(); ++i)
-            stream += formatting(i == 0 ? 0 : static_cast<int>(163 + i), 0x0001);
-        stream += biffRecord(0x293, word(0x8000) + char(0) + char(0xFF));
+            stream += biffRecord(0xE0, word(0) + word(i == 0 ? 0 : static_cast<int>(163 + i)) +
+                                           QByteArray(16, '\0'));
         appendSheets(stream, sharedTexts());
         QFile file(path);
         const QByteArray bytes = compoundFile({{u"Workbook"_s, stream}});
@@ -198,18 +182,10 @@ public:
     }
 
 private:
-    static constexpr int firstCellFormat = 15;
-
     static QByteArray start(int kind)
     {
         return biffRecord(0x809, word(0x600) + word(kind) + word(0x0DBB) + word(0x07CC) +
                                      little(quint32(0x41)) + little(quint32(6)));
-    }
-
-    static QByteArray formatting(int number, int kind)
-    {
-        return biffRecord(0xE0, word(0) + word(number) + word(kind) + char(0x20) +
-                                    QByteArray(11, '\0') + word(0x20C0));
     }
 
     int format(const QString &code)
@@ -219,14 +195,12 @@ private:
             at = m_formats.size();
             m_formats << code;
         }
-        return firstCellFormat + static_cast<int>(at);
+        return static_cast<int>(at);
     }
 
-    void addCell(QByteArray &to, int row, int column, const BookCell &cell,
-                 const QString &columnFormat)
+    void addCell(QByteArray &to, int row, int column, const BookCell &cell)
     {
-        const QString &code = cell.format.isEmpty() ? columnFormat : cell.format;
-        const QByteArray head = word(row) + word(column) + word(format(code));
+        const QByteArray head = word(row) + word(column) + word(format(cell.format));
         if (const auto *text = std::get_if<QString>(&cell.value)) {
             to += biffRecord(0xFD, head + little(sharedText(*text)));
         } else if (const auto *truth = std::get_if<bool>(&cell.value)) {
@@ -234,11 +208,10 @@ private:
         } else if (const auto *number = std::get_if<double>(&cell.value)) {
             to += numberRecord(head, *number);
         } else if (const auto *moment = std::get_if<QDateTime>(&cell.value)) {
-            const double day = static_cast<double>(QDate(1899, 12, 30).daysTo(moment->date()));
-            to += numberRecord(head, day + moment->time().msecsSinceStartOfDay() / 86400000.0);
+            to += numberRecord(head, serialOf(*moment));
         } else if (const auto *formula = std::get_if<BookCell::Formula>(&cell.value)) {
             to += formulaRecords(head, *formula);
-        } else if (!code.isEmpty()) {
+        } else if (!cell.format.isEmpty()) {
             to += biffRecord(0x201, head);
         }
     }

@@ -1,14 +1,9 @@
-#include "support/failing.h"
+#include "support/fakes.h"
 #include "support/xlswriter.h"
 #include "support/ziparchive.h"
 #include "workbook/workbook.h"
 
-#include <QFile>
-#include <QTemporaryDir>
-#include <QTest>
-
 using namespace kervan;
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -120,15 +115,8 @@ class TestWorkbook : public QObject
 
     QString write(const QByteArray &bytes)
     {
-        QFile file(path(u"dosya.xls"_s));
-        if (!file.open(QIODevice::WriteOnly) || file.write(bytes) != bytes.size())
-            qFatal("not written");
-        return file.fileName();
-    }
-    QByteArray contents(const QString &name)
-    {
-        QFile file(path(name));
-        return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+        writeBytes(path(u"dosya.xls"_s), bytes);
+        return path(u"dosya.xls"_s);
     }
     // The only sheet of a package, as told above.
     QString fromParts(const Parts &parts)
@@ -286,7 +274,7 @@ private Q_SLOTS:
     void sheetsAreFoundByTheirNames()
     {
         const QList<BookSheet> sheets{
-            {u"veri"_s, {{1}}}, {u"VERİ2"_s, {{2}}}, {u"Gizli"_s, {{3}}, {}, true}};
+            {u"veri"_s, {{1}}}, {u"VERİ2"_s, {{2}}}, {u"Gizli"_s, {{3}}, true}};
         writeWorkbook(path(u"names.xlsx"_s), sheets);
         writeXls(path(u"names.xls"_s), sheets);
         for (const QString &book : {path(u"names.xlsx"_s), path(u"names.xls"_s)}) {
@@ -323,8 +311,8 @@ private Q_SLOTS:
     {
         writeWorkbook(path(u"a.xlsx"_s), u"A"_s, {{1}});
         writeXls(path(u"a.xls"_s), u"A"_s, 2000, [](int row) { return BookRow{row, u"x"_s}; });
-        const QByteArray xlsx = contents(u"a.xlsx"_s);
-        const QByteArray xls = contents(u"a.xls"_s);
+        const QByteArray xlsx = readBytes(path(u"a.xlsx"_s));
+        const QByteArray xls = readBytes(path(u"a.xls"_s));
         writeZip(path(u"a.ods"_s), {{"content.xml", "<x/>"}});
         writeZip(path(u"a.docx"_s), {{"word/document.xml", "<x/>"}});
         const auto compound = [](const QString &name, const QByteArray &bytes) {
@@ -336,8 +324,8 @@ private Q_SLOTS:
             {utf16(u"<table>"_s), u"HTML ya da XML metni"_s},
             {"a;b;c\r\n1;2;3", u"düz metin"_s},
             {QByteArray("\x89PNG\0\0", 6), u"çalışma kitabı değil"_s},
-            {contents(u"a.ods"_s), u"OpenDocument"_s},
-            {contents(u"a.docx"_s), u"çalışma kitabı değil"_s},
+            {readBytes(path(u"a.ods"_s)), u"OpenDocument"_s},
+            {readBytes(path(u"a.docx"_s)), u"çalışma kitabı değil"_s},
             {xlsx.first(xlsx.size() / 2), u"yarım kalmış"_s},
             {xls.first(xls.size() / 2), u"yarım kalmış"_s},
             {xls.first(300), u"yarım kalmış"_s},

@@ -302,11 +302,6 @@ QStringList TdsStandin::statements() const
     return inThread([this] { return m_listener->statements; });
 }
 
-void TdsStandin::forgetStatements()
-{
-    inThread([this] { m_listener->statements.clear(); });
-}
-
 int TdsStandin::connections() const
 {
     return inThread([this] { return m_listener->connections; });

@@ -51,7 +51,6 @@ public:
     /// All statements that arrived, word for word, in their order. FreeTDS adds none of its own,
     /// not even at login.
     QStringList statements() const;
-    void forgetStatements();
     /// How many connections are held at the moment.
     int connections() const;
 
