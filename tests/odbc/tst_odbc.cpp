@@ -115,8 +115,8 @@ private Q_SLOTS:
     void fieldsComeAsTextInTheirColumns()
     {
         const QString narrow(10'000, u'ş');
-        const QString wide =
-            QString(4095, u'ğ') + QString(5905, u'ı'); // as long as one piece, and on
+        // As long as one piece, and on.
+        const QString wide = QString(4095, u'ğ') + QString(5905, u'ı');
         m_server->run(
             u"create table T (I int, S smallint, B bigint, D decimal(15,2), N varchar(9), "
             "V varchar, W nvarchar)"_s);
@@ -148,8 +148,8 @@ private Q_SLOTS:
         QCOMPARE(found.value(0, u"ITEMKOD"), u"HLV-FST"_s);
         QCOMPARE(found.value(0, u"BIRIMKOD"), QString()); // its unit line has gone
         QVERIFY(connection->run(barcode(u"870")).isEmpty());
-        const Statement escape(
-            u"select {fn ucase('x')}"); // ODBC's own language, left to the server
+        // ODBC's own language is left to the server.
+        const Statement escape(u"select {fn ucase('x')}");
         QVERIFY(!failureOf([&] { connection->run(escape); }).isEmpty());
         const QStringList sent{firms().text(),
                                title(u"120.01", marks).text(),

@@ -50,11 +50,8 @@ private Q_SLOTS:
     void aRecordIsMadeChangedAndDeleted_data()
     {
         QTest::addColumn<QStringList>("record");
-        const QByteArray all = readBytes(QStringLiteral(TEST_DATA "/definitions.txt"));
-        for (const QString &block : QString::fromUtf8(all).split(u"\n\n"_s).sliced(1)) {
-            const QStringList record = rowsOf(block);
+        for (const QStringList &record : blocksOf(QStringLiteral(TEST_DATA "/definitions.txt")))
             QTest::newRow(qPrintable(record[0])) << record;
-        }
     }
     void aRecordIsMadeChangedAndDeleted()
     {

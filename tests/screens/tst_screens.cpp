@@ -34,27 +34,10 @@ QStringList tabOrderOf(QWidget *screen)
     return order;
 }
 
-/// A declared screen: how it is opened, its caption, and its controls in the order of Tab.
-struct Declared
+// The declared screens: name, opener and caption, then the controls in the order of Tab.
+QList<QStringList> declaredScreens()
 {
-    QString screen, opener, caption;
-    QStringList controls;
-};
-
-QList<Declared> declaredScreens()
-{
-    QList<Declared> screens;
-    const QString all = QString::fromUtf8(readBytes(QStringLiteral(TEST_DATA "/screens.txt")));
-    for (const QString &line : all.split(u'\n', Qt::SkipEmptyParts)) {
-        const QStringList parts = line.split(u'|');
-        if (line.startsWith(u'#'))
-            continue;
-        if (parts.size() == 3)
-            screens << Declared{parts[0], parts[1], parts[2], {}};
-        else
-            screens.last().controls << line;
-    }
-    return screens;
+    return blocksOf(QStringLiteral(TEST_DATA "/screens.txt"));
 }
 
 } // namespace
@@ -67,8 +50,8 @@ private Q_SLOTS:
     void everyScreenIsDeclared()
     {
         QStringList declared;
-        for (const Declared &screen : declaredScreens())
-            declared << screen.screen;
+        for (const QStringList &screen : declaredScreens())
+            declared << screen[0].section(u'|', 0, 0);
         for (const QList<Entry> &entries : {transferEntries(), bigButtons(), definitionEntries()}) {
             for (const Entry &entry : entries)
                 QVERIFY2(declared.contains(entry.screen), qPrintable(entry.screen));
@@ -77,37 +60,36 @@ private Q_SLOTS:
 
     void aScreenOpensFromTheFrameShowsItsControlsAndIsClosedByEsc_data()
     {
-        QTest::addColumn<int>("place");
-        const QList<Declared> all = declaredScreens();
-        for (int i = 0; i < all.size(); ++i)
-            QTest::newRow(qPrintable(all[i].screen)) << i;
+        QTest::addColumn<QStringList>("declared");
+        for (const QStringList &screen : declaredScreens())
+            QTest::newRow(qPrintable(screen[0])) << screen;
     }
 
     void aScreenOpensFromTheFrameShowsItsControlsAndIsClosedByEsc()
     {
-        QFETCH(int, place);
-        const Declared declared = declaredScreens()[place];
+        QFETCH(QStringList, declared);
+        const QStringList head = declared.takeFirst().split(u'|');
         TestProgram t;
         t.reachLogo();
         writeBytes(t.path(u"kasa.kvz"_s), "100\r\n");
         MainWindow frame(t.program);
         frame.show();
         QVERIFY(QTest::qWaitForWindowActive(&frame));
-        for (const QString &opener : declared.opener.split(u'>')) {
+        for (const QString &opener : head[1].split(u'>')) {
             if (auto *button = frame.findChild<QAbstractButton *>(opener))
                 QTest::mouseClick(button, Qt::LeftButton);
             else
                 frame.findChild<QAction *>(opener)->trigger();
         }
-        auto *screen = frame.findChild<QWidget *>(declared.screen);
+        auto *screen = frame.findChild<QWidget *>(head[0]);
         QVERIFY(screen && screen->isVisible());
-        QCOMPARE(screen->windowTitle(), declared.caption);
-        QCOMPARE(tabOrderOf(screen).join(u'\n'), declared.controls.join(u'\n'));
+        QCOMPARE(screen->windowTitle(), head[2]);
+        QCOMPARE(tabOrderOf(screen).join(u'\n'), declared.join(u'\n'));
         QTRY_VERIFY(QApplication::activeWindow() == screen->window());
         QWidget *focus = QApplication::focusWidget();
         QVERIFY(focus && (focus == screen || screen->isAncestorOf(focus))); // where work starts
         QTest::keyClick(focus, Qt::Key_Escape);
-        QTRY_VERIFY(!frame.findChild<QWidget *>(declared.screen));
+        QTRY_VERIFY(!frame.findChild<QWidget *>(head[0]));
     }
 };
 

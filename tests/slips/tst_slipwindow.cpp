@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QSignalSpy>
 
 using namespace kervan;
 
@@ -126,6 +127,9 @@ private Q_SLOTS:
         // A new read unticks the boxes with the rows.
         drop(s.window, s.t.path(u"a.xlsx"_s));
         QVERIFY(!s.find<QCheckBox>(u"Check2"_s)->isChecked() && s.screen.l2.tickedCount() == 0);
+        const QSignalSpy closing(&s.window, &SlipWindow::closeWanted);
+        s.press(u"chameleonButton4"_s);
+        QCOMPARE(closing.size(), 1);
     }
 
     void commandsThatAreNotShownWorkWhenTriggered()

@@ -146,6 +146,14 @@ QByteArray readBytes(const QString &path)
     return file.readAll();
 }
 
+QList<QStringList> blocksOf(const QString &path)
+{
+    QList<QStringList> blocks;
+    for (const QString &block : QString::fromUtf8(readBytes(path)).split(u"\n\n"_s).sliced(1))
+        blocks << rowsOf(block);
+    return blocks;
+}
+
 void writeBytes(const QString &path, const QByteArray &bytes)
 {
     QFile file(path);

@@ -130,6 +130,8 @@ public:
 };
 
 QByteArray readBytes(const QString &path);
+/// The blocks of lines of a UTF-8 file, parted by empty lines, without the first: a remark.
+QList<QStringList> blocksOf(const QString &path);
 void writeBytes(const QString &path, const QByteArray &bytes);
 
 } // namespace kervan
