@@ -86,6 +86,22 @@ private Q_SLOTS:
         QVERIFY(desk.screen.bilgi.text().contains(u"bos.xml"_s));
     }
 
+    void tenThousandLinesOfWhichHalfAreUnknownKeepTheirPlaces()
+    {
+        Desk desk;
+        QByteArray lines;
+        for (int i = 0; i < 10'000; ++i)
+            lines += (i % 2 ? "869" : "111") + QByteArray::number(i) + "\r\n";
+        desk.open(lines);
+        QCOMPARE(rowOf(desk.screen.l1, 9999), u"10000|8699999|9999||KOLİ"_s);
+        desk.t.boxes.expectDone();
+        desk.screen.kaydet(desk.t.path(u"s.xml"_s));
+        const QByteArray slip = readBytes(desk.t.path(u"s.xml"_s));
+        QCOMPARE(slip.count("<TRANSACTION>"), 5'000);
+        QVERIFY(slip.contains("<ITEM_CODE>9999</ITEM_CODE>\r\n        <LINE_TYPE>0</LINE_TYPE>\r\n"
+                              "        <LINE_NUMBER>5000</LINE_NUMBER>"));
+    }
+
     void aFailedLookUpEndsTheReadAtItsRow()
     {
         Desk desk;
