@@ -101,27 +101,20 @@ QComboBox *FatWindow::choice(const QString &name, ChoiceField &field, void (Fat:
 QWidget *FatWindow::choices()
 {
     auto *panel = new QWidget;
-    auto *grid = new QGridLayout(panel);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(8);
-    const auto put = [grid](int row, int column, const QString &label, QWidget *field) {
-        grid->addWidget(labelFor(field, label), row, column);
-        grid->addWidget(field, row, column + 1);
-        grid->setColumnStretch(column + 1, 1);
-    };
-    put(0, 0, u"Firma Seçimi:"_s, choice(u"c3"_s, m_fat.c3, &Fat::c3sec));
-    put(0, 2, u"Kdv Oranı:"_s, choice(u"c1"_s, m_fat.c1, &Fat::c1sec));
+    auto *grid = choiceLayout(panel);
+    addField(grid, 0, 0, u"Firma Seçimi:"_s, choice(u"c3"_s, m_fat.c3, &Fat::c3sec));
+    addField(grid, 0, 2, u"Kdv Oranı:"_s, choice(u"c1"_s, m_fat.c1, &Fat::c1sec));
     // What a user types is all that this list ever holds.
-    put(0, 4, u"Birim:"_s, choice(u"c2"_s, m_fat.c2, &Fat::c2sec, true));
+    addField(grid, 0, 4, u"Birim:"_s, choice(u"c2"_s, m_fat.c2, &Fat::c2sec, true));
     auto *kind = choice(u"fatbilgi"_s, m_fat.fatbilgi, &Fat::yenidenoku);
     kind->setAccessibleName(u"Fatura türü"_s);
     kind->setToolTip(u"Fatura türü"_s);
     grid->addWidget(kind, 0, 6, 1, 2);
-    put(1, 0, u"Ödeme Plan Kodu:"_s, choice(u"c5"_s, m_fat.c5, &Fat::c5sec));
+    addField(grid, 1, 0, u"Ödeme Plan Kodu:"_s, choice(u"c5"_s, m_fat.c5, &Fat::c5sec));
     auto *plan = valueLabel(u"odmplnkod"_s, m_fat.odmplnkod);
     plan->setToolTip(u"Belgeye yazılan ödeme planı"_s);
     grid->addWidget(plan, 1, 2, 1, 2);
-    put(1, 4, u"Fatura Özel Kodu:"_s, choice(u"c4"_s, m_fat.c4));
+    addField(grid, 1, 4, u"Fatura Özel Kodu:"_s, choice(u"c4"_s, m_fat.c4));
     auto *staff = choice(u"pers"_s, m_fat.pers, &Fat::yenidenoku);
     staff->setAccessibleName(u"Personel"_s);
     staff->setToolTip(u"Personel listesi: seçim dosyayı yeniden okutur, listeyi süzmez"_s);

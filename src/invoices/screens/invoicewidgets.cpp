@@ -8,6 +8,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QDateEdit>
+#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QShortcut>
@@ -60,6 +61,21 @@ QComboBox *choiceBox(const QString &name, ChoiceField &field, bool editable)
     box->setMinimumContentsLength(14);
     bind(box, field);
     return box;
+}
+
+QGridLayout *choiceLayout(QWidget *panel)
+{
+    auto *grid = new QGridLayout(panel);
+    grid->setContentsMargins(0, 0, 0, 0);
+    grid->setHorizontalSpacing(8);
+    return grid;
+}
+
+void addField(QGridLayout *grid, int row, int column, const QString &label, QWidget *field)
+{
+    grid->addWidget(labelFor(field, label), row, column);
+    grid->addWidget(field, row, column + 1);
+    grid->setColumnStretch(column + 1, 1);
 }
 
 QCheckBox *allRowsBox(InvoiceList &list)

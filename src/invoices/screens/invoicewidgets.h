@@ -9,6 +9,7 @@
 class QBoxLayout;
 class QCheckBox;
 class QComboBox;
+class QGridLayout;
 
 namespace kervan {
 
@@ -18,6 +19,11 @@ class GridView;
 
 /// A list to choose from.
 QComboBox *choiceBox(const QString &name, ChoiceField &field, bool editable = false);
+
+/// The layout of the panel of choices, which addField() fills.
+QGridLayout *choiceLayout(QWidget *panel);
+/// A field and its label in the cell before it; the field takes the room that there is.
+void addField(QGridLayout *grid, int row, int column, const QString &label, QWidget *field);
 
 /// The box that ticks all rows of the list.
 QCheckBox *allRowsBox(InvoiceList &list);

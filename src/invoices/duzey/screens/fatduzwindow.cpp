@@ -80,21 +80,14 @@ QWidget *FatduzWindow::commands()
 QWidget *FatduzWindow::choices()
 {
     auto *panel = new QWidget;
-    auto *grid = new QGridLayout(panel);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(8);
-    const auto put = [grid](int row, int column, const QString &label, QWidget *field) {
-        grid->addWidget(labelFor(field, label), row, column);
-        grid->addWidget(field, row, column + 1);
-        grid->setColumnStretch(column + 1, 1);
-    };
+    auto *grid = choiceLayout(panel);
     const auto choice = [this](const QString &name, ChoiceField &field, auto action) {
         auto *box = choiceBox(name, field);
         connect(box, &QComboBox::activated, this, [this, action] { (m_fatduz.*action)(); });
         return box;
     };
-    put(0, 0, u"Firma Seçimi:"_s, choice(u"c3"_s, m_fatduz.c3, &Fatduz::c3sec));
-    put(0, 2, u"Fatura Özel Kodu:"_s, choiceBox(u"c4"_s, m_fatduz.c4));
+    addField(grid, 0, 0, u"Firma Seçimi:"_s, choice(u"c3"_s, m_fatduz.c3, &Fatduz::c3sec));
+    addField(grid, 0, 2, u"Fatura Özel Kodu:"_s, choiceBox(u"c4"_s, m_fatduz.c4));
     auto *kind = choice(u"fatbilgi"_s, m_fatduz.fatbilgi, &Fatduz::yenidenoku);
     kind->setAccessibleName(u"Fatura türü"_s);
     kind->setToolTip(u"Fatura türü: seçim dosyayı yeniden okutur"_s);
@@ -104,7 +97,7 @@ QWidget *FatduzWindow::choices()
     staff->setAccessibleName(u"Personel"_s);
     staff->setToolTip(u"Personel listesi: seçim dosyayı yeniden okutur, listeyi süzmez"_s);
     grid->addWidget(staff, 1, 2, 1, 2);
-    put(1, 4, u"Gen.Kdv:"_s, valueLabel(u"kdyaz"_s, m_fatduz.kdyaz));
+    addField(grid, 1, 4, u"Gen.Kdv:"_s, valueLabel(u"kdyaz"_s, m_fatduz.kdyaz));
     return panel;
 }
 
