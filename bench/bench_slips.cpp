@@ -45,7 +45,7 @@ public:
     void write()
     {
         writeSlips(exeldenkasanakitkaydet(), false, screen.l1, {screen.l1, u"100"_s, u"102"_s},
-                   clock, screen.pr1, target);
+                   clock, screen.ilerleme, target);
     }
 
     QString source = folder.filePath(u"kaynak.xlsx"_s);

@@ -1,6 +1,7 @@
 #include "app/samples.h"
 
 #include "base/failure.h"
+#include "base/sqlserver.h"
 #include "stocktake/urunform.h"
 #include "store/definition.h"
 #include "store/settings.h"

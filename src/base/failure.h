@@ -1,13 +1,13 @@
 #pragma once
 
-#include "base/ports.h"
-
 #include <QString>
 
 #include <optional>
 #include <utility>
 
 namespace kervan {
+
+class Boxes;
 
 /// A step that could not be carried out. Thrown by steps (file, query, missing row, conversion),
 /// caught only by the three modes below, so that a search for it lists every swallowed failure.
@@ -44,13 +44,16 @@ std::optional<Failure> endQuietly(Steps &&steps)
     return passOver(std::forward<Steps>(steps));
 }
 
-/// Carries out steps up to the first failure, whose description a plain box then shows.
+/// Shows the description in a plain box: no icon, the program's name for a title.
+void report(Boxes &boxes, const Failure &failure);
+
+/// Carries out steps up to the first failure, which is then reported. Gives it back.
 template<class Steps>
 std::optional<Failure> endWithReport(Boxes &boxes, Steps &&steps)
 {
     auto failed = passOver(std::forward<Steps>(steps));
     if (failed)
-        boxes.show({.text = failed->description()});
+        report(boxes, *failed);
     return failed;
 }
 

@@ -1,7 +1,7 @@
 #include "cards/cardfiles.h"
 
-#include "frame/text/dates.h"
 #include "logoxml/document.h"
+#include "text/dates.h"
 
 #include <QScopeGuard>
 
@@ -52,7 +52,7 @@ void writeCards(const QString &path, const QString &screen, const Sablon &card, 
         sablon(screen + u"-karbastex"_s), {}, {}, "\r\n" + sablon(screen + u"-karsontex"_s)};
     progress.start(rows);
     const auto hide = qScopeGuard([&] { progress.finish(); });
-    belgeyaz(frame, Yol::bir, path, [&](const TakePiece &take) {
+    belgeyaz(frame, DocumentEnd::LineEnd, path, [&](const TakePiece &take) {
         QByteArray piece;
         for (int row = 0; row < rows; ++row) {
             progress.step();

@@ -3,7 +3,6 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "logoxml/template.h"
-#include "logoxml/transfer.h"
 #include "store/program.h"
 
 #include <functional>

@@ -1,10 +1,13 @@
 #include "cards/cr.h"
 
 #include "cards/cardfiles.h"
-#include "frame/text/ini.h"
-#include "frame/text/numbers.h"
-#include "frame/text/record.h"
 #include "store/sidefiles.h"
+#include "text/ini.h"
+#include "text/numbers.h"
+#include "text/record.h"
+#include "transfer/linewalk.h"
+#include "transfer/notes.h"
+#include "transfer/target.h"
 
 #include <QFile>
 
@@ -72,7 +75,7 @@ void Cr::caridosyasikoku()
         const Grid::Refill refill(l1);
         l1.clear();
         addNote(bilgi, passOver([this] {
-                    walkLines(dosyayolu, pr1, [this](QStringView line) {
+                    walkLines(dosyayolu, ilerleme, [this](QStringView line) {
                         const int row = l1.addRow({});
                         cutRecord(line, cardFields, [&](int cell, const QString &text) {
                             l1.setCell(row, cell, text);
@@ -118,7 +121,7 @@ void Cr::write(const QString &dosya, const QString &kart,
                const std::function<QString(int row)> &dataref)
 {
     CreationTime an(m_program.clock);
-    writeCards(dosya, u"cr"_s, cardTemplate(kart, placeholders), l1.rows(), pr1, [&](int row) {
+    writeCards(dosya, u"cr"_s, cardTemplate(kart, placeholders), l1.rows(), ilerleme, [&](int row) {
         return QStringList{
             an.tarih(),           an.saat(),   an.dakika(), an.saniye(), l1.cell(row, CariKodu),
             l1.cell(row, Unvani), dataref(row)};

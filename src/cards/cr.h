@@ -22,7 +22,7 @@ public:
     Grid l1;
     TextField kartSayisi; ///< panel 2 of the status bar
     TextField bilgi;      ///< what a step that shows no box failed at, for a line in the window
-    ProgressField pr1;
+    ProgressField ilerleme;
 
     // What the user does.
     void dosyaac();

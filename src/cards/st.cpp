@@ -2,7 +2,8 @@
 
 #include "cards/cardfiles.h"
 #include "logoxml/document.h"
-#include "logoxml/transfer.h"
+#include "transfer/notes.h"
+#include "transfer/target.h"
 
 #include <QScopeGuard>
 
@@ -210,23 +211,23 @@ void St::kaydet(const QString &dosya)
     }
     {
         bekle.setChecked(true);
-        pr1.start(l1.rows());
+        ilerleme.start(l1.rows());
         const auto done = qScopeGuard([this] {
             bekle.setChecked(false);
-            pr1.finish();
+            ilerleme.finish();
         });
         const Sablon xl(sablon(u"st-xl"_s), placeholders);
         CreationTime an(m_program.clock);
         Belge belge{sablon(u"st-baslik"_s), {}, " ", sablon(u"st-sonu"_s)};
         for (int row = 0; row < l1.rows(); ++row) {
-            pr1.step();
+            ilerleme.step();
             QByteArray &record = belge.body.emplaceBack();
             xl.doldur(QStringList{l1.cell(row, UrunKodu), l1.cell(row, UrunAdi), QString(),
                                   m_muh[Kdv], m_birim, an.tarih(), an.saat(), an.dakika(),
                                   an.saniye(), m_muh[Al], m_muh[Sat], m_muh[Ali], m_muh[Sati]},
                       record);
         }
-        belgeyaz(belge, Yol::iki, dosya);
+        belgeyaz(belge, DocumentEnd::AsItStands, dosya);
     }
     tellDone(m_program.boxes);
 }

@@ -35,7 +35,7 @@ public:
     TextField Text1;  ///< number of rows
     TextField bilgi;  ///< what a step that shows no box failed at, for a line in the window
     CheckField bekle; ///< the pointer is an hourglass
-    ProgressField pr1;
+    ProgressField ilerleme;
 
     // What the user does.
     void manualac();

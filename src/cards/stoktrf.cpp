@@ -1,8 +1,11 @@
 #include "cards/stoktrf.h"
 
 #include "cards/cardfiles.h"
-#include "frame/text/record.h"
 #include "store/sidefiles.h"
+#include "text/record.h"
+#include "transfer/linewalk.h"
+#include "transfer/notes.h"
+#include "transfer/target.h"
 
 #include <QFile>
 
@@ -22,17 +25,12 @@ QList<GridColumn> cardColumns()
             {u"Kdv"_s, 1764, Qt::AlignRight}};
 }
 
-QString withoutBlanks(QStringView field)
-{
-    return field.toString().remove(u' ');
-}
-
 // Five like fields and four treatments: that is meant.
 constexpr std::array<RecordField, 5> cardFields{{
     {Stoktrf::MalzemeKodu, 25, 9, &trimmedField},
     {Stoktrf::Aciklama, 79, 40, &sonbosluksil},
     {Stoktrf::Birim, 119, 6, &sonbosluksil},
-    {Stoktrf::BirimCarpani, 125, 7, &withoutBlanks},
+    {Stoktrf::BirimCarpani, 125, 7, &fieldWithoutBlanks},
     {Stoktrf::Kdv, 133, 2, &untouchedField},
 }};
 static_assert(inOrder(cardFields));
@@ -104,7 +102,7 @@ void Stoktrf::stokdosyasikoku()
     addNote(bilgi, endQuietly([this] {
                 const Grid::Refill refill(l1);
                 l1.clear();
-                walkLines(dosyayolu, pr1, [this](QStringView line) {
+                walkLines(dosyayolu, ilerleme, [this](QStringView line) {
                     const int row = l1.addRow(QString::number(l1.rows() + 1));
                     cutRecord(line, cardFields,
                               [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
@@ -151,7 +149,8 @@ void Stoktrf::kaydet(const QString &dosya)
                            multiplier(l1.cell(row, BirimCarpani))};
     };
     const Sablon kart = cardTemplate(u"stok-kartex"_s, placeholders);
-    addNote(bilgi, passOver([&] { writeCards(dosya, u"stok"_s, kart, l1.rows(), pr1, valuesOf); }));
+    addNote(bilgi,
+            passOver([&] { writeCards(dosya, u"stok"_s, kart, l1.rows(), ilerleme, valuesOf); }));
     addNote(bilgi, passOver([&] { writeLines(list, columnOf(l1, MalzemeKodu)); }));
     tellDone(m_program.boxes);
 }

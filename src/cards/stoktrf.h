@@ -28,7 +28,7 @@ public:
     std::array<ChoiceField, 5> c; ///< `c1` to `c5`, the special codes
     TextField kartSayisi;         ///< panel 2 of the status bar
     TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
-    ProgressField pr1;
+    ProgressField ilerleme;
 
     // What the user does.
     void dosyaac();

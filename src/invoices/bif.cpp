@@ -1,7 +1,7 @@
 #include "invoices/bif.h"
 
-#include "frame/text/numbers.h"
 #include "invoices/columns.h"
+#include "text/numbers.h"
 
 #include <array>
 

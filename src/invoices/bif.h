@@ -2,8 +2,8 @@
 
 #include "base/grid.h"
 #include "base/linereader.h"
-#include "frame/text/record.h"
-#include "frame/text/spellings.h"
+#include "text/record.h"
+#include "text/spellings.h"
 
 #include <QHash>
 #include <QSet>
@@ -33,25 +33,25 @@ inline bool isCollection(QStringView line)
 /// A header and a collection count only in state "0".
 inline bool countsAsHeader(QStringView line)
 {
-    return columns(line, 148, 1) == u"0";
+    return cut(line, 148, 1) == u"0";
 }
 inline bool countsAsCollection(QStringView line)
 {
-    return columns(line, 22, 1) == u"0";
+    return cut(line, 22, 1) == u"0";
 }
 
 /// Where the invoice number stands; on other records other text passes through these columns.
 inline QStringView invoiceNumber(QStringView line)
 {
-    return trimmedBlanks(columns(line, 80, 15));
+    return trimmedBlanks(cut(line, 80, 15));
 }
 inline QStringView productCode(QStringView line)
 {
-    return trimmedBlanks(columns(line, 31, 15));
+    return trimmedBlanks(cut(line, 31, 15));
 }
 inline QStringView collectionRate(QStringView line)
 {
-    return columns(line, 24, 8);
+    return cut(line, 24, 8);
 }
 
 /// Cuts a header into the cells of a row of the invoice list.

@@ -2,7 +2,7 @@
 
 #include "base/failure.h"
 #include "base/linereader.h"
-#include "frame/text/spellings.h"
+#include "text/spellings.h"
 
 namespace kervan {
 
@@ -43,7 +43,7 @@ void CardCheck::stokkontroloku(const QString &dosyaadi)
     passOver([&] {
         LineReader source(dosyaadi);
         while (source.next())
-            stokkontrol(columns(source.line(), 20, 9).toString().remove(u' '));
+            stokkontrol(cut(source.line(), 20, 9).toString().remove(u' '));
     });
     if (stokyok)
         m_program.boxes.show({u"Faturalarda Daha Önce Aktarılmayan Stoklar Bulunuyor..."_s});

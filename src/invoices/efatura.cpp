@@ -8,22 +8,22 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
-void efaturabul(Grid &l1, ScreenLink &link, ProgressField &pr1, Boxes &boxes)
+void efaturabul(Grid &l1, ScreenLink &link, ProgressField &ilerleme, Boxes &boxes)
 {
-    pr1.start(l1.rows());
+    ilerleme.start(l1.rows());
     const auto failed = passOver([&] {
         for (int row = 0; row < l1.rows(); ++row) {
             const SqlRows card = link.run(cardSelect(link.firmakod, l1.cell(row, L1::CariKodu)));
             if (!card.isEmpty() && card.value(0, u"ACCEPTEINV") == u"1")
                 l1.setCell(row, L1::EFatura, u"Evet"_s);
-            pr1.setValue(row + 1);
+            ilerleme.setValue(row + 1);
         }
     });
     if (failed)
         boxes.show({failed->description() + u" E-Fatura Okunurken Hata Oluştu"_s, u"Dikkat"_s,
                     Icon::Stop});
     else
-        pr1.finish();
+        ilerleme.finish();
 }
 
 } // namespace kervan

@@ -10,6 +10,6 @@ namespace kervan {
 /// Asks Logo for the card of each row of the invoice list, one statement a row, and marks those
 /// that take e-invoices with "Evet"; the others keep what they hold. The first failure ends the
 /// walk with a box, and the progress bar stays as it stood.
-void efaturabul(Grid &l1, ScreenLink &link, ProgressField &pr1, Boxes &boxes);
+void efaturabul(Grid &l1, ScreenLink &link, ProgressField &ilerleme, Boxes &boxes);
 
 } // namespace kervan

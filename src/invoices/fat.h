@@ -46,7 +46,7 @@ public:
     TextField kdyaz, odmplnkod;
     TextField baslik{QStringLiteral("FATURA")}; ///< caption of bar1
     TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
-    ProgressField pr1;
+    ProgressField ilerleme;
     ScreenLink link;
 
     QString kdvmuafiyetgenel;

@@ -1,12 +1,12 @@
 #include "invoices/fat.h"
 
 #include "base/failure.h"
-#include "frame/text/dates.h"
-#include "frame/text/numbers.h"
 #include "invoices/columns.h"
 #include "logoxml/accumulated.h"
-#include "logoxml/transfer.h"
 #include "store/sidefiles.h"
+#include "text/dates.h"
+#include "text/numbers.h"
+#include "transfer/target.h"
 
 namespace kervan {
 
@@ -60,13 +60,13 @@ void Fat::kaydet(const QString &dosya)
     if (!hasInvoiceTarget(m_program.boxes, dosya))
         return;
     bilgi.setText({});
-    pr1.start(l1().tickedCount());
+    ilerleme.start(l1().tickedCount());
     InvoiceDocument document(fatbilgi.text());
     writeInvoices(document);
     if (const QString eksik = m_eksikler.note(); !eksik.isEmpty())
         bilgi.setText(eksik);
-    note(passOver([&] { belgeyaz(document.belge(), Yol::bir, dosya); }));
-    pr1.finish();
+    note(passOver([&] { belgeyaz(document.belge(), DocumentEnd::LineEnd, dosya); }));
+    ilerleme.finish();
     note(passOver([this] { kasacariislemnokaydet(); }));
     exeldenkasanakitkaydet(dosya);
     tellDone(m_program.boxes);
@@ -90,7 +90,7 @@ void Fat::writeInvoices(InvoiceDocument &document)
 
 void Fat::writeInvoice(InvoiceDocument &document, int row)
 {
-    pr1.step();
+    ilerleme.step();
     const QString &faturano = l1().cell(row, L1::FaturaNumarasi);
     if (const auto failed = liste3yukle(faturano))
         m_eksikler.add(faturano, *failed);
@@ -212,7 +212,7 @@ void Fat::exeldenkasanakitkaydet(const QString &dosya)
         }
         // The line end in front of the footer belongs to it, not to the last record.
         belgeyaz({sablon(u"kasabastex"_s), body.records(), {}, "\r\n" + sablon(u"kasasontex"_s)},
-                 Yol::iki, dosya.chopped(endingLength) + u"-KASANAKIT.xml"_s);
+                 DocumentEnd::AsItStands, dosya.chopped(endingLength) + u"-KASANAKIT.xml"_s);
         m_program.boxes.show(
             {u"Kasa Nakit Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
     }));

@@ -1,10 +1,10 @@
 #include "invoices/fat.h"
 
 #include "base/failure.h"
-#include "frame/text/numbers.h"
 #include "invoices/columns.h"
 #include "invoices/efatura.h"
 #include "store/sidefiles.h"
+#include "text/numbers.h"
 
 namespace kervan {
 
@@ -30,7 +30,7 @@ void Fat::umurlarfaturabaslikoku()
     liste.showRowCount();
     if (dosyaacik && liste.Check1.isChecked())
         note(endQuietly([this] { liste.tarihbelirle(); }));
-    efaturabul(l1(), link, pr1, m_program.boxes);
+    efaturabul(l1(), link, ilerleme, m_program.boxes);
     faturakasafisnoyaz();
 }
 

@@ -1,7 +1,7 @@
 #include "invoices/invoicedocument.h"
 
 #include "base/codepage.h"
-#include "frame/text/dates.h"
+#include "text/dates.h"
 
 #include <array>
 

@@ -1,9 +1,9 @@
 #include "invoices/invoicelist.h"
 
 #include "base/failure.h"
-#include "frame/text/numbers.h"
-#include "frame/text/spellings.h"
 #include "invoices/columns.h"
+#include "text/numbers.h"
+#include "text/spellings.h"
 
 namespace kervan {
 
@@ -20,9 +20,9 @@ QString keyOf(QDate date)
 // Cut by position out of the display spelling; pieces that are no numbers are a bad date.
 QString keyOf(QStringView displayDate)
 {
-    const QString year = columns(displayDate, 7, 4).toString();
-    const QString month = columns(displayDate, 4, 2).toString();
-    const QString day = columns(displayDate, 1, 2).toString();
+    const QString year = cut(displayDate, 7, 4).toString();
+    const QString month = cut(displayDate, 4, 2).toString();
+    const QString day = cut(displayDate, 1, 2).toString();
     for (const QString &piece : {year, month, day}) {
         if (!number(piece))
             throw Failure(u"\"%1\" bir fatura tarihi değil."_s.arg(displayDate));

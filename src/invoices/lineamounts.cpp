@@ -1,7 +1,7 @@
 #include "invoices/lineamounts.h"
 
-#include "frame/text/numbers.h"
 #include "invoices/columns.h"
+#include "text/numbers.h"
 
 namespace kervan {
 

@@ -33,10 +33,10 @@ void ScreenLink::sqlbaglan(const SqlSettings &settings)
     m_connection.reset();
     const auto failed = passOver([&] {
         m_connection = m_program.sqlServer.connect(connectionText(settings), screenOptions);
-        Label9.setText(m_connection->isOpen() ? u"SQL Bağlantı Var"_s : u"SQL Bağlantı Yok"_s);
+        durum.setText(m_connection->isOpen() ? u"SQL Bağlantı Var"_s : u"SQL Bağlantı Yok"_s);
     });
     if (failed) {
-        Label9.setText(u"SQL Bağlantı Yok"_s);
+        durum.setText(u"SQL Bağlantı Yok"_s);
         m_program.boxes.show({.text = failed->description()});
     }
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/fields.h"
+#include "base/sqlserver.h"
 #include "logolink/sqlsettings.h"
 #include "store/program.h"
 
@@ -24,7 +25,7 @@ public:
     /// Sends a statement over the connection; without one it is a Failure.
     SqlRows run(const Statement &statement);
 
-    TextField Label9{QStringLiteral("SQL Bağlantı Yok")};
+    TextField durum{QStringLiteral("SQL Bağlantı Yok")};
     QString firmakod; ///< the firm line
 
 private:

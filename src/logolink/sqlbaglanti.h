@@ -2,6 +2,7 @@
 
 #include "base/fields.h"
 #include "base/grid.h"
+#include "base/sqlserver.h"
 #include "logolink/sqlsettings.h"
 #include "store/program.h"
 

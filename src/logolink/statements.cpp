@@ -1,6 +1,6 @@
 #include "logolink/statements.h"
 
-#include "frame/text/numbers.h"
+#include "text/numbers.h"
 
 namespace kervan {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/ports.h"
+#include "base/sqlserver.h"
 
 namespace kervan {
 

@@ -1,11 +1,10 @@
 #include "slips/movements.h"
 
 #include "base/failure.h"
-#include "frame/text/numbers.h"
-#include "frame/text/record.h"
-#include "logoxml/transfer.h"
 #include "slips/columns.h"
 #include "store/sidefiles.h"
+#include "text/numbers.h"
+#include "text/record.h"
 
 #include <span>
 #include <utility>
@@ -37,11 +36,6 @@ QString meaningOf(QStringView code, std::span<const Meaning> table)
     return {};
 }
 
-QString withoutBlanks(QStringView field)
-{
-    return field.toString().remove(u' ');
-}
-
 constexpr std::array<RecordField, 17> movementFields{{
     {MetinHareket::IslemTipi, 1, 2, &islemtipi},
     {MetinHareket::CariKod, 3, 10, &untouchedField},
@@ -50,7 +44,7 @@ constexpr std::array<RecordField, 17> movementFields{{
     {MetinHareket::IslemTarihi, 16, 10, &untouchedField},
     {MetinHareket::VadeTarihi, 26, 10, &untouchedField},
     {MetinHareket::Cirolu, 36, 1, &untouchedField},
-    {MetinHareket::Tutar, 37, 18, &withoutBlanks},
+    {MetinHareket::Tutar, 37, 18, &fieldWithoutBlanks},
     {MetinHareket::BankaAdi, 55, 60, &untouchedField},
     {MetinHareket::BankaHesapNo, 115, 18, &untouchedField},
     {MetinHareket::BankaSube, 133, 40, &untouchedField},
@@ -91,7 +85,7 @@ QString IslemSira::islemsira(QStringView field)
 
 void addMovementLine(Grid &l1, QStringView line, IslemSira &sira)
 {
-    const int row = l1.addRow(sira.islemsira(columns(line, 1, 2)));
+    const int row = l1.addRow(sira.islemsira(cut(line, 1, 2)));
     cutRecord(line, movementFields,
               [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
 }

@@ -2,12 +2,12 @@
 
 #include "base/codepage.h"
 #include "base/failure.h"
-#include "frame/text/dates.h"
-#include "frame/text/numbers.h"
-#include "frame/text/spellings.h"
 #include "logoxml/accumulated.h"
 #include "logoxml/document.h"
 #include "slips/columns.h"
+#include "text/dates.h"
+#include "text/numbers.h"
+#include "text/spellings.h"
 
 #include <QScopeGuard>
 #include <QTime>
@@ -46,12 +46,12 @@ QString fileDate(const SlipRow &row)
 
 QString fileYear(const SlipRow &row)
 {
-    return columns(row.cell(MetinHareket::IslemTarihi), 1, 4).toString();
+    return cut(row.cell(MetinHareket::IslemTarihi), 1, 4).toString();
 }
 
 QString fileMonth(const SlipRow &row)
 {
-    return columns(row.cell(MetinHareket::IslemTarihi), 5, 2).toString();
+    return cut(row.cell(MetinHareket::IslemTarihi), 5, 2).toString();
 }
 
 QString tail(const SlipRow &row)
@@ -349,7 +349,7 @@ void writeSlips(const SlipDocument &document, bool salesman, const Grid &grid, S
     const auto hide = qScopeGuard([&] { progress.finish(); });
     // The line end in front of the footer belongs to it, not to the last record.
     const Belge frame{sablon(texts.header), {}, {}, "\r\n" + sablon(texts.footer)};
-    belgeyaz(frame, Yol::iki, path, [&](const TakePiece &take) {
+    belgeyaz(frame, DocumentEnd::AsItStands, path, [&](const TakePiece &take) {
         QStringList values;
         for (int i = 0; i < grid.rows(); ++i) {
             const bool taken = document.takes(grid, i);

@@ -1,10 +1,10 @@
 #include "slips/slipform.h"
 
-#include "frame/text/numbers.h"
-#include "frame/text/spellings.h"
 #include "slips/columns.h"
 #include "slips/movements.h"
 #include "slips/slipscreen.h"
+#include "text/numbers.h"
+#include "text/spellings.h"
 
 namespace kervan {
 

@@ -1,9 +1,9 @@
 #include "slips/slipscreen.h"
 
-#include "frame/text/numbers.h"
-#include "frame/text/spellings.h"
-#include "logoxml/transfer.h"
 #include "slips/columns.h"
+#include "text/numbers.h"
+#include "text/spellings.h"
+#include "transfer/linewalk.h"
 
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -25,8 +25,8 @@ QString cutTitle(const QString &path)
 
 QString dateIn(const QString &title, const NamedDate &place)
 {
-    return u"%1/%2/%3"_s.arg(columns(title, place.day, 2), columns(title, place.month, 2),
-                             columns(title, place.year, 4));
+    return u"%1/%2/%3"_s.arg(cut(title, place.day, 2), cut(title, place.month, 2),
+                             cut(title, place.year, 4));
 }
 
 } // namespace
@@ -44,7 +44,7 @@ void SlipScreen::exeloku(const SheetLayout &layout)
     Check2.setChecked(false);
     int record = 0;
     const auto ended = endQuietly([&] { readMovements(layout, record); });
-    pr1.finish();
+    ilerleme.finish();
     if (layout.passesOver) // also where the workbook itself could not be read
         hareketSayisi.setText(QString::number(l1.rows()));
     notePassedOver(ended, record);
@@ -53,7 +53,7 @@ void SlipScreen::exeloku(const SheetLayout &layout)
 void SlipScreen::readMovements(const SheetLayout &layout, int &record)
 {
     const std::shared_ptr<const Sheet> sheet = m_workbooks.sheet(dosyayolu, Text1.text());
-    pr1.start(sheet->rows());
+    ilerleme.start(sheet->rows());
     m_cash.load();
     m_bank.load();
     if (sheet->rows() < layout.headings) {
@@ -73,7 +73,7 @@ void SlipScreen::readMovements(const SheetLayout &layout, int &record)
         reading.record = record;
         if (!takeRecord(layout, reading))
             break;
-        pr1.setValue(l1.rows());
+        ilerleme.setValue(l1.rows());
     }
     hareketSayisi.setText(QString::number(l1.rows()));
 }
@@ -159,7 +159,8 @@ void SlipScreen::caridosyasikoku()
     l1.setColumns(metinHareketColumns());
     Check1.setChecked(false);
     note(passOver([this] {
-        walkLines(dosyayolu, pr1, [this](QStringView line) { addMovementLine(l1, line, m_sira); });
+        walkLines(dosyayolu, ilerleme,
+                  [this](QStringView line) { addMovementLine(l1, line, m_sira); });
     }));
     hareketSayisi.setText(QString::number(l1.rows()));
 }

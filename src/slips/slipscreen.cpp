@@ -1,8 +1,9 @@
 #include "slips/slipscreen.h"
 
-#include "logoxml/transfer.h"
 #include "slips/columns.h"
 #include "store/sidefiles.h"
+#include "transfer/notes.h"
+#include "transfer/target.h"
 
 #include <QFileInfo>
 
@@ -143,7 +144,7 @@ void SlipScreen::write(const SlipDocument &document, const QString &dosya)
     note(endQuietly([&] {
         const Grid &grid = document.ofBankList ? l2 : l1;
         writeSlips(document, m_form.salesman, grid, {grid, kskod.text(), bankahesapno1.text()},
-                   m_program.clock, pr1, dosya);
+                   m_program.clock, ilerleme, dosya);
         if (document.stores == SlipSequenceKind::Cash)
             m_cash.store();
         else if (document.stores == SlipSequenceKind::Bank)

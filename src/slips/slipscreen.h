@@ -37,7 +37,7 @@ public:
     TextField bilgi;         ///< what a step that shows no box failed at
     CheckField Check1, Check2;
     CheckField sayfaKaydedilir; ///< the button that stores the sheet's name can be pressed
-    ProgressField pr1;
+    ProgressField ilerleme;
 
     // What the user does.
     void dosyaac(const SlipFile &file);

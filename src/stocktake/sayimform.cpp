@@ -1,10 +1,12 @@
 #include "stocktake/sayimform.h"
 
-#include "frame/text/spellings.h"
 #include "logolink/statements.h"
 #include "logoxml/document.h"
 #include "logoxml/template.h"
-#include "logoxml/transfer.h"
+#include "text/spellings.h"
+#include "transfer/linewalk.h"
+#include "transfer/notes.h"
+#include "transfer/target.h"
 
 #include <QScopeGuard>
 
@@ -54,18 +56,18 @@ void Sayimform::sayimdosyasikoku()
         const Grid::Refill refill(l1);
         const auto count = qScopeGuard([this] { sayimSayisi.setText(QString::number(l1.rows())); });
         l1.clear();
-        walkLines(dosyayolu, pr1, [this](QStringView line) { takeLine(line); });
+        walkLines(dosyayolu, ilerleme, [this](QStringView line) { takeLine(line); });
     });
 }
 
 // The look-up is sent twice a line: Logo's unit code may be another by the second time.
 void Sayimform::takeLine(QStringView line)
 {
-    const QString barkod = trimmedBlanks(columns(line, 1, 14)).toString();
+    const QString barkod = trimmedBlanks(cut(line, 1, 14)).toString();
     const int row = l1.addRow(QString::number(l1.rows() + 1));
     l1.setCell(row, Barkod, barkod);
     l1.setCell(row, StokKodu, stokkodbul(barkod).value(0));
-    l1.setCell(row, Miktar, trimmedBlanks(columns(line, 15, 6)).toString());
+    l1.setCell(row, Miktar, trimmedBlanks(cut(line, 15, 6)).toString());
     l1.setCell(row, Birim, stokkodbul(barkod).value(1));
 }
 
@@ -108,22 +110,22 @@ void Sayimform::kaydet(const QString &dosya)
     bilgi.setText({});
     const Sablon line(sablon(u"sayim-xml2"_s) + "\r\n",
                       {"+STOKKODU+", "+SIRANO+", "+MIKTAR+", "+BIRIM+"});
-    addNote(bilgi, passOver([&] {
-                pr1.start(l1.rows());
-                const auto hide = qScopeGuard([this] { pr1.finish(); });
-                QByteArray lines;
-                int sirano = 0;
-                for (int row = 0; row < l1.rows(); ++row) {
-                    if (l1.cell(row, StokKodu).isEmpty())
-                        continue;
-                    pr1.setValue(row + 1);
-                    line.doldur(QStringList{l1.cell(row, StokKodu), QString::number(++sirano),
-                                            tutarnoktasil(l1.cell(row, Miktar)),
-                                            l1.cell(row, Birim)},
-                                lines);
-                }
-                belgeyaz({head(), {lines}, {}, sablon(u"sayim-xml3"_s)}, Yol::bir, dosya);
-            }));
+    addNote(
+        bilgi, passOver([&] {
+            ilerleme.start(l1.rows());
+            const auto hide = qScopeGuard([this] { ilerleme.finish(); });
+            QByteArray lines;
+            int sirano = 0;
+            for (int row = 0; row < l1.rows(); ++row) {
+                if (l1.cell(row, StokKodu).isEmpty())
+                    continue;
+                ilerleme.setValue(row + 1);
+                line.doldur(QStringList{l1.cell(row, StokKodu), QString::number(++sirano),
+                                        tutarnoktasil(l1.cell(row, Miktar)), l1.cell(row, Birim)},
+                            lines);
+            }
+            belgeyaz({head(), {lines}, {}, sablon(u"sayim-xml3"_s)}, DocumentEnd::LineEnd, dosya);
+        }));
     tellDone(m_program.boxes);
 }
 

@@ -27,7 +27,7 @@ public:
     TextField Text1{QStringLiteral("SYM000001")}; ///< slip number
     TextField sayimSayisi;                        ///< panel 2 of the status bar
     TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
-    ProgressField pr1;
+    ProgressField ilerleme;
     ScreenLink link;
 
     // What the user does.

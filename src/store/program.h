@@ -8,6 +8,8 @@
 
 namespace kervan {
 
+class SqlServer;
+
 /// What every screen is given: the program folder, the state that screens share, and the doors to
 /// the world outside. Made once by main() or by a test, and outlives every screen.
 struct Program

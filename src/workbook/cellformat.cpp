@@ -1,6 +1,6 @@
 #include "workbook/cellformat.h"
 
-#include "frame/text/numbers.h"
+#include "text/numbers.h"
 
 #include <QDateTime>
 

@@ -145,15 +145,15 @@ private Q_SLOTS:
         Desk d;
         QVERIFY(QDir(d.t.folder.path()).mkpath(u"stokkontrol.kvz/a"_s)); // so it can't be replaced
         d.cr.kaydetguncelle(d.nowhere);                                  // no box comes
-        QVERIFY(d.cr.bilgi.text().contains(d.nowhere) && !d.cr.pr1.isShown());
+        QVERIFY(d.cr.bilgi.text().contains(d.nowhere) && !d.cr.ilerleme.isShown());
         QVERIFY(!QFile::exists(d.t.path(u"carikontrol.kvz"_s)));
         d.t.boxes.expectDone();
         d.cr.kaydet(d.nowhere);
-        QVERIFY(d.cr.bilgi.text().contains(d.nowhere) && !d.cr.pr1.isShown());
+        QVERIFY(d.cr.bilgi.text().contains(d.nowhere) && !d.cr.ilerleme.isShown());
         QCOMPARE(d.bytes(u"carikontrol.kvz"_s), "1234    \r\n");
         d.t.boxes.expectDone();
         d.stok.kaydet(d.nowhere);
-        QVERIFY(d.stok.bilgi.text().contains(d.nowhere) && !d.stok.pr1.isShown());
+        QVERIFY(d.stok.bilgi.text().contains(d.nowhere) && !d.stok.ilerleme.isShown());
         QVERIFY(d.stok.bilgi.text().contains(u"stokkontrol.kvz"_s));
         d.t.boxes.expectDone();
         d.stok.kaydet(d.target);
@@ -170,7 +170,7 @@ private Q_SLOTS:
         d.stok.dosyaac(missing);
         QCOMPARE(d.stok.kartSayisi.text(), u"1"_s); // and here they did not
         QVERIFY(d.cr.bilgi.text().contains(missing) && d.stok.bilgi.text().contains(missing));
-        QVERIFY(!d.cr.pr1.isShown() && !d.stok.pr1.isShown());
+        QVERIFY(!d.cr.ilerleme.isShown() && !d.stok.ilerleme.isShown());
         // Both lists are empty now, and nothing is asked or touched.
         writeBytes(d.t.path(u"carikontrol.kvz"_s), "C\r\n");
         for (const QString &list : {u"Cari"_s, u"Cari"_s, u"Stok"_s})

@@ -133,7 +133,7 @@ private Q_SLOTS:
         desk.t.dialogs.answers << desk.t.program.folders.xs;
         desk.st.manualkaydet(); // quietly, but for the window's own line
         QCOMPARE(desk.st.bilgi.text(), why);
-        QVERIFY(!desk.st.bekle.isChecked() && !desk.st.pr1.isShown());
+        QVERIFY(!desk.st.bekle.isChecked() && !desk.st.ilerleme.isShown());
     }
 };
 

@@ -241,7 +241,7 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
         QCOMPARE(desk.exported(), document);
         QCOMPARE(desk.storedCounter(), "3");
         QCOMPARE(desk.ticks(), u"x-x"_s);
-        QVERIFY(!desk.fat.pr1.isShown());
+        QVERIFY(!desk.fat.ilerleme.isShown());
         QFile::remove(desk.t.path(u"kaynak.bif"_s));
         const QByteArray heads = desk.exported();
         QCOMPARE(heads.count("</INVOICE>") * 10 + heads.count("<TRANSACTION>"), 20);

@@ -91,7 +91,7 @@ private Q_SLOTS:
         desk.t.boxes.verify();
         QCOMPARE(second.Text1.text(), u"Şubat"_s); // a comma ends a value
         QCOMPARE(second.c3.entries(), QStringList{u"Merkez"_s});
-        QCOMPARE(second.link.Label9.text(), u"SQL Bağlantı Var"_s);
+        QCOMPARE(second.link.durum.text(), u"SQL Bağlantı Var"_s);
         QCOMPARE(desk.t.program.aktifform, u"1"_s);
         second.listesec();
         QCOMPARE(desk.t.program.aktifform, u"2"_s);
@@ -194,13 +194,14 @@ private Q_SLOTS:
             if (sheet->columns() == 6) // the row as far as it came
                 QCOMPARE(cells(desk.l1, 0, {0, 2, 3, 4, 5}), u"C1|F1|B1|d|"_s);
         }
-        QVERIFY(fatduz.pr1.isShown());
+        QVERIFY(fatduz.ilerleme.isShown());
         writeWorkbook(desk.source, u"Sheet1"_s, QList<BookRow>{});
-        fatduz.pr1.finish();
+        fatduz.ilerleme.finish();
         fatduz.yenidenoku();
-        QVERIFY(fatduz.pr1.isShown() && desk.l1.isEmpty()); // a sheet without rows leaves it on
+        QVERIFY(fatduz.ilerleme.isShown() &&
+                desk.l1.isEmpty()); // a sheet without rows leaves it on
         desk.open({{}});
-        QVERIFY(!fatduz.pr1.isShown());
+        QVERIFY(!fatduz.ilerleme.isShown());
     }
 
     void theViewsReadTheWorkbookAgainAndADateFiltersOnlyWhenItChanges()
@@ -261,7 +262,7 @@ private Q_SLOTS:
         QVERIFY(fatduz.bilgi.text().contains(u"b.xml"_s));
         QVERIFY(QFile::remove(desk.source));
         QCOMPARE(exported(u"a.xml"_s), 20); // heads alone
-        QVERIFY(!fatduz.pr1.isShown() && !fatduz.bekle.isChecked());
+        QVERIFY(!fatduz.ilerleme.isShown() && !fatduz.bekle.isChecked());
     }
 
     void theRoadThroughTheWindow()
@@ -306,7 +307,7 @@ private Q_SLOTS:
         QCOMPARE(desk.t.program.aktifform, u"2"_s);
 
         QStringList pointers;
-        connect(&fatduz.pr1, &ProgressField::changed, this,
+        connect(&fatduz.ilerleme, &ProgressField::changed, this,
                 [&] { pointers << QString::number(QApplication::overrideCursor() ? 1 : 0); });
         press(window, u"Check2"_s);
         desk.t.boxes.expectQuestion(u"Faturayı Listeden Silmek İstediğinize Eminmisiniz ?"_s,

@@ -1,7 +1,7 @@
 // The three readers of the invoice file. Sums are worked out by hand beside each case.
 
 #include "desk.h"
-#include "frame/text/dates.h"
+#include "text/dates.h"
 
 #include <QElapsedTimer>
 #include <QFile>

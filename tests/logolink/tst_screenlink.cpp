@@ -17,7 +17,7 @@ private Q_SLOTS:
         for (const bool opens : {false, true}) {
             t.sqlServer.opens = opens;
             link.sqlyukle();
-            QCOMPARE(link.Label9.text(), opens ? u"SQL Bağlantı Var"_s : u"SQL Bağlantı Yok"_s);
+            QCOMPARE(link.durum.text(), opens ? u"SQL Bağlantı Var"_s : u"SQL Bağlantı Yok"_s);
             QCOMPARE(t.sqlServer.held, 1);
         }
         const QString text =
@@ -29,7 +29,7 @@ private Q_SLOTS:
         t.sqlServer.failure = u"[08001] sunucu bulunamadı"_s;
         t.boxes.expect({.text = t.sqlServer.failure});
         link.sqlyukle();
-        QCOMPARE(link.Label9.text(), u"SQL Bağlantı Yok"_s);
+        QCOMPARE(link.durum.text(), u"SQL Bağlantı Yok"_s);
         QCOMPARE(t.sqlServer.held, 0);
     }
 
@@ -37,7 +37,7 @@ private Q_SLOTS:
     {
         TestProgram t;
         ScreenLink link(t.program);
-        link.Label9.setText(u"tasarım"_s);
+        link.durum.setText(u"tasarım"_s);
         link.sqlyukle(); // no file; any box fails the test
         const QString cases =
             u"/u/p/d/1- A/|s//p/d/1- A/|s/u//d/1- A/|s/u/p//1- A/|s/u/p/d//||s/u/p/d/|s//p/d/"_s;
@@ -49,7 +49,7 @@ private Q_SLOTS:
             t.boxes.verify();
         }
         QVERIFY(t.sqlServer.texts.isEmpty());
-        QCOMPARE(link.Label9.text() + link.firmakod, u"tasarım"_s);
+        QCOMPARE(link.durum.text() + link.firmakod, u"tasarım"_s);
     }
 };
 

@@ -117,7 +117,7 @@ private Q_SLOTS:
         const QTemporaryDir folder;
         const auto fails = [&](const QString &name) {
             const QString path = name.isEmpty() ? name : folder.filePath(name);
-            return failsNaming(path, [&] { belgeyaz(belge, Yol::bir, path); });
+            return failsNaming(path, [&] { belgeyaz(belge, DocumentEnd::LineEnd, path); });
         };
         QVERIFY(QDir(folder.path()).mkpath(u"klasör/iç"_s));
         QVERIFY(fails(u"yok/a.xml"_s) && fails(u"klasör"_s) && fails({}));

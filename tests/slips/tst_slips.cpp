@@ -85,7 +85,7 @@ private Q_SLOTS:
         QCOMPARE(d.s.bilgi.text(), QString());
         d.t.dialogs.answers = {d.t.path(u"yok.txt"_s)};
         d.press(u"chameleonButton5"_s);
-        QVERIFY(d.s.l1.isEmpty() && !d.s.pr1.isShown());
+        QVERIFY(d.s.l1.isEmpty() && !d.s.ilerleme.isShown());
         QVERIFY(d.s.bilgi.text().contains(u"yok.txt"));
     }
 
@@ -182,7 +182,7 @@ private Q_SLOTS:
                                       "3|15/03/2021|,75|BT000003|k"_s);
         QVERIFY(goesOn.s.bilgi.text().contains(u"1 adım"));
         for (const SlipDesk *d : {&ends, &goesOn})
-            QVERIFY(!d->s.pr1.isShown());
+            QVERIFY(!d->s.ilerleme.isShown());
     }
 
     void aFieldBeyondTheSheetEndsOneReadAndIsPassedOverByTheOther()
@@ -216,7 +216,7 @@ private Q_SLOTS:
             d.s.hareketSayisi.setText(u"7"_s);
             writeWorkbook(d.t.path(u"a.xlsx"_s), u"Başka"_s, bookRows(movements));
             d.read(d.t.path(u"a.xlsx"_s));
-            QVERIFY(d.s.l1.isEmpty() && d.s.l2.isEmpty() && !d.s.pr1.isShown());
+            QVERIFY(d.s.l1.isEmpty() && d.s.l2.isEmpty() && !d.s.ilerleme.isShown());
             QVERIFY(d.s.bilgi.text().contains(u"Başka"));
             const bool goesOn = form == &cafis2 || form == &cafis3;
             QCOMPARE(d.s.hareketSayisi.text(), goesOn ? u"0"_s : u"7"_s);
@@ -234,7 +234,7 @@ private Q_SLOTS:
         d.readBook(u"15132021-1.xls"_s, u"A\nB\nC\nD\nE\nC1||BİR||||||||||||#1"_s); // month 13
         QCOMPARE(d.s.l1.cell(0, 1), u"15/13/2021"_s);
         QCOMPARE(d.save(u"buton2"_s), QByteArray());
-        QVERIFY(d.s.bilgi.text().contains(u"1. satır") && !d.s.pr1.isShown());
+        QVERIFY(d.s.bilgi.text().contains(u"1. satır") && !d.s.ilerleme.isShown());
         QVERIFY(!QFileInfo::exists(d.t.path(u"kasacariislemno.kvz"_s)));
         // A sequence that can't be stored takes the box, but not the document.
         QVERIFY(QDir().mkdir(d.t.path(u"kasacariislemno.kvz"_s)));

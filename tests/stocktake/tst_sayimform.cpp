@@ -115,7 +115,7 @@ private Q_SLOTS:
         QCOMPARE(desk.screen.l1.rows(), 2);
         QCOMPARE(rowOf(desk.screen.l1, 1), u"2|869B|B|2|"_s);
         QCOMPARE(desk.screen.sayimSayisi.text(), u"2"_s);
-        QVERIFY(!desk.screen.pr1.isShown());
+        QVERIFY(!desk.screen.ilerleme.isShown());
 
         desk.t.sqlServer.statements.clear();
         desk.t.boxes.expect(

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/sqlserver.h"
 #include "store/program.h"
 #include "support/failing.h"
 

@@ -75,7 +75,8 @@ QWidget *CrWindow::cards()
 
 QStatusBar *CrWindow::statusBar()
 {
-    auto *bar = transferStatusBar(u"Cari Kart Sayısı:"_s, m_cr.kartSayisi, m_cr.bilgi, m_cr.pr1);
+    auto *bar =
+        transferStatusBar(u"Cari Kart Sayısı:"_s, m_cr.kartSayisi, m_cr.bilgi, m_cr.ilerleme);
     bar->addPermanentWidget(valueLabel(u"sb1_3"_s, m_date));
     bar->addPermanentWidget(valueLabel(u"sb1_4"_s, m_time));
     auto *timer = new QTimer(this);

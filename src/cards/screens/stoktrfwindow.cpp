@@ -30,7 +30,7 @@ StoktrfWindow::StoktrfWindow(Program &program, QWidget *parent)
     column->addWidget(choices());
     column->addWidget(cards(), 1);
     column->addWidget(transferStatusBar(u"Stok Kart Sayısı:"_s, m_stoktrf.kartSayisi,
-                                        m_stoktrf.bilgi, m_stoktrf.pr1));
+                                        m_stoktrf.bilgi, m_stoktrf.ilerleme));
 
     letClose(this, strip);
     connect(new FileDrop(this), &FileDrop::dropped, this,

@@ -31,7 +31,7 @@ StWindow::StWindow(Program &program, QWidget *parent)
     column->addWidget(commands());
     column->addWidget(choices());
     column->addWidget(cards(), 1);
-    column->addWidget(transferStatusBar({}, m_nothing, m_st.bilgi, m_st.pr1));
+    column->addWidget(transferStatusBar({}, m_nothing, m_st.bilgi, m_st.ilerleme));
 
     letClose(this, strip);
     bindHourglass(this, m_st.bekle);

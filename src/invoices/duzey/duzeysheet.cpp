@@ -1,10 +1,10 @@
 #include "invoices/duzey/duzeysheet.h"
 
 #include "base/failure.h"
-#include "frame/text/numbers.h"
-#include "frame/text/spellings.h"
 #include "invoices/columns.h"
 #include "invoices/screendata.h"
+#include "text/numbers.h"
+#include "text/spellings.h"
 
 #include <array>
 

@@ -41,7 +41,7 @@ public:
     TextField Text1{QStringLiteral("Sheet1")};        ///< name of the sheet
     TextField baslik{QStringLiteral("DÜZEY FATURA")}; ///< caption of bar1
     TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
-    ProgressField pr1;
+    ProgressField ilerleme;
     CheckField bekle; ///< an export is on: the pointer is an hourglass
     ScreenLink link;
 

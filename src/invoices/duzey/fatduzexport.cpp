@@ -1,9 +1,9 @@
 #include "invoices/duzey/fatduz.h"
 
-#include "frame/text/numbers.h"
-#include "frame/text/spellings.h"
 #include "invoices/columns.h"
-#include "logoxml/transfer.h"
+#include "text/numbers.h"
+#include "text/spellings.h"
+#include "transfer/target.h"
 
 namespace kervan {
 
@@ -36,12 +36,12 @@ void Fatduz::kaydet(const QString &dosya)
         return;
     bilgi.setText({});
     bekle.setChecked(true);
-    pr1.start(l1().tickedCount());
+    ilerleme.start(l1().tickedCount());
     InvoiceDocument document(fatbilgi.text(), duzeyTemplates());
     writeInvoices(document);
     bilgi.setText(m_eksikler.note());
-    note(passOver([&] { belgeyaz(document.belge(), Yol::bir, dosya); }));
-    pr1.finish();
+    note(passOver([&] { belgeyaz(document.belge(), DocumentEnd::LineEnd, dosya); }));
+    ilerleme.finish();
     bekle.setChecked(false);
     tellDone(m_program.boxes);
 }
@@ -52,7 +52,7 @@ void Fatduz::writeInvoices(InvoiceDocument &document)
     for (int row = 0; row < l1().rows(); ++row) {
         if (!l1().ticked(row))
             continue;
-        pr1.step();
+        ilerleme.step();
         const QString &faturano = l1().cell(row, L1::FaturaNumarasi);
         if (const auto failed = passOver([&] { liste3yukle(faturano); }))
             m_eksikler.add(faturano, *failed);

@@ -1,8 +1,8 @@
 #include "invoices/duzey/fatduz.h"
 
-#include "frame/text/numbers.h"
 #include "invoices/columns.h"
 #include "invoices/efatura.h"
+#include "text/numbers.h"
 
 namespace kervan {
 
@@ -51,7 +51,7 @@ void Fatduz::readSheet()
         liste.Check2.setChecked(false); // as the ticks are
         m_onceki.clear();
         const auto sheet = openSheet();
-        pr1.start(sheet->rows());
+        ilerleme.start(sheet->rows());
         if (sheet->rows() == 0)
             return;
         const QString caption = captionOf(fatbilgi.text());
@@ -63,12 +63,12 @@ void Fatduz::readSheet()
             if (fieldOf(*sheet, record, Duzey::FaturaTipi) != caption)
                 continue;
             takeRecord(*sheet, record);
-            pr1.setValue(counter);
+            ilerleme.setValue(counter);
         }
     }
-    pr1.finish();
+    ilerleme.finish();
     liste.showRowCount();
-    efaturabul(l1(), link, pr1, m_program.boxes);
+    efaturabul(l1(), link, ilerleme, m_program.boxes);
 }
 
 // Only records that follow each other make one invoice.

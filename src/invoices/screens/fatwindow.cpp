@@ -41,11 +41,11 @@ FatWindow::FatWindow(Program &program, QWidget *parent)
     connect(&m_fat.baslik, &TextField::changed, m_l1,
             [this] { m_l1->setEmptyText(u"Listede gösterilecek fatura yok."_s); });
     column->addWidget(invoiceLists(m_l1, lineView(m_fat.l2)), 1);
-    column->addWidget(
-        transferStatusBar(u"Fatura Sayısı:"_s, m_fat.liste.satirSayisi, m_fat.bilgi, m_fat.pr1));
+    column->addWidget(transferStatusBar(u"Fatura Sayısı:"_s, m_fat.liste.satirSayisi, m_fat.bilgi,
+                                        m_fat.ilerleme));
 
     bind(m_strip->caption(), m_fat.baslik);
-    m_strip->addNote(valueLabel(u"Label9"_s, m_fat.link.Label9));
+    m_strip->addNote(valueLabel(u"Label9"_s, m_fat.link.durum));
     letClose(this, m_strip);
     m_fat.load();
     findChild<QPushButton *>(u"chameleonButton5"_s)->setFocus();

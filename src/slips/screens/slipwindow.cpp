@@ -32,7 +32,7 @@ SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
     column->addWidget(head());
     column->addWidget(lists(), 1);
     column->addWidget(transferStatusBar(u"Cari Haraket Sayısı:"_s, m_screen.hareketSayisi,
-                                        m_screen.bilgi, m_screen.pr1));
+                                        m_screen.bilgi, m_screen.ilerleme));
     addHidden();
 
     letClose(this, strip);

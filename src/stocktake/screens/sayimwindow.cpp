@@ -22,7 +22,7 @@ SayimWindow::SayimWindow(Program &program, QWidget *parent)
     setObjectName(u"sayimform"_s);
     setWindowTitle(u"Sayım Transferi"_s);
     auto *strip = titleStrip(u"SAYIM AKTARIMI"_s);
-    strip->addNote(valueLabel(u"Label9"_s, m_sayimform.link.Label9));
+    strip->addNote(valueLabel(u"Label9"_s, m_sayimform.link.durum));
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins(8, 8, 8, 4);
     column->setSpacing(6);
@@ -30,7 +30,7 @@ SayimWindow::SayimWindow(Program &program, QWidget *parent)
     column->addWidget(commands());
     column->addWidget(counts(), 1);
     column->addWidget(transferStatusBar(u"Sayım Sayısı:"_s, m_sayimform.sayimSayisi,
-                                        m_sayimform.bilgi, m_sayimform.pr1));
+                                        m_sayimform.bilgi, m_sayimform.ilerleme));
 
     letClose(this, strip);
     connect(new FileDrop(this), &FileDrop::dropped, this,

@@ -35,10 +35,10 @@ FatduzWindow::FatduzWindow(Program &program, QWidget *parent)
     column->addWidget(filters());
     column->addWidget(lists(), 1);
     column->addWidget(transferStatusBar(u"Fatura Sayısı:"_s, m_fatduz.liste.satirSayisi,
-                                        m_fatduz.bilgi, m_fatduz.pr1));
+                                        m_fatduz.bilgi, m_fatduz.ilerleme));
 
     bind(strip->caption(), m_fatduz.baslik);
-    strip->addNote(valueLabel(u"Label9"_s, m_fatduz.link.Label9));
+    strip->addNote(valueLabel(u"Label9"_s, m_fatduz.link.durum));
     letClose(this, strip);
     bindHourglass(this, m_fatduz.bekle);
     m_fatduz.load();

@@ -3,12 +3,12 @@
 
 #include "app/realports.h"
 #include "app/samples.h"
-#include "app/tour/stops.h"
 #include "base/failure.h"
 #include "controls/theme.h"
 #include "frame/mainwindow.h"
 #include "odbc/odbcserver.h"
 #include "store/installation.h"
+#include "tour/stops.h"
 
 #include <QApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "app/tour/tour.h"
+#include "tour/tour.h"
 
 #include <QAbstractButton>
 #include <QApplication>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/text/masks.h"
+#include "text/masks.h"
 
 #include <QString>
 

@@ -1,4 +1,4 @@
-#include "frame/text/numbers.h"
+#include "text/numbers.h"
 
 #include "base/failure.h"
 

@@ -1,4 +1,4 @@
-#include "frame/text/spellings.h"
+#include "text/spellings.h"
 
 namespace kervan {
 
@@ -19,7 +19,7 @@ QString tarihanahtari(const QString &year, const QString &month, const QString &
 QString tarihcevir(QStringView fileDate)
 {
     const auto piece = [&](int first, int length) {
-        return columns(fileDate, first, length).toString();
+        return cut(fileDate, first, length).toString();
     };
     return piece(7, 2) + u'.' + piece(5, 2) + u'.' + piece(1, 4);
 }
@@ -45,7 +45,7 @@ QStringView trimmedBlanks(QStringView text)
     return text;
 }
 
-QStringView columns(QStringView text, int first, int length)
+QStringView cut(QStringView text, int first, int length)
 {
     const qsizetype from = first - 1;
     if (from >= text.size())

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "app/tour/tour.h"
 #include "support/tds/tdsstandin.h"
+#include "tour/tour.h"
 
 namespace kervan {
 

@@ -1,9 +1,9 @@
 #include "base/codepage.h"
-#include "frame/text/dates.h"
-#include "frame/text/ini.h"
-#include "frame/text/numbers.h"
-#include "frame/text/spellings.h"
 #include "support/fakes.h"
+#include "text/dates.h"
+#include "text/ini.h"
+#include "text/numbers.h"
+#include "text/spellings.h"
 
 using namespace kervan;
 
@@ -129,9 +129,9 @@ private Q_SLOTS:
         QCOMPARE(sonbosluksil(u"  a b  ") + sonbosluksil(u"   "), u"  a b"_s);
         QCOMPARE(sonbosluksil(u"a\t ") + sonbosluksil(u"b\u00A0"), u"a\tb\u00A0"_s);
         QCOMPARE(trimmedBlanks(u" \ta b  "), u"\ta b");
-        QCOMPARE(columns(u"abcdef", 1, 2), u"ab");
-        QCOMPARE(columns(u"abcdef", 5, 4), u"ef");
-        QVERIFY(columns(u"abcdef", 7, 1).isEmpty() && columns(u"", 1, 3).isEmpty());
+        QCOMPARE(cut(u"abcdef", 1, 2), u"ab");
+        QCOMPARE(cut(u"abcdef", 5, 4), u"ef");
+        QVERIFY(cut(u"abcdef", 7, 1).isEmpty() && cut(u"", 1, 3).isEmpty());
     }
 
     void aValueIsFoundBySectionAndKeyWithoutCase()

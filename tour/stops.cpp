@@ -1,4 +1,4 @@
-#include "app/tour/stops.h"
+#include "tour/stops.h"
 
 #include <QApplication>
 #include <QCheckBox>

@@ -1,4 +1,4 @@
-#include "frame/text/ini.h"
+#include "text/ini.h"
 
 #include "base/codepage.h"
 #include "base/failure.h"

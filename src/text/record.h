@@ -1,6 +1,6 @@
 #pragma once
 
-#include "frame/text/spellings.h"
+#include "text/spellings.h"
 
 #include <QString>
 
@@ -35,13 +35,27 @@ template<class Put>
 void cutRecord(QStringView line, std::span<const RecordField> fields, Put &&put)
 {
     for (const RecordField &field : fields)
-        put(field.cell, field.treat(columns(line, field.first, field.length)));
+        put(field.cell, field.treat(cut(line, field.first, field.length)));
 }
 
-/// Treatment: blanks removed at both ends.
+// Treatments of a field.
+
+/// As it stands, blanks and all.
+inline QString untouchedField(QStringView field)
+{
+    return field.toString();
+}
+
+/// Blanks removed at both ends.
 inline QString trimmedField(QStringView field)
 {
     return trimmedBlanks(field).toString();
+}
+
+/// Every blank removed.
+inline QString fieldWithoutBlanks(QStringView field)
+{
+    return field.toString().remove(u' ');
 }
 
 } // namespace kervan

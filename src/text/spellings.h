@@ -22,8 +22,9 @@ QString sonbosluksil(QStringView text);
 /// Removes blanks (code 32 only) from both ends.
 QStringView trimmedBlanks(QStringView text);
 
-/// Characters `first` (from 1) to `first + length - 1`, as far as the text has them.
-QStringView columns(QStringView text, int first, int length);
+/// Cuts by position: characters `first` (from 1) to `first + length - 1`, as far as the text has
+/// them.
+QStringView cut(QStringView text, int first, int length);
 
 /// Source spelling (1234.56) to cell spelling (1234,56), and back.
 QString pointToComma(QStringView text);

@@ -1,4 +1,4 @@
-#include "frame/text/dates.h"
+#include "text/dates.h"
 
 #include "base/failure.h"
 

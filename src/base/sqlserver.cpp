@@ -1,4 +1,4 @@
-#include "base/ports.h"
+#include "base/sqlserver.h"
 
 #include "base/failure.h"
 

@@ -1,0 +1,28 @@
+#pragma once
+
+#include "store/program.h"
+
+#include <QString>
+
+#include <optional>
+
+namespace kervan {
+
+// Where a document goes, and the box at its end.
+
+/// The name that a save dialog gave, with ".xml" added unless its last four characters are exactly
+/// that: "a.XML" becomes "a.XML.xml".
+QString xmlAdi(const QString &name);
+
+/// What a save dialog for documents starts with: the program's folder "logo xml" while the target
+/// of cari documents `xc` is empty, else the target of invoice documents `xf`. The rules
+/// test the one and take the other, and both halves are part of them.
+QString ilkKlasor(const QString &programFolder, const QString &xc, const QString &xf);
+
+/// Asks for the document's name, which then ends in ".xml"; nothing on cancel.
+std::optional<QString> askTarget(Program &program, const QString &title);
+
+/// The box at the end of a save.
+void tellDone(Boxes &boxes);
+
+} // namespace kervan
