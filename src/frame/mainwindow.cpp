@@ -235,8 +235,8 @@ QDialog *MainWindow::makeKdvmu()
     auto *window = new KdvmuWindow(m_program, this);
     connect(window, &KdvmuWindow::saved, this, [this](const QString &head, const QString &line) {
         if (auto *fat = openScreen<FatWindow>(u"fat"_s)) {
-            fat->fat().kdvmuafiyetgenel = head;
-            fat->fat().kdvmuafiyetsatir = line;
+            fat->fat().tanimlar.kdvmuafiyetgenel = head;
+            fat->fat().tanimlar.kdvmuafiyetsatir = line;
         }
     });
     return window;

@@ -3,19 +3,15 @@
 #include "base/failure.h"
 #include "base/fields.h"
 #include "base/grid.h"
-#include "invoices/bif.h"
+#include "invoices/biflines.h"
 #include "invoices/exporting.h"
-#include "invoices/invoicedocument.h"
+#include "invoices/invoicedefinitions.h"
 #include "invoices/invoicelist.h"
-#include "invoices/lineamounts.h"
-#include "invoices/prices.h"
-#include "invoices/screendata.h"
 #include "logolink/screenlink.h"
 #include "store/program.h"
 
 #include <QString>
 
-#include <array>
 #include <optional>
 
 namespace kervan {
@@ -28,6 +24,7 @@ struct MuhKayit
 
 /// The SAP invoice transfer: a .bif file into the invoice list, ticked rows into an invoice
 /// document and the cash slips of the small ones. The grids are the only model of the invoices.
+/// The list is read in fatread.cpp and exported in fatexport.cpp.
 class Fat
 {
 public:
@@ -37,20 +34,19 @@ public:
     void load();
 
     InvoiceList liste;
-    Grid l2;    ///< lines of the row clicked on
-    Grid l3;    ///< lines of the invoice in hand during an export
-    Grid lbrm;  ///< unit word of the source, Logo unit code
-    Grid persl; ///< Logo personnel code, personnel code of the source
+    InvoiceDefinitions tanimlar;
+    Grid l2; ///< lines of the row clicked on
+    Grid l3; ///< lines of the invoice in hand during an export
 
-    ChoiceField c1, c2, c3, c4, c5, pers, fatbilgi;
-    TextField kdyaz, odmplnkod;
+    ChoiceField kdvOrani;     ///< of the accounting row
+    ChoiceField birimSeti;    ///< what the user types; asked for before a save and used by nothing
+    ChoiceField odemePlani;   ///< code and text of the payment plan
+    TextField odemePlaniKodu; ///< its code, which goes into the document
+    ChoiceField faturaTuru;   ///< begins with the kind: 10, 20, 30, 40 or 80
     TextField baslik{QStringLiteral("FATURA")}; ///< caption of bar1
     TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
     ProgressField ilerleme;
     ScreenLink link;
-
-    QString kdvmuafiyetgenel;
-    QString kdvmuafiyetsatir;
 
     // What the definition screens tell an open screen.
     void yukle();
@@ -60,12 +56,12 @@ public:
     void dosyaac();
     void dosyaac(const QString &path); ///< the same with a file that is picked already
     void otomatikac() { umurlarfaturabaslikoku(); }
-    void c1sec();
-    void c2sec();
-    void c3sec();
-    void c5sec();
-    void yenidenoku(); ///< a click on `pers` or `fatbilgi`
-    void check1sec();
+    void kdvoranisec();
+    void birimsetisec();
+    void firmasec() { tanimlar.firmasec(); }
+    void odemeplanisec();
+    void yenidenoku(); ///< a click on the staff or on the kind of invoices
+    void tariharaligisec();
     void tarihdegisti();
     void satirsec(int row);
     void logoyaaktar();
@@ -74,51 +70,33 @@ public:
     // Procedures.
     void umurlarfaturabaslikoku();
     void umurlardetaylioku(const QString &faturano);
-    std::optional<Failure> liste3yukle(const QString &faturano);
     void kaydet(const QString &dosya);
 
 private:
-    // An export walks the file once, and asks for each price once.
-    struct Export
-    {
-        Export(Program &program, const QString &dosyaadi, const QSet<QString> &numbers);
-        Prices prices;
-        BifIndex file;
-    };
-
     Grid &l1() { return liste.l1; }
-    void loadPlansAndRates(LocalDb &db);
+    void loadPlansAndRates();
     void warn(const QString &text);
     void warnAt(const QString &text, TextField &field);
     void note(const std::optional<Failure> &failed);
 
     // Reading.
-    LineLookups lookupsIn(Prices &prices) const;
     void readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar);
     void takeHeader(QStringView line);
     void takeCollection(QStringView line);
     void showMissingPrices(const QString &fiyatsizlar);
-    void faturakasafisnoyaz();
 
     // Exporting.
-    void writeInvoices(InvoiceDocument &document);
-    void writeInvoice(InvoiceDocument &document, int row);
-    void writeLines(InvoiceDocument &document, float &gross);
-    std::array<QString, 14> cashValues(int row) const;
+    QSet<QString> tickedNumbers() const;
+    InvoiceSource sourceOf(BifLines &lines);
     InvoiceHead headOf(int row) const;
-    InvoiceGoods goodsOf(int row) const;
-    void kasacariislemnokaydet();
-    void exeldenkasanakitkaydet(const QString &dosya);
+    InvoiceGoods goodsOf(int line) const;
+    std::optional<GeneralDiscount> discountOf(int row) const;
 
     Program &m_program;
-    FirmaKayit firmakayit;
-    MuhKayit muhkayit;
-    QString kasakodu;
-    QString dosyaadi;
-    bool dosyaacik = false; // "Fatura Dosyası Aç" was pressed, or a file dropped
-    double kasaislemsayac = 0;
-    std::optional<Export> m_export;
-    IncompleteInvoices m_eksikler;
+    MuhKayit m_muhkayit; // of the rate that was chosen; empty before
+    QString m_dosyaadi;
+    bool m_dosyaacik = false; // "Fatura Dosyası Aç" was pressed, or a file dropped
+    double m_kasaislemsayac = 0;
 };
 
 } // namespace kervan

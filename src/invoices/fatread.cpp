@@ -1,9 +1,10 @@
 #include "invoices/fat.h"
 
 #include "base/failure.h"
+#include "invoices/cashslips.h"
 #include "invoices/columns.h"
 #include "invoices/efatura.h"
-#include "store/sidefiles.h"
+#include "invoices/lineamounts.h"
 #include "text/numbers.h"
 
 namespace kervan {
@@ -14,29 +15,29 @@ void Fat::umurlarfaturabaslikoku()
 {
     QString fiyatsizlar;
     bilgi.setText({});
-    kasaislemsayac = number(kasacariislemno(m_program)).value_or(0);
+    m_kasaislemsayac = kasacariislemno(m_program);
     {
         const Grid::Refill refill(l1());
         l1().clear();
-        liste.Check2.setChecked(false); // as the ticks are
+        liste.tumunuSec.setChecked(false); // as the ticks are
         std::optional<Prices> prices;
         note(passOver([&] { prices.emplace(m_program.db, m_program.path(u"data.dbs")); }));
-        if (!dosyaadi.isEmpty())
+        if (!m_dosyaadi.isEmpty())
             note(passOver([&] { readHeaders(prices, fiyatsizlar); }));
     }
     if (!fiyatsizlar.isEmpty())
         showMissingPrices(fiyatsizlar);
     liste.listedolu = !l1().isEmpty();
     liste.showRowCount();
-    if (dosyaacik && liste.Check1.isChecked())
+    if (m_dosyaacik && liste.tarihAraligi.isChecked())
         note(endQuietly([this] { liste.tarihbelirle(); }));
     efaturabul(l1(), link, ilerleme, m_program.boxes);
-    faturakasafisnoyaz();
+    faturakasafisnoyaz(m_program, l1());
 }
 
 void Fat::readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar)
 {
-    LineReader reader(dosyaadi);
+    LineReader reader(m_dosyaadi);
     while (reader.next()) {
         const QStringView line = reader.line();
         if (isLine(line)) {
@@ -54,9 +55,11 @@ void Fat::readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar)
     }
 }
 
+// The row before is only now known to be whole: its collection becomes the default, whatever a
+// collection record gave it.
 void Fat::takeHeader(QStringView line)
 {
-    ++kasaislemsayac;
+    ++m_kasaislemsayac;
     const int previous = l1().rows() - 1;
     if (previous >= 0) {
         l1().setCell(previous, L1::TahsilatOrani, u"100"_s);
@@ -65,7 +68,7 @@ void Fat::takeHeader(QStringView line)
     }
     const int row = l1().addRow({});
     cutHeader(line, l1(), row);
-    const QString personel = perseslestir(persl, l1().cell(row, L1::SapPersonelKodu));
+    const QString personel = tanimlar.perseslestir(l1().cell(row, L1::SapPersonelKodu));
     l1().setCell(row, L1::BelgeNumarasi, personel);
     l1().setCell(row, L1::LogoPersonelKodu, personel);
 }
@@ -75,7 +78,7 @@ void Fat::takeCollection(QStringView line)
     const auto read = number(pointToComma(collectionRate(line)));
     if (read.value_or(0) <= 0)
         return;
-    ++kasaislemsayac;
+    ++m_kasaislemsayac;
     const int row = l1().rows() - 1;
     passOver([&] {
         const float rate = toSingleNumber(masked(*read, "#0.0000"_mask));
@@ -96,26 +99,6 @@ void Fat::showMissingPrices(const QString &fiyatsizlar)
     m_program.boxes.show({.text = trimmedBlanks(text).toString()});
 }
 
-void Fat::faturakasafisnoyaz()
-{
-    double counter = number(kasacariislemno(m_program)).value_or(0);
-    const Grid::Refill refill(l1());
-    for (int row = 0; row < l1().rows(); ++row) {
-        const QString digits = masked(++counter, "000000"_mask);
-        l1().setCell(row, L1::IslemNo, u"NT"_s + digits);
-        l1().setCell(row, L1::KasaIslemNo, u"KN"_s + digits);
-    }
-}
-
-LineLookups Fat::lookupsIn(Prices &prices) const
-{
-    return {.satisfiyatibul = [&prices](const QString &kod) { return prices.satisfiyatibul(kod); },
-            .birimbul =
-                [this](const QString &kelime) {
-                    return birimbul(lbrm, kelime);
-                }};
-}
-
 void Fat::umurlardetaylioku(const QString &faturano)
 {
     const Grid::Refill refill(l2);
@@ -124,31 +107,10 @@ void Fat::umurlardetaylioku(const QString &faturano)
         return;
     note(endQuietly([&] {
         Prices prices(m_program.db, m_program.path(u"data.dbs"));
-        const LineLookups lookups = lookupsIn(prices);
-        walkInvoice(dosyaadi, faturano,
+        const LineLookups lookups{prices, tanimlar.lbrm};
+        walkInvoice(m_dosyaadi, faturano,
                     [&](QStringView line) { addToL2(cutLine(line), lookups, l2); });
     }));
-}
-
-std::optional<Failure> Fat::liste3yukle(const QString &faturano)
-{
-    const Grid::Refill refill(l3);
-    l3.clear();
-    if (faturano.isEmpty())
-        return std::nullopt;
-    return endQuietly([&] {
-        const auto takeInto = [this](const LineLookups &lookups) {
-            return [this, lookups](QStringView line) {
-                addToL3(cutLine(line), lookups, l3);
-            };
-        };
-        if (m_export) {
-            m_export->file.walkInvoice(faturano, takeInto(lookupsIn(m_export->prices)));
-        } else {
-            Prices prices(m_program.db, m_program.path(u"data.dbs"));
-            walkInvoice(dosyaadi, faturano, takeInto(lookupsIn(prices)));
-        }
-    });
 }
 
 } // namespace kervan

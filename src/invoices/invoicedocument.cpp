@@ -129,13 +129,13 @@ QByteArray ofKind(QByteArray head, QStringView kind)
 
 } // namespace
 
-InvoiceDocument::InvoiceDocument(const QString &fatbilgi)
-    : InvoiceDocument(fatbilgi, {.xl1 = sablon(u"xl1"_s), .xl2 = sablon(u"xl2"_s)})
+InvoiceTemplates sapTemplates()
 {
+    return {.xl1 = sablon(u"xl1"_s), .xl2 = sablon(u"xl2"_s)};
 }
 
-InvoiceDocument::InvoiceDocument(const QString &fatbilgi, const InvoiceTemplates &templates)
-    : m_head(ofKind(templates.xl1, QStringView(fatbilgi).left(2)), placeholders(headSteps({})))
+InvoiceDocument::InvoiceDocument(const QString &faturaTuru, const InvoiceTemplates &templates)
+    : m_head(ofKind(templates.xl1, QStringView(faturaTuru).left(2)), placeholders(headSteps({})))
     , m_line(templates.xl2, placeholders(lineSteps({}, {})))
     , m_lineDiscount(sablon(u"xl3"_s), placeholders(lineDiscountSteps({}, {}, {})))
     , m_generalDiscount(sablon(u"xl4"_s))
@@ -143,7 +143,7 @@ InvoiceDocument::InvoiceDocument(const QString &fatbilgi, const InvoiceTemplates
     , m_baslik(sablon(u"baslik"_s))
     , m_sonu(sablon(u"sonu"_s))
 {
-    if (fatbilgi.startsWith(u"20") || fatbilgi.startsWith(u"40")) {
+    if (faturaTuru.startsWith(u"20") || faturaTuru.startsWith(u"40")) {
         m_baslik.replace("SALES_INVOICES", "PURCHASE_INVOICES");
         m_sonu.replace("SALES_INVOICES", "PURCHASE_INVOICES");
     }

@@ -52,6 +52,8 @@ struct InvoiceTemplates
     QByteArray xl1;
     QByteArray xl2;
 };
+/// Those of the SAP invoices; other sources replace places of them.
+InvoiceTemplates sapTemplates();
 
 /// The document of ticked invoices, put together invoice by invoice and line by line.
 class InvoiceDocument
@@ -60,9 +62,8 @@ public:
     /// An invoice has room for this many lines; one beyond it is lost.
     static constexpr int mostLines = 60000;
 
-    /// `fatbilgi` begins with the invoice kind: 10, 20, 30, 40 or 80.
-    explicit InvoiceDocument(const QString &fatbilgi);
-    InvoiceDocument(const QString &fatbilgi, const InvoiceTemplates &templates);
+    /// `faturaTuru` begins with the invoice kind: 10, 20, 30, 40 or 80.
+    InvoiceDocument(const QString &faturaTuru, const InvoiceTemplates &templates);
 
     void beginInvoice(const InvoiceHead &head);
     void addLine(const InvoiceGoods &goods);

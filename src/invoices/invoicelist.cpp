@@ -87,8 +87,8 @@ void InvoiceList::tumgoster()
 
 void InvoiceList::tarihbelirle()
 {
-    const QString first = keyOf(d1.date());
-    const QString last = keyOf(d2.date());
+    const QString first = keyOf(ilkTarih.date());
+    const QString last = keyOf(sonTarih.date());
     l1.keepWhere([&](int row) {
         const QString key = keyOf(l1.cell(row, L1::FaturaTarihi));
         return first <= key && key <= last;
@@ -100,7 +100,7 @@ QList<int> InvoiceList::unvanara() const
 {
     QList<int> found;
     for (int row = 0; row < l1.rows(); ++row) {
-        if (l1.cell(row, L1::Unvani).contains(crara.text()))
+        if (l1.cell(row, L1::Unvani).contains(arananUnvan.text()))
             found << row;
     }
     return found;

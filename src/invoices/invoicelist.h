@@ -19,12 +19,12 @@ public:
     InvoiceList(QList<GridColumn> columns, Boxes &boxes, std::function<void()> reread);
 
     Grid l1;
-    bool listedolu = false; ///< the list had rows at the end of the last read
-    CheckField Check1;      ///< date filter on
-    CheckField Check2;      ///< tick all
-    DateField d1;
-    DateField d2;
-    TextField crara;
+    bool listedolu = false;  ///< the list had rows at the end of the last read
+    CheckField tarihAraligi; ///< date filter on
+    CheckField tumunuSec;    ///< tick all
+    DateField ilkTarih;
+    DateField sonTarih;
+    TextField arananUnvan;
     TextField satirSayisi; ///< second panel of the status bar
 
     void showRowCount();
@@ -37,12 +37,12 @@ public:
     void efatolmgoster();
     void tumgoster();
 
-    /// Check2 was changed: every tick takes its state.
-    void check2degisti() { l1.setAllTicked(Check2.isChecked()); }
-    /// Removes the rows dated outside `d1` to `d2`. A row without a date that can be compared ends
-    /// the walk as a Failure, and it and the rows after it stay.
+    /// tumunuSec was changed: every tick takes its state.
+    void tumunusecdegisti() { l1.setAllTicked(tumunuSec.isChecked()); }
+    /// Removes the rows dated outside `ilkTarih` to `sonTarih`. A row without a date that can be
+    /// compared ends the walk as a Failure, and it and the rows after it stay.
     void tarihbelirle();
-    /// The rows whose title holds the text of `crara`, case counting.
+    /// The rows whose title holds the text of `arananUnvan`, case counting.
     QList<int> unvanara() const;
     /// Asks, and removes the ticked rows.
     void secilenlerisil();

@@ -1,6 +1,7 @@
 #include "invoices/lineamounts.h"
 
 #include "invoices/columns.h"
+#include "invoices/invoicedefinitions.h"
 #include "text/numbers.h"
 
 namespace kervan {
@@ -12,7 +13,6 @@ namespace {
 constexpr double packsPerCarton = 10;
 constexpr double extraTaxPercent = 18;
 constexpr double vatFactor = 1.18;
-const QString vatPercent = u"18"_s;
 
 // A line sells in packs, or from ten packs on in cartons of ten. Quantities and the carton price
 // are single precision, everything else is double and read back from the cell texts.
@@ -39,12 +39,12 @@ QString cartonPrice(const InvoiceLine &line)
 
 QString unitCode(const Selling &unit, const LineLookups &lookups)
 {
-    return lookups.birimbul(unit.cartons ? u"KARTON"_s : u"PAKET"_s);
+    return birimbul(lookups.lbrm, unit.cartons ? u"KARTON"_s : u"PAKET"_s);
 }
 
 QString dealerAmount(const InvoiceLine &line, const LineLookups &lookups, const Selling &unit)
 {
-    const double price = toNumber(lookups.satisfiyatibul(line.urunKodu));
+    const double price = toNumber(lookups.prices.satisfiyatibul(line.urunKodu));
     return toText((unit.cartons ? price * packsPerCarton : price) * unit.quantity);
 }
 
@@ -73,7 +73,7 @@ void addToL3(const InvoiceLine &line, const LineLookups &lookups, Grid &l3)
     set(L3::Tutar, unit.cartons ? carton : line.tutar);
     set(L3::Birim, unitCode(unit, lookups));
     set(L3::BayiSatisFiyati, dealerAmount(line, lookups, unit));
-    set(L3::Kdv, vatPercent);
+    set(L3::Kdv, u"18"_s);
     set(L3::IndirimTutari, u"0"_s);
     set(L3::KdvTutari, u"0"_s);
     for (int column = L3::Yuzde1; column <= L3::Tipi; ++column)
@@ -103,7 +103,7 @@ void addToL2(const InvoiceLine &line, const LineLookups &lookups, Grid &l2)
     set(L2::Tutar,
         u"%1  (%2)"_s.arg(unit.cartons ? cartonPrice(line) : line.tutar, unitCode(unit, lookups)));
     set(L2::BayiSatisFiyati, dealerAmount(line, lookups, unit));
-    set(L2::Kdv, vatPercent);
+    set(L2::Kdv, u"18"_s);
     set(L2::IndirimTutari, u"0"_s);
     set(L2::KdvTutari, u"0"_s);
     set(L2::Toplam, line.tutar);

@@ -2,16 +2,15 @@
 
 #include "base/grid.h"
 #include "invoices/bif.h"
-
-#include <functional>
+#include "invoices/prices.h"
 
 namespace kervan {
 
 /// What the lines of an invoice are looked up in.
 struct LineLookups
 {
-    std::function<QString(const QString &kod)> satisfiyatibul;
-    std::function<QString(const QString &kelime)> birimbul;
+    Prices &prices;
+    const Grid &lbrm; ///< unit word of the source, Logo unit code
 };
 
 /// Adds a source line to the working copy `l3`: packs or cartons, dealer price, margin, extra tax

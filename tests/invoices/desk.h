@@ -72,6 +72,12 @@ insert into per values (Null,'LP1','S1'))"_s));
         writeBytes(t.path(u"kaynak.bif"_s), bif);
         fat.dosyaac(t.path(u"kaynak.bif"_s));
     }
+    /// Fills `l3` as an export does for one invoice; what failed at it, if anything.
+    std::optional<Failure> liste3yukle(const QString &faturano)
+    {
+        BifLines lines(t.program, t.path(u"kaynak.bif"_s), {faturano});
+        return passOver([&] { lines.liste3yukle(faturano, fat.tanimlar.lbrm, fat.l3); });
+    }
     void tick(const QList<int> &rows)
     {
         for (const int row : rows)

@@ -54,12 +54,14 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
             Fat fat(desk.t.program);
             fat.load();
             fat.yukle(); // the lists follow the definition screens and don't grow
-            QStringList found{desk.t.program.folders.xf, fat.c5.entries().join(u','),
-                              fat.kdyaz.text()};
-            found << fat.c1.entries() << fat.c3.entries() << column(fat.lbrm, 1)
-                  << column(fat.persl, 1) << fat.c4.entries().join(u',');
+            QStringList found{desk.t.program.folders.xf, fat.odemePlani.entries().join(u','),
+                              fat.tanimlar.genelKdv.text()};
+            found << fat.kdvOrani.entries() << fat.tanimlar.firma.entries()
+                  << column(fat.tanimlar.lbrm, 1) << column(fat.tanimlar.persl, 1)
+                  << fat.tanimlar.ozelKod.entries().join(u',');
             QCOMPARE(found.join(u' ').trimmed(), filled.first(broken).join(u' '));
-            QCOMPARE(fat.kdvmuafiyetgenel + fat.kdvmuafiyetsatir, u"genel, tam"_s);
+            QCOMPARE(fat.tanimlar.kdvmuafiyetgenel + fat.tanimlar.kdvmuafiyetsatir,
+                     u"genel, tam"_s);
         }
     }
 
@@ -71,10 +73,10 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
         desk.open(three());
         desk.tick({0});
         for (const QString &text : {u"Merkez"_s, u"18"_s, u"Ali'nin"_s, u"yok"_s, u""_s}) {
-            desk.fat.c3.setText(text);
-            desk.fat.c3sec();
-            desk.fat.c1.setText(text);
-            desk.fat.c1sec();
+            desk.fat.tanimlar.firma.setText(text);
+            desk.fat.firmasec();
+            desk.fat.kdvOrani.setText(text);
+            desk.fat.kdvoranisec();
         }
         const QByteArray document = desk.exported();
         for (const char *element :
@@ -92,34 +94,35 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
         };
         desk.t.program.folders.ef = u"/kaynaklar"_s;
         desk.l1.addRow(u"by hand"_s);
-        QCOMPARE(left(&Fat::check1sec) + left(&Fat::yenidenoku), u"--"_s); // not pressed yet
+        QCOMPARE(left(&Fat::tariharaligisec) + left(&Fat::yenidenoku), u"--"_s); // not pressed yet
         desk.t.dialogs.answers << std::nullopt << std::nullopt;
         QCOMPARE(left(qOverload<>(&Fat::dosyaac)), u"-"_s);
         QCOMPARE(desk.t.dialogs.asked[0].filter, u"Bif Dosyaları (bif)|*.bif"_s);
         QCOMPARE(desk.t.dialogs.asked[0].start, u"/kaynaklar"_s);
-        QCOMPARE(left(&Fat::check1sec), u"0"_s); // unticked: reads again, and there is no file
+        QCOMPARE(left(&Fat::tariharaligisec),
+                 u"0"_s); // unticked: reads again, and there is no file
 
         desk.open(three());
         desk.tick({0, 1, 2});
-        list.d2.setDate(QDate(2024, 3, 7));
+        list.sonTarih.setDate(QDate(2024, 3, 7));
         QCOMPARE(left(qOverload<>(&Fat::dosyaac)), u"NT000001,NT000002,NT000003xxx3"_s);
         QCOMPARE(left(&Fat::tarihdegisti), u"NT000001,NT000002,NT000003xxx3"_s); // not ticked
-        list.Check1.setChecked(true);
-        QCOMPARE(left(&Fat::check1sec), u"NT000002x1"_s); // neither numbered nor read again
-        list.d2.setDate(QDate(2024, 3, 8));
+        list.tarihAraligi.setChecked(true);
+        QCOMPARE(left(&Fat::tariharaligisec), u"NT000002x1"_s); // neither numbered nor read again
+        list.sonTarih.setDate(QDate(2024, 3, 8));
         QCOMPARE(left(&Fat::tarihdegisti), u"NT000001,NT000002--2"_s);
-        list.d1.setDate(QDate(2024, 3, 6));
+        list.ilkTarih.setDate(QDate(2024, 3, 6));
         QCOMPARE(left(&Fat::yenidenoku), u"NT000001,NT000002,NT000003---3"_s);
-        list.d1.setDate(QDate(2024, 3, 9));
+        list.ilkTarih.setDate(QDate(2024, 3, 9));
         QCOMPARE(left(&Fat::otomatikac), u"0"_s);
-        list.Check1.setChecked(false);
-        QCOMPARE(left(&Fat::check1sec), u"NT000001,NT000002,NT000003---3"_s);
+        list.tarihAraligi.setChecked(false);
+        QCOMPARE(left(&Fat::tariharaligisec), u"NT000001,NT000002,NT000003---3"_s);
     }
 
     void theSaveButtonChecksListFirmAndTicksAndThenAsksForAName()
     {
         Desk desk;
-        const QSignalSpy firm(&desk.fat.c3, &TextField::focusWanted);
+        const QSignalSpy firm(&desk.fat.tanimlar.firma, &TextField::focusWanted);
         desk.t.boxes.expectWarning(u"Fatura Listesinde Kayıt Bulunamadı...!"_s);
         desk.fat.logoyaaktar();
         desk.open(three());
@@ -127,7 +130,7 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
         desk.t.boxes.expectWarning(u"Firma Seçiniz...!"_s);
         desk.fat.logoyaaktar();
         QCOMPARE(firm.size(), 1);
-        desk.fat.c3.setText(u"Merkez"_s);
+        desk.fat.tanimlar.firma.setText(u"Merkez"_s);
         desk.t.boxes.expectWarning(noTicks);
         desk.fat.logoyaaktar();
         desk.t.boxes.verify();
@@ -168,9 +171,9 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
             QCOMPARE(focus.size(), 1);
             field.setText(answer);
         };
-        refusedAt(desk.fat.c3, u"Firma Seçiniz...!"_s, u"Merkez"_s);
-        refusedAt(desk.fat.c1, u"Kdv Oranı Seçiniz...!"_s, u"18"_s);
-        refusedAt(desk.fat.c2, u"Birim Seti Seçiniz...!"_s, u"Adet"_s);
+        refusedAt(desk.fat.tanimlar.firma, u"Firma Seçiniz...!"_s, u"Merkez"_s);
+        refusedAt(desk.fat.kdvOrani, u"Kdv Oranı Seçiniz...!"_s, u"18"_s);
+        refusedAt(desk.fat.birimSeti, u"Birim Seti Seçiniz...!"_s, u"Adet"_s);
         desk.t.boxes.expectWarning(
             u"Dosya Konumu Hatalı...!Ayarlardan Dosya Konumlarını Kontrol Ediniz."_s, Icon::Stop);
         desk.fat.otomatikkaydet();
@@ -261,14 +264,14 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
         };
         for (const QString &title : {u"Ada"_s, u"Oda ada"_s, u"ADA"_s, u"Da"_s})
             list.l1.setCell(list.l1.addRow(title.left(1)), L1::Unvani, title);
-        list.crara.setText(u"da"_s);
+        list.arananUnvan.setText(u"da"_s);
         QCOMPARE(list.unvanara(), QList<int>({0, 1}));           // case counts
         QCOMPARE(after(&InvoiceList::eolmayan), u"A+O+A+D+0"_s); // no "Evet" at all
         list.l1.setCell(1, L1::EFatura, u"Evet"_s);
         QCOMPARE(after(&InvoiceList::eolan), u"AO+AD0"_s);
         QCOMPARE(after(&InvoiceList::eolmayan), u"A+OA+D+0"_s);
-        QCOMPARE(after(&InvoiceList::check2degisti), u"AOAD0"_s); // as its box stands
-        QCOMPARE(after(&InvoiceList::efatgoster), u"AOAD0"_s);    // no read has filled the list
+        QCOMPARE(after(&InvoiceList::tumunusecdegisti), u"AOAD0"_s); // as its box stands
+        QCOMPARE(after(&InvoiceList::efatgoster), u"AOAD0"_s);       // no read has filled the list
         list.listedolu = true;
         QCOMPARE(after(&InvoiceList::efatolmgoster), u"AAD1"_s);
         QCOMPARE(list.satirSayisi.text(), u"3"_s);

@@ -24,15 +24,15 @@ private Q_SLOTS:
         given.markEInvoices(t);
         Fat fat(t.program);
         fat.load();
-        fat.c3.setText(given[u"firma"_s]);
-        if (!fat.c3.text().startsWith(u'?'))
-            fat.c3sec();
-        fat.c1.setText(given[u"muh"_s]);
-        fat.c1sec();
-        fat.c2.setText(given[u"birim"_s]);
-        fat.c5.setText(given[u"odeme"_s]);
-        fat.c5sec();
-        fat.fatbilgi.setText(given[u"fatbilgi"_s]);
+        fat.tanimlar.firma.setText(given[u"firma"_s]);
+        if (!fat.tanimlar.firma.text().startsWith(u'?'))
+            fat.firmasec();
+        fat.kdvOrani.setText(given[u"muh"_s]);
+        fat.kdvoranisec();
+        fat.birimSeti.setText(given[u"birim"_s]);
+        fat.odemePlani.setText(given[u"odeme"_s]);
+        fat.odemeplanisec();
+        fat.faturaTuru.setText(given[u"fatbilgi"_s]);
         fat.dosyaac(given.path(u"source.bif"_s));
         for (const QString &row : given.list(u"sec"_s))
             fat.liste.l1.setTicked(row.toInt() - 1, true);
@@ -56,7 +56,7 @@ private Q_SLOTS:
         goods.indirimMuhKod = u"602"_s;
         goods.promosyon = true;
         goods.yuzdeler = QStringList{u"5.5"_s, u"1"_s};
-        InvoiceDocument document(u"10"_s);
+        InvoiceDocument document(u"10"_s, sapTemplates());
         document.beginInvoice(head);
         document.addLine(goods);
         document.addGeneralDiscount(u"2"_s);

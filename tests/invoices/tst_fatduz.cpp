@@ -43,10 +43,10 @@ private Q_SLOTS:
         given.markEInvoices(t);
         Fatduz fatduz(t.program);
         fatduz.load();
-        fatduz.c3.setText(given[u"firma"_s]);
-        if (!fatduz.c3.text().startsWith(u'?'))
-            fatduz.c3sec();
-        fatduz.fatbilgi.setText(given[u"fatbilgi"_s]);
+        fatduz.tanimlar.firma.setText(given[u"firma"_s]);
+        if (!fatduz.tanimlar.firma.text().startsWith(u'?'))
+            fatduz.firmasec();
+        fatduz.faturaTuru.setText(given[u"fatbilgi"_s]);
         const QString source = t.path(u"kaynak.xlsx"_s);
         writeWorkbook(source, sheet, bookRows(given.text(u"source.txt"_s)));
         t.dialogs.answers << source << t.path(u"belge"_s);
@@ -77,9 +77,10 @@ private Q_SLOTS:
         DuzeyDesk desk;
         Fatduz &fatduz = desk.fatduz;
         QCOMPARE(desk.t.program.aktifform, u"2"_s);
-        QCOMPARE(fatduz.fatbilgi.text() + fatduz.Text1.text(), u"10 (Satış Faturaları)Sheet1"_s);
-        QCOMPARE(fatduz.liste.d1.date(), QDate(2024, 3, 7));
-        fatduz.Text1.setText(u"Şubat, eski"_s);
+        QCOMPARE(fatduz.faturaTuru.text() + fatduz.sayfaAdi.text(),
+                 u"10 (Satış Faturaları)Sheet1"_s);
+        QCOMPARE(fatduz.liste.ilkTarih.date(), QDate(2024, 3, 7));
+        fatduz.sayfaAdi.setText(u"Şubat, eski"_s);
         fatduz.sayfanokaydet();
 
         desk.t.program.aktifform = u"1"_s;
@@ -89,13 +90,13 @@ private Q_SLOTS:
         Fatduz second(desk.t.program);
         second.load();
         desk.t.boxes.verify();
-        QCOMPARE(second.Text1.text(), u"Şubat"_s); // a comma ends a value
-        QCOMPARE(second.c3.entries(), QStringList{u"Merkez"_s});
+        QCOMPARE(second.sayfaAdi.text(), u"Şubat"_s); // a comma ends a value
+        QCOMPARE(second.tanimlar.firma.entries(), QStringList{u"Merkez"_s});
         QCOMPARE(second.link.durum.text(), u"SQL Bağlantı Var"_s);
         QCOMPARE(desk.t.program.aktifform, u"1"_s);
         second.listesec();
         QCOMPARE(desk.t.program.aktifform, u"2"_s);
-        second.Text1.setText(u"SHEET1"_s); // case does not count
+        second.sayfaAdi.setText(u"SHEET1"_s); // case does not count
         desk.write({{}});
         second.dosyaac(desk.source);
         QCOMPARE(second.baslik.text(), u"DÜZEY FATURA [kaynak.xlsx]"_s);
@@ -167,7 +168,7 @@ private Q_SLOTS:
         Fatduz &fatduz = desk.fatduz;
         desk.t.boxes.expect({.text = u"Fatura dosyası seçilmedi."_s});
         fatduz.yenidenoku();
-        fatduz.perssec(); // no file, nothing to read again
+        fatduz.personelsec(); // no file, nothing to read again
         desk.open({{}, {.no = u"F2"_s, .price = u"#0"_s, .money = u"#1"_s}, {.no = u"F2"_s}});
         QCOMPARE(desk.l1.rows(), 2);
         // A discount on a line of nothing ends the lines there.
@@ -175,14 +176,14 @@ private Q_SLOTS:
         fatduz.satirsec(1);
         QCOMPARE(fatduz.l2.rows(), 1);
         QCOMPARE(cells(fatduz.l2, 0, {2, 5, 21, 22}), u"1,0000|0,0000|0|"_s);
-        fatduz.Text1.setText(u"Sayfa9"_s);
-        for (const auto &action : {&Fatduz::yenidenoku, &Fatduz::perssec}) {
+        fatduz.sayfaAdi.setText(u"Sayfa9"_s);
+        for (const auto &action : {&Fatduz::yenidenoku, &Fatduz::personelsec}) {
             desk.expectReportOf([&] { readSheet(desk.source, u"Sayfa9"_s); });
             (fatduz.*action)();
             desk.t.boxes.verify();
             QVERIFY(desk.l1.isEmpty() && fatduz.l2.isEmpty());
         }
-        fatduz.Text1.setText(u"Sheet1"_s);
+        fatduz.sayfaAdi.setText(u"Sheet1"_s);
         // A sheet that ends in front of the personnel code, and one of an invoice without number.
         for (const QString &line : {u"d|C1|t|B1|F1|SATIŞ"_s, Record{.no = {}}.line()}) {
             writeWorkbook(desk.source, u"Sheet1"_s, bookRows(line));
@@ -223,14 +224,14 @@ private Q_SLOTS:
         desk.write({{}, eInvoice, old});
         QCOMPARE(after(&InvoiceList::efatolmgoster), u"F1,F3 0"_s);
         QCOMPARE(after(&InvoiceList::tumgoster), u"F1,E1,F3 0"_s);
-        list.Check1.setChecked(true); // by itself it does nothing, and nor does a read
+        list.tarihAraligi.setChecked(true); // by itself it does nothing, and nor does a read
         desk.fatduz.yenidenoku();
         QCOMPARE(desk.l1.rows(), 3);
         QCOMPARE(after(&InvoiceList::tumgoster), u"F1,E1 0"_s);
-        list.d1.setDate(QDate(2024, 3, 6));
+        list.ilkTarih.setDate(QDate(2024, 3, 6));
         desk.fatduz.tarihdegisti();
         QCOMPARE(desk.l1.rows(), 3);
-        list.d2.setDate(QDate(2024, 3, 6));
+        list.sonTarih.setDate(QDate(2024, 3, 6));
         desk.fatduz.tarihdegisti();
         QCOMPARE(after(&InvoiceList::fattumsec), u"F3 1"_s);
     }

@@ -56,7 +56,7 @@ private Q_SLOTS:
                  u"123456789,2500|0,1250|,5000|987654321,7500||NT000001|KN000001"_s);
         QCOMPARE(cells(desk.l1, 1, {2, 5, 6, 8, 9, 11}), u"F 1|LP1|S1|12,3450|0,0000|,0001"_s);
         QCOMPARE(desk.fat.liste.satirSayisi.text(), u"2"_s);
-        desk.fat.liste3yukle(u"FATURA789012345"_s);
+        desk.liste3yukle(u"FATURA789012345"_s);
         // dealer 2,5 * 3,25 = 8,125; so no margin, and net 11,805 / 1,18 = 10,0042373
         QCOMPARE(cells(desk.fat.l3, 0, {1, 0, 2, 3, 4, 5, 6, 7, 8, 9, 10, 19, 20, 28, 29, 30, 31}),
                  name +
@@ -137,10 +137,10 @@ elli;80;1;||)"_s;
             Desk desk;
             writeBytes(desk.t.path(u"kasacariislemno.kvz"_s), "41\r\n");
             desk.open(bifOf(cell[2], [](const QString &date) { return header({u"F1"_s, date}); }));
-            desk.fat.liste.d1.setDate(toDate(cell[0]));
-            desk.fat.liste.d2.setDate(toDate(cell[1]));
-            desk.fat.liste.Check1.setChecked(true);
-            desk.fat.check1sec();
+            desk.fat.liste.ilkTarih.setDate(toDate(cell[0]));
+            desk.fat.liste.sonTarih.setDate(toDate(cell[1]));
+            desk.fat.liste.tarihAraligi.setChecked(true);
+            desk.fat.tariharaligisec();
             QCOMPARE(column(desk.l1, L1::FaturaTarihi), cell[3]);
             desk.fat.otomatikac();
             QCOMPARE(column(desk.l1, L1::FaturaTarihi), cell[3]);
@@ -173,7 +173,7 @@ elli;80;1;||)"_s;
                 bif += records.contains(record) ? records[record] : goods(QString(record));
             for (const char *end : {"\r\n", "\n"}) {
                 desk.open(bif.replace("\r\n", end));
-                desk.fat.liste3yukle(u"F1"_s);
+                desk.liste3yukle(u"F1"_s);
                 QCOMPARE(column(desk.fat.l3, L3::UrunKodu), row.section(u'=', 1));
                 desk.fat.umurlardetaylioku(u"F1"_s);
                 QCOMPARE(column(desk.fat.l2, L2::UrunKodu), row.section(u'=', 1));
@@ -261,7 +261,7 @@ elli;80;1;||)"_s;
                 desk.t.boxes.expect({noPrices + u"  X"_s});
             desk.open(header() + goods(u"X", cell[1], cell[2], cell[3]) + goods(u"P1"));
             const bool fails = ++number > 10;
-            QCOMPARE(desk.fat.liste3yukle(u"F1"_s).has_value(), fails);
+            QCOMPARE(desk.liste3yukle(u"F1"_s).has_value(), fails);
             QCOMPARE(desk.fat.l3.rows(), fails ? 1 : 2);
             QCOMPARE(cells(desk.fat.l3, 0, {2, 3, 5, 8, 9, 29, 30, 31}), cell[4]);
         }
@@ -286,7 +286,7 @@ Y|Ürün|||||||||||)"_s;
         for (int row = 0; row < desk.fat.l2.rows(); ++row)
             shown += u'\n' + cells(desk.fat.l2, row, {0, 1, 2, 3, 4, 5, 6, 7, 8, 9, 27, 28, 29});
         QCOMPARE(shown.split(u'\n'), expected.split(u'\n'));
-        desk.fat.lbrm.clear(); // a word without a unit gives empty brackets
+        desk.fat.tanimlar.lbrm.clear(); // a word without a unit gives empty brackets
         desk.fat.satirsec(0);
         QCOMPARE(desk.fat.l2.cell(1, L2::Tutar), u"11,8  ()"_s);
     }

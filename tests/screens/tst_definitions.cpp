@@ -275,8 +275,8 @@ private Q_SLOTS:
         text(*dialog, u"Text2"_s)->setText(u"satır"_s);
         const Fat &fat = window.findChild<FatWindow *>()->fat();
         press(*dialog, u"chameleonButton5"_s);
-        QCOMPARE(fat.kdvmuafiyetgenel, u"genel, yazı"_s);
-        QCOMPARE(fat.kdvmuafiyetsatir, u"satır"_s);
+        QCOMPARE(fat.tanimlar.kdvmuafiyetgenel, u"genel, yazı"_s);
+        QCOMPARE(fat.tanimlar.kdvmuafiyetsatir, u"satır"_s);
         QCOMPARE(readBytes(test.path(u"kdvmu.kvz"_s)),
                  QByteArray("genel, yaz\xFD\r\nsat\xFDr\r\n"));
     }

@@ -2,7 +2,7 @@
 
 #include "base/failure.h"
 #include "invoices/columns.h"
-#include "invoices/screendata.h"
+#include "invoices/invoicedefinitions.h"
 #include "text/numbers.h"
 #include "text/spellings.h"
 

@@ -11,10 +11,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QStringList invoiceKinds{u"10 (Satış Faturaları)"_s, u"20 (Alış Faturaları)"_s,
-                               u"30 (Satış İade)"_s, u"40 (Alış İade)"_s};
-
-const QString sheetFile = u"duzeyfaturaexelsayfano.kvz"_s;
+constexpr QStringView sheetFile = u"duzeyfaturaexelsayfano.kvz";
 
 } // namespace
 
@@ -23,17 +20,17 @@ Fatduz::Fatduz(Program &program)
             [this] {
                 umurlarfaturabaslikoku();
                 // Unlike a read by the file button, a list view applies the date filter again.
-                if (liste.Check1.isChecked())
+                if (liste.tarihAraligi.isChecked())
                     note(endQuietly([this] { liste.tarihbelirle(); }));
             })
+    , tanimlar(program)
     , l2(lineColumns())
     , l3(QList<GridColumn>(L3::EkVergiTutari + 1))
-    , lbrm({{u"birim"_s}, {u"kod"_s}})
-    , persl({{u"kod"_s}, {u"per"_s}})
     , link(program)
     , m_program(program)
 {
-    fatbilgi.setEntries(invoiceKinds);
+    faturaTuru.setEntries({u"10 (Satış Faturaları)"_s, u"20 (Alış Faturaları)"_s,
+                           u"30 (Satış İade)"_s, u"40 (Alış İade)"_s});
 }
 
 void Fatduz::load()
@@ -44,50 +41,40 @@ void Fatduz::load()
 void Fatduz::open()
 {
     const QDate today = m_program.clock.now().date();
-    liste.d1.setDate(today);
-    liste.d2.setDate(today);
-    fatbilgi.setText(invoiceKinds.first());
+    liste.ilkTarih.setDate(today);
+    liste.sonTarih.setDate(today);
+    faturaTuru.setText(faturaTuru.entries().first());
     yukle();
     link.sqlyukle();
-    kdvmuafiyetyukle(m_program, kdvmuafiyetgenel, kdvmuafiyetsatir);
+    tanimlar.kdvmuafiyetyukle();
     sayfanooku();
-    kasakodu = readSingleValue(m_program.path(u"kasa.kvz"));
+    tanimlar.kasakoduoku();
     m_program.aktifform = u"2"_s;
 }
 
 void Fatduz::yukle()
 {
     endQuietly([this] {
-        LocalDb &db = m_program.db;
-        OpenDb data(db, m_program.path(u"data.dbs"));
-        loadFolders(db, m_program.folders);
-        loadVatRate(db, kdyaz);
-        loadFirms(db, c3);
-        loadUnits(db, lbrm);
-        loadStaff(db, pers, persl);
-        loadSpecialCodes(m_program, c4);
+        OpenDb data(m_program.db, m_program.path(u"data.dbs"));
+        loadFolders(m_program.db, m_program.folders);
+        tanimlar.loadVatRate();
+        tanimlar.loadLists();
     });
 }
 
 void Fatduz::sayfanooku()
 {
-    Text1.setText(u"Sheet1"_s);
-    endQuietly([this] { Text1.setText(readSingleValue(m_program.path(sheetFile))); });
+    sayfaAdi.setText(u"Sheet1"_s);
+    endQuietly([this] { sayfaAdi.setText(readSingleValue(m_program.path(sheetFile))); });
 }
 
 void Fatduz::sayfanokaydet()
 {
-    note(endQuietly([this] { writeSingleValue(m_program.path(sheetFile), Text1.text()); }));
-}
-
-void Fatduz::c3sec()
-{
-    endQuietly([this] { firmakayit = findFirm(m_program, c3.text()); });
+    note(endQuietly([this] { writeSingleValue(m_program.path(sheetFile), sayfaAdi.text()); }));
 }
 
 void Fatduz::dosyaac()
 {
-    // The title is meant as it stands.
     const auto name = m_program.dialogs.openName({.title = u"Cari Haraket Dosyası Seçin"_s,
                                                   .filter = u"Exel Dosyaları (xlsx)|*.xlsx;*.xls"_s,
                                                   .start = m_program.folders.ef});
@@ -97,20 +84,20 @@ void Fatduz::dosyaac()
 
 void Fatduz::dosyaac(const QString &path)
 {
-    dosyaadi = path;
+    m_dosyaadi = path;
     baslik.setText(u"DÜZEY FATURA [%1]"_s.arg(QFileInfo(path).fileName()));
     umurlarfaturabaslikoku();
 }
 
-void Fatduz::perssec()
+void Fatduz::personelsec()
 {
-    if (!dosyaadi.isEmpty())
+    if (!m_dosyaadi.isEmpty())
         umurlarfaturabaslikoku();
 }
 
 void Fatduz::tarihdegisti()
 {
-    if (!liste.Check1.isChecked())
+    if (!liste.tarihAraligi.isChecked())
         return;
     umurlarfaturabaslikoku();
     note(endQuietly([this] { liste.tarihbelirle(); }));

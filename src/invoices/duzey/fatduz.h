@@ -5,9 +5,8 @@
 #include "base/grid.h"
 #include "invoices/duzey/duzeysheet.h"
 #include "invoices/exporting.h"
-#include "invoices/invoicedocument.h"
+#include "invoices/invoicedefinitions.h"
 #include "invoices/invoicelist.h"
-#include "invoices/screendata.h"
 #include "logolink/screenlink.h"
 #include "store/program.h"
 #include "workbook/workbook.h"
@@ -20,7 +19,7 @@
 namespace kervan {
 
 /// The Düzey invoice transfer: a sheet of a workbook into the invoice list, ticked rows into an
-/// invoice document.
+/// invoice document. The list is read in fatduzread.cpp and exported in fatduzexport.cpp.
 class Fatduz
 {
 public:
@@ -31,30 +30,24 @@ public:
     void load();
 
     InvoiceList liste;
-    Grid l2;    ///< lines of the row clicked on
-    Grid l3;    ///< lines of the invoice in hand during an export
-    Grid lbrm;  ///< unit word of the source, Logo unit code
-    Grid persl; ///< Logo personnel code, personnel code of the source
+    InvoiceDefinitions tanimlar; ///< its exemption texts and cash code go into no document here
+    Grid l2;                     ///< lines of the row clicked on
+    Grid l3;                     ///< lines of the invoice in hand during an export
 
-    ChoiceField c3, c4, pers, fatbilgi;
-    TextField kdyaz;
-    TextField Text1{QStringLiteral("Sheet1")};        ///< name of the sheet
+    ChoiceField faturaTuru;                           ///< begins with the kind: 10, 20, 30 or 40
+    TextField sayfaAdi{QStringLiteral("Sheet1")};     ///< name of the sheet
     TextField baslik{QStringLiteral("DÜZEY FATURA")}; ///< caption of bar1
     TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
     ProgressField ilerleme;
     CheckField bekle; ///< an export is on: the pointer is an hourglass
     ScreenLink link;
 
-    QString kdvmuafiyetgenel; // read at the opening, and written to no document of this screen
-    QString kdvmuafiyetsatir;
-    QString kasakodu;
-
     // What the user does.
     void dosyaac();
     void dosyaac(const QString &path);              ///< the same with a file that is picked already
-    void yenidenoku() { umurlarfaturabaslikoku(); } ///< an entry of `fatbilgi` was chosen
-    void perssec();                                 ///< a click on `pers`
-    void c3sec();
+    void yenidenoku() { umurlarfaturabaslikoku(); } ///< another kind of invoices was chosen
+    void personelsec();                             ///< a click on the staff
+    void firmasec() { tanimlar.firmasec(); }
     void tarihdegisti();
     void listesec(); ///< "Fatura Liste Seçim": its menu is to serve this screen
     void sayfanokaydet();
@@ -80,18 +73,13 @@ private:
     void takeRecord(const Sheet &sheet, int record);
     void addInvoice(const Sheet &sheet, int record, const QString &faturano);
 
-    void writeInvoices(InvoiceDocument &document);
-    InvoiceHead headOf(int row) const;
-    InvoiceGoods goodsOf(int row) const;
+    InvoiceSource source();
 
     Program &m_program;
-    FirmaKayit firmakayit;
-    QString dosyaadi;
-    double kasaislemsayac = 0; // read with each list; nothing here counts on
-    QString m_onceki;          // invoice number of the record before
+    QString m_dosyaadi;
+    QString m_onceki; // invoice number of the record before
     Workbooks m_workbooks;
     InvoiceRecords m_records;
-    IncompleteInvoices m_eksikler;
 };
 
 } // namespace kervan

@@ -11,9 +11,9 @@ using namespace Qt::StringLiterals;
 namespace {
 
 // What the sheet calls the chosen kind of invoices.
-QString captionOf(const QString &fatbilgi)
+QString captionOf(const QString &faturaTuru)
 {
-    const QStringView kind = QStringView(fatbilgi).left(2);
+    const QStringView kind = QStringView(faturaTuru).left(2);
     if (kind == u"20")
         return u"ALIŞ"_s;
     if (kind == u"30")
@@ -27,9 +27,9 @@ QString captionOf(const QString &fatbilgi)
 
 std::shared_ptr<const Sheet> Fatduz::openSheet()
 {
-    if (dosyaadi.isEmpty())
+    if (m_dosyaadi.isEmpty())
         throw Failure(u"Fatura dosyası seçilmedi."_s);
-    return m_workbooks.sheet(dosyaadi, Text1.text());
+    return m_workbooks.sheet(m_dosyaadi, sayfaAdi.text());
 }
 
 void Fatduz::umurlarfaturabaslikoku()
@@ -45,16 +45,15 @@ void Fatduz::readSheet()
     {
         const Grid::Refill refill(l1());
         const Grid::Refill refillLines(l2);
-        kasaislemsayac = number(kasacariislemno(m_program)).value_or(0);
         l1().clear();
         l2.clear();
-        liste.Check2.setChecked(false); // as the ticks are
+        liste.tumunuSec.setChecked(false); // as the ticks are
         m_onceki.clear();
         const auto sheet = openSheet();
         ilerleme.start(sheet->rows());
         if (sheet->rows() == 0)
             return;
-        const QString caption = captionOf(fatbilgi.text());
+        const QString caption = captionOf(faturaTuru.text());
         int counter = 0;
         for (int record = 0; record < sheet->rows(); ++record) {
             if (fieldOf(*sheet, record, Duzey::CariKodu).isEmpty())
@@ -93,7 +92,7 @@ void Fatduz::addInvoice(const Sheet &sheet, int record, const QString &faturano)
     l1().setCell(row, L1::BelgeNumarasi, fieldOf(sheet, record, Duzey::BelgeNumarasi));
     l1().setCell(row, L1::FaturaTarihi, fieldOf(sheet, record, Duzey::FaturaTarihi));
     const QString personel = fieldOf(sheet, record, Duzey::PersonelKodu);
-    l1().setCell(row, L1::LogoPersonelKodu, perseslestir(persl, personel));
+    l1().setCell(row, L1::LogoPersonelKodu, tanimlar.perseslestir(personel));
     l1().setCell(row, L1::SapPersonelKodu, personel);
     l1().setCell(row, L1::OdemeTipi, fieldOf(sheet, record, Duzey::OdemeTipi));
     l1().setCell(row, L1::ToplamTutar, masked(amountOf(sheet, record), "#0.0000"_mask));
@@ -118,7 +117,7 @@ void Fatduz::liste3yukle(const QString &faturano)
     l3.clear();
     const auto sheet = openSheet();
     for (const int record : m_records.of(sheet, faturano))
-        addToL3(*sheet, record, lbrm, l3);
+        addToL3(*sheet, record, tanimlar.lbrm, l3);
 }
 
 } // namespace kervan

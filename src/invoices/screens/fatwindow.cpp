@@ -102,27 +102,28 @@ QWidget *FatWindow::choices()
 {
     auto *panel = new QWidget;
     auto *grid = choiceLayout(panel);
-    addField(grid, 0, 0, u"Firma Seçimi:"_s, choice(u"c3"_s, m_fat.c3, &Fat::c3sec));
-    addField(grid, 0, 2, u"Kdv Oranı:"_s, choice(u"c1"_s, m_fat.c1, &Fat::c1sec));
+    addField(grid, 0, 0, u"Firma Seçimi:"_s, choice(u"c3"_s, m_fat.tanimlar.firma, &Fat::firmasec));
+    addField(grid, 0, 2, u"Kdv Oranı:"_s, choice(u"c1"_s, m_fat.kdvOrani, &Fat::kdvoranisec));
     // What a user types is all that this list ever holds.
-    addField(grid, 0, 4, u"Birim:"_s, choice(u"c2"_s, m_fat.c2, &Fat::c2sec, true));
-    auto *kind = choice(u"fatbilgi"_s, m_fat.fatbilgi, &Fat::yenidenoku);
+    addField(grid, 0, 4, u"Birim:"_s, choice(u"c2"_s, m_fat.birimSeti, &Fat::birimsetisec, true));
+    auto *kind = choice(u"fatbilgi"_s, m_fat.faturaTuru, &Fat::yenidenoku);
     kind->setAccessibleName(u"Fatura türü"_s);
     kind->setToolTip(u"Fatura türü"_s);
     grid->addWidget(kind, 0, 6, 1, 2);
-    addField(grid, 1, 0, u"Ödeme Plan Kodu:"_s, choice(u"c5"_s, m_fat.c5, &Fat::c5sec));
-    auto *plan = valueLabel(u"odmplnkod"_s, m_fat.odmplnkod);
+    addField(grid, 1, 0, u"Ödeme Plan Kodu:"_s,
+             choice(u"c5"_s, m_fat.odemePlani, &Fat::odemeplanisec));
+    auto *plan = valueLabel(u"odmplnkod"_s, m_fat.odemePlaniKodu);
     plan->setToolTip(u"Belgeye yazılan ödeme planı"_s);
     grid->addWidget(plan, 1, 2, 1, 2);
-    addField(grid, 1, 4, u"Fatura Özel Kodu:"_s, choice(u"c4"_s, m_fat.c4));
-    auto *staff = choice(u"pers"_s, m_fat.pers, &Fat::yenidenoku);
+    addField(grid, 1, 4, u"Fatura Özel Kodu:"_s, choice(u"c4"_s, m_fat.tanimlar.ozelKod));
+    auto *staff = choice(u"pers"_s, m_fat.tanimlar.personel, &Fat::yenidenoku);
     staff->setAccessibleName(u"Personel"_s);
     staff->setToolTip(u"Personel listesi: seçim dosyayı yeniden okutur, listeyi süzmez"_s);
     grid->addWidget(staff, 1, 6);
     auto *vat = new QWidget;
     auto *vatRow = new QHBoxLayout(vat);
     vatRow->setContentsMargins(0, 0, 0, 0);
-    auto *rate = valueLabel(u"kdyaz"_s, m_fat.kdyaz);
+    auto *rate = valueLabel(u"kdyaz"_s, m_fat.tanimlar.genelKdv);
     vatRow->addWidget(labelFor(rate, u"Gen.Kdv:"_s));
     vatRow->addWidget(rate, 1);
     grid->addWidget(vat, 1, 7);
@@ -142,14 +143,14 @@ QWidget *FatWindow::filters()
     search->addAction(picture(u"search"_s), QLineEdit::LeadingPosition);
     search->setPlaceholderText(u"Enter ile ara"_s);
     search->setMaximumWidth(260);
-    bind(search, list.crara);
+    bind(search, list.arananUnvan);
     connect(search, &QLineEdit::returnPressed, this,
             [this] { m_l1->markRows(m_fat.liste.unvanara()); });
     row->addWidget(labelFor(search, u"Cari Unvanı:"_s));
     row->addWidget(search);
     row->addStretch();
     auto *range = addDateFilter(row, list, [this] { m_fat.tarihdegisti(); });
-    connect(range, &QCheckBox::clicked, this, [this] { m_fat.check1sec(); });
+    connect(range, &QCheckBox::clicked, this, [this] { m_fat.tariharaligisec(); });
     return panel;
 }
 

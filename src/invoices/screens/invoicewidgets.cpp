@@ -80,14 +80,14 @@ void addField(QGridLayout *grid, int row, int column, const QString &label, QWid
 
 QCheckBox *allRowsBox(InvoiceList &list)
 {
-    auto *box = check(u"Check2"_s, u"Tümünü Seç"_s, list.Check2);
-    QObject::connect(box, &QCheckBox::toggled, box, [&list] { list.check2degisti(); });
+    auto *box = check(u"Check2"_s, u"Tümünü Seç"_s, list.tumunuSec);
+    QObject::connect(box, &QCheckBox::toggled, box, [&list] { list.tumunusecdegisti(); });
     return box;
 }
 
 QCheckBox *addDateFilter(QBoxLayout *row, InvoiceList &list, const std::function<void()> &changed)
 {
-    auto *range = check(u"Check1"_s, u"Tarih Aralığı Belirle"_s, list.Check1);
+    auto *range = check(u"Check1"_s, u"Tarih Aralığı Belirle"_s, list.tarihAraligi);
     row->addWidget(range);
     const auto date = [&](const QString &name, const QString &label, DateField &field) {
         auto *edit = picker(name, field);
@@ -95,8 +95,8 @@ QCheckBox *addDateFilter(QBoxLayout *row, InvoiceList &list, const std::function
         row->addWidget(labelFor(edit, label));
         row->addWidget(edit);
     };
-    date(u"d1"_s, u"İlk Tarih"_s, list.d1);
-    date(u"d2"_s, u"Son Tarih"_s, list.d2);
+    date(u"d1"_s, u"İlk Tarih"_s, list.ilkTarih);
+    date(u"d2"_s, u"Son Tarih"_s, list.sonTarih);
     return range;
 }
 

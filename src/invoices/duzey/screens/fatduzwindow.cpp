@@ -86,18 +86,19 @@ QWidget *FatduzWindow::choices()
         connect(box, &QComboBox::activated, this, [this, action] { (m_fatduz.*action)(); });
         return box;
     };
-    addField(grid, 0, 0, u"Firma Seçimi:"_s, choice(u"c3"_s, m_fatduz.c3, &Fatduz::c3sec));
-    addField(grid, 0, 2, u"Fatura Özel Kodu:"_s, choiceBox(u"c4"_s, m_fatduz.c4));
-    auto *kind = choice(u"fatbilgi"_s, m_fatduz.fatbilgi, &Fatduz::yenidenoku);
+    addField(grid, 0, 0, u"Firma Seçimi:"_s,
+             choice(u"c3"_s, m_fatduz.tanimlar.firma, &Fatduz::firmasec));
+    addField(grid, 0, 2, u"Fatura Özel Kodu:"_s, choiceBox(u"c4"_s, m_fatduz.tanimlar.ozelKod));
+    auto *kind = choice(u"fatbilgi"_s, m_fatduz.faturaTuru, &Fatduz::yenidenoku);
     kind->setAccessibleName(u"Fatura türü"_s);
     kind->setToolTip(u"Fatura türü: seçim dosyayı yeniden okutur"_s);
     grid->addWidget(kind, 0, 4, 1, 2);
     grid->addWidget(sheetName(), 1, 0, 1, 2);
-    auto *staff = choice(u"pers"_s, m_fatduz.pers, &Fatduz::perssec);
+    auto *staff = choice(u"pers"_s, m_fatduz.tanimlar.personel, &Fatduz::personelsec);
     staff->setAccessibleName(u"Personel"_s);
     staff->setToolTip(u"Personel listesi: seçim dosyayı yeniden okutur, listeyi süzmez"_s);
     grid->addWidget(staff, 1, 2, 1, 2);
-    addField(grid, 1, 4, u"Gen.Kdv:"_s, valueLabel(u"kdyaz"_s, m_fatduz.kdyaz));
+    addField(grid, 1, 4, u"Gen.Kdv:"_s, valueLabel(u"kdyaz"_s, m_fatduz.tanimlar.genelKdv));
     return panel;
 }
 
@@ -108,7 +109,7 @@ QWidget *FatduzWindow::sheetName()
     row->setContentsMargins(0, 0, 0, 0);
     auto *name = new QLineEdit;
     name->setObjectName(u"Text1"_s);
-    bind(name, m_fatduz.Text1);
+    bind(name, m_fatduz.sayfaAdi);
     row->addWidget(labelFor(name, u"Exel Sayfa Adı"_s));
     row->addWidget(name, 1);
     const QString what = u"Sayfa adını sakla"_s;

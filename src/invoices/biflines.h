@@ -1,0 +1,34 @@
+#pragma once
+
+#include "base/failure.h"
+#include "base/grid.h"
+#include "invoices/bif.h"
+#include "invoices/prices.h"
+#include "store/program.h"
+
+#include <QSet>
+#include <QString>
+
+#include <optional>
+
+namespace kervan {
+
+/// The lines of some invoices of a .bif file, for an export: the file is walked once for the places
+/// of all of them, and the database with the prices stays open meanwhile.
+class BifLines
+{
+public:
+    /// A file or database that can't be read fails at each invoice asked for, and not here.
+    BifLines(Program &program, const QString &path, const QSet<QString> &numbers);
+
+    /// Fills `l3` with the lines of one of these invoices: prices, margin, net unit price, and the
+    /// units of `lbrm`. An empty number has none. The first Failure leaves the lines before it.
+    void liste3yukle(const QString &faturano, const Grid &lbrm, Grid &l3);
+
+private:
+    std::optional<Prices> m_prices;
+    std::optional<BifIndex> m_file;
+    std::optional<Failure> m_unreadable;
+};
+
+} // namespace kervan

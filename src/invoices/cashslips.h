@@ -1,0 +1,28 @@
+#pragma once
+
+#include "base/grid.h"
+#include "store/program.h"
+
+#include <QString>
+
+namespace kervan {
+
+// Small invoices are taken as paid in cash: each has a cash slip of its own, numbered at the
+// reading of the list and written beside the invoice document.
+
+/// The cash counter as it is stored; 0 if there is none that is a number.
+double kasacariislemno(const Program &program);
+/// Stores the cash counter; a Failure names the file.
+void kasacariislemnokaydet(const Program &program, double counter);
+
+/// Numbers all rows of the invoice list from the stored counter on: "NT" and "KN" with six digits.
+void faturakasafisnoyaz(const Program &program, Grid &l1);
+
+/// Writes the slips of the ticked rows whose grand total lies below the cash limit into the file
+/// named like the invoice document `dosya`, its last four characters replaced by "-KASANAKIT.xml",
+/// and shows the box behind it. The file is written without a slip too. The first cell that can't
+/// be read, and a file that can't be written, is a Failure, and the old file stays.
+void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kasakodu,
+                            const QString &dosya);
+
+} // namespace kervan

@@ -1,0 +1,103 @@
+#include "invoices/invoicedefinitions.h"
+
+#include "base/failure.h"
+#include "store/sidefiles.h"
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+// The cell beside the first row that holds the text in its key column.
+QString lookedUp(const Grid &grid, int keyColumn, const QString &key, int valueColumn)
+{
+    for (int row = 0; row < grid.rows(); ++row) {
+        if (grid.cell(row, keyColumn) == key)
+            return grid.cell(row, valueColumn);
+    }
+    return {};
+}
+
+} // namespace
+
+InvoiceDefinitions::InvoiceDefinitions(Program &program)
+    : lbrm({{u"birim"_s}, {u"kod"_s}})
+    , persl({{u"kod"_s}, {u"per"_s}})
+    , m_program(program)
+{
+}
+
+void InvoiceDefinitions::loadVatRate()
+{
+    LocalDb &db = m_program.db;
+    db.query(Statement(u"select * from kdv"));
+    if (!db.atEnd())
+        genelKdv.setText(db.field(u"kdv"));
+}
+
+void InvoiceDefinitions::loadLists()
+{
+    LocalDb &db = m_program.db;
+    QStringList firms;
+    db.forEach(Statement(u"select * from firma"), [&] { firms << db.field(u"firma"); });
+    firma.setEntries(firms);
+
+    lbrm.clear();
+    db.forEach(Statement(u"select * from birim"),
+               [&] { lbrm.setCell(lbrm.addRow(db.field(u"kaskod")), 1, db.field(u"firma")); });
+
+    persl.clear();
+    QStringList staff{QString()};
+    db.forEach(Statement(u"select * from per"), [&] {
+        staff << db.field(u"per");
+        persl.setCell(persl.addRow(db.field(u"kod")), 1, db.field(u"per"));
+    });
+    personel.setEntries(staff);
+
+    db.open(m_program.path(u"fatozkod.dbs"));
+    QStringList codes{QString()};
+    db.forEach(Statement(u"select * from ozkod"), [&] { codes << db.field(u"ozkod"); });
+    ozelKod.setEntries(codes);
+}
+
+void InvoiceDefinitions::firmasec()
+{
+    endQuietly([this] {
+        LocalDb &db = m_program.db;
+        OpenDb open(db, m_program.path(u"data.dbs"));
+        db.query(Statement(u"select * from firma where firma='").value(firma.text()).text(u"'"));
+        firmakayit = FirmaKayit{.frno = db.field(u"frno"),
+                                .frkod = db.field(u"frkod"),
+                                .firma = db.field(u"firma"),
+                                .kaskod = db.field(u"kaskod"),
+                                .dkod = db.field(u"dkod"),
+                                .crkod = db.field(u"crkod"),
+                                .alkod = db.field(u"alkod"),
+                                .satkod = db.field(u"satkod")};
+    });
+}
+
+void InvoiceDefinitions::kdvmuafiyetyukle()
+{
+    const QString path = m_program.path(u"kdvmu.kvz");
+    passOver([&] { kdvmuafiyetgenel = readLines(path, 1)[0]; });
+    passOver([&] { kdvmuafiyetsatir = readLines(path, 2)[1]; });
+}
+
+void InvoiceDefinitions::kasakoduoku()
+{
+    kasakodu = readSingleValue(m_program.path(u"kasa.kvz"));
+}
+
+QString InvoiceDefinitions::perseslestir(const QString &kod) const
+{
+    return lookedUp(persl, 1, kod, 0);
+}
+
+QString birimbul(const Grid &lbrm, const QString &kelime)
+{
+    return lookedUp(lbrm, 0, kelime, 1);
+}
+
+} // namespace kervan
