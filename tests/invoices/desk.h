@@ -43,6 +43,15 @@ inline const QString noPrices = u"Ürünlerde Bayi Fiyatı Olmayan Faturalar Var
                                 "Aşagıdaki Ürünlerin Bayi Fiyatlarını Giriniz. Faturayı Yeniden "
                                 "Okutunuz...\r\n"_s;
 
+/// A mark for each row: "x" if it is ticked, else "-".
+inline QString ticksOf(const Grid &grid)
+{
+    QString marks;
+    for (int row = 0; row < grid.rows(); ++row)
+        marks += grid.ticked(row) ? u'x' : u'-';
+    return marks;
+}
+
 /// The invoice screen over a program folder of its own: units, one person and some prices laid
 /// down, Logo within reach, nothing opened yet.
 class Desk
@@ -83,13 +92,7 @@ insert into per values (Null,'LP1','S1'))"_s));
         for (const int row : rows)
             l1.setTicked(row, true);
     }
-    QString ticks() const
-    {
-        QString marks;
-        for (int row = 0; row < l1.rows(); ++row)
-            marks += l1.ticked(row) ? u'x' : u'-';
-        return marks;
-    }
+    QString ticks() const { return ticksOf(l1); }
     void expectDone(bool cashToo = true)
     {
         if (cashToo)

@@ -28,6 +28,25 @@ QString written(const Desk &desk)
     return names.join(u' ');
 }
 
+// An invoice list of its own, whose source is read again by counting.
+struct ListDesk
+{
+    FakeBoxes boxes;
+    int reads = 0;
+    InvoiceList list{QList<GridColumn>(18), boxes, [this] {
+                         ++reads;
+                     }};
+
+    ListDesk()
+    {
+        for (const QString &code : {u"A"_s, u"B"_s, u"C"_s})
+            list.l1.addRow(code);
+    }
+    void mark(int row) { list.l1.setCell(row, L1::EFatura, u"Evet"_s); }
+    QString ticks() const { return ticksOf(list.l1); }
+    QString rows() const { return column(list.l1, L1::CariKodu); }
+};
+
 } // namespace
 
 class TestFat : public QObject
@@ -35,34 +54,56 @@ class TestFat : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // The lists are filled table by table; the first table that can't be read ends it there.
+    void aTableThatCannotBeReadEndsTheListsThere_data()
+    {
+        QTest::addColumn<QString>("broken");
+        QTest::addColumn<int>("filled"); // of the lists below
+        int filled = 0;
+        for (const char *table :
+             {"yol", "odm", "kdv", "muh", "firma", "birim", "per", "ozkod", "none of them"})
+            QTest::newRow(table) << QString::fromLatin1(table) << filled++;
+    }
     void aTableThatCannotBeReadEndsTheListsThere()
     {
-        const QStringList filled{u"f"_s,      u",P30<>Otuz"_s, u"20"_s, u"18"_s,
-                                 u"Merkez"_s, u"PK,KRT"_s,     u"S1"_s, u",OZ"_s};
-        const QStringList tables = u"yol odm kdv muh firma birim per ozkod none"_s.split(u' ');
-        for (int broken = 0; broken <= filled.size(); ++broken) {
-            Desk desk;
-            desk.t.fill(rowsOf(uR"(
+        QFETCH(QString, broken);
+        QFETCH(int, filled);
+        Desk desk;
+        desk.t.fill(rowsOf(uR"(
 Update yol set xf = 'f' Where id='1'
 Update kdv set kdv='20' Where id='1'
 insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
-            desk.t.fill({u"insert into ozkod values (Null,'OZ')"_s}, u"fatozkod.dbs"_s);
-            for (const QString &file : {u"data.dbs"_s, u"fatozkod.dbs"_s})
-                OtherProgram(desk.t.path(file)).run(u"drop table "_s + tables[broken]);
-            writeBytes(desk.t.path(u"kdvmu.kvz"_s), "genel, tam\r\n"); // one line too few
-            desk.t.program.folders.xf.clear();
-            Fat fat(desk.t.program);
-            fat.load();
-            fat.yukle(); // the lists follow the definition screens and don't grow
-            QStringList found{desk.t.program.folders.xf, fat.odemePlani.entries().join(u','),
-                              fat.tanimlar.genelKdv.text()};
-            found << fat.kdvOrani.entries() << fat.tanimlar.firma.entries()
-                  << column(fat.tanimlar.lbrm, 1) << column(fat.tanimlar.persl, 1)
-                  << fat.tanimlar.ozelKod.entries().join(u',');
-            QCOMPARE(found.join(u' ').trimmed(), filled.first(broken).join(u' '));
-            QCOMPARE(fat.tanimlar.kdvmuafiyetgenel + fat.tanimlar.kdvmuafiyetsatir,
-                     u"genel, tam"_s);
-        }
+        desk.t.fill({u"insert into ozkod values (Null,'OZ')"_s}, u"fatozkod.dbs"_s);
+        for (const QString &file : {u"data.dbs"_s, u"fatozkod.dbs"_s})
+            OtherProgram(desk.t.path(file)).run(u"drop table "_s + broken);
+        desk.t.program.folders.xf.clear();
+        Fat fat(desk.t.program);
+        fat.load();
+        fat.yukle(); // the lists follow the definition screens and don't grow
+        const InvoiceDefinitions &tanimlar = fat.tanimlar;
+        const QStringList found{desk.t.program.folders.xf,
+                                fat.odemePlani.entries().join(u','),
+                                tanimlar.genelKdv.text(),
+                                fat.kdvOrani.entries().join(u','),
+                                tanimlar.firma.entries().join(u','),
+                                column(tanimlar.lbrm, 1),
+                                column(tanimlar.persl, 1),
+                                tanimlar.ozelKod.entries().join(u',')};
+        QStringList expected{u"f"_s,      u",P30<>Otuz"_s, u"20"_s, u"18"_s,
+                             u"Merkez"_s, u"PK,KRT"_s,     u"S1"_s, u",OZ"_s};
+        for (qsizetype list = filled; list < expected.size(); ++list)
+            expected[list].clear();
+        QCOMPARE(found, expected);
+    }
+
+    void anExemptionTextThatIsMissingLeavesTheOther()
+    {
+        Desk desk;
+        writeBytes(desk.t.path(u"kdvmu.kvz"_s), "genel, tam\r\n"); // one line too few
+        Fat fat(desk.t.program);
+        fat.load();
+        QCOMPARE(fat.tanimlar.kdvmuafiyetgenel, u"genel, tam"_s);
+        QCOMPARE(fat.tanimlar.kdvmuafiyetsatir, QString());
     }
 
     void aChoiceThatIsNotFoundKeepsTheValuesOfTheOneBefore()
@@ -84,39 +125,63 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
             QVERIFY2(document.contains(element), element);
     }
 
-    void aCancelledPickAndTheDateBoxLeaveTheListAsItIs()
+    void aCancelledPickLeavesTheList()
+    {
+        Desk desk;
+        desk.t.program.folders.ef = u"/kaynaklar"_s;
+        desk.open(three());
+        desk.tick({0, 1, 2});
+        desk.t.dialogs.answers << std::nullopt;
+        desk.fat.dosyaac();
+        QCOMPARE(desk.t.dialogs.asked[0].filter, u"Bif Dosyaları (bif)|*.bif"_s);
+        QCOMPARE(desk.t.dialogs.asked[0].start, u"/kaynaklar"_s);
+        QCOMPARE(desk.ticks(), u"xxx"_s);
+    }
+
+    void beforeTheButtonWasPressedNothingReadsTheListAgain()
+    {
+        Desk desk;
+        desk.l1.addRow(u"by hand"_s);
+        desk.fat.tariharaligisec();
+        desk.fat.yenidenoku();
+        QCOMPARE(desk.l1.rows(), 1);
+        desk.t.dialogs.answers << std::nullopt;
+        desk.fat.dosyaac(); // pressed, and cancelled
+        QCOMPARE(desk.l1.rows(), 1);
+        desk.fat.tariharaligisec(); // unticked: reads again, and there is no file
+        QCOMPARE(desk.l1.rows(), 0);
+    }
+
+    void theDateBoxFiltersWhatIsThereAndADateReadsAgain()
     {
         Desk desk;
         InvoiceList &list = desk.fat.liste;
-        const auto left = [&](void (Fat::*action)()) {
-            (desk.fat.*action)();
-            return column(list.l1, L1::IslemNo) + desk.ticks() + list.satirSayisi.text();
+        const auto numbers = [&] {
+            return column(list.l1, L1::IslemNo);
         };
-        desk.t.program.folders.ef = u"/kaynaklar"_s;
-        desk.l1.addRow(u"by hand"_s);
-        QCOMPARE(left(&Fat::tariharaligisec) + left(&Fat::yenidenoku), u"--"_s); // not pressed yet
-        desk.t.dialogs.answers << std::nullopt << std::nullopt;
-        QCOMPARE(left(qOverload<>(&Fat::dosyaac)), u"-"_s);
-        QCOMPARE(desk.t.dialogs.asked[0].filter, u"Bif Dosyaları (bif)|*.bif"_s);
-        QCOMPARE(desk.t.dialogs.asked[0].start, u"/kaynaklar"_s);
-        QCOMPARE(left(&Fat::tariharaligisec),
-                 u"0"_s); // unticked: reads again, and there is no file
-
         desk.open(three());
         desk.tick({0, 1, 2});
         list.sonTarih.setDate(QDate(2024, 3, 7));
-        QCOMPARE(left(qOverload<>(&Fat::dosyaac)), u"NT000001,NT000002,NT000003xxx3"_s);
-        QCOMPARE(left(&Fat::tarihdegisti), u"NT000001,NT000002,NT000003xxx3"_s); // not ticked
+        desk.fat.tarihdegisti(); // the box is not ticked
+        QCOMPARE(desk.ticks(), u"xxx"_s);
         list.tarihAraligi.setChecked(true);
-        QCOMPARE(left(&Fat::tariharaligisec), u"NT000002x1"_s); // neither numbered nor read again
+        desk.fat.tariharaligisec(); // neither numbered nor read again
+        QCOMPARE(numbers(), u"NT000002"_s);
+        QCOMPARE(desk.ticks(), u"x"_s);
+        QCOMPARE(list.satirSayisi.text(), u"1"_s);
         list.sonTarih.setDate(QDate(2024, 3, 8));
-        QCOMPARE(left(&Fat::tarihdegisti), u"NT000001,NT000002--2"_s);
+        desk.fat.tarihdegisti();
+        QCOMPARE(numbers(), u"NT000001,NT000002"_s);
+        QCOMPARE(desk.ticks(), u"--"_s);
         list.ilkTarih.setDate(QDate(2024, 3, 6));
-        QCOMPARE(left(&Fat::yenidenoku), u"NT000001,NT000002,NT000003---3"_s);
+        desk.fat.yenidenoku();
+        QCOMPARE(numbers(), u"NT000001,NT000002,NT000003"_s);
         list.ilkTarih.setDate(QDate(2024, 3, 9));
-        QCOMPARE(left(&Fat::otomatikac), u"0"_s);
+        desk.fat.otomatikac();
+        QCOMPARE(numbers(), QString());
         list.tarihAraligi.setChecked(false);
-        QCOMPARE(left(&Fat::tariharaligisec), u"NT000001,NT000002,NT000003---3"_s);
+        desk.fat.tariharaligisec();
+        QCOMPARE(numbers(), u"NT000001,NT000002,NT000003"_s);
     }
 
     void theSaveButtonChecksListFirmAndTicksAndThenAsksForAName()
@@ -213,25 +278,31 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
         }
     }
 
+    void aRowThatTheCashStepCannotReadKeepsTheOldCashFile_data()
+    {
+        QTest::addColumn<QString>("date");
+        QTest::addColumn<QString>("grand");
+        QTest::addColumn<bool>("fails");
+        QTest::newRow("no date") << u""_s << u"118.00"_s << true;
+        QTest::newRow("a thirteenth month") << u"20241301"_s << u"118.00"_s << true;
+        QTest::newRow("no grand total") << u"20240307"_s << u""_s << true;
+        QTest::newRow("no date, but beyond the limit") << u""_s << u"7000"_s << false;
+    }
     void aRowThatTheCashStepCannotReadKeepsTheOldCashFile()
     {
-        const std::pair<Header, bool> cases[] = {
-            {{u"F2"_s, u""_s}, true},
-            {{u"F2"_s, u"20241301"_s}, true},
-            {{u"F2"_s, u"20240307"_s, u"1"_s, u""_s}, true},
-            {{u"F2"_s, u""_s, u"1"_s, u"7000"_s}, false}, // beyond the limit
-        };
-        for (const auto &[bad, failing] : cases) {
-            Desk desk;
-            desk.open(header() + header(bad) + header({.date = u""_s}));
-            desk.tick({0, 1});
-            const QString cash = desk.t.path(u"belge-KASANAKIT.xml"_s);
-            writeBytes(cash, "old cash");
-            desk.expectDone(!failing);
-            desk.exportTo(u"belge.xml"_s);
-            QCOMPARE(readBytes(cash) == "old cash", failing);
-            QCOMPARE(readBytes(desk.t.path(u"belge.xml"_s)).count("</INVOICE>"), 2);
-        }
+        QFETCH(QString, date);
+        QFETCH(QString, grand);
+        QFETCH(bool, fails);
+        Desk desk;
+        desk.open(header() + header({.no = u"F2"_s, .date = date, .grand = grand}) +
+                  header({.date = u""_s}));
+        desk.tick({0, 1}); // the last row would fail, too
+        const QString cash = desk.t.path(u"belge-KASANAKIT.xml"_s);
+        writeBytes(cash, "old cash");
+        desk.expectDone(!fails);
+        desk.exportTo(u"belge.xml"_s);
+        QCOMPARE(readBytes(cash) == "old cash", fails);
+        QCOMPARE(readBytes(desk.t.path(u"belge.xml"_s)).count("</INVOICE>"), 2);
     }
 
     void anExportCanBeRepeatedAndOneWithoutItsSourceHasHeadsAlone()
@@ -247,39 +318,58 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
         QVERIFY(!desk.fat.ilerleme.isShown());
         QFile::remove(desk.t.path(u"kaynak.bif"_s));
         const QByteArray heads = desk.exported();
-        QCOMPARE(heads.count("</INVOICE>") * 10 + heads.count("<TRANSACTION>"), 20);
+        QCOMPARE(heads.count("</INVOICE>"), 2);
+        QCOMPARE(heads.count("<TRANSACTION>"), 0);
     }
 
-    void rowsAreTickedAndShownByEFaturaAndFoundByTitle()
+    void rowsAreFoundByTheirTitleInItsCase()
     {
         Desk desk;
-        int reads = 0;
-        InvoiceList list(QList<GridColumn>(18), desk.t.boxes, [&] { ++reads; });
-        const auto after = [&](void (InvoiceList::*operation)()) {
-            (list.*operation)();
-            QString marks;
-            for (int row = 0; row < list.l1.rows(); ++row)
-                marks += list.l1.cell(row, 0) + (list.l1.ticked(row) ? u"+"_s : u""_s);
-            return marks + QString::number(reads);
-        };
-        for (const QString &title : {u"Ada"_s, u"Oda ada"_s, u"ADA"_s, u"Da"_s})
-            list.l1.setCell(list.l1.addRow(title.left(1)), L1::Unvani, title);
-        list.arananUnvan.setText(u"da"_s);
-        QCOMPARE(list.unvanara(), QList<int>({0, 1}));           // case counts
-        QCOMPARE(after(&InvoiceList::eolmayan), u"A+O+A+D+0"_s); // no "Evet" at all
-        list.l1.setCell(1, L1::EFatura, u"Evet"_s);
-        QCOMPARE(after(&InvoiceList::eolan), u"AO+AD0"_s);
-        QCOMPARE(after(&InvoiceList::eolmayan), u"A+OA+D+0"_s);
-        QCOMPARE(after(&InvoiceList::tumunusecdegisti), u"AOAD0"_s); // as its box stands
-        QCOMPARE(after(&InvoiceList::efatgoster), u"AOAD0"_s);       // no read has filled the list
-        list.listedolu = true;
-        QCOMPARE(after(&InvoiceList::efatolmgoster), u"AAD1"_s);
-        QCOMPARE(list.satirSayisi.text(), u"3"_s);
-        QCOMPARE(after(&InvoiceList::tumgoster), u"AAD2"_s);
-        QCOMPARE(after(&InvoiceList::efatgoster), u"3"_s);
-        QCOMPARE(after(&InvoiceList::tumgoster), u"3"_s); // an empty list stays empty
-        desk.t.boxes.expectWarning(noTicks);
-        list.secilenlerisil();
+        desk.open(header({.title = u"Ada"_s}) + header({.title = u"Oda ada"_s}) +
+                  header({.title = u"ADA"_s}) + header({.title = u"Da"_s}));
+        desk.fat.liste.arananUnvan.setText(u"da"_s);
+        QCOMPARE(desk.fat.liste.unvanara(), QList<int>({0, 1}));
+    }
+
+    void rowsAreTickedByTheirEFaturaMark()
+    {
+        ListDesk d;
+        d.list.eolmayan();
+        QCOMPARE(d.ticks(), u"xxx"_s); // no "Evet" at all
+        d.mark(1);
+        d.list.eolan();
+        QCOMPARE(d.ticks(), u"-x-"_s);
+        d.list.eolmayan();
+        QCOMPARE(d.ticks(), u"x-x"_s);
+        d.list.tumunusecdegisti(); // as its box stands
+        QCOMPARE(d.ticks(), u"---"_s);
+        d.list.fattumsec();
+        QCOMPARE(d.ticks(), u"xxx"_s);
+        d.list.tumsecimkaldir();
+        QCOMPARE(d.ticks(), u"---"_s);
+        QCOMPARE(d.reads, 0);
+        d.boxes.expectWarning(noTicks);
+        d.list.secilenlerisil();
+    }
+
+    void aViewReadsAListAgainThatAReadHasFilled()
+    {
+        ListDesk d;
+        d.mark(1);
+        d.list.efatgoster(); // no read has filled the list
+        QCOMPARE(d.rows(), u"A,B,C"_s);
+        QCOMPARE(d.reads, 0);
+        d.list.listedolu = true;
+        d.list.efatolmgoster();
+        QCOMPARE(d.rows(), u"A,C"_s);
+        QCOMPARE(d.list.satirSayisi.text(), u"2"_s);
+        d.list.tumgoster();
+        QCOMPARE(d.reads, 2);
+        d.list.efatgoster();
+        QCOMPARE(d.rows(), QString());
+        QCOMPARE(d.reads, 3);
+        d.list.tumgoster(); // an empty list stays empty
+        QCOMPARE(d.reads, 3);
     }
 };
 

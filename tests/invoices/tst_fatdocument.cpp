@@ -4,7 +4,7 @@
 //                      fatbilgi; sec and efatura name rows from 1 on; dugme is the button
 //   expected.xml, expected-kasa.xml
 
-#include "invoices/fat.h"
+#include "desk.h"
 #include "support/documentcase.h"
 
 using namespace kervan;
@@ -44,6 +44,35 @@ private Q_SLOTS:
         t.boxes.verify();
         given.expect(target);
         given.expect(t.path(u"belge-KASANAKIT.xml"_s), u"expected-kasa.xml"_s);
+    }
+
+    void theSpecialCodeOfAnInvoiceIsItsPersonnelCodeAndNotTheOneChosen()
+    {
+        Desk desk;
+        desk.fat.tanimlar.ozelKod.setText(u"chosen"_s);
+        desk.open(header() + goods(u"P1"));
+        desk.tick({0});
+        const QByteArray document = desk.exported();
+        QCOMPARE(document.count("<AUXIL_CODE>LP1</AUXIL_CODE>"), 2); // of invoice and dispatch
+        QVERIFY(!document.contains("chosen"));
+    }
+
+    void theBaseOfTheExtraTaxIsTheDealersMarginAndNotTheTax()
+    {
+        Desk desk(u"P=8"_s);
+        desk.open(header() + goods(u"P", u"5", u"12.16", u"50")); // 50 - 5 * 8 = 10, and 1,8 of it
+        desk.tick({0});
+        QVERIFY(desk.exported().contains("<ADD_TAX_VAT_MATRAH>10</ADD_TAX_VAT_MATRAH>"));
+    }
+
+    void anInvoiceHasRoomForSixtyThousandLines()
+    {
+        InvoiceDocument document(u"10"_s, {.xl1 = {}, .xl2 = "x"});
+        document.beginInvoice({});
+        for (int line = 0; line < 60'001; ++line)
+            document.addLine({});
+        document.endInvoice();
+        QCOMPARE(document.belge().body.value(1).count('x'), 60'000);
     }
 
     // No line of this source has either; another source of invoices shares the document.
