@@ -95,6 +95,19 @@ FileDrop::FileDrop(QWidget *window)
     window->installEventFilter(this);
 }
 
+void layOutParts(QWidget *window, const TransferParts &parts)
+{
+    auto *column = new QVBoxLayout(window);
+    column->setContentsMargins(8, 8, 8, 4);
+    column->setSpacing(6);
+    column->addWidget(parts.strip);
+    for (QWidget *panel : parts.panels)
+        column->addWidget(panel, panel == parts.panels.last() ? 1 : 0);
+    column->addWidget(parts.statusBar);
+    QObject::connect(new FileDrop(window), &FileDrop::dropped, window, parts.openFile);
+    window->findChild<QPushButton *>(parts.firstButton)->setFocus();
+}
+
 bool FileDrop::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() != QEvent::DragEnter && event->type() != QEvent::Drop)

@@ -3,10 +3,13 @@
 #include "base/fields.h"
 #include "controls/titlestrip.h"
 
+#include <QList>
 #include <QObject>
 #include <QShortcut>
 #include <QString>
 #include <QToolButton>
+
+#include <functional>
 
 class QFrame;
 class QLabel;
@@ -64,5 +67,26 @@ Q_SIGNALS:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 };
+
+/// What the window of a transfer is made of, from top to bottom, and where work starts on it.
+struct TransferParts
+{
+    TitleStrip *strip;
+    QList<QWidget *> panels; ///< the last one takes the room that there is
+    QStatusBar *statusBar;
+    QString firstButton;                               ///< has the focus
+    std::function<void(const QString &path)> openFile; ///< does so with a file that is dropped
+};
+
+/// Puts the parts into the window.
+void layOutParts(QWidget *window, const TransferParts &parts);
+
+/// Makes a window that holds these parts, closes and takes a file as every transfer window does.
+template<class Window>
+void layOutTransfer(Window *window, const TransferParts &parts)
+{
+    layOutParts(window, parts);
+    letClose(window, parts.strip);
+}
 
 } // namespace kervan

@@ -3,11 +3,11 @@
 #include "controls/gridview.h"
 #include "controls/transferwidgets.h"
 
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QStatusBar>
 #include <QTimer>
-#include <QVBoxLayout>
 
 namespace kervan {
 
@@ -20,19 +20,13 @@ CrWindow::CrWindow(Program &program, QWidget *parent)
 {
     setObjectName(u"cr"_s);
     setWindowTitle(u"Cari Kart Transferi"_s);
-    auto *strip = titleStrip(u"CARİ HESAP AKTARIMI"_s);
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(8, 8, 8, 4);
-    column->setSpacing(6);
-    column->addWidget(strip);
-    column->addWidget(commands());
-    column->addWidget(cards(), 1);
-    column->addWidget(statusBar());
-
-    letClose(this, strip);
-    connect(new FileDrop(this), &FileDrop::dropped, this,
-            [this](const QString &path) { m_cr.dosyaac(path); });
-    findChild<QPushButton *>(u"chameleonButton5"_s)->setFocus();
+    layOutTransfer(this, {.strip = titleStrip(u"CARİ HESAP AKTARIMI"_s),
+                          .panels = {commands(), cards()},
+                          .statusBar = statusBar(),
+                          .firstButton = u"chameleonButton5"_s,
+                          .openFile = [this](const QString &path) {
+                              m_cr.dosyaac(path);
+                          }});
 }
 
 QWidget *CrWindow::commands()

@@ -6,10 +6,10 @@
 
 #include <QComboBox>
 #include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStatusBar>
 
 namespace kervan {
 
@@ -21,22 +21,16 @@ StoktrfWindow::StoktrfWindow(Program &program, QWidget *parent)
 {
     setObjectName(u"stoktrf"_s);
     setWindowTitle(u"Malzeme Kartları Transfer"_s);
-    auto *strip = titleStrip(u"STOK KART AKTARIMI"_s);
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(8, 8, 8, 4);
-    column->setSpacing(6);
-    column->addWidget(strip);
-    column->addWidget(commands());
-    column->addWidget(choices());
-    column->addWidget(cards(), 1);
-    column->addWidget(transferStatusBar(u"Stok Kart Sayısı:"_s, m_stoktrf.kartSayisi,
-                                        m_stoktrf.bilgi, m_stoktrf.ilerleme));
-
-    letClose(this, strip);
-    connect(new FileDrop(this), &FileDrop::dropped, this,
-            [this](const QString &path) { m_stoktrf.dosyaac(path); });
+    layOutTransfer(this,
+                   {.strip = titleStrip(u"STOK KART AKTARIMI"_s),
+                    .panels = {commands(), choices(), cards()},
+                    .statusBar = transferStatusBar(u"Stok Kart Sayısı:"_s, m_stoktrf.kartSayisi,
+                                                   m_stoktrf.bilgi, m_stoktrf.ilerleme),
+                    .firstButton = u"chameleonButton5"_s,
+                    .openFile = [this](const QString &path) {
+                        m_stoktrf.dosyaac(path);
+                    }});
     m_stoktrf.load();
-    findChild<QPushButton *>(u"chameleonButton5"_s)->setFocus();
 }
 
 QWidget *StoktrfWindow::commands()

@@ -10,7 +10,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStatusBar>
 #include <QVBoxLayout>
 
 namespace kervan {
@@ -23,22 +22,15 @@ StWindow::StWindow(Program &program, QWidget *parent)
 {
     setObjectName(u"st"_s);
     setWindowTitle(u"Stok Kartı Transferi"_s);
-    auto *strip = titleStrip(u"STOK KART TRANSFERİ"_s);
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(8, 8, 8, 4);
-    column->setSpacing(6);
-    column->addWidget(strip);
-    column->addWidget(commands());
-    column->addWidget(choices());
-    column->addWidget(cards(), 1);
-    column->addWidget(transferStatusBar({}, m_nothing, m_st.bilgi, m_st.ilerleme));
-
-    letClose(this, strip);
+    layOutTransfer(this, {.strip = titleStrip(u"STOK KART TRANSFERİ"_s),
+                          .panels = {commands(), choices(), cards()},
+                          .statusBar = transferStatusBar({}, m_nothing, m_st.bilgi, m_st.ilerleme),
+                          .firstButton = u"chameleonButton5"_s,
+                          .openFile = [this](const QString &path) {
+                              m_st.kontrol(path);
+                          }});
     bindHourglass(this, m_st.bekle);
-    connect(new FileDrop(this), &FileDrop::dropped, this,
-            [this](const QString &path) { m_st.kontrol(path); });
     m_st.load();
-    findChild<QPushButton *>(u"chameleonButton5"_s)->setFocus();
 }
 
 QWidget *StWindow::commands()

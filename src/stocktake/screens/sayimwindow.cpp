@@ -8,8 +8,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QStatusBar>
-#include <QVBoxLayout>
 
 namespace kervan {
 
@@ -23,20 +21,16 @@ SayimWindow::SayimWindow(Program &program, QWidget *parent)
     setWindowTitle(u"Sayım Transferi"_s);
     auto *strip = titleStrip(u"SAYIM AKTARIMI"_s);
     strip->addNote(valueLabel(u"Label9"_s, m_sayimform.link.durum));
-    auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(8, 8, 8, 4);
-    column->setSpacing(6);
-    column->addWidget(strip);
-    column->addWidget(commands());
-    column->addWidget(counts(), 1);
-    column->addWidget(transferStatusBar(u"Sayım Sayısı:"_s, m_sayimform.sayimSayisi,
-                                        m_sayimform.bilgi, m_sayimform.ilerleme));
-
-    letClose(this, strip);
-    connect(new FileDrop(this), &FileDrop::dropped, this,
-            [this](const QString &path) { m_sayimform.dosyaac(path); });
+    layOutTransfer(this,
+                   {.strip = strip,
+                    .panels = {commands(), counts()},
+                    .statusBar = transferStatusBar(u"Sayım Sayısı:"_s, m_sayimform.sayimSayisi,
+                                                   m_sayimform.bilgi, m_sayimform.ilerleme),
+                    .firstButton = u"chameleonButton5"_s,
+                    .openFile = [this](const QString &path) {
+                        m_sayimform.dosyaac(path);
+                    }});
     m_sayimform.load();
-    findChild<QPushButton *>(u"chameleonButton5"_s)->setFocus();
 }
 
 QWidget *SayimWindow::commands()
