@@ -4,7 +4,6 @@
 
 #include <QWidget>
 
-class QBoxLayout;
 class QComboBox;
 class QPushButton;
 
@@ -29,17 +28,16 @@ Q_SIGNALS:
     void listMenuWanted(const QPoint &place);
 
 private:
+    TitleStrip *strip();
     QWidget *commands();
     QWidget *choices();
     QWidget *filters();
     QPushButton *command(const QString &name, const QString &caption, const QString &pictureName,
                          const QString &keys, void (Fat::*action)());
-    QComboBox *choice(const QString &name, ChoiceField &field, void (Fat::*action)() = nullptr,
-                      bool editable = false);
+    QComboBox *chosen(QComboBox *box, void (Fat::*action)());
 
     Fat m_fat;
-    TitleStrip *m_strip;
-    GridView *m_l1 = nullptr;
+    GridView *m_l1;
 };
 
 } // namespace kervan

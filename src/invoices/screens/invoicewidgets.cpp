@@ -11,6 +11,7 @@
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
+#include <QPushButton>
 #include <QShortcut>
 #include <QSplitter>
 
@@ -40,6 +41,23 @@ QCheckBox *check(const QString &name, const QString &caption, CheckField &field)
     return box;
 }
 
+GridView *lineView(Grid &l2)
+{
+    auto *view = new GridView(l2, u"l2"_s);
+    view->setAccessibleName(u"Fatura Kalemleri"_s);
+    view->setEmptyText(u"Kalemlerini görmek için listeden bir faturaya tıklayın."_s);
+    return view;
+}
+
+QComboBox *namedBox(const QString &name, ChoiceField &field, const QString &what,
+                    const QString &hint)
+{
+    auto *box = choiceBox(name, field);
+    box->setAccessibleName(what);
+    box->setToolTip(hint);
+    return box;
+}
+
 QGroupBox *listFrame(const QString &caption, GridView *view)
 {
     auto *frame = new QGroupBox(caption);
@@ -61,6 +79,34 @@ QComboBox *choiceBox(const QString &name, ChoiceField &field, bool editable)
     box->setMinimumContentsLength(14);
     bind(box, field);
     return box;
+}
+
+QComboBox *kindBox(ChoiceField &faturaTuru)
+{
+    return namedBox(u"fatbilgi"_s, faturaTuru, u"Fatura türü"_s,
+                    u"Fatura türü: seçim dosyayı yeniden okutur"_s);
+}
+
+QComboBox *staffBox(ChoiceField &personel)
+{
+    return namedBox(u"pers"_s, personel, u"Personel"_s,
+                    u"Personel listesi: seçim dosyayı yeniden okutur, listeyi süzmez"_s);
+}
+
+void addListCommands(QBoxLayout *row, QWidget *window, InvoiceList &list,
+                     const std::function<void(const QPoint &place)> &menuWanted)
+{
+    auto *menu = commandButton(window, u"lvButtons_H2"_s, u"Fatura Liste Seçim"_s, u"listmenu"_s,
+                               u"Ctrl+L"_s);
+    QObject::connect(menu, &QAbstractButton::clicked, window, [menu, menuWanted] {
+        menuWanted(menu->mapToGlobal(QPoint(0, menu->height())));
+    });
+    auto *remove = commandButton(window, u"chameleonButton6"_s, u"Seçilen Faturaları Sil"_s,
+                                 u"remove"_s, u"Ctrl+Del"_s);
+    QObject::connect(remove, &QAbstractButton::clicked, window, [&list] { list.secilenlerisil(); });
+    row->addStretch();
+    row->addWidget(menu);
+    row->addWidget(remove);
 }
 
 QGridLayout *choiceLayout(QWidget *panel)
@@ -100,10 +146,15 @@ QCheckBox *addDateFilter(QBoxLayout *row, InvoiceList &list, const std::function
     return range;
 }
 
-GridView *invoiceView(InvoiceList &list, const std::function<void(int row)> &choose)
+GridView *invoiceView(InvoiceList &list, const QString &source, TextField &caption,
+                      const std::function<void(int row)> &choose)
 {
     auto *view = new GridView(list.l1, u"l1"_s);
     view->setAccessibleName(u"Fatura Listesi"_s);
+    view->setEmptyText(u"\"Fatura Dosyası Aç\" ile bir %1 dosyası seçin ya da dosyayı buraya "
+                       "sürükleyin."_s.arg(source));
+    QObject::connect(&caption, &TextField::changed, view,
+                     [view] { view->setEmptyText(u"Listede gösterilecek fatura yok."_s); });
     QObject::connect(view, &QAbstractItemView::clicked, view,
                      [view, choose](const QModelIndex &index) {
                          // Its tick box alone does not choose a row.
@@ -118,19 +169,11 @@ GridView *invoiceView(InvoiceList &list, const std::function<void(int row)> &cho
     return view;
 }
 
-GridView *lineView(Grid &l2)
-{
-    auto *view = new GridView(l2, u"l2"_s);
-    view->setAccessibleName(u"Fatura Kalemleri"_s);
-    view->setEmptyText(u"Kalemlerini görmek için listeden bir faturaya tıklayın."_s);
-    return view;
-}
-
-QWidget *invoiceLists(GridView *invoices, GridView *lines)
+QWidget *invoiceLists(GridView *invoices, Grid &l2)
 {
     auto *lists = new QSplitter(Qt::Vertical);
     lists->addWidget(listFrame(u"Fatura Listesi"_s, invoices));
-    lists->addWidget(listFrame(u"Fatura Kalemleri"_s, lines));
+    lists->addWidget(listFrame(u"Fatura Kalemleri"_s, lineView(l2)));
     lists->setStretchFactor(0, 3);
     lists->setStretchFactor(1, 2);
     lists->setChildrenCollapsible(false);

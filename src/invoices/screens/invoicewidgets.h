@@ -10,6 +10,8 @@ class QBoxLayout;
 class QCheckBox;
 class QComboBox;
 class QGridLayout;
+class QPoint;
+class QWidget;
 
 namespace kervan {
 
@@ -19,6 +21,15 @@ class GridView;
 
 /// A list to choose from.
 QComboBox *choiceBox(const QString &name, ChoiceField &field, bool editable = false);
+
+/// The kinds of invoices, and the staff of the source: a choice of either reads the source again.
+QComboBox *kindBox(ChoiceField &faturaTuru);
+QComboBox *staffBox(ChoiceField &personel);
+
+/// Adds the commands of the list at the end of a row: its menu, which is wanted at a place of the
+/// desktop, and the removal of the ticked invoices.
+void addListCommands(QBoxLayout *row, QWidget *window, InvoiceList &list,
+                     const std::function<void(const QPoint &place)> &menuWanted);
 
 /// The layout of the panel of choices, which addField() fills.
 QGridLayout *choiceLayout(QWidget *panel);
@@ -32,11 +43,11 @@ QCheckBox *allRowsBox(InvoiceList &list);
 QCheckBox *addDateFilter(QBoxLayout *row, InvoiceList &list, const std::function<void()> &changed);
 
 /// The view on an invoice list. A row is chosen by a click or by moving to it, and the Delete key
-/// removes the ticked ones.
-GridView *invoiceView(InvoiceList &list, const std::function<void(int row)> &choose);
-/// The view on the lines of the chosen invoice.
-GridView *lineView(Grid &l2);
-/// Both lists in their frames, with a handle between.
-QWidget *invoiceLists(GridView *invoices, GridView *lines);
+/// removes the ticked ones. Until a source is opened, which `caption` shows, it says how to open
+/// one of the kind `source`.
+GridView *invoiceView(InvoiceList &list, const QString &source, TextField &caption,
+                      const std::function<void(int row)> &choose);
+/// That list and the lines of the chosen invoice, in their frames, with a handle between.
+QWidget *invoiceLists(GridView *invoices, Grid &l2);
 
 } // namespace kervan

@@ -8,6 +8,8 @@ class QPushButton;
 
 namespace kervan {
 
+class TitleStrip;
+
 /// The window of the Düzey invoice transfer.
 class FatduzWindow : public QWidget
 {
@@ -24,11 +26,11 @@ Q_SIGNALS:
     void listMenuWanted(const QPoint &place);
 
 private:
+    TitleStrip *strip();
     QWidget *commands();
     QWidget *choices();
     QWidget *sheetName();
     QWidget *filters();
-    QWidget *lists();
     QPushButton *command(const QString &name, const QString &caption, const QString &pictureName,
                          const QString &keys, void (Fatduz::*action)());
 
