@@ -322,6 +322,26 @@ insert into odm values (Null,'P30','Otuz','','','','','',''))"_s));
         QCOMPARE(heads.count("<TRANSACTION>"), 0);
     }
 
+    void theListsSayWhatTheirColumnsAre()
+    {
+        const auto headings = [](const Grid &grid) {
+            QStringList all;
+            for (const GridColumn &column : grid.columns())
+                all << column.heading;
+            return all.join(u'|');
+        };
+        Desk desk;
+        QCOMPARE(headings(desk.l1),
+                 u"Cari Kodu|Ünvanı|Fatura Numarası|Belge Numarası|Fatura Tarihi|"
+                 "Logo Personel Kodu|Sap Personel kodu|Ödeme Tipi|Toplam Tutar|İndirim Toplamı|"
+                 "Kdv Toplamı|Genel Toplam|E-Fatura|TAHSİLAT ORANI|TAHSİLAT TUTARI|İŞLEM NO|"
+                 "KASA İŞLEM NO|KASA SATIS ELEMANI"_s);
+        QCOMPARE(headings(desk.fat.l2),
+                 u"Ürün Kodu|Ürün Adı|Miktar|Birim Fiyat|Kdv %|Tutar|İndirimTutarı|Kdv Tutarı|"
+                 "Toplam|ind1%|ind1|ind2%|ind2|ind3%|ind3|ind4%|ind4|ind5%|ind5|ind6%|ind6|ind7%|"
+                 "ind7|ind8%|ind8|ind9%|ind9|Bayi Satış Fiyatı|Bayi Karı|Ek Vergi Tutarı"_s);
+    }
+
     void rowsAreFoundByTheirTitleInItsCase()
     {
         Desk desk;

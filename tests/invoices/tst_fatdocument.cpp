@@ -65,6 +65,15 @@ private Q_SLOTS:
         QVERIFY(desk.exported().contains("<ADD_TAX_VAT_MATRAH>10</ADD_TAX_VAT_MATRAH>"));
     }
 
+    void allNineRatesOfALineBecomeDiscountsInTheirOrder()
+    {
+        Grid l3{QList<GridColumn>(L3::EkVergiTutari + 1)};
+        l3.addRow(u"P1"_s);
+        for (int rate = 1; rate <= 9; ++rate)
+            l3.setCell(0, L3::Yuzde1 + rate - 1, rate == 4 ? u"0"_s : u"%1,5"_s.arg(rate));
+        QCOMPARE(commonGoods(l3, 0).yuzdeler.join(u' '), u"1.5 2.5 3.5 5.5 6.5 7.5 8.5 9.5"_s);
+    }
+
     void anInvoiceHasRoomForSixtyThousandLines()
     {
         InvoiceDocument document(u"10"_s, {.xl1 = {}, .xl2 = "x"});
