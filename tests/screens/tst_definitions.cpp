@@ -137,7 +137,7 @@ private Q_SLOTS:
         DefinitionScreen screen(test.program, *definitionOf(u"birimseti"_s));
         screen.yukle();
         screen.yeni();
-        screen.field(0).setText(u"O'NEIL"_s);
+        screen.text(0).setText(u"O'NEIL"_s);
         screen.kaydet(-1);
         QCOMPARE(screen.l1.rows(), 0);
         screen.yeni();
@@ -145,7 +145,7 @@ private Q_SLOTS:
         QCOMPARE(test.rows(u"birim id frno frkod firma kaskod dkod crkod alkod satkod"_s),
                  u"1||||||||"_s);
         screen.degistir(0);
-        screen.field(0).setText(u"x', dkod = 'y"_s);
+        screen.text(0).setText(u"x', dkod = 'y"_s);
         screen.kaydet(0);
         QCOMPARE(test.rows(u"birim id frno frkod firma kaskod dkod crkod alkod satkod"_s),
                  u"1||||||||"_s);
