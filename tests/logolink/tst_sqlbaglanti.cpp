@@ -12,11 +12,10 @@ const Box incomplete{u"Bağlantı Bilgilerinde Eksikler Var..."_s, u"Dikkat"_s, 
 const Box connected{u"Bağlantı Sağlandı..."_s, u"Dikkat"_s};
 const Box notConnected{u"Bağlantı Sağlanamadı..."_s, u"Dikkat"_s};
 
-QString fieldsOf(const Sqlbaglanti &screen)
+QStringList fieldsOf(const Sqlbaglanti &screen)
 {
-    return QStringList{screen.sunucu.text(), screen.kullanici.text(), screen.sifre.text(),
-                       screen.veritabani.text(), screen.firma.text()}
-        .join(u'|');
+    return {screen.sunucu.text(), screen.kullanici.text(), screen.sifre.text(),
+            screen.veritabani.text(), screen.firma.text()};
 }
 
 class Desk
@@ -47,25 +46,40 @@ class TestSqlbaglanti : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void openingShowsWhatTheFileHoldsAndWarnsOfGaps_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QStringList>("fields");
+        QTest::addColumn<bool>("warned");
+        QTest::newRow("no password is no gap")
+            << "S\r\nu\r\n\r\nD\r\n7- A\r\n"_ba
+            << QStringList{u"S"_s, u"u"_s, {}, u"D"_s, u"7- A"_s} << false;
+        QTest::newRow("a short file ends in silence")
+            << "S\r\nu\r\n"_ba << QStringList{u"S"_s, u"u"_s, {}, {}, {}} << false;
+        QTest::newRow("no firm") << "S\r\nu\r\np\r\nD\r\n\r\n"_ba
+                                 << QStringList{u"S"_s, u"u"_s, u"p"_s, u"D"_s, {}} << true;
+        QTest::newRow("no server") << "\r\nu\r\np\r\nD\r\n7- A\r\n"_ba
+                                   << QStringList{{}, u"u"_s, u"p"_s, u"D"_s, u"7- A"_s} << true;
+        QTest::newRow("no user") << "S\r\n\r\np\r\nD\r\n7- A\r\n"_ba
+                                 << QStringList{u"S"_s, {}, u"p"_s, u"D"_s, u"7- A"_s} << true;
+        QTest::newRow("no database") << "S\r\nu\r\np\r\n\r\n7- A\r\n"_ba
+                                     << QStringList{u"S"_s, u"u"_s, u"p"_s, {}, u"7- A"_s} << true;
+    }
     void openingShowsWhatTheFileHoldsAndWarnsOfGaps()
     {
-        const QStringList cases{u"-:|sa|||:"_s,
-                                u"S/u//D/7- A/:S|u||D|7- A:"_s, // no password is no gap
-                                u"S/u/:S|u|||:"_s,              // short: silence
-                                u"S/u/p/D//:S|u|p|D|:box"_s, u"S//p/D/7- A/:S||p|D|7- A:box"_s};
-        for (const QString &line : cases) {
-            const QStringList parts = line.split(u':');
-            TestProgram t;
-            if (parts[0] != u"-")
-                writeBytes(t.path(u"sqlbaglan.kvz"_s), parts[0].toLatin1().replace("/", "\r\n"));
-            Sqlbaglanti screen(t.program, nullptr);
-            if (!parts[2].isEmpty())
-                t.boxes.expect(incomplete);
-            screen.yukle();
-            t.boxes.verify();
-            QCOMPARE(fieldsOf(screen), parts[1]);
-            QVERIFY(t.sqlServer.texts.isEmpty());
-        }
+        QFETCH(QByteArray, file);
+        QFETCH(QStringList, fields);
+        QFETCH(bool, warned);
+        TestProgram t;
+        Sqlbaglanti screen(t.program, nullptr);
+        screen.yukle(); // without a file
+        QCOMPARE(fieldsOf(screen), QStringList({{}, u"sa"_s, {}, {}, {}}));
+        writeBytes(t.path(u"sqlbaglan.kvz"_s), file);
+        if (warned)
+            t.boxes.expect(incomplete);
+        screen.yukle();
+        QCOMPARE(fieldsOf(screen), fields);
+        QVERIFY(t.sqlServer.texts.isEmpty());
     }
 
     void theTestConnectsAndLoadsTheFirmsAndLetsTheUpdateStart()
@@ -81,7 +95,8 @@ private Q_SLOTS:
         QCOMPARE(desk.t.sqlServer.options.connectionTimeout, 3);
         QCOMPARE(desk.screen.durum.text(), u"SQL Bağlantı Var"_s);
         QVERIFY(desk.screen.baslanabilir.isChecked());
-        QCOMPARE(desk.screen.firma.entries().join(u'|'), u"12- Şube|3- İkinci|4- "_s);
+        QCOMPARE(desk.screen.firma.entries(),
+                 QStringList({u"12- Şube"_s, u"3- İkinci"_s, u"4- "_s}));
         QCOMPARE(desk.screen.firma.text(), u"7- Merkez"_s); // as saved, though Logo lacks it
         QCOMPARE(desk.t.sqlServer.statements, QStringList{u"select * from L_CAPIFIRM"_s});
 
@@ -90,7 +105,8 @@ private Q_SLOTS:
             throw Failure(u"kesildi"_s);
         };
         desk.screen.firmayuklesec();
-        QCOMPARE(desk.screen.firma.text() + desk.screen.firma.entries().join(u'|'), QString());
+        QCOMPARE(desk.screen.firma.text(), QString());
+        QCOMPARE(desk.screen.firma.entries(), QStringList());
     }
 
     void aConnectionThatFailsIsToldTwiceAndAnEmptyFieldTestsTheOneBefore()
@@ -186,15 +202,27 @@ private Q_SLOTS:
         QCOMPARE(desk.screen.ilerleme.value(), 3);
     }
 
-    void theFirmNumberStandsInTheTableNamesAndNothingElseDoes()
+    void theFirmNumberStandsInTheTableNames_data()
     {
-        const QStringList cases{u"12- Şube:012"_s, u"1234- A:1234"_s, u"5:005"_s, u" 7 -x:007"_s,
-                                u"abc-:abc"_s};
-        for (const QString &line : cases) {
-            const QStringList parts = line.split(u':');
-            QCOMPARE(cardSelect(parts[0], u"K"_s).text(),
-                     u"Select * from LG_%1_CLCARD where CODE='K'"_s.arg(parts[1]));
-        }
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("number");
+        QTest::newRow("two digits") << u"12- Şube"_s << u"012"_s;
+        QTest::newRow("a dash in the name") << u"1-Merkez-2"_s << u"001"_s;
+        QTest::newRow("four digits") << u"1234- A"_s << u"1234"_s;
+        QTest::newRow("no name") << u"5"_s << u"005"_s;
+        QTest::newRow("blanks") << u" 7 -x"_s << u"007"_s;
+        QTest::newRow("no number") << u"abc-"_s << u"abc"_s;
+    }
+    void theFirmNumberStandsInTheTableNames()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, number);
+        QCOMPARE(cardSelect(line, u"K"_s).text(),
+                 u"Select * from LG_%1_CLCARD where CODE='K'"_s.arg(number));
+    }
+
+    void aStatementTakesNothingButTheNumberOfTheFirm()
+    {
         QVERIFY(cardSelect(u"1 x"_s, u"K"_s).breakingValue());
         QCOMPARE(barcodeSelect(u"1-"_s, u"869"_s).text(),
                  u"Select ITEM.CODE as ITEMKOD, UNIT.CODE as BIRIMKOD from LG_001_UNITBARCODE BAR "
