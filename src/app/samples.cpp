@@ -3,7 +3,7 @@
 #include "base/failure.h"
 #include "base/sqlserver.h"
 #include "stocktake/urunform.h"
-#include "store/definition.h"
+#include "store/definitionscreen.h"
 #include "store/settings.h"
 #include "store/sidefiles.h"
 
@@ -71,11 +71,11 @@ void fillDefinition(Program &program, const Definition &definition, const QList<
     for (const QStringList &row : rows) {
         screen.yeni();
         for (int field = 0; field < definition.fields.size(); ++field) {
-            const qsizetype at = definition.insertColumns.indexOf(definition.fields[field].column);
-            if (definition.fields[field].kind == DefinitionField::Check)
-                screen.c1.setChecked(row.value(at) == u"1");
+            const qsizetype at = definition.columns.indexOf(definition.fields[field].column);
+            if (definition.fields[field].kind == DefinitionField::Box)
+                screen.box(field).setChecked(row.value(at) == u"1");
             else
-                screen.field(field).setText(row.value(at));
+                screen.text(field).setText(row.value(at));
         }
         screen.kaydet(-1);
     }

@@ -1,22 +1,15 @@
 #include "frame/mainwindow.h"
 
 #include "base/failure.h"
-#include "cards/screens/crwindow.h"
-#include "cards/screens/stoktrfwindow.h"
-#include "cards/screens/stwindow.h"
 #include "controls/bigbutton.h"
 #include "controls/pictures.h"
 #include "frame/entries.h"
 #include "frame/resim.h"
 #include "invoices/duzey/screens/fatduzwindow.h"
 #include "invoices/screens/fatwindow.h"
-#include "slips/screens/slipwindow.h"
-#include "stocktake/screens/sayimwindow.h"
-#include "stocktake/screens/urunwindow.h"
-#include "store/screens/definitionwindow.h"
-#include "store/screens/settingswindows.h"
 
 #include <QApplication>
+#include <QDialog>
 #include <QHBoxLayout>
 #include <QMdiArea>
 #include <QMdiSubWindow>
@@ -28,28 +21,6 @@
 namespace kervan {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-// The screen asks to be closed; the subwindow around it is what closes.
-template<class Screen>
-Screen *closable(Screen *screen)
-{
-    QObject::connect(screen, &Screen::closeWanted, screen,
-                     [screen] { screen->parentWidget()->close(); });
-    return screen;
-}
-
-// The invoice screen brings up the menu of the list operations.
-template<class Screen>
-Screen *withListMenu(Screen *screen, QMenu *menu)
-{
-    QObject::connect(screen, &Screen::listMenuWanted, menu,
-                     [menu](const QPoint &place) { menu->popup(place); });
-    return screen;
-}
-
-} // namespace
 
 MainWindow::MainWindow(Program &program, QWidget *parent)
     : QMainWindow(parent)
@@ -144,50 +115,28 @@ void MainWindow::buildMenus()
         crhsp->addAction(entry.caption)->setObjectName(entry.name);
 }
 
-void MainWindow::open(const QString &screen)
+void MainWindow::open(QStringView screen)
+{
+    if (const Screen *found = screenOf(screen))
+        open(*found);
+}
+
+void MainWindow::open(const Screen &screen)
 {
     endWithReport(m_program.boxes, [&] {
-        openTransfer(screen);
-        openDialog(screen);
+        if (screen.kind == Screen::Transfer)
+            openTransfer(screen);
+        else
+            openDialog(screen);
     });
 }
 
-QWidget *MainWindow::makeTransfer(const QString &screen)
+QMdiSubWindow *MainWindow::transfer(const Screen &screen)
 {
-    if (screen == u"cr") {
-        auto *cr = closable(new CrWindow(m_program));
-        connect(cr, &CrWindow::guncellemeWanted, this, [this] {
-            showDialog(u"sqlbaglanti"_s,
-                       [this] { return makeSqlbaglanti(SqlbaglantiWindow::Way::Update); });
-        });
-        return cr;
-    }
-    if (screen == u"sayimform")
-        return closable(new SayimWindow(m_program));
-    if (screen == u"stoktrf") {
-        auto *stoktrf = closable(new StoktrfWindow(m_program));
-        connect(stoktrf, &StoktrfWindow::meyWanted, this, [this] { open(u"st"_s); });
-        return stoktrf;
-    }
-    if (screen == u"st")
-        return closable(new StWindow(m_program));
-    if (screen == u"fat")
-        return withListMenu(closable(new FatWindow(m_program)), m_seminmenu);
-    if (screen == u"fatduz")
-        return withListMenu(closable(new FatduzWindow(m_program)), m_seminmenu);
-    for (const SlipForm *form : {&cafis(), &cafis2(), &cafis3(), &carifisduzey()}) {
-        if (screen == form->screen)
-            return closable(new SlipWindow(m_program, *form));
-    }
-    return nullptr;
-}
-
-QMdiSubWindow *MainWindow::transfer(const QString &screen)
-{
-    QPointer<QMdiSubWindow> &window = m_transfers[screen];
-    QWidget *content = window ? nullptr : makeTransfer(screen);
-    if (content) {
-        window = m_area->addSubWindow(content);
+    QMdiSubWindow *window = m_transfers.value(screen.word);
+    if (!window) {
+        window = m_area->addSubWindow(screen.make(*this, screen.word));
+        m_transfers[screen.word] = window;
         window->setAttribute(Qt::WA_DeleteOnClose);
         window->setWindowIcon(windowIcon());
         window->setGeometry(m_area->viewport()->rect());
@@ -195,11 +144,9 @@ QMdiSubWindow *MainWindow::transfer(const QString &screen)
     return window;
 }
 
-void MainWindow::openTransfer(const QString &screen)
+void MainWindow::openTransfer(const Screen &screen)
 {
     QMdiSubWindow *window = transfer(screen);
-    if (!window)
-        return;
     if (window->isMinimized())
         window->showNormal();
     window->show();
@@ -208,94 +155,14 @@ void MainWindow::openTransfer(const QString &screen)
     window->setFocus(); // from the button back to the screen, whose keys work only there
 }
 
-QDialog *MainWindow::makeDialog(const QString &screen)
+void MainWindow::openDialog(const Screen &screen)
 {
-    if (screen == u"urunform")
-        return new UrunWindow(m_program, this);
-    if (screen == u"ayr")
-        return new AyrWindow(m_program, this);
-    if (screen == u"kdvmu")
-        return makeKdvmu();
-    if (screen == u"sqlbaglanti")
-        return makeSqlbaglanti(SqlbaglantiWindow::Way::Settings);
-    if (const Definition *definition = definitionOf(screen)) {
-        auto *window = new DefinitionWindow(m_program, *definition, this);
-        connect(window, &DefinitionWindow::refreshWanted, this, &MainWindow::refresh);
-        return window;
-    }
-    for (const ValueDialog &dialog : valueDialogs()) {
-        if (dialog.screen == screen)
-            return makeValueDialog(dialog);
-    }
-    return nullptr;
-}
-
-QDialog *MainWindow::makeKdvmu()
-{
-    auto *window = new KdvmuWindow(m_program, this);
-    connect(window, &KdvmuWindow::saved, this, [this](const QString &head, const QString &line) {
-        if (auto *fat = openScreen<FatWindow>(u"fat"_s)) {
-            fat->fat().tanimlar.kdvmuafiyetgenel = head;
-            fat->fat().tanimlar.kdvmuafiyetsatir = line;
-        }
-    });
-    return window;
-}
-
-QDialog *MainWindow::makeSqlbaglanti(SqlbaglantiWindow::Way way)
-{
-    auto *cr = openScreen<CrWindow>(u"cr"_s);
-    auto *window = new SqlbaglantiWindow(m_program, cr ? &cr->cr().l1 : nullptr, way, this);
-    connect(window, &SqlbaglantiWindow::saved, this, [this] {
-        if (auto *fat = openScreen<FatWindow>(u"fat"_s))
-            fat->fat().sqlyukle();
-    });
-    return window;
-}
-
-QDialog *MainWindow::makeValueDialog(const ValueDialog &dialog)
-{
-    auto *window = new ValueWindow(m_program, dialog, this);
-    if (dialog.screen == u"brmset")
-        connect(window, &ValueWindow::saved, this, [this](const QString &value) {
-            inBackground<StoktrfWindow>(u"stoktrf"_s)->stoktrf().brmseti.setText(value);
-        });
-    if (dialog.screen == u"bankakodu")
-        connect(window, &ValueWindow::saved, this, [this](const QString &value) {
-            inBackground<SlipWindow>(u"cafis2"_s)->setBankaKodu(value);
-        });
-    if (dialog.screen == u"kskod")
-        connect(window, &ValueWindow::saved, this, [this](const QString &value) {
-            inBackground<SlipWindow>(u"cafis2"_s)->setKasaKodu(value);
-        });
-    return window;
-}
-
-void MainWindow::refresh(Definition::Refresh refresh)
-{
-    auto *fat = openScreen<FatWindow>(u"fat"_s);
-    auto *stock = openScreen<StoktrfWindow>(u"stoktrf"_s);
-    if (fat && refresh != Definition::StockScreen)
-        fat->fat().yukle();
-    if (stock && refresh == Definition::StockScreen)
-        stock->stoktrf().ozkodyukle();
-}
-
-void MainWindow::openDialog(const QString &screen)
-{
-    showDialog(screen, [&] { return makeDialog(screen); });
-}
-
-void MainWindow::showDialog(const QString &screen, const std::function<QDialog *()> &make)
-{
-    QDialog *dialog = m_dialogs.value(screen);
+    QDialog *dialog = m_dialogs.value(screen.word);
     if (!dialog) {
-        dialog = make();
-        if (!dialog)
-            return;
+        dialog = qobject_cast<QDialog *>(screen.make(*this, screen.word));
+        m_dialogs[screen.word] = dialog;
         dialog->setAttribute(Qt::WA_DeleteOnClose);
-        dialog->setModal(screen != u"kdvmu");
-        m_dialogs[screen] = dialog;
+        dialog->setModal(screen.kind == Screen::Modal);
     }
     dialog->show();
     dialog->raise();
@@ -304,8 +171,8 @@ void MainWindow::showDialog(const QString &screen, const std::function<QDialog *
 
 InvoiceList *MainWindow::activeList()
 {
-    auto *fat = openScreen<FatWindow>(u"fat"_s);
-    auto *fatduz = openScreen<FatduzWindow>(u"fatduz"_s);
+    auto *fat = openScreen<FatWindow>(u"fat");
+    auto *fatduz = openScreen<FatduzWindow>(u"fatduz");
     if (m_program.aktifform == u"1" && fat)
         return &fat->fat().liste;
     if (m_program.aktifform == u"2" && fatduz)

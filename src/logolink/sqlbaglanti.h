@@ -25,17 +25,17 @@ public:
     {
     }
 
-    TextField Text1;                       ///< server
-    TextField Text2{QStringLiteral("sa")}; ///< user
-    TextField Text3;                       ///< password
-    TextField Text4;                       ///< database
-    ChoiceField c1;                        ///< firm line
-    CheckField Check1;                     ///< the password is shown
-    TextField Label6{QStringLiteral("SQL Bağlantı Yok")};
-    CheckField baslanabilir; ///< a connection was opened, so that the update can be started
-    CheckField fr1;          ///< the panel of the update is shown
-    CheckField fr2;          ///< the panel of the settings is shown
-    ProgressField p1;
+    TextField sunucu;
+    TextField kullanici{QStringLiteral("sa")};
+    TextField sifre;
+    TextField veritabani;
+    ChoiceField firma; ///< the firm line
+    CheckField sifreGoster;
+    TextField durum{QStringLiteral("SQL Bağlantı Yok")};
+    CheckField baslanabilir;     ///< a connection was opened, so that the update can be started
+    CheckField guncellemePaneli; ///< the panel of the update is shown
+    CheckField ayarPaneli;       ///< the panel of the settings is shown
+    ProgressField ilerleme;
     TextField bilgi; ///< what a step that shows no box failed at
 
     bool isConnected() const { return m_connection && m_connection->isOpen(); }

@@ -120,7 +120,9 @@ std::unique_ptr<SqlConnection> OdbcServer::connect(const QString &connectionText
 {
     // A driver keeps the login time-out only once it has an address: finding the host's, or the
     // port of an instance, may take it much longer. So it tries aside, and is left to end by itself
-    // when it comes too late.
+    // when it comes too late. Nor is it waited for at the end of the program, which closing the
+    // frame ends at once: the attempt has nothing but its own texts and handles, and ends with the
+    // process.
     std::packaged_task<std::unique_ptr<SqlConnection>()> opening(
         [=] { return std::make_unique<OdbcConnection>(connectionText, options); });
     auto opened = opening.get_future();

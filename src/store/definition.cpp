@@ -1,154 +1,59 @@
 #include "store/definition.h"
 
-#include "base/failure.h"
-
 namespace kervan {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-const QString defaultWord = u"Varsayılan"_s;
-
-QList<GridColumn> columnsOf(const Definition &definition)
+QString DefinitionColumn::shown(const QString &value) const
 {
-    QList<GridColumn> columns;
-    for (const DefinitionColumn &column : definition.grid)
-        columns << GridColumn{column.heading, column.twips};
-    return columns;
+    if (tickedWord.isEmpty())
+        return value;
+    return value == u"1" ? tickedWord : QString();
 }
 
-} // namespace
-
-DefinitionScreen::DefinitionScreen(Program &program, const Definition &definition)
-    : l1(columnsOf(definition))
-    , m_program(program)
-    , m_definition(definition)
+Statement SideValue::select() const
 {
-    for (qsizetype i = 0; i < definition.fields.size(); ++i)
-        m_fields.push_back(std::make_unique<TextField>());
+    return Statement(u"select * from "_s + table);
 }
 
-void DefinitionScreen::yukle()
+Statement SideValue::update(const QString &value) const
 {
-    LocalDb &db = m_program.db;
-    const Grid::Refill refill(l1);
-    l1.clear();
-    passOver([&] {
-        OpenDb open(db, path());
-        db.forEach(Statement(u"select * from "_s + m_definition.table), [&] {
-            const int row = l1.addRow({});
-            for (int i = 0; i < l1.columnCount(); ++i) {
-                const QString &column = m_definition.grid[i].column;
-                const QString text = db.field(column);
-                const bool isState = column == u"var";
-                l1.setCell(row, i, isState ? (text == u"1" ? defaultWord : QString()) : text);
-            }
-            l1.setTag(row, db.field(u"id"));
-        });
-    });
-    if (!m_definition.hasGeneralVat)
-        return;
-    passOver([&] {
-        OpenDb open(db, path());
-        db.query(Statement(u"select * from kdv"));
-        genkdv.setText(db.field(u"kdv"));
-    });
+    return Statement(u"Update %1 set %2 = '"_s.arg(table, column))
+        .value(value)
+        .text(u"' Where id ='1'");
 }
 
-void DefinitionScreen::yeni()
+Statement Definition::select() const
 {
-    leaveRecord();
-    kayitta.setChecked(true);
-    durum = u"1"_s;
+    return Statement(u"select * from "_s + table);
 }
 
-void DefinitionScreen::degistir(int row)
+Statement Definition::insert(const ValueOf &valueOf) const
 {
-    kayitta.setChecked(true);
-    passOver([&] {
-        for (int i = 0; i < l1.columnCount(); ++i) {
-            const QString &column = m_definition.grid[i].column;
-            for (qsizetype f = 0; f < m_definition.fields.size(); ++f) {
-                if (m_definition.fields[f].column == column)
-                    field(static_cast<int>(f)).setText(l1.cell(row, i));
-            }
-            if (column == u"var")
-                c1.setChecked(l1.cell(row, i) == defaultWord);
-        }
-    });
-    durum = u"2"_s;
-}
-
-QString DefinitionScreen::valueOf(const QString &column) const
-{
-    for (qsizetype i = 0; i < m_definition.fields.size(); ++i) {
-        const DefinitionField &field = m_definition.fields[i];
-        if (field.column != column)
-            continue;
-        if (field.kind == DefinitionField::Check)
-            return c1.isChecked() ? u"1"_s : u"0"_s;
-        return m_fields[static_cast<std::size_t>(i)]->text();
+    Statement insert(u"insert into %1 values (Null ,'"_s.arg(table));
+    for (const QString &column : columns) {
+        if (column != columns.first())
+            insert.text(u"','");
+        insert.value(valueOf(column));
     }
-    return {};
+    return insert.text(u"')");
 }
 
-void DefinitionScreen::kaydet(int row)
+Statement Definition::update(const ValueOf &valueOf, const QString &id) const
 {
-    passOver([&] {
-        OpenDb open(m_program.db, path());
-        if (durum == u"1") {
-            Statement insert(m_definition.insert);
-            for (qsizetype i = 0; i < m_definition.insertColumns.size(); ++i)
-                insert.text(i == 0 ? u"" : u"','").value(valueOf(m_definition.insertColumns[i]));
-            m_program.db.query(insert.text(u"')"));
-        } else if (durum == u"2") {
-            Statement update(m_definition.update);
-            for (qsizetype i = 0; i < m_definition.updateColumns.size(); ++i) {
-                const QString &column = m_definition.updateColumns[i];
-                if (i > 0)
-                    update.text(u"', "_s + column + u" = '"_s);
-                update.value(valueOf(column));
-            }
-            m_program.db.query(update.text(m_definition.updateEnd).value(l1.tag(row)).text(u"'"));
-        }
-    });
-    iptal();
-    yukle();
+    const QStringList &written = updateColumns.isEmpty() ? columns : updateColumns;
+    Statement update(u"Update %1 %2 "_s.arg(table, setWord));
+    for (const QString &column : written) {
+        if (column != written.first())
+            update.text(u"', ");
+        update.text(column + u" = '"_s).value(valueOf(column));
+    }
+    return update.text(u"' %1 id ='"_s.arg(whereWord)).value(id).text(u"'");
 }
 
-void DefinitionScreen::iptal()
+Statement Definition::remove(const QString &id) const
 {
-    kayitta.setChecked(false);
-    leaveRecord();
-}
-
-void DefinitionScreen::leaveRecord()
-{
-    for (const auto &field : m_fields)
-        field->setText({});
-    c1.setChecked(false);
-}
-
-void DefinitionScreen::sil(int row)
-{
-    if (!m_program.boxes.ask(
-            {u"Kaydi Silmek İstediğinize Eminmisiniz ?"_s, u"DİKKAT"_s, Icon::Question}))
-        return;
-    passOver([&] {
-        OpenDb open(m_program.db, path());
-        m_program.db.query(Statement(m_definition.remove).value(l1.tag(row)).text(u"'"));
-    });
-    yukle();
-}
-
-void DefinitionScreen::genkdvdegisti()
-{
-    passOver([&] {
-        OpenDb open(m_program.db, path());
-        m_program.db.query(
-            Statement(u"Update kdv set kdv = '").value(genkdv.text()).text(u"' Where id ='1'"));
-    });
+    return Statement(u"Delete from %1 where id= '"_s.arg(table)).value(id).text(u"'");
 }
 
 } // namespace kervan

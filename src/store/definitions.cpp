@@ -8,27 +8,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString dataDbs = u"data.dbs"_s;
-const QString whereId = u"' Where id ='"_s;
 // The columns that `firma`, `odm` and `birim` share, whatever they hold.
-const QStringList sharedColumns{u"frno"_s, u"frkod"_s, u"firma"_s, u"kaskod"_s,
-                                u"dkod"_s, u"crkod"_s, u"alkod"_s, u"satkod"_s};
-const QStringList muhColumns{u"ind"_s,  u"kdv"_s,   u"al"_s,     u"sat"_s,    u"ali"_s,
-                             u"sati"_s, u"alkdv"_s, u"satkdv"_s, u"alikdv"_s, u"satikdv"_s};
+QStringList sharedColumns()
+{
+    return {u"frno"_s, u"frkod"_s, u"firma"_s, u"kaskod"_s,
+            u"dkod"_s, u"crkod"_s, u"alkod"_s, u"satkod"_s};
+}
 
 Definition fir()
 {
     return {.screen = u"fir"_s,
             .caption = u"Firma Tanımlaması"_s,
             .listCaption = u"Firma Listesi"_s,
-            .database = dataDbs,
+            .database = u"data.dbs"_s,
             .table = u"firma"_s,
-            .insert = u"insert into firma values (Null ,'"_s,
-            .insertColumns = sharedColumns,
-            .update = u"Update firma set frno = '"_s,
-            .updateColumns = sharedColumns,
-            .updateEnd = whereId,
-            .remove = u"Delete from firma where id= '"_s,
+            .columns = sharedColumns(),
             .fields = {{u"Text1"_s, u"Firma No"_s, u"frno"_s},
                        {u"Text2"_s, u"Firma Kodu"_s, u"frkod"_s},
                        {u"Text3"_s, u"Firma adı"_s, u"firma"_s},
@@ -44,8 +38,7 @@ Definition fir()
                      {u"Kasa Kodu"_s, 1764, u"kaskod"_s},
                      {u"Depo Kodu"_s, 1764, u"dkod"_s},
                      {u"Satıcı Hesap Kodu"_s, 2646, u"satkod"_s},
-                     {u"Alıcı Hesap Kodu"_s, 2646, u"alkod"_s}},
-            .refresh = Definition::InvoiceScreen};
+                     {u"Alıcı Hesap Kodu"_s, 2646, u"alkod"_s}}};
 }
 
 Definition muhkod()
@@ -53,14 +46,10 @@ Definition muhkod()
     return {.screen = u"muhkod"_s,
             .caption = u"Muhasebe Kodları Tanımı"_s,
             .listCaption = u"Muhasebe Kodları  Listesi"_s,
-            .database = dataDbs,
+            .database = u"data.dbs"_s,
             .table = u"muh"_s,
-            .insert = u"insert into muh values (Null ,'"_s,
-            .insertColumns = muhColumns,
-            .update = u"Update muh set ind = '"_s,
-            .updateColumns = muhColumns,
-            .updateEnd = whereId,
-            .remove = u"Delete from muh where id= '"_s,
+            .columns = {u"ind"_s, u"kdv"_s, u"al"_s, u"sat"_s, u"ali"_s, u"sati"_s, u"alkdv"_s,
+                        u"satkdv"_s, u"alikdv"_s, u"satikdv"_s},
             .fields = {{u"Text1"_s, u"Kdv Oranı"_s, u"kdv"_s},
                        {u"Text2"_s, u"Alış"_s, u"al"_s},
                        {u"Text3"_s, u"Satış"_s, u"sat"_s},
@@ -81,7 +70,8 @@ Definition muhkod()
                      {u"Alış İade Kdv"_s, 2117, u"alikdv"_s},
                      {u"Satış İade Kdv"_s, 2293, u"satikdv"_s},
                      {u"İndirimler Muhasebe Kodu"_s, 5292, u"ind"_s}},
-            .hasGeneralVat = true};
+            .sideValue =
+                SideValue{u"genkdv"_s, u"Genel Kdv Oranı: %"_s, u"18"_s, u"kdv"_s, u"kdv"_s}};
 }
 
 Definition odmplan()
@@ -92,14 +82,9 @@ Definition odmplan()
     return {.screen = u"odmplan"_s,
             .caption = u"Ödeme Plan Kodu Tanımı"_s,
             .listCaption = u"Ödeme Planı  Listesi"_s,
-            .database = dataDbs,
+            .database = u"data.dbs"_s,
             .table = u"odm"_s,
-            .insert = u"insert into odm values (Null ,'"_s,
-            .insertColumns = sharedColumns,
-            .update = u"Update odm set frno = '"_s,
-            .updateColumns = sharedColumns,
-            .updateEnd = whereId,
-            .remove = u"Delete from odm where id= '"_s,
+            .columns = sharedColumns(),
             .fields = {{u"Text1"_s, u"Ödeme Plan Kodu:"_s, u"frno"_s},
                        {u"Text2"_s, u"Açıklama:"_s, u"frkod"_s},
                        hidden(u"Text3"_s, u"firma"_s),
@@ -108,8 +93,7 @@ Definition odmplan()
                        hidden(u"Text6"_s, u"crkod"_s),
                        hidden(u"Text7"_s, u"satkod"_s),
                        hidden(u"Text8"_s, u"alkod"_s)},
-            .grid = {{u"Ödeme Plan Kodu"_s, 2540, u"frno"_s}, {u"Açıklama"_s, 2540, u"frkod"_s}},
-            .refresh = Definition::InvoiceScreenByButton};
+            .grid = {{u"Ödeme Plan Kodu"_s, 2540, u"frno"_s}, {u"Açıklama"_s, 2540, u"frkod"_s}}};
 }
 
 Definition birimseti()
@@ -117,14 +101,10 @@ Definition birimseti()
     return {.screen = u"birimseti"_s,
             .caption = u"Birim Setleri"_s,
             .listCaption = u"Birim Seti Listesi"_s,
-            .database = dataDbs,
+            .database = u"data.dbs"_s,
             .table = u"birim"_s,
-            .insert = u"insert into birim values (Null ,'"_s,
-            .insertColumns = sharedColumns,
-            .update = u"Update birim set frno = '"_s,
+            .columns = sharedColumns(),
             .updateColumns = {u"frno"_s, u"frkod"_s, u"firma"_s, u"kaskod"_s},
-            .updateEnd = whereId,
-            .remove = u"Delete from birim where id= '"_s,
             .fields = {{u"Text1"_s, u"Birim Seti Kodu:"_s, u"frno"_s},
                        {u"Text2"_s, u"Açıklama:"_s, u"frkod"_s},
                        {u"Text3"_s, u"Tex Birim Kodu:"_s, u"kaskod"_s},
@@ -132,26 +112,22 @@ Definition birimseti()
             .grid = {{u"Birim Seti kodu"_s, 2540, u"frno"_s},
                      {u"Açıklama"_s, 2540, u"frkod"_s},
                      {u"Logo Birim Kodu"_s, 2540, u"firma"_s},
-                     {u"SAP Birim Kodu"_s, 2540, u"kaskod"_s}},
-            .refresh = Definition::InvoiceScreen};
+                     {u"SAP Birim Kodu"_s, 2540, u"kaskod"_s}}};
 }
 
 Definition ststatu()
 {
-    return {.screen = u"ststatu"_s,
-            .caption = u"Stok Kartı Statü Kayıtları"_s,
-            .listCaption = u"Stok Statu  Listesi"_s,
-            .database = dataDbs,
-            .table = u"statu"_s,
-            .insert = u"insert into statu values (Null ,'"_s,
-            .insertColumns = {u"statu"_s, u"var"_s},
-            .update = u"Update statu set statu = '"_s,
-            .updateColumns = {u"statu"_s, u"var"_s},
-            .updateEnd = u"' where id ='"_s,
-            .remove = u"Delete from statu where id= '"_s,
-            .fields = {{u"Text1"_s, u"Statu:"_s, u"statu"_s},
-                       {u"c1"_s, u"Varsayılan"_s, u"var"_s, DefinitionField::Check}},
-            .grid = {{u"Statu"_s, 2540, u"statu"_s}, {u"Durum"_s, 2540, u"var"_s}}};
+    return {
+        .screen = u"ststatu"_s,
+        .caption = u"Stok Kartı Statü Kayıtları"_s,
+        .listCaption = u"Stok Statu  Listesi"_s,
+        .database = u"data.dbs"_s,
+        .table = u"statu"_s,
+        .columns = {u"statu"_s, u"var"_s},
+        .whereWord = u"where"_s,
+        .fields = {{u"Text1"_s, u"Statu:"_s, u"statu"_s},
+                   {u"c1"_s, u"Varsayılan"_s, u"var"_s, DefinitionField::Box}},
+        .grid = {{u"Statu"_s, 2540, u"statu"_s}, {u"Durum"_s, 2540, u"var"_s, u"Varsayılan"_s}}};
 }
 
 Definition per()
@@ -159,37 +135,26 @@ Definition per()
     return {.screen = u"per"_s,
             .caption = u"Personel Kayıt"_s,
             .listCaption = u"Personel Listesi"_s,
-            .database = dataDbs,
+            .database = u"data.dbs"_s,
             .table = u"per"_s,
-            .insert = u"insert into per values (Null ,'"_s,
-            .insertColumns = {u"kod"_s, u"per"_s},
-            .update = u"Update per set kod = '"_s,
-            .updateColumns = {u"kod"_s, u"per"_s},
-            .updateEnd = whereId,
-            .remove = u"Delete from per where id= '"_s,
+            .columns = {u"kod"_s, u"per"_s},
             .fields = {{u"Text1"_s, u"Logo Personel Kodu:"_s, u"kod"_s},
                        {u"Text2"_s, u"Sap Personel Kodu:"_s, u"per"_s}},
             .grid = {{u"Logo Personel Kodu"_s, 3528, u"kod"_s},
-                     {u"Sap Personel Kodu"_s, 3528, u"per"_s}},
-            .refresh = Definition::InvoiceScreen};
+                     {u"Sap Personel Kodu"_s, 3528, u"per"_s}}};
 }
 
 Definition ozkod()
 {
     return {.screen = u"ozkod"_s,
-            .caption = u"Form1"_s, // stays
+            .caption = u"Form1"_s, // the name that the window was drawn under is its caption
             .listCaption = u"Fatura Özel Kod Listesi"_s,
             .database = u"fatozkod.dbs"_s,
             .table = u"ozkod"_s,
-            .insert = u"insert into ozkod values (Null ,'"_s,
-            .insertColumns = {u"ozkod"_s},
-            .update = u"Update ozkod SET ozkod = '"_s,
-            .updateColumns = {u"ozkod"_s},
-            .updateEnd = whereId,
-            .remove = u"Delete from ozkod where id= '"_s,
+            .columns = {u"ozkod"_s},
+            .setWord = u"SET"_s,
             .fields = {{u"Text1"_s, u"Fatura Özel Kodu:"_s, u"ozkod"_s}},
-            .grid = {{u"Fatura Özel kodu"_s, 3528, u"ozkod"_s}},
-            .refresh = Definition::InvoiceScreen};
+            .grid = {{u"Fatura Özel kodu"_s, 3528, u"ozkod"_s}}};
 }
 
 Definition stokozkod()
@@ -199,16 +164,12 @@ Definition stokozkod()
             .listCaption = u"Stok Özel Kod Listesi"_s,
             .database = u"stokozkod.dbs"_s,
             .table = u"ozkod"_s,
-            .insert = u"insert into ozkod values (Null ,'"_s,
-            .insertColumns = {u"ack"_s, u"ozkod"_s},
-            .update = u"Update ozkod SET ozkod = '"_s,
+            .columns = {u"ack"_s, u"ozkod"_s},
             .updateColumns = {u"ozkod"_s, u"ack"_s},
-            .updateEnd = whereId,
-            .remove = u"Delete from ozkod where id= '"_s,
+            .setWord = u"SET"_s,
             .fields = {{u"Text1"_s, u"Özel Kod:"_s, u"ozkod"_s},
                        {u"Text2"_s, u"Açıklama:"_s, u"ack"_s}},
-            .grid = {{u"Özel Kod"_s, 3528, u"ozkod"_s}, {u"Açıklama"_s, 4410, u"ack"_s}},
-            .refresh = Definition::StockScreen};
+            .grid = {{u"Özel Kod"_s, 3528, u"ozkod"_s}, {u"Açıklama"_s, 4410, u"ack"_s}}};
 }
 
 } // namespace
@@ -220,7 +181,7 @@ const QList<Definition> &definitions()
     return all;
 }
 
-const Definition *definitionOf(const QString &screen)
+const Definition *definitionOf(QStringView screen)
 {
     const auto found = std::ranges::find(definitions(), screen, &Definition::screen);
     return found == definitions().end() ? nullptr : &*found;

@@ -17,7 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto busyMilliseconds = 1000;
-const QString busyCode = u"5"_s;
+constexpr QStringView busyCode = u"5";
 
 bool isOfTheLanguage(const QString &text)
 {

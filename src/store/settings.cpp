@@ -3,6 +3,8 @@
 #include "base/failure.h"
 #include "store/sidefiles.h"
 
+#include <algorithm>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -17,6 +19,11 @@ const QList<ValueDialog> &valueDialogs()
     return dialogs;
 }
 
+const ValueDialog &valueDialogOf(QStringView screen)
+{
+    return *std::ranges::find(valueDialogs(), screen, &ValueDialog::screen);
+}
+
 ValueSetting::ValueSetting(Program &program, const ValueDialog &dialog)
     : m_program(program)
     , m_dialog(dialog)
@@ -25,24 +32,24 @@ ValueSetting::ValueSetting(Program &program, const ValueDialog &dialog)
 
 void ValueSetting::yukle()
 {
-    passOver([this] { bankahesapno1.setText(readSingleValue(m_program.path(m_dialog.file))); });
+    passOver([this] { kod.setText(readSingleValue(m_program.path(m_dialog.file))); });
 }
 
 void ValueSetting::kaydet()
 {
-    passOver([this] { writeSingleValue(m_program.path(m_dialog.file), bankahesapno1.text()); });
+    passOver([this] { writeSingleValue(m_program.path(m_dialog.file), kod.text()); });
 }
 
 void Kdvmu::yukle()
 {
     const QString path = m_program.path(u"kdvmu.kvz");
-    passOver([&] { Text1.setText(readLines(path, 1)[0]); });
-    passOver([&] { Text2.setText(readLines(path, 2)[1]); });
+    passOver([&] { genel.setText(readLines(path, 1)[0]); });
+    passOver([&] { satir.setText(readLines(path, 2)[1]); });
 }
 
 void Kdvmu::kaydet()
 {
-    passOver([this] { writeLines(m_program.path(u"kdvmu.kvz"), {Text1.text(), Text2.text()}); });
+    passOver([this] { writeLines(m_program.path(u"kdvmu.kvz"), {genel.text(), satir.text()}); });
 }
 
 const std::array<Ayr::Setting, 6> &Ayr::settings()

@@ -21,6 +21,8 @@ struct ValueDialog
 
 /// `bankakodu`, `brmset` and `kskod`.
 const QList<ValueDialog> &valueDialogs();
+/// The one of a screen's word.
+const ValueDialog &valueDialogOf(QStringView screen);
 
 /// The procedures of a one-value dialog. No step shows its failure.
 class ValueSetting
@@ -29,7 +31,7 @@ public:
     ValueSetting(Program &program, const ValueDialog &dialog);
 
     const ValueDialog &dialog() const { return m_dialog; }
-    TextField bankahesapno1; ///< the field's name in all three dialogs
+    TextField kod;
 
     void yukle();
     void kaydet();
@@ -48,8 +50,8 @@ public:
     {
     }
 
-    TextField Text1; ///< of the invoice head
-    TextField Text2; ///< of the invoice line
+    TextField genel; ///< of the invoice head
+    TextField satir; ///< of the invoice line
 
     void yukle();
     void kaydet();

@@ -7,26 +7,15 @@
 
 #include <QDir>
 
+#include <limits>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-QStringList firstLines(const QString &path, qsizetype most)
-{
-    LineReader reader(path);
-    QStringList lines;
-    while (lines.size() < most && reader.next())
-        lines << reader.line().toString();
-    return lines;
-}
-
-} // namespace
-
 QString readSingleValue(const QString &path)
 {
-    const QString line = firstLines(path, 1).value(0);
+    const QString line = readFirstLines(path, 1).value(0);
     QString value = line.left(line.indexOf(u','));
     if (value.size() >= 2 && value.startsWith(u'"') && value.endsWith(u'"'))
         value = value.sliced(1, value.size() - 2);
@@ -40,16 +29,25 @@ void writeSingleValue(const QString &path, const QString &value)
 
 QStringList readLines(const QString &path, int count)
 {
-    QStringList lines = firstLines(path, count);
+    QStringList lines = readFirstLines(path, count);
     if (lines.size() < count)
         throw Failure(u"%1 dosyasında %2. satır yok."_s.arg(QDir::toNativeSeparators(path))
                           .arg(lines.size() + 1));
     return lines;
 }
 
-QStringList readAllLines(const QString &path, qsizetype most)
+QStringList readAllLines(const QString &path)
 {
-    return firstLines(path, most);
+    return readFirstLines(path, std::numeric_limits<qsizetype>::max());
+}
+
+QStringList readFirstLines(const QString &path, qsizetype count)
+{
+    LineReader reader(path);
+    QStringList lines;
+    while (lines.size() < count && reader.next())
+        lines << reader.line().toString();
+    return lines;
 }
 
 void writeLines(const QString &path, const QStringList &lines, Readers readers)

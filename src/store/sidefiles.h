@@ -3,8 +3,6 @@
 #include <QString>
 #include <QStringList>
 
-#include <limits>
-
 namespace kervan {
 
 // The small text files beside the program. They are Windows-1254, each line ended by CR LF;
@@ -19,9 +17,10 @@ void writeSingleValue(const QString &path, const QString &value);
 
 /// Shape "lines": the first `count` lines, whole. A file with fewer is a Failure.
 QStringList readLines(const QString &path, int count);
-/// Shape "list of codes": all lines, or the first `most`. A missing file is a Failure.
-QStringList readAllLines(const QString &path,
-                         qsizetype most = std::numeric_limits<qsizetype>::max());
+/// Shape "list of codes": all lines. A missing file is a Failure.
+QStringList readAllLines(const QString &path);
+/// The first `count` lines, or as many as there are. A missing file is a Failure.
+QStringList readFirstLines(const QString &path, qsizetype count);
 /// Who may read a side file: everyone whom the folder lets in, or its owner alone.
 enum class Readers { All, Owner };
 /// Writes each text as one line; one that holds a line end is a Failure.

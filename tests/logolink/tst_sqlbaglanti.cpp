@@ -12,11 +12,10 @@ const Box incomplete{u"Bağlantı Bilgilerinde Eksikler Var..."_s, u"Dikkat"_s, 
 const Box connected{u"Bağlantı Sağlandı..."_s, u"Dikkat"_s};
 const Box notConnected{u"Bağlantı Sağlanamadı..."_s, u"Dikkat"_s};
 
-QString fieldsOf(const Sqlbaglanti &screen)
+QStringList fieldsOf(const Sqlbaglanti &screen)
 {
-    return QStringList{screen.Text1.text(), screen.Text2.text(), screen.Text3.text(),
-                       screen.Text4.text(), screen.c1.text()}
-        .join(u'|');
+    return {screen.sunucu.text(), screen.kullanici.text(), screen.sifre.text(),
+            screen.veritabani.text(), screen.firma.text()};
 }
 
 class Desk
@@ -47,50 +46,67 @@ class TestSqlbaglanti : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    void openingShowsWhatTheFileHoldsAndWarnsOfGaps_data()
+    {
+        QTest::addColumn<QByteArray>("file");
+        QTest::addColumn<QStringList>("fields");
+        QTest::addColumn<bool>("warned");
+        QTest::newRow("no password is no gap")
+            << "S\r\nu\r\n\r\nD\r\n7- A\r\n"_ba
+            << QStringList{u"S"_s, u"u"_s, {}, u"D"_s, u"7- A"_s} << false;
+        QTest::newRow("a short file ends in silence")
+            << "S\r\nu\r\n"_ba << QStringList{u"S"_s, u"u"_s, {}, {}, {}} << false;
+        QTest::newRow("no firm") << "S\r\nu\r\np\r\nD\r\n\r\n"_ba
+                                 << QStringList{u"S"_s, u"u"_s, u"p"_s, u"D"_s, {}} << true;
+        QTest::newRow("no server") << "\r\nu\r\np\r\nD\r\n7- A\r\n"_ba
+                                   << QStringList{{}, u"u"_s, u"p"_s, u"D"_s, u"7- A"_s} << true;
+        QTest::newRow("no user") << "S\r\n\r\np\r\nD\r\n7- A\r\n"_ba
+                                 << QStringList{u"S"_s, {}, u"p"_s, u"D"_s, u"7- A"_s} << true;
+        QTest::newRow("no database") << "S\r\nu\r\np\r\n\r\n7- A\r\n"_ba
+                                     << QStringList{u"S"_s, u"u"_s, u"p"_s, {}, u"7- A"_s} << true;
+    }
     void openingShowsWhatTheFileHoldsAndWarnsOfGaps()
     {
-        const QStringList cases{u"-:|sa|||:"_s,
-                                u"S/u//D/7- A/:S|u||D|7- A:"_s, // no password is no gap
-                                u"S/u/:S|u|||:"_s,              // short: silence
-                                u"S/u/p/D//:S|u|p|D|:box"_s, u"S//p/D/7- A/:S||p|D|7- A:box"_s};
-        for (const QString &line : cases) {
-            const QStringList parts = line.split(u':');
-            TestProgram t;
-            if (parts[0] != u"-")
-                writeBytes(t.path(u"sqlbaglan.kvz"_s), parts[0].toLatin1().replace("/", "\r\n"));
-            Sqlbaglanti screen(t.program, nullptr);
-            if (!parts[2].isEmpty())
-                t.boxes.expect(incomplete);
-            screen.yukle();
-            t.boxes.verify();
-            QCOMPARE(fieldsOf(screen), parts[1]);
-            QVERIFY(t.sqlServer.texts.isEmpty());
-        }
+        QFETCH(QByteArray, file);
+        QFETCH(QStringList, fields);
+        QFETCH(bool, warned);
+        TestProgram t;
+        Sqlbaglanti screen(t.program, nullptr);
+        screen.yukle(); // without a file
+        QCOMPARE(fieldsOf(screen), QStringList({{}, u"sa"_s, {}, {}, {}}));
+        writeBytes(t.path(u"sqlbaglan.kvz"_s), file);
+        if (warned)
+            t.boxes.expect(incomplete);
+        screen.yukle();
+        QCOMPARE(fieldsOf(screen), fields);
+        QVERIFY(t.sqlServer.texts.isEmpty());
     }
 
     void theTestConnectsAndLoadsTheFirmsAndLetsTheUpdateStart()
     {
         Desk desk;
         desk.screen.yukle();
-        desk.screen.Text3.setText(u"yeni"_s);
+        desk.screen.sifre.setText(u"yeni"_s);
         desk.t.boxes.expect(connected);
         desk.screen.sqltest();
         QCOMPARE(desk.t.sqlServer.texts,
                  QStringList{u"Server=SRV;Provider=SQLOLEDB;UID=sa;PWD=yeni;database=DB;"_s});
         QCOMPARE(desk.t.sqlServer.options.commandTimeout, 3);
         QCOMPARE(desk.t.sqlServer.options.connectionTimeout, 3);
-        QCOMPARE(desk.screen.Label6.text(), u"SQL Bağlantı Var"_s);
+        QCOMPARE(desk.screen.durum.text(), u"SQL Bağlantı Var"_s);
         QVERIFY(desk.screen.baslanabilir.isChecked());
-        QCOMPARE(desk.screen.c1.entries().join(u'|'), u"12- Şube|3- İkinci|4- "_s);
-        QCOMPARE(desk.screen.c1.text(), u"7- Merkez"_s); // as saved, though Logo lacks it
+        QCOMPARE(desk.screen.firma.entries(),
+                 QStringList({u"12- Şube"_s, u"3- İkinci"_s, u"4- "_s}));
+        QCOMPARE(desk.screen.firma.text(), u"7- Merkez"_s); // as saved, though Logo lacks it
         QCOMPARE(desk.t.sqlServer.statements, QStringList{u"select * from L_CAPIFIRM"_s});
 
-        desk.screen.c1.setText(u"3- İkinci"_s);
+        desk.screen.firma.setText(u"3- İkinci"_s);
         desk.t.sqlServer.answer = [](const QString &) -> SqlRows {
             throw Failure(u"kesildi"_s);
         };
         desk.screen.firmayuklesec();
-        QCOMPARE(desk.screen.c1.text() + desk.screen.c1.entries().join(u'|'), QString());
+        QCOMPARE(desk.screen.firma.text(), QString());
+        QCOMPARE(desk.screen.firma.entries(), QStringList());
     }
 
     void aConnectionThatFailsIsToldTwiceAndAnEmptyFieldTestsTheOneBefore()
@@ -101,29 +117,29 @@ private Q_SLOTS:
         desk.screen.sqltest(); // nothing to connect to
         desk.screen.yukle();
         desk.t.sqlServer.failure = u"sunucu yok"_s;
-        desk.screen.Label6.setText(u"önceki"_s);
+        desk.screen.durum.setText(u"önceki"_s);
         desk.t.boxes.expect({.text = u"sunucu yok"_s});
         desk.t.boxes.expect(notConnected);
         desk.screen.sqltest();
-        QCOMPARE(desk.screen.Label6.text(), u"önceki"_s);
+        QCOMPARE(desk.screen.durum.text(), u"önceki"_s);
         QVERIFY(!desk.screen.baslanabilir.isChecked());
 
         desk.t.sqlServer.failure.clear();
         desk.t.sqlServer.opens = false;
         desk.t.boxes.expect(notConnected);
         desk.screen.sqltest();
-        QCOMPARE(desk.screen.Label6.text(), u"SQL Bağlantı Yok"_s);
+        QCOMPARE(desk.screen.durum.text(), u"SQL Bağlantı Yok"_s);
         desk.screen.firmayuklesec();
         QVERIFY(desk.t.sqlServer.statements.isEmpty());
 
         desk.t.sqlServer.opens = true;
         desk.t.boxes.expect(connected);
         desk.screen.sqltest();
-        desk.screen.Text4.setText({});
+        desk.screen.veritabani.setText({});
         desk.t.boxes.expect(connected); // the earlier one
         desk.screen.sqltest();
         QCOMPARE(desk.t.sqlServer.texts.size(), 3);
-        desk.screen.Text4.setText(u"DB"_s);
+        desk.screen.veritabani.setText(u"DB"_s);
         desk.t.sqlServer.failure = u"sunucu yok"_s;
         desk.t.boxes.expect({.text = u"sunucu yok"_s});
         desk.t.boxes.expect(notConnected); // the earlier one is gone
@@ -135,11 +151,11 @@ private Q_SLOTS:
         Desk desk;
         const QString file = desk.t.path(u"sqlbaglan.kvz"_s);
         QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther);
-        desk.screen.Text1.setText(u"SRV,1444"_s);
-        desk.screen.Text3.setText(u"şifre;\""_s);
+        desk.screen.sunucu.setText(u"SRV,1444"_s);
+        desk.screen.sifre.setText(u"şifre;\""_s);
         desk.t.boxes.expectWarning(u"Bağlantı Bilgilerini Boş Bırakmayınız..."_s, Icon::Stop);
         QVERIFY(!desk.screen.kaydet());
-        desk.screen.Text4.setText(u"LOGO"_s);
+        desk.screen.veritabani.setText(u"LOGO"_s);
         QVERIFY(desk.screen.kaydet());
         QCOMPARE(readBytes(file), QByteArray("SRV,1444\r\nsa\r\n\xFE"
                                              "ifre;\"\r\nLOGO\r\n\r\n"));
@@ -150,7 +166,7 @@ private Q_SLOTS:
         QVERIFY(QDir().mkdir(file)); // can't be replaced: the screen stays, without a box
         QVERIFY(!desk.screen.kaydet());
         QVERIFY(desk.screen.bilgi.text().contains(u"sqlbaglan.kvz"_s));
-        desk.screen.Text1.setText(u"SRV\nsa"_s); // would be read back as two values
+        desk.screen.sunucu.setText(u"SRV\nsa"_s); // would be read back as two values
         QVERIFY(!desk.screen.kaydet());
     }
 
@@ -164,7 +180,7 @@ private Q_SLOTS:
         desk.screen.yukle();
         desk.t.boxes.expect(connected);
         desk.screen.sqltest();
-        desk.screen.c1.setText(u"1-Merkez-2"_s);
+        desk.screen.firma.setText(u"1-Merkez-2"_s);
         desk.t.sqlServer.statements.clear();
         desk.t.boxes.expectWarning(u"Cari Güncelleme Tamamlandı..."_s);
         desk.screen.guncellemebaslat();
@@ -172,7 +188,7 @@ private Q_SLOTS:
             desk.t.sqlServer.statements,
             QStringList({u"UPDATE LG_001_CLCARD SET DEFINITION_='Çınar Gıda' where CODE='120.01'"_s,
                          u"UPDATE LG_001_CLCARD SET DEFINITION_='' where CODE='120.02'"_s}));
-        QVERIFY(!desk.screen.p1.isShown());
+        QVERIFY(!desk.screen.ilerleme.isShown());
 
         desk.card(u"12'' BORU"_s, u"''"_s); // pairs stay inside their quotes
         desk.card(u"x'; DROP TABLE LG_001_CLCARD --"_s, u"Ada"_s);
@@ -182,19 +198,31 @@ private Q_SLOTS:
                                      "x'; DROP TABLE LG_001_CLCARD --"_s});
         desk.screen.guncellemebaslat();
         QCOMPARE(desk.t.sqlServer.statements.size(), 3);
-        QVERIFY(desk.screen.p1.isShown());
-        QCOMPARE(desk.screen.p1.value(), 3);
+        QVERIFY(desk.screen.ilerleme.isShown());
+        QCOMPARE(desk.screen.ilerleme.value(), 3);
     }
 
-    void theFirmNumberStandsInTheTableNamesAndNothingElseDoes()
+    void theFirmNumberStandsInTheTableNames_data()
     {
-        const QStringList cases{u"12- Şube:012"_s, u"1234- A:1234"_s, u"5:005"_s, u" 7 -x:007"_s,
-                                u"abc-:abc"_s};
-        for (const QString &line : cases) {
-            const QStringList parts = line.split(u':');
-            QCOMPARE(cardSelect(parts[0], u"K"_s).text(),
-                     u"Select * from LG_%1_CLCARD where CODE='K'"_s.arg(parts[1]));
-        }
+        QTest::addColumn<QString>("line");
+        QTest::addColumn<QString>("number");
+        QTest::newRow("two digits") << u"12- Şube"_s << u"012"_s;
+        QTest::newRow("a dash in the name") << u"1-Merkez-2"_s << u"001"_s;
+        QTest::newRow("four digits") << u"1234- A"_s << u"1234"_s;
+        QTest::newRow("no name") << u"5"_s << u"005"_s;
+        QTest::newRow("blanks") << u" 7 -x"_s << u"007"_s;
+        QTest::newRow("no number") << u"abc-"_s << u"abc"_s;
+    }
+    void theFirmNumberStandsInTheTableNames()
+    {
+        QFETCH(QString, line);
+        QFETCH(QString, number);
+        QCOMPARE(cardSelect(line, u"K"_s).text(),
+                 u"Select * from LG_%1_CLCARD where CODE='K'"_s.arg(number));
+    }
+
+    void aStatementTakesNothingButTheNumberOfTheFirm()
+    {
         QVERIFY(cardSelect(u"1 x"_s, u"K"_s).breakingValue());
         QCOMPARE(barcodeSelect(u"1-"_s, u"869"_s).text(),
                  u"Select ITEM.CODE as ITEMKOD, UNIT.CODE as BIRIMKOD from LG_001_UNITBARCODE BAR "

@@ -14,6 +14,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
+#include <QFile>
 #include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
@@ -31,7 +32,7 @@ QLineEdit *text(QWidget &window, const QString &name)
     return window.findChild<QLineEdit *>(name);
 }
 
-QString headings(QWidget &window)
+QString headingsOf(QWidget &window)
 {
     const auto *view = window.findChild<QTableView *>(u"l1"_s);
     QStringList found;
@@ -49,38 +50,49 @@ class DefinitionsTest : public QObject
 private Q_SLOTS:
     void aRecordIsMadeChangedAndDeleted_data()
     {
-        QTest::addColumn<QStringList>("record");
-        for (const QStringList &record : blocksOf(QStringLiteral(TEST_DATA "/definitions.txt")))
-            QTest::newRow(qPrintable(record[0])) << record;
+        for (const char *column :
+             {"columns", "listCaption", "labels", "headings", "inserted", "broughtBack", "changed"})
+            QTest::addColumn<QString>(column);
+        for (const QStringList &block : blocksOf(QStringLiteral(TEST_DATA "/definitions.txt"))) {
+            QTestData &row = QTest::newRow(qPrintable(block[0]));
+            for (const QString &line : block.sliced(1))
+                row << line;
+        }
     }
     void aRecordIsMadeChangedAndDeleted()
     {
-        QFETCH(QStringList, record);
+        QFETCH(QString, columns);
+        QFETCH(QString, listCaption);
+        QFETCH(QString, labels);
+        QFETCH(QString, headings);
+        QFETCH(QString, inserted);
+        QFETCH(QString, broughtBack);
+        QFETCH(QString, changed);
         TestProgram test;
-        const Definition &definition = *definitionOf(record[0]);
+        const Definition &definition = *definitionOf(QString::fromUtf8(QTest::currentDataTag()));
         const auto table = [&] {
-            return test.rows(record[1], definition.database);
+            return test.rows(columns, definition.database);
         };
         DefinitionWindow window(test.program, definition);
         window.show();
         const auto *list = window.findChild<QGroupBox *>(u"fr1"_s);
         const auto *form = window.findChild<QWidget *>(u"fr2"_s);
-        QCOMPARE(list->title(), record[2]);
-        QCOMPARE(headings(window), record[4]);
+        QCOMPARE(list->title(), listCaption);
+        QCOMPARE(headingsOf(window), headings);
         QCOMPARE(window.minimumSize(), window.maximumSize());
         QVERIFY(list->isVisible() && !form->isVisible());
 
         press(window, u"chameleonButton1"_s);
         QVERIFY(!list->isVisible() && form->isVisible());
         QStringList seen;
-        for (int i = 1; i <= record[6].count(u'|') + 1; ++i) {
+        for (int i = 1; i <= broughtBack.count(u'|') + 1; ++i) {
             QLineEdit *edit = text(window, u"Text%1"_s.arg(i));
             seen << (edit->isVisible() ? edit->accessibleName() : QString());
             edit->setText(QString::number(i));
         }
-        QCOMPARE(seen.join(u'|'), record[3]);
+        QCOMPARE(seen.join(u'|'), labels);
         press(window, u"chameleonButton7"_s);
-        QCOMPARE(table(), record[5]);
+        QCOMPARE(table(), inserted);
         QVERIFY(list->isVisible() && !form->isVisible());
         QVERIFY(text(window, u"Text1"_s)->text().isEmpty());
 
@@ -90,10 +102,10 @@ private Q_SLOTS:
         QStringList back;
         for (int i = 1; i <= seen.size(); ++i)
             back << text(window, u"Text%1"_s.arg(i))->text();
-        QCOMPARE(back.join(u'|'), record[6]);
+        QCOMPARE(back.join(u'|'), broughtBack);
         text(window, u"Text1"_s)->setText(u"X"_s);
         press(window, u"chameleonButton7"_s);
-        QCOMPARE(table(), record[7]);
+        QCOMPARE(table(), changed);
 
         view->selectRow(0);
         for (const bool yes : {false, true}) {
@@ -137,7 +149,7 @@ private Q_SLOTS:
         DefinitionScreen screen(test.program, *definitionOf(u"birimseti"_s));
         screen.yukle();
         screen.yeni();
-        screen.field(0).setText(u"O'NEIL"_s);
+        screen.text(0).setText(u"O'NEIL"_s);
         screen.kaydet(-1);
         QCOMPARE(screen.l1.rows(), 0);
         screen.yeni();
@@ -145,7 +157,7 @@ private Q_SLOTS:
         QCOMPARE(test.rows(u"birim id frno frkod firma kaskod dkod crkod alkod satkod"_s),
                  u"1||||||||"_s);
         screen.degistir(0);
-        screen.field(0).setText(u"x', dkod = 'y"_s);
+        screen.text(0).setText(u"x', dkod = 'y"_s);
         screen.kaydet(0);
         QCOMPARE(test.rows(u"birim id frno frkod firma kaskod dkod crkod alkod satkod"_s),
                  u"1||||||||"_s);
@@ -183,59 +195,83 @@ private Q_SLOTS:
         QCOMPARE(test.rows(u"kdv id kdv"_s), u"1|20"_s);
     }
 
+    void closingTellsTheInvoiceScreen_data()
+    {
+        QTest::addColumn<QString>("screen");
+        QTest::addColumn<bool>("byButton");
+        QTest::addColumn<bool>("told");
+        QTest::newRow("firms, by Esc") << u"fir"_s << false << true;
+        QTest::newRow("firms, by the button") << u"fir"_s << true << true;
+        QTest::newRow("payment plans, by Esc") << u"odmplan"_s << false << false;
+        QTest::newRow("payment plans, by the button") << u"odmplan"_s << true << true;
+        QTest::newRow("unit sets") << u"birimseti"_s << false << true;
+        QTest::newRow("personnel") << u"per"_s << false << true;
+        QTest::newRow("special codes of invoices") << u"ozkod"_s << false << true;
+        QTest::newRow("ledger codes") << u"muhkod"_s << true << false;
+        QTest::newRow("stock statuses") << u"ststatu"_s << true << false;
+        QTest::newRow("special codes of stock") << u"stokozkod"_s << true << false;
+    }
     void closingTellsTheInvoiceScreen()
     {
-        const QString firm = u"insert into firma values (Null ,'','','YENİ','','','','','')"_s;
-        const QString plan = u"insert into odm values (Null ,'YENİ','','','','','','','')"_s;
-        for (const bool byKey : {true, false}) { // by Esc, or by the button
-            for (const bool plans : {false, true}) {
-                TestProgram test;
-                MainWindow window(test.program);
-                window.show();
-                window.open(u"fat"_s);
-                window.open(plans ? u"odmplan"_s : u"fir"_s);
-                auto *definition = window.findChild<DefinitionWindow *>();
-                test.fill({plans ? plan : firm});
-                if (byKey)
-                    QTest::keyClick(definition, Qt::Key_Escape);
-                else
-                    press(*definition, u"chameleonButton8"_s);
-                const auto *box = window.findChild<FatWindow *>()->findChild<QComboBox *>(
-                    plans ? u"c5"_s : u"c3"_s);
-                const bool told = box->findText(u"YENİ"_s, Qt::MatchStartsWith) >= 0;
-                QCOMPARE(told, !(plans && byKey));
-            }
-        }
-    }
-
-    void aValueIsWrittenWholeAndReadToItsCommaAndReachesTheTravelScreen()
-    {
-        const QList<QStringList> cases{
-            {u"bankakodu"_s, u"Bankahesapkodu:"_s, u"bank.kvz"_s, u"bankahesapno1"_s},
-            {u"brmset"_s, u"Birimsetikodu:"_s, u"brmset.kvz"_s, {}},
-            {u"kskod"_s, u"Kasa Kodu:"_s, u"kasa.kvz"_s, u"kskod"_s}};
+        QFETCH(QString, screen);
+        QFETCH(bool, byButton);
+        QFETCH(bool, told);
         TestProgram test;
         MainWindow window(test.program);
         window.show();
+        window.open(u"fat"_s);
+        window.open(screen);
+        auto *definition = window.findChild<DefinitionWindow *>();
+        test.fill({u"insert into firma values (Null ,'','','YENİ','','','','','')"_s});
+        if (byButton)
+            press(*definition, u"chameleonButton8"_s);
+        else
+            QTest::keyClick(definition, Qt::Key_Escape);
+        const auto *firms = window.findChild<FatWindow *>()->findChild<QComboBox *>(u"c3"_s);
+        QCOMPARE(firms->findText(u"YENİ"_s) >= 0, told);
+    }
+
+    void aValueIsWrittenWholeAndReadToItsCommaAndReachesTheTravelScreen_data()
+    {
+        QTest::addColumn<QString>("label");
+        QTest::addColumn<QString>("file");
+        QTest::addColumn<QStringList>("bankAndCash");
+        QTest::newRow("bankakodu")
+            << u"Bankahesapkodu:"_s << u"bank.kvz"_s << QStringList{u"ŞB,1"_s, u"eski"_s};
+        QTest::newRow("brmset") << u"Birimsetikodu:"_s << u"brmset.kvz"_s
+                                << QStringList{u"eski"_s, u"eski"_s};
+        QTest::newRow("kskod") << u"Kasa Kodu:"_s << u"kasa.kvz"_s
+                               << QStringList{u"eski"_s, u"ŞB,1"_s};
+    }
+    void aValueIsWrittenWholeAndReadToItsCommaAndReachesTheTravelScreen()
+    {
+        QFETCH(QString, label);
+        QFETCH(QString, file);
+        QFETCH(QStringList, bankAndCash);
+        const QString screen = QString::fromUtf8(QTest::currentDataTag());
+        TestProgram test;
+        for (const QString &code : {u"bank.kvz"_s, u"kasa.kvz"_s})
+            writeBytes(test.path(code), "eski\r\n");
+        MainWindow window(test.program);
+        window.show();
         window.open(u"cafis2"_s);
+        QVERIFY(QFile::remove(test.path(u"bank.kvz"_s)) && QFile::remove(test.path(u"kasa.kvz"_s)));
+        window.open(screen);
+        auto *dialog = window.findChild<ValueWindow *>(screen);
+        auto *edit = text(*dialog, u"bankahesapno1"_s);
+        QCOMPARE(edit->accessibleName(), label);
+        QCOMPARE(edit->text(), QString());
+        edit->setText(u"ŞB,1"_s);
+        press(*dialog, u"chameleonButton5"_s);
+        QCOMPARE(readBytes(test.path(file)), toCodePage(u"ŞB,1\r\n"));
+        QTRY_VERIFY(!window.findChild<ValueWindow *>(screen));
+        window.open(screen);
+        QCOMPARE(text(*window.findChild<ValueWindow *>(screen), u"bankahesapno1"_s)->text(),
+                 u"ŞB"_s);
         const auto *travel = window.findChild<SlipWindow *>();
-        for (const QStringList &given : cases) {
-            window.open(given[0]);
-            auto *dialog = window.findChild<ValueWindow *>(given[0]);
-            auto *edit = text(*dialog, u"bankahesapno1"_s);
-            QCOMPARE(edit->accessibleName(), given[1]);
-            QCOMPARE(edit->text(), QString());
-            edit->setText(u"ŞB,1"_s);
-            press(*dialog, u"chameleonButton5"_s);
-            QCOMPARE(readBytes(test.path(given[2])), toCodePage(u"ŞB,1\r\n"));
-            QTRY_VERIFY(!window.findChild<ValueWindow *>(given[0]));
-            window.open(given[0]);
-            dialog = window.findChild<ValueWindow *>(given[0]);
-            QCOMPARE(text(*dialog, u"bankahesapno1"_s)->text(), u"ŞB"_s);
-            dialog->close();
-        }
-        QCOMPARE(travel->findChild<QLineEdit *>(u"bankahesapno1"_s)->text(), u"ŞB,1"_s);
-        QCOMPARE(travel->findChild<QLabel *>(u"kskod"_s)->text(), u"ŞB,1"_s);
+        QCOMPARE((QStringList{travel->findChild<QLineEdit *>(u"bankahesapno1"_s)->text(),
+                              travel->findChild<QLabel *>(u"kskod"_s)->text()}),
+                 bankAndCash);
     }
 
     void theStockScreenIsToldAndMadeUnseen()
@@ -315,7 +351,7 @@ private Q_SLOTS:
     {
         LogoperWindow window;
         QCOMPARE(window.windowTitle(), u"Logo Personel Listesi"_s);
-        QCOMPARE(headings(window), u"Personel Kodu|Personel Adı"_s);
+        QCOMPARE(headingsOf(window), u"Personel Kodu|Personel Adı"_s);
         window.show();
         press(window, u"chameleonButton8"_s);
         QVERIFY(!window.isVisible());

@@ -12,6 +12,7 @@
 #include "support/tds/tdsstandin.h"
 
 #include <QComboBox>
+#include <QDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
@@ -20,17 +21,23 @@ using namespace kervan;
 
 namespace {
 
-// Keeps what was shown: "title/icon: text".
+// Keeps what was shown.
 class KeptBoxes : public Boxes
 {
 public:
-    QStringList shown;
-    void show(const Box &box) override
-    {
-        shown << u"%1/%2: %3"_s.arg(box.title).arg(int(box.icon)).arg(box.text);
-    }
+    QList<Box> shown;
+    void show(const Box &box) override { shown << box; }
     bool ask(const Box &) override { return false; }
-    QStringList taken() { return std::exchange(shown, {}); }
+    /// The texts of the boxes since the last asking, each of which must have the title and icon.
+    QStringList taken(const QString &title, Icon icon = Icon::None)
+    {
+        QStringList texts;
+        for (const Box &box : std::exchange(shown, {})) {
+            const bool fits = box.title == title && box.icon == icon;
+            texts << (fits ? box.text : u"another title or icon: "_s + box.text);
+        }
+        return texts;
+    }
 };
 
 /// The program's windows, with the machine's real driver between them and the stand-in.
@@ -101,23 +108,25 @@ private Q_SLOTS:
         field("Text4")->clear();
         auto *test = desk.find<QAbstractButton>("sqlbaglanti", "chameleonButton1");
         QTest::keyClick(test, Qt::Key_Return); // presses what has the focus, and not "Kaydet"
-        const QString failed = u"Dikkat/0: Bağlantı Sağlanamadı..."_s;
-        QCOMPARE(desk.boxes.taken(), QStringList{failed});
+        const QString failed = u"Bağlantı Sağlanamadı..."_s;
+        QCOMPARE(desk.boxes.taken(u"Dikkat"_s), QStringList{failed});
 
         field("Text1")->setText(desk.logo.server());
         field("Text3")->setText(u"yanlış"_s);
         field("Text4")->setText(u"LOGODB"_s);
         test->click();
-        const QStringList shown = desk.boxes.taken();
-        QVERIFY2(shown.value(0).startsWith(u"/0: Login failed for user 'sa'."_s),
-                 qPrintable(shown.join(u'|')));
-        QCOMPARE(shown.sliced(1), QStringList{failed});
+        QVERIFY(!desk.boxes.shown.isEmpty());
+        const Box refusal = desk.boxes.shown.takeFirst();
+        QVERIFY2(refusal.text.startsWith(u"Login failed for user 'sa'."_s),
+                 qPrintable(refusal.text));
+        QCOMPARE(refusal.title, QString());
+        QCOMPARE(desk.boxes.taken(u"Dikkat"_s), QStringList{failed});
         const auto *start = desk.find<QWidget>("sqlbaglanti", "chameleonButton2");
         QVERIFY(!start->isEnabled());
 
         field("Text3")->setText(TdsStandin::password.toString());
         test->click();
-        QCOMPARE(desk.boxes.taken(), QStringList{u"Dikkat/0: Bağlantı Sağlandı..."_s});
+        QCOMPARE(desk.boxes.taken(u"Dikkat"_s), QStringList{u"Bağlantı Sağlandı..."_s});
         const auto *label6 = desk.find<QLabel>("sqlbaglanti", "Label6");
         QCOMPARE(label6->text(), u"SQL Bağlantı Var"_s);
         QVERIFY(label6->styleSheet().contains(u"color: #00ff00"_s) && start->isEnabled());
@@ -146,8 +155,8 @@ private Q_SLOTS:
         auto *fat = desk.window.findChild<FatWindow *>();
         fat->fat().dosyaac(desk.t.path(u"a.bif"_s));
         QCOMPARE(column(fat->fat().liste.l1, L1::EFatura), u"Evet,,,Evet,,"_s);
-        QCOMPARE(desk.boxes.taken(),
-                 QStringList{u"Dikkat/3: Bu değer SQL komutunu bozar, komut gönderilmedi: C'5 "
+        QCOMPARE(desk.boxes.taken(u"Dikkat"_s, Icon::Stop),
+                 QStringList{u"Bu değer SQL komutunu bozar, komut gönderilmedi: C'5 "
                              "E-Fatura Okunurken Hata Oluştu"_s});
         QCOMPARE(desk.logo.statements().size(), 4);
         QCOMPARE(desk.logo.statements()[0], u"Select * from LG_012_CLCARD where CODE='Ç1'"_s);
@@ -170,7 +179,8 @@ private Q_SLOTS:
         QCOMPARE(desk.t.dialogs.asked.last().title, u"Cari Dosyası Seçin"_s);
         QCOMPARE(desk.t.dialogs.asked.last().filter, u"Text Dosyaları (txt)|*.txt"_s);
         desk.click("sayimform", "chameleonButton1");
-        QCOMPARE(desk.boxes.taken(), QStringList{u"Tamam/1: Xml Dönüşümü Tamamlandı..."_s});
+        QCOMPARE(desk.boxes.taken(u"Tamam"_s, Icon::Information),
+                 QStringList{u"Xml Dönüşümü Tamamlandı..."_s});
         const QByteArray slip = readBytes(desk.t.path(u"s.xml"_s));
         QCOMPARE(slip.count(toCodePage(u"<ITEM_CODE>ŞKR</ITEM_CODE>"_s)), 2);
         QVERIFY(slip.contains("<NUMBER>SYM000001</NUMBER>"));
@@ -181,7 +191,7 @@ private Q_SLOTS:
         desk.t.dialogs.answers = {desk.t.path(u"s.txt"_s)};
         desk.click("sayimform", "chameleonButton5");
         QCOMPARE(desk.find<QLabel>("sayimform", "sb1_2")->text(), u"2"_s);
-        QCOMPARE(desk.boxes.taken().size(), 1);
+        QCOMPARE(desk.boxes.shown.size(), 1);
     }
 
     void aLineThatIsCutLeavesTheTitlesBeforeItChanged()
@@ -203,14 +213,15 @@ private Q_SLOTS:
         const auto update = [&] {
             desk.click("cr", "chameleonButton3");
             desk.click("sqlbaglanti", "chameleonButton1");
-            QCOMPARE(desk.boxes.taken(), QStringList{u"Dikkat/0: Bağlantı Sağlandı..."_s});
+            QCOMPARE(desk.boxes.taken(u"Dikkat"_s), QStringList{u"Bağlantı Sağlandı..."_s});
             desk.click("sqlbaglanti", "chameleonButton2");
         };
         desk.logo.behave({.dropAfter = 3}); // the firm list and two titles
         update();
-        QStringList shown = desk.boxes.taken();
-        QCOMPARE(shown.size(), 1);
-        QVERIFY2(shown[0].startsWith(u"/0: "_s) && shown[0].size() > 8, qPrintable(shown[0]));
+        QCOMPARE(desk.boxes.shown.size(), 1);
+        const Box cut = desk.boxes.shown.takeFirst();
+        QCOMPARE(cut.title, QString());
+        QVERIFY(cut.icon == Icon::None && cut.text.size() > 4);
         QCOMPARE(titles(), u"Işık Şti|Işık Şti|Eski|Eski"_s);
         QTRY_COMPARE(desk.find<QProgressBar>("sqlbaglanti", "p1")->value(), 2);
         desk.click("sqlbaglanti", "chameleonButton8");
@@ -218,7 +229,8 @@ private Q_SLOTS:
 
         desk.logo.behave({});
         update();
-        QCOMPARE(desk.boxes.taken(), QStringList{u"Dikkat/2: Cari Güncelleme Tamamlandı..."_s});
+        QCOMPARE(desk.boxes.taken(u"Dikkat"_s, Icon::Exclamation),
+                 QStringList{u"Cari Güncelleme Tamamlandı..."_s});
         QCOMPARE(titles(), u"Işık Şti|Işık Şti|Işık Şti|Işık Şti"_s);
     }
 };

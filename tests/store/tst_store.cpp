@@ -1,3 +1,4 @@
+#include "store/definition.h"
 #include "store/installation.h"
 #include "store/localdb.h"
 #include "store/sidefiles.h"
@@ -37,18 +38,75 @@ class TestStore : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // The columns stand for their values.
+    void theStatementsOfTheDefinitionsStandWordForWord_data()
+    {
+        QTest::addColumn<QString>("insert");
+        QTest::addColumn<QString>("update");
+        QTest::addColumn<QString>("remove");
+        const auto row = [](const char *screen, const QString &insert, const QString &update,
+                            const QString &remove) {
+            QTest::newRow(screen) << insert << update << remove;
+        };
+        row("fir",
+            u"insert into firma values (Null ,"
+            "'frno','frkod','firma','kaskod','dkod','crkod','alkod','satkod')"_s,
+            u"Update firma set frno = 'frno', frkod = 'frkod', firma = 'firma', "
+            "kaskod = 'kaskod', dkod = 'dkod', crkod = 'crkod', alkod = 'alkod', "
+            "satkod = 'satkod' Where id ='7'"_s,
+            u"Delete from firma where id= '7'"_s);
+        row("birimseti",
+            u"insert into birim values (Null ,"
+            "'frno','frkod','firma','kaskod','dkod','crkod','alkod','satkod')"_s,
+            u"Update birim set frno = 'frno', frkod = 'frkod', firma = 'firma', "
+            "kaskod = 'kaskod' Where id ='7'"_s,
+            u"Delete from birim where id= '7'"_s);
+        row("ststatu", u"insert into statu values (Null ,'statu','var')"_s,
+            u"Update statu set statu = 'statu', var = 'var' where id ='7'"_s,
+            u"Delete from statu where id= '7'"_s);
+        row("ozkod", u"insert into ozkod values (Null ,'ozkod')"_s,
+            u"Update ozkod SET ozkod = 'ozkod' Where id ='7'"_s,
+            u"Delete from ozkod where id= '7'"_s);
+        row("stokozkod", u"insert into ozkod values (Null ,'ack','ozkod')"_s,
+            u"Update ozkod SET ozkod = 'ozkod', ack = 'ack' Where id ='7'"_s,
+            u"Delete from ozkod where id= '7'"_s);
+    }
+    void theStatementsOfTheDefinitionsStandWordForWord()
+    {
+        QFETCH(QString, insert);
+        QFETCH(QString, update);
+        QFETCH(QString, remove);
+        const Definition &definition = *definitionOf(QString::fromUtf8(QTest::currentDataTag()));
+        const auto itself = [](const QString &column) {
+            return column;
+        };
+        QCOMPARE(definition.insert(itself).text(), insert);
+        QCOMPARE(definition.update(itself, u"7"_s).text(), update);
+        QCOMPARE(definition.remove(u"7"_s).text(), remove);
+        QCOMPARE(definition.select().text(), u"select * from "_s + definition.table);
+    }
+
+    void theGeneralVatRateIsWrittenWordForWord()
+    {
+        const SideValue &rate = *definitionOf(u"muhkod"_s)->sideValue;
+        QCOMPARE(rate.select().text(), u"select * from kdv"_s);
+        QCOMPARE(rate.update(u"20"_s).text(), u"Update kdv set kdv = '20' Where id ='1'"_s);
+    }
+
     void installationMakesWhatIsMissingAndLeavesWhatIsThere()
     {
         Store s;
         const QString all = u"data.dbs|fatozkod.dbs|logo xml|mey exel|stokozkod.dbs|txt"_s;
         QCOMPARE(contentOf(s.folder.path()), all);
-        QCOMPARE(s.rows(u"yol id ec es ef xc xs xf"_s) + s.rows(u"kdv id kdv"_s), u"1||||||1|18"_s);
+        QCOMPARE(s.rows(u"yol id ec es ef xc xs xf"_s), u"1||||||"_s);
+        QCOMPARE(s.rows(u"kdv id kdv"_s), u"1|18"_s);
         s.fill({u"Update kdv set kdv = '20' Where id ='1'"_s});
         QVERIFY(QFile::remove(s.path(u"fatozkod.dbs"_s)));
         writeBytes(s.path(u"fatozkod.dbs.yeni"_s), "yarım kalmış");
         install(s.folder.path());
         QCOMPARE(contentOf(s.folder.path()), all);
-        QCOMPARE(s.rows(u"kdv kdv"_s) + s.rows(u"ozkod id"_s, u"fatozkod.dbs"_s), u"20"_s);
+        QCOMPARE(s.rows(u"kdv kdv"_s), u"20"_s);
+        QCOMPARE(s.rows(u"ozkod id"_s, u"fatozkod.dbs"_s), QString());
     }
 
     void rowsComeInTheOrderOfIdWhichIsComparedWithAQuotedNumber()
@@ -80,19 +138,20 @@ Update per set kod = 'y' Where id='z')"_s));
     {
         Store s;
         s.fill({insertOne});
-        const QString values = u"O'Neil|'|a''b|x', kod='y|x','y|1' or '1'='1|"
-                               "x'); delete from per; --|1' --"_s;
-        const QString around = uR"(
-insert into per values (Null ,'#')
-insert into per values (Null ,'#','c')
-Update per set kod = '#' Where id='1'
-Update per set kod = 'c' Where id='#'
-Delete from per where id= '#'
-select * from per where kod='#')"_s;
-        for (const QString &row : rowsOf(around)) {
-            for (const QString &value : values.split(u'|')) {
-                Statement statement(row.section(u'#', 0, 0));
-                statement.value(value).text(row.section(u'#', 1));
+        const QStringList values{u"O'Neil"_s, u"'"_s,
+                                 u"a''b"_s,   u"x', kod='y"_s,
+                                 u"x','y"_s,  u"1' or '1'='1"_s,
+                                 u"1' --"_s,  u"x'); delete from per; --"_s};
+        const QList<std::pair<QStringView, QStringView>> around{
+            {u"insert into per values (Null ,'", u"')"},
+            {u"insert into per values (Null ,'", u"','c')"},
+            {u"Update per set kod = '", u"' Where id='1'"},
+            {u"Update per set kod = 'c' Where id='", u"'"},
+            {u"Delete from per where id= '", u"'"},
+            {u"select * from per where kod='", u"'"}};
+        for (const auto &[before, behind] : around) {
+            for (const QString &value : values) {
+                const Statement statement = Statement(before).value(value).text(behind);
                 QVERIFY2(s.fails(statement), qPrintable(statement.text()));
             }
         }
@@ -103,26 +162,43 @@ select * from per where kod='#')"_s;
 
     void aTextOutsideTheLanguageIsRefused()
     {
-        QStringList texts =
-            u";|select kod from per|select * from per order by kod|"
-            "select * from per where kod='1' and per='a'|select * from per where kod=1|"
-            "select * from per where kod='1' or '1'='1'|select * from per where kod='a''b'|"
-            "select * from per where kod like '1'|select * from per, kdv|select * from per;|"
-            "select * from per; delete from per|"
-            "delete from per where id='1';delete from per|delete from per where kod='1'|"
-            "delete from per where id=1|delete from per where id='1' or id='2'|"
-            "insert into per (kod) values ('x')|"
-            "insert into per values (Null ,'x','y'),(Null,'z','')|"
-            "insert into per values (Null ,x,'y')|insert into per values (Null ,'x')|"
-            "insert into per select * from per|replace into per values (Null ,'x','y')|"
-            "update per set kod='x'|update per set kod='x' where kod='1'|"
-            "update per set kod=per where id='1'|update per set kod='x' where id='1|"
-            "drop table per|create table x (id text)|attach 'x.dbs' as x|begin|rollback|"
-            "pragma user_version=5|select * from per -- where kod='1'|select/**/* from per|"_s
-                .split(u'|');
+        const QStringList texts = rowsOf(uR"(;
+select kod from per
+select * from per order by kod
+select * from per where kod='1' and per='a'
+select * from per where kod=1
+select * from per where kod='1' or '1'='1'
+select * from per where kod='a''b'
+select * from per where kod like '1'
+select * from per, kdv
+select * from per;
+select * from per; delete from per
+select * from per -- where kod='1'
+select/**/* from per
+delete from per where id='1';delete from per
+delete from per where kod='1'
+delete from per where id=1
+delete from per where id='1' or id='2'
+insert into per (kod) values ('x')
+insert into per values (Null ,'x','y'),(Null,'z','')
+insert into per values (Null ,x,'y')
+insert into per values (Null ,'x')
+insert into per select * from per
+replace into per values (Null ,'x','y')
+update per set kod='x'
+update per set kod='x' where kod='1'
+update per set kod=per where id='1'
+update per set kod='x' where id='1
+drop table per
+create table x (id text)
+attach 'x.dbs' as x
+begin
+rollback
+pragma user_version=5)"_s) << QString()
+                           << u"delete from per where id='1'\0"_s;
         Store s;
         s.fill({insertOne});
-        for (const QString &text : texts << u"delete from per where id='1'\0"_s)
+        for (const QString &text : texts)
             QVERIFY2(s.fails(text), qPrintable(text));
         QCOMPARE(s.rows(staff), u"1|1|a"_s);
     }
@@ -185,20 +261,33 @@ select * from per where kod='#')"_s;
         QCOMPARE(s.rows(staff), u"1|1|a/2|1|a/3|1|a"_s);
     }
 
+    void aSingleValueEndsAtTheFirstCommaOrLineEnd_data()
+    {
+        QTest::addColumn<QByteArray>("bytes");
+        QTest::addColumn<QString>("value");
+        QTest::newRow("a line") << "100.01\r\n200"_ba << u"100.01"_s;
+        QTest::newRow("no line end") << "100"_ba << u"100"_s;
+        QTest::newRow("a comma") << "100,01,02\r\n"_ba << u"100"_s;
+        QTest::newRow("a comma first") << ",100\r\n"_ba << QString();
+        QTest::newRow("quotes") << "\"KASA 1\"\r\n"_ba << u"KASA 1"_s;
+        QTest::newRow("quotes and a comma") << "\"100\",5\r\n"_ba << u"100"_s;
+        QTest::newRow("nothing in quotes") << "\"\"\r\n"_ba << QString();
+        QTest::newRow("one quote") << "\"\r\n"_ba << u"\""_s;
+        QTest::newRow("a quote inside") << "a\"b\"\r\n"_ba << u"a\"b\""_s;
+        QTest::newRow("nothing") << ""_ba << QString();
+        QTest::newRow("an empty line first") << "\r\n100\r\n"_ba << QString();
+        QTest::newRow("a Turkish letter") << "\xDEube\r\n"_ba << u"Şube"_s;
+    }
     void aSingleValueEndsAtTheFirstCommaOrLineEnd()
     {
+        QFETCH(QByteArray, bytes);
+        QFETCH(QString, value);
         const QTemporaryDir folder;
         const QString path = folder.filePath(u"kasa.kvz"_s);
-        // "_" is a line end; the value stands behind the last "=".
-        const QString cases =
-            u"100.01_200=100.01|100=100|100,01,02_=100|,100_=|\"KASA 1\"_=KASA 1|\"100\",5_=100|"
-            "\"\"_=|\"_=\"|a\"b\"_=a\"b\"|=|_100_=|\xDEube_=Şube"_s;
-        for (const QString &row : cases.split(u'|')) {
-            writeBytes(path, row.section(u'=', 0, 0).toLatin1().replace("_", "\r\n"));
-            QCOMPARE(readSingleValue(path), row.section(u'=', 1));
-        }
+        writeBytes(path, bytes);
+        QCOMPARE(readSingleValue(path), value);
         writeSingleValue(path, u"Şube, 1"_s); // whole, in the old one's place
-        QCOMPARE(readBytes(path), QByteArray("\xDEube, 1\r\n"));
+        QCOMPARE(readBytes(path), "\xDEube, 1\r\n"_ba);
     }
 
     void wholeLinesAreReadAndOneTooFewIsAFailure()
@@ -213,6 +302,8 @@ select * from per where kod='#')"_s;
         writeLines(path, lines); // a second save of a list doesn't double it
         QCOMPARE(readBytes(path), QByteArray("a, b \r\n\"\xDE\"\r\n\r\nson\r\n"));
         QCOMPARE(readAllLines(path), lines);
+        QCOMPARE(readFirstLines(path, 2), lines.first(2));
+        QCOMPARE(readFirstLines(path, 9), lines);
         QCOMPARE(readLines(path, 2), lines.first(2));
         QCOMPARE(readLines(path, 4), lines);
         QVERIFY(failsNaming(path, [&] { readLines(path, 5); }));

@@ -55,17 +55,17 @@ SqlbaglantiWindow::SqlbaglantiWindow(Program &program, const Grid *cards, Way wa
     setWindowTitle(u"Sql Server Bağlantı"_s);
     auto *row = new QHBoxLayout(this);
     row->setSizeConstraint(QLayout::SetFixedSize);
-    m_fr2 = settings();
-    m_fr1 = update();
-    row->addWidget(m_fr2, 0, Qt::AlignTop);
-    row->addWidget(m_fr1, 0, Qt::AlignTop);
+    m_ayarlar = settings();
+    m_guncelleme = update();
+    row->addWidget(m_ayarlar, 0, Qt::AlignTop);
+    row->addWidget(m_guncelleme, 0, Qt::AlignTop);
     row->addWidget(m_toUpdate, 0, Qt::AlignTop);
     connect(m_toUpdate, &QAbstractButton::clicked, this,
-            [this] { m_sqlbaglanti.fr1.setChecked(true); });
-    for (CheckField *panel : {&m_sqlbaglanti.fr1, &m_sqlbaglanti.fr2})
+            [this] { m_sqlbaglanti.guncellemePaneli.setChecked(true); });
+    for (CheckField *panel : {&m_sqlbaglanti.guncellemePaneli, &m_sqlbaglanti.ayarPaneli})
         connect(panel, &CheckField::changed, this, &SqlbaglantiWindow::showPanels);
-    m_sqlbaglanti.fr2.setChecked(true);
-    m_sqlbaglanti.fr1.setChecked(way == Way::Update);
+    m_sqlbaglanti.ayarPaneli.setChecked(true);
+    m_sqlbaglanti.guncellemePaneli.setChecked(way == Way::Update);
     showPanels();
     m_sqlbaglanti.yukle();
 }
@@ -78,26 +78,26 @@ QWidget *SqlbaglantiWindow::settings()
     const auto add = [&](const QString &label, QWidget *field) {
         form->addRow(labelFor(field, label), field);
     };
-    add(u"SQL SERVER"_s, lineEdit(u"Text1"_s, m_sqlbaglanti.Text1));
-    add(u"Kullanıcı Adı"_s, lineEdit(u"Text2"_s, m_sqlbaglanti.Text2));
-    auto *password = lineEdit(u"Text3"_s, m_sqlbaglanti.Text3);
+    add(u"SQL SERVER"_s, lineEdit(u"Text1"_s, m_sqlbaglanti.sunucu));
+    add(u"Kullanıcı Adı"_s, lineEdit(u"Text2"_s, m_sqlbaglanti.kullanici));
+    auto *password = lineEdit(u"Text3"_s, m_sqlbaglanti.sifre);
     password->setStyleSheet(u"QLineEdit { lineedit-password-character: 42 }"_s); // "*"
     password->setEchoMode(QLineEdit::Password);
     add(u"Sa Şifresi"_s, password);
     auto *shown = new QCheckBox(u"Şifreyi Göster"_s);
     shown->setObjectName(u"Check1"_s);
-    bind(shown, m_sqlbaglanti.Check1);
-    connect(&m_sqlbaglanti.Check1, &CheckField::changed, password, [this, password] {
-        password->setEchoMode(m_sqlbaglanti.Check1.isChecked() ? QLineEdit::Normal
-                                                               : QLineEdit::Password);
+    bind(shown, m_sqlbaglanti.sifreGoster);
+    connect(&m_sqlbaglanti.sifreGoster, &CheckField::changed, password, [this, password] {
+        password->setEchoMode(m_sqlbaglanti.sifreGoster.isChecked() ? QLineEdit::Normal
+                                                                    : QLineEdit::Password);
     });
     form->addRow(QString(), shown);
-    add(u"Database"_s, lineEdit(u"Text4"_s, m_sqlbaglanti.Text4));
+    add(u"Database"_s, lineEdit(u"Text4"_s, m_sqlbaglanti.veritabani));
     auto *firm = new QComboBox;
     firm->setObjectName(u"c1"_s);
     firm->setEditable(true);
-    firm->setCompleter(nullptr); // what is typed stands as it is typed
-    bind(firm, m_sqlbaglanti.c1);
+    firm->setCompleter(nullptr); // it would turn what is typed into an entry
+    bind(firm, m_sqlbaglanti.firma);
     add(u"Firma"_s, firm);
 
     auto *note = valueLabel(u"bilgi"_s, m_sqlbaglanti.bilgi);
@@ -141,7 +141,7 @@ QWidget *SqlbaglantiWindow::update()
     link->setObjectName(u"Label6"_s);
     link->setAlignment(Qt::AlignCenter);
     link->setMargin(6);
-    connect(&m_sqlbaglanti.Label6, &TextField::changed, link, [this, link] { showLink(link); });
+    connect(&m_sqlbaglanti.durum, &TextField::changed, link, [this, link] { showLink(link); });
     showLink(link);
     auto *progress = new QProgressBar;
     progress->setObjectName(u"p1"_s);
@@ -167,15 +167,15 @@ QWidget *SqlbaglantiWindow::update()
         each->setMinimumWidth(220);
         column->addWidget(each);
     }
-    bind(progress, m_sqlbaglanti.p1);
+    bind(progress, m_sqlbaglanti.ilerleme);
     return panel;
 }
 
-// The two colours are the told ones; they need a dark ground to be read on.
+// A green and a red as bright as these need a dark ground to be read on.
 void SqlbaglantiWindow::showLink(QLabel *label)
 {
-    const bool open = m_sqlbaglanti.Label6.text() == u"SQL Bağlantı Var";
-    label->setText(m_sqlbaglanti.Label6.text());
+    const bool open = m_sqlbaglanti.durum.text() == u"SQL Bağlantı Var";
+    label->setText(m_sqlbaglanti.durum.text());
     label->setStyleSheet(
         u"background: #202428; border-radius: 4px; font-weight: bold; color: %1"_s.arg(
             open ? u"#00ff00"_s : u"#ff0000"_s));
@@ -183,9 +183,9 @@ void SqlbaglantiWindow::showLink(QLabel *label)
 
 void SqlbaglantiWindow::showPanels()
 {
-    m_fr1->setVisible(m_sqlbaglanti.fr1.isChecked());
-    m_fr2->setVisible(m_sqlbaglanti.fr2.isChecked());
-    m_toUpdate->setVisible(!m_sqlbaglanti.fr1.isChecked());
+    m_guncelleme->setVisible(m_sqlbaglanti.guncellemePaneli.isChecked());
+    m_ayarlar->setVisible(m_sqlbaglanti.ayarPaneli.isChecked());
+    m_toUpdate->setVisible(!m_sqlbaglanti.guncellemePaneli.isChecked());
 }
 
 } // namespace kervan

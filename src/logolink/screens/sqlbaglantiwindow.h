@@ -35,8 +35,8 @@ private:
     void showLink(QLabel *label);
 
     Sqlbaglanti m_sqlbaglanti;
-    QWidget *m_fr1;
-    QWidget *m_fr2;
+    QWidget *m_guncelleme;
+    QWidget *m_ayarlar;
     QPushButton *m_toUpdate; // leads from the settings to the update
 };
 

@@ -35,18 +35,18 @@ int listWidth(const Definition &definition)
 DefinitionWindow::DefinitionWindow(Program &program, const Definition &definition, QWidget *parent)
     : QDialog(parent)
     , m_screen(program, definition)
-    , m_fr1(listFrame())
-    , m_fr2(recordFrame())
+    , m_listFrame(listFrame())
+    , m_recordFrame(recordFrame())
 {
     setObjectName(definition.screen);
     setWindowTitle(definition.caption);
     auto *column = new QVBoxLayout(this);
-    if (definition.hasGeneralVat)
-        column->addWidget(generalVat());
+    if (definition.sideValue)
+        column->addWidget(sideValue(*definition.sideValue));
     auto *spot = new QStackedLayout;
     spot->setStackingMode(QStackedLayout::StackAll);
-    spot->addWidget(m_fr1);
-    spot->addWidget(m_fr2);
+    spot->addWidget(m_listFrame);
+    spot->addWidget(m_recordFrame);
     column->addLayout(spot, 1);
     auto *closing = new QHBoxLayout;
     closing->addStretch();
@@ -107,16 +107,16 @@ QGroupBox *DefinitionWindow::recordFrame()
     const QList<DefinitionField> &fields = m_screen.definition().fields;
     for (int i = 0; i < fields.size(); ++i) {
         const DefinitionField &field = fields[i];
-        if (field.kind == DefinitionField::Check) {
+        if (field.kind == DefinitionField::Box) {
             auto *box = new QCheckBox(field.label);
             box->setObjectName(field.name);
-            bind(box, m_screen.c1);
+            bind(box, m_screen.box(i));
             form->addRow(QString(), box);
             continue;
         }
         auto *edit = new QLineEdit;
         edit->setObjectName(field.name);
-        bind(edit, m_screen.field(i));
+        bind(edit, m_screen.text(i));
         connect(edit, &QLineEdit::returnPressed, this, &DefinitionWindow::kaydet);
         if (field.kind == DefinitionField::HiddenText) {
             edit->setParent(frame);
@@ -136,21 +136,21 @@ QGroupBox *DefinitionWindow::recordFrame()
     return frame;
 }
 
-QWidget *DefinitionWindow::generalVat()
+QWidget *DefinitionWindow::sideValue(const SideValue &value)
 {
     auto *panel = new QWidget;
     auto *row = new QHBoxLayout(panel);
     row->setContentsMargins(0, 0, 0, 0);
     auto *edit = new QLineEdit;
-    edit->setObjectName(u"genkdv"_s);
-    edit->setAccessibleName(u"Genel Kdv Oranı: %"_s);
+    edit->setObjectName(value.name);
+    edit->setAccessibleName(value.label);
     edit->setMaximumWidth(80);
-    bind(edit, m_screen.genkdv);
+    bind(edit, m_screen.sideValue);
     connect(edit, &QLineEdit::textEdited, this, [this](const QString &text) {
-        m_screen.genkdv.setText(text); // the tie follows only behind this signal
-        m_screen.genkdvdegisti();
+        m_screen.sideValue.setText(text); // the tie follows only behind this signal
+        m_screen.sidevaluetyped();
     });
-    row->addWidget(new QLabel(u"Genel Kdv Oranı: %"_s));
+    row->addWidget(new QLabel(value.label));
     row->addWidget(edit);
     row->addStretch();
     return panel;
@@ -159,10 +159,11 @@ QWidget *DefinitionWindow::generalVat()
 void DefinitionWindow::showFrame()
 {
     const bool record = m_screen.kayitta.isChecked();
-    m_fr1->setVisible(!record);
-    m_fr2->setVisible(record);
+    m_listFrame->setVisible(!record);
+    m_recordFrame->setVisible(record);
     if (record)
-        m_fr2->findChild<QLineEdit *>(u"Text1"_s)->setFocus();
+        m_recordFrame->findChild<QLineEdit *>(m_screen.definition().fields.first().name)
+            ->setFocus();
     else
         m_list->setFocus();
 }
@@ -200,7 +201,7 @@ void DefinitionWindow::iptal()
 
 void DefinitionWindow::kapat()
 {
-    m_byButton = true;
+    m_how = Closing::ByButton;
     m_closing = true;
     reject();
 }
@@ -223,11 +224,7 @@ void DefinitionWindow::closeEvent(QCloseEvent *event)
 void DefinitionWindow::done(int result)
 {
     QDialog::done(result);
-    const auto refresh = m_screen.definition().refresh;
-    if (refresh == Definition::InvoiceScreenByButton && !m_byButton)
-        return;
-    if (refresh != Definition::Nothing)
-        Q_EMIT refreshWanted(refresh);
+    Q_EMIT closed(m_how);
 }
 
 } // namespace kervan

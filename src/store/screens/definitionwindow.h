@@ -1,6 +1,6 @@
 #pragma once
 
-#include "store/definition.h"
+#include "store/definitionscreen.h"
 
 #include <QDialog>
 
@@ -17,13 +17,15 @@ class DefinitionWindow : public QDialog
     Q_OBJECT
 
 public:
+    enum class Closing { ByButton, Otherwise };
+
     DefinitionWindow(Program &program, const Definition &definition, QWidget *parent = nullptr);
 
     DefinitionScreen &screen() { return m_screen; }
 
 Q_SIGNALS:
-    /// The open screens are to load their definitions again.
-    void refreshWanted(kervan::Definition::Refresh refresh);
+    /// The window was closed: by its button, or by Esc or the frame's cross.
+    void closed(kervan::DefinitionWindow::Closing how);
 
 protected:
     void done(int result) override;
@@ -33,7 +35,7 @@ protected:
 private:
     QGroupBox *listFrame();
     QGroupBox *recordFrame();
-    QWidget *generalVat();
+    QWidget *sideValue(const SideValue &value);
     QPushButton *button(const QString &name, const QString &caption, const QString &keys,
                         void (DefinitionWindow::*action)());
     void showFrame();
@@ -47,9 +49,9 @@ private:
 
     DefinitionScreen m_screen;
     GridView *m_list = nullptr;
-    QGroupBox *m_fr1;
-    QGroupBox *m_fr2;
-    bool m_byButton = false;
+    QGroupBox *m_listFrame;
+    QGroupBox *m_recordFrame;
+    Closing m_how = Closing::Otherwise;
     bool m_closing = false; // by the button or the frame, not by Esc
 };
 

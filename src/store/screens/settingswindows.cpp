@@ -53,12 +53,12 @@ ValueWindow::ValueWindow(Program &program, const ValueDialog &dialog, QWidget *p
     setWindowTitle(dialog.caption);
     auto *column = new QVBoxLayout(this);
     auto *form = new QFormLayout;
-    form->addRow(dialog.label, edit(u"bankahesapno1"_s, dialog.label, m_setting.bankahesapno1));
+    form->addRow(dialog.label, edit(u"bankahesapno1"_s, dialog.label, m_setting.kod));
     column->addLayout(form);
     column->addWidget(saveButton(this, u"chameleonButton5"_s,
                                  [this] {
                                      m_setting.kaydet();
-                                     Q_EMIT saved(m_setting.bankahesapno1.text());
+                                     Q_EMIT saved(m_setting.kod.text());
                                      accept();
                                  }),
                       0, Qt::AlignRight);
@@ -74,14 +74,14 @@ KdvmuWindow::KdvmuWindow(Program &program, QWidget *parent)
     setWindowTitle(u"KVZ"_s);
     auto *frame = new QGroupBox(u"Kdv Muafiyet Yazısı"_s);
     auto *form = new QFormLayout(frame);
-    form->addRow(u"Fatura Genel"_s, edit(u"Text1"_s, u"Fatura Genel"_s, m_kdvmu.Text1));
-    form->addRow(u"Fatura Satır"_s, edit(u"Text2"_s, u"Fatura Satır"_s, m_kdvmu.Text2));
+    form->addRow(u"Fatura Genel"_s, edit(u"Text1"_s, u"Fatura Genel"_s, m_kdvmu.genel));
+    form->addRow(u"Fatura Satır"_s, edit(u"Text2"_s, u"Fatura Satır"_s, m_kdvmu.satir));
     auto *column = new QVBoxLayout(this);
     column->addWidget(frame);
     column->addWidget(saveButton(this, u"chameleonButton5"_s,
                                  [this] {
                                      m_kdvmu.kaydet();
-                                     Q_EMIT saved(m_kdvmu.Text1.text(), m_kdvmu.Text2.text());
+                                     Q_EMIT saved(m_kdvmu.genel.text(), m_kdvmu.satir.text());
                                      accept();
                                  }),
                       0, Qt::AlignRight);

@@ -1,0 +1,30 @@
+#pragma once
+
+#include <QStringView>
+
+class QWidget;
+
+namespace kervan {
+
+class MainWindow;
+
+/// A screen that the frame can open.
+struct Screen
+{
+    enum Kind {
+        Transfer, ///< a child of the frame
+        Modal,    ///< a dialog that blocks the frame
+        Beside    ///< a dialog that does not
+    };
+
+    QStringView word;
+    Kind kind;
+    /// Makes its window, a QDialog unless it is a transfer, and ties to the frame what happens when
+    /// it is saved or closed.
+    QWidget *(*make)(MainWindow &frame, QStringView word);
+};
+
+/// The screen of a word, or null.
+const Screen *screenOf(QStringView word);
+
+} // namespace kervan
