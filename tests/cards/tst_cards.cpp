@@ -67,8 +67,8 @@ private Q_SLOTS:
             stok.dosyaac(source);
             for (int i = 0; i < 5; ++i) {
                 const QString choice = given[u"c%1"_s.arg(i + 1)];
-                QVERIFY2(stok.c[size_t(i)].entries().contains(choice), qPrintable(choice));
-                stok.c[size_t(i)].setText(choice);
+                QVERIFY2(stok.ozelKodlar[size_t(i)].entries().contains(choice), qPrintable(choice));
+                stok.ozelKodlar[size_t(i)].setText(choice);
             }
             stok.kaydet(target);
         } else {
@@ -190,14 +190,14 @@ private Q_SLOTS:
         Stoktrf stok(t.program);
         stok.load(); // there is no brmset.kvz
         QCOMPARE(stok.brmseti.text(), QString());
-        stok.c[4].setText(u"A-1- "_s);
+        stok.ozelKodlar[4].setText(u"A-1- "_s);
         stok.ozkodyukle();
-        for (const ChoiceField &list : stok.c)
+        for (const ChoiceField &list : stok.ozelKodlar)
             QCOMPARE(list.entries(), (QStringList{QString(), u"Z- Zeytin"_s, u"A-1- "_s}));
-        QCOMPARE(stok.c[4].text(), QString());
+        QCOMPARE(stok.ozelKodlar[4].text(), QString());
         QVERIFY(QFile::remove(t.path(u"stokozkod.dbs"_s)));
         stok.ozkodyukle();
-        QCOMPARE(stok.c[0].entries(), QStringList{QString()});
+        QCOMPARE(stok.ozelKodlar[0].entries(), QStringList{QString()});
         QVERIFY(stok.bilgi.text().contains(u"stokozkod.dbs"_s));
     }
 

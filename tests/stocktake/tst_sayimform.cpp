@@ -57,7 +57,7 @@ private Q_SLOTS:
         QCOMPARE(desk.t.sqlServer.statements.size(), 10); // two a line
         QVERIFY(desk.t.sqlServer.statements[9].endsWith(u"where BAR.BARCODE='869KISA'"_s));
 
-        desk.screen.Text1.setText(u"SYM000007"_s);
+        desk.screen.fisno.setText(u"SYM000007"_s);
         desk.t.dialogs.answers = {std::nullopt, desk.t.path(u"sayim"_s)};
         desk.screen.xmlkaydet(); // cancelled
         desk.t.boxes.expectDone();
