@@ -43,10 +43,12 @@ constexpr std::array<RecordField, 2> cardFields{{
 static_assert(inOrder(cardFields));
 
 // Their order is part of the format: a value is searched by every later step.
-const QList<QByteArray> placeholders{"tarih",   "saat",  "dakika",     "saniye",
-                                     "carikod", "unvan", "caridataref"};
+QList<QByteArray> placeholders()
+{
+    return {"tarih", "saat", "dakika", "saniye", "carikod", "unvan", "caridataref"};
+}
 
-const QString dataReference = u"1059"_s; // of every card that is inserted
+constexpr QStringView dataReference = u"1059"; // of every card that is inserted
 
 } // namespace
 
@@ -64,7 +66,7 @@ void Cr::dosyaac()
 
 void Cr::dosyaac(const QString &path)
 {
-    dosyayolu = path;
+    m_dosyayolu = path;
     caridosyasikoku();
 }
 
@@ -75,7 +77,7 @@ void Cr::caridosyasikoku()
         const Grid::Refill refill(l1);
         l1.clear();
         addNote(bilgi, passOver([this] {
-                    walkLines(dosyayolu, ilerleme, [this](QStringView line) {
+                    walkLines(m_dosyayolu, ilerleme, [this](QStringView line) {
                         const int row = l1.addRow({});
                         cutRecord(line, cardFields, [&](int cell, const QString &text) {
                             l1.setCell(row, cell, text);
@@ -121,7 +123,8 @@ void Cr::write(const QString &dosya, const QString &kart,
                const std::function<QString(int row)> &dataref)
 {
     CreationTime an(m_program.clock);
-    writeCards(dosya, u"cr"_s, cardTemplate(kart, placeholders), l1.rows(), ilerleme, [&](int row) {
+    const Sablon card = cardTemplate(kart, placeholders());
+    writeCards(dosya, u"cr"_s, card, l1.rows(), ilerleme, [&](int row) {
         return QStringList{
             an.tarih(),           an.saat(),   an.dakika(), an.saniye(), l1.cell(row, CariKodu),
             l1.cell(row, Unvani), dataref(row)};
@@ -133,8 +136,9 @@ void Cr::kaydet(const QString &dosya)
     bilgi.setText({});
     const QString list = m_program.path(u"carikontrol.kvz");
     QFile::remove(list);
-    addNote(bilgi,
-            passOver([&] { write(dosya, u"cr-kartex"_s, [](int) { return dataReference; }); }));
+    addNote(bilgi, passOver([&] {
+                write(dosya, u"cr-kartex"_s, [](int) { return dataReference.toString(); });
+            }));
     addNote(bilgi, passOver([&] { writeLines(list, columnOf(l1, CariKodu)); }));
     tellDone(m_program.boxes);
 }

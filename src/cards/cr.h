@@ -50,7 +50,7 @@ private:
                const std::function<QString(int row)> &dataref);
 
     Program &m_program;
-    QString dosyayolu;
+    QString m_dosyayolu;
 };
 
 } // namespace kervan

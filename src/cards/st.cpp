@@ -24,16 +24,18 @@ QList<GridColumn> stockColumns()
             {u"Tutar"_s, 2540, Qt::AlignRight}};
 }
 
-const std::array<QString, 9> accountColumns{u"kdv"_s,    u"al"_s,     u"sat"_s,
-                                            u"ali"_s,    u"sati"_s,   u"alkdv"_s,
-                                            u"satkdv"_s, u"alikdv"_s, u"satikdv"_s};
+constexpr std::array<QStringView, 9> accountColumns{
+    u"kdv", u"al", u"sat", u"ali", u"sati", u"alkdv", u"satkdv", u"alikdv", u"satikdv"};
 enum Account { Kdv, Al, Sat, Ali, Sati };
 
 // Their order is part of the format: a value is searched by every later step.
-const QList<QByteArray> placeholders{
-    "urun kodu",        "urun Aciklamasi", "Malzeme Grup Kod", "kdv orani",        "birimseti",
-    "olusturma tarihi", "olusturma saati", "olusturma dakika", "olusturma saniye", "muh al kod",
-    "muh sat kod",      "muh ali kod",     "muh sati kod"};
+QList<QByteArray> placeholders()
+{
+    return {"urun kodu",        "urun Aciklamasi",  "Malzeme Grup Kod", "kdv orani",
+            "birimseti",        "olusturma tarihi", "olusturma saati",  "olusturma dakika",
+            "olusturma saniye", "muh al kod",       "muh sat kod",      "muh ali kod",
+            "muh sati kod"};
+}
 
 constexpr int lastField = 18; // of those that a record is asked for
 
@@ -64,11 +66,11 @@ void St::yukle()
     QStringList entries;
     read(
         [&] { db.forEach(Statement(u"select * from muh"), [&] { entries << db.field(u"kdv"); }); });
-    c1.setEntries(std::exchange(entries, {}));
+    kdvOrani.setEntries(std::exchange(entries, {}));
     read([&] {
         db.forEach(Statement(u"select * from birim"), [&] { entries << db.field(u"frkod"); });
     });
-    c2.setEntries(std::exchange(entries, {}));
+    birimSeti.setEntries(std::exchange(entries, {}));
     QString shown;
     read([&] {
         db.forEach(Statement(u"select * from statu"), [&] {
@@ -77,8 +79,8 @@ void St::yukle()
                 shown = entries.last();
         });
     });
-    c3.setEntries(entries << u"Tümü"_s);
-    c3.setText(shown);
+    statu.setEntries(entries << u"Tümü"_s);
+    statu.setText(shown);
 }
 
 void St::manualac()
@@ -133,26 +135,27 @@ void St::ac(const QString &path)
                 l1.setCell(row, field, records->text(record, field));
         }
     }));
-    Text1.setText(QString::number(l1.rows()));
+    kayitSayisi.setText(QString::number(l1.rows()));
 }
 
-void St::c1sec()
+void St::kdvoranisec()
 {
     note(passOver([&] {
         LocalDb &db = m_program.db;
         OpenDb open(db, m_program.path(u"data.dbs"));
-        db.query(Statement(u"select * from muh where kdv='").value(c1.text()).text(u"'"));
+        db.query(Statement(u"select * from muh where kdv='").value(kdvOrani.text()).text(u"'"));
         for (std::size_t i = 0; i < m_muh.size(); ++i)
             m_muh[i] = db.field(accountColumns[i]);
     }));
 }
 
-void St::c2sec()
+void St::birimsetisec()
 {
     note(passOver([&] {
         LocalDb &db = m_program.db;
         OpenDb open(db, m_program.path(u"data.dbs"));
-        db.query(Statement(u"select * from birim where frkod='").value(c2.text()).text(u"'"));
+        db.query(
+            Statement(u"select * from birim where frkod='").value(birimSeti.text()).text(u"'"));
         m_birim = db.field(u"frno");
     }));
 }
@@ -165,8 +168,8 @@ bool St::isReady()
     };
     if (l1.isEmpty())
         return warn(u"Stok Listesinde Kayıt Bulunamadı...!"_s);
-    for (const auto &[list, text] :
-         {std::pair{&c1, u"Kdv Oranı Seçiniz...!"_s}, {&c2, u"Birim Seti Seçiniz...!"_s}}) {
+    for (const auto &[list, text] : {std::pair{&kdvOrani, u"Kdv Oranı Seçiniz...!"_s},
+                                     {&birimSeti, u"Birim Seti Seçiniz...!"_s}}) {
         if (!list->text().isEmpty())
             continue;
         warn(text);
@@ -216,7 +219,7 @@ void St::kaydet(const QString &dosya)
             bekle.setChecked(false);
             ilerleme.finish();
         });
-        const Sablon xl(sablon(u"st-xl"_s), placeholders);
+        const Sablon xl(sablon(u"st-xl"_s), placeholders());
         CreationTime an(m_program.clock);
         Belge belge{sablon(u"st-baslik"_s), {}, " ", sablon(u"st-sonu"_s)};
         for (int row = 0; row < l1.rows(); ++row) {

@@ -29,18 +29,18 @@ public:
     void load() { yukle(); }
 
     Grid l1;
-    ChoiceField c1;   ///< tax rate
-    ChoiceField c2;   ///< unit set
-    ChoiceField c3;   ///< state, without effect
-    TextField Text1;  ///< number of rows
+    ChoiceField kdvOrani;
+    ChoiceField birimSeti;
+    ChoiceField statu; ///< without effect
+    TextField kayitSayisi;
     TextField bilgi;  ///< what a step that shows no box failed at, for a line in the window
     CheckField bekle; ///< the pointer is an hourglass
     ProgressField ilerleme;
 
     // What the user does.
     void manualac();
-    void c1sec();
-    void c2sec();
+    void kdvoranisec();
+    void birimsetisec();
     void manualkaydet();
     void otomatikkaydet();
 
@@ -61,7 +61,7 @@ private:
     Program &m_program;
     Workbooks m_workbooks;
     std::array<QString, 9> m_muh; // kdv, al, sat, ali, sati and the accounts of their tax
-    QString m_birim;              // the tag of c2
+    QString m_birim;              // the number of the chosen unit set
 };
 
 } // namespace kervan

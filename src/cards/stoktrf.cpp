@@ -25,7 +25,8 @@ QList<GridColumn> cardColumns()
             {u"Kdv"_s, 1764, Qt::AlignRight}};
 }
 
-// Five like fields and four treatments: that is meant.
+// A name keeps the blanks in front of it, a code does not, and the rate keeps all of its own: so
+// they stand in the documents.
 constexpr std::array<RecordField, 5> cardFields{{
     {Stoktrf::MalzemeKodu, 25, 9, &trimmedField},
     {Stoktrf::Aciklama, 79, 40, &sonbosluksil},
@@ -36,10 +37,12 @@ constexpr std::array<RecordField, 5> cardFields{{
 static_assert(inOrder(cardFields));
 
 // Their order is part of the format: a value is searched by every later step.
-const QList<QByteArray> placeholders{"tarih",       "saat",        "dakika",      "saniye",
-                                     "stokkod",     "stokadi",     "birimset",    "kdv",
-                                     "birimkod",    "stokozkod",   "malsnfozko1", "malsnfozko2",
-                                     "malsnfozko3", "malsnfozko4", "carpan"};
+QList<QByteArray> placeholders()
+{
+    return {"tarih",       "saat",        "dakika",      "saniye",      "stokkod",
+            "stokadi",     "birimset",    "kdv",         "birimkod",    "stokozkod",
+            "malsnfozko1", "malsnfozko2", "malsnfozko3", "malsnfozko4", "carpan"};
+}
 constexpr qsizetype firstCode = 9; // of the special codes among the placeholders
 
 // The code of a choice. An empty choice has none: the step fails and its word stays, just as if it
@@ -80,7 +83,7 @@ void Stoktrf::ozkodyukle()
                 db.forEach(Statement(u"select * from ozkod"),
                            [&] { entries << db.field(u"ozkod") + u"- "_s + db.field(u"ack"); });
             }));
-    for (ChoiceField &list : c)
+    for (ChoiceField &list : ozelKodlar)
         list.setEntries(entries);
 }
 
@@ -92,7 +95,7 @@ void Stoktrf::dosyaac()
 
 void Stoktrf::dosyaac(const QString &path)
 {
-    dosyayolu = path;
+    m_dosyayolu = path;
     stokdosyasikoku();
 }
 
@@ -102,7 +105,7 @@ void Stoktrf::stokdosyasikoku()
     addNote(bilgi, endQuietly([this] {
                 const Grid::Refill refill(l1);
                 l1.clear();
-                walkLines(dosyayolu, ilerleme, [this](QStringView line) {
+                walkLines(m_dosyayolu, ilerleme, [this](QStringView line) {
                     const int row = l1.addRow(QString::number(l1.rows() + 1));
                     cutRecord(line, cardFields,
                               [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
@@ -127,9 +130,10 @@ void Stoktrf::kaydet(const QString &dosya)
     bilgi.setText({});
     const QString list = m_program.path(u"stokkontrol.kvz");
     QFile::remove(list);
+    const QList<QByteArray> words = placeholders();
     std::array<QString, 5> codes;
     for (std::size_t i = 0; i < codes.size(); ++i)
-        codes[i] = codeOf(c[i], placeholders[firstCode + static_cast<qsizetype>(i)]);
+        codes[i] = codeOf(ozelKodlar[i], words[firstCode + static_cast<qsizetype>(i)]);
     CreationTime an(m_program.clock);
     const auto valuesOf = [&](int row) {
         return QStringList{an.tarih(),
@@ -148,7 +152,7 @@ void Stoktrf::kaydet(const QString &dosya)
                            codes[4],
                            multiplier(l1.cell(row, BirimCarpani))};
     };
-    const Sablon kart = cardTemplate(u"stok-kartex"_s, placeholders);
+    const Sablon kart = cardTemplate(u"stok-kartex"_s, words);
     addNote(bilgi,
             passOver([&] { writeCards(dosya, u"stok"_s, kart, l1.rows(), ilerleme, valuesOf); }));
     addNote(bilgi, passOver([&] { writeLines(list, columnOf(l1, MalzemeKodu)); }));

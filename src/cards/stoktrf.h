@@ -24,10 +24,10 @@ public:
     void ozkodyukle();
 
     Grid l1;
-    TextField brmseti;            ///< stock unit set code
-    std::array<ChoiceField, 5> c; ///< `c1` to `c5`, the special codes
-    TextField kartSayisi;         ///< panel 2 of the status bar
-    TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
+    TextField brmseti; ///< stock unit set code
+    std::array<ChoiceField, 5> ozelKodlar;
+    TextField kartSayisi; ///< panel 2 of the status bar
+    TextField bilgi;      ///< what a step that shows no box failed at, for a line in the window
     ProgressField ilerleme;
 
     // What the user does.
@@ -44,7 +44,7 @@ public:
 
 private:
     Program &m_program;
-    QString dosyayolu;
+    QString m_dosyayolu;
 };
 
 } // namespace kervan

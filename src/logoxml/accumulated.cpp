@@ -34,7 +34,7 @@ void AccumulatedBody::add(std::span<const QString> values)
     }
     QByteArray record;
     m_record.doldur(values, record);
-    if (m_record.mayHoldPlaceholder(values) && holdsPlaceholder(record))
+    if (m_record.mayChange(values, Sablon::Steps::All) && holdsPlaceholder(record))
         m_changeable.append(m_records.size());
     m_records.append(std::move(record));
 }

@@ -33,24 +33,42 @@ QList<Fill> fillsOf(const QList<QByteArray> &placeholders, std::span<const QStri
     return fills;
 }
 
+namespace {
+
+// Nearly every placeholder holds a small letter (a to z), which most values do not.
 bool hasSmallLetter(const QString &text)
 {
     return std::ranges::any_of(text, [](QChar c) { return c >= u'a' && c <= u'z'; });
 }
+
+// Whether the word could be found across an end of the text, with whatever stands there.
+bool mayReachOut(QByteArrayView word, QByteArrayView text)
+{
+    for (qsizetype inside = 1; inside < word.size(); ++inside) {
+        const qsizetype seen = std::min(inside, text.size());
+        if (text.first(seen) == word.last(inside).first(seen) ||
+            text.last(seen) == word.first(inside).last(seen))
+            return true;
+    }
+    return false;
+}
+
+} // namespace
 
 Sablon::Sablon(QByteArray text, QList<QByteArray> placeholders)
     : m_text(std::move(text))
     , m_placeholders(std::move(placeholders))
     , m_literals{m_text}
 {
-    for (qsizetype i = 0; i < m_placeholders.size(); ++i) {
+    for (qsizetype i = 0; i < m_placeholders.size(); ++i)
         split(i);
-        m_lettered = m_lettered && hasSmallLetter(QString::fromLatin1(m_placeholders[i]));
-    }
-    for (qsizetype slot = 0; slot < m_slots.size(); ++slot) {
-        m_simple = m_simple && isBorderSafe(slot, m_slots[slot].placeholder + 1);
-        m_isolated = m_isolated && isBorderSafe(slot, 0);
-    }
+    m_separates = std::ranges::none_of(m_placeholders, [this](const QByteArray &word) {
+        return std::ranges::any_of(
+            m_literals, [&](const QByteArray &literal) { return mayReachOut(word, literal); });
+    });
+    m_lettered = std::ranges::all_of(m_placeholders, [](const QByteArray &word) {
+        return hasSmallLetter(QString::fromLatin1(word));
+    });
 }
 
 void Sablon::split(qsizetype placeholder)
@@ -62,68 +80,37 @@ void Sablon::split(qsizetype placeholder)
             continue;
         m_literals.insert(i + 1, m_literals[i].sliced(at + find.size()));
         m_literals[i].truncate(at);
-        m_slots.insert(i, Slot{placeholder});
+        m_slots.insert(i, placeholder);
     }
 }
 
-// A placeholder could be found across a border of the value only if it held the byte that
-// stands there in the template: the one behind the value anywhere but at its start, the one in
-// front of it anywhere but at its end. Two values side by side are not looked into.
-bool Sablon::isBorderSafe(qsizetype slot, qsizetype firstPlaceholder) const
+bool Sablon::mayChange(std::span<const QString> values, Steps steps) const
 {
-    const QByteArray &before = m_literals[slot];
-    const QByteArray &behind = m_literals[slot + 1];
-    const bool first = slot == 0;
-    const bool last = slot + 1 == m_slots.size();
-    if ((before.isEmpty() && !first) || (behind.isEmpty() && !last))
-        return false;
-    for (qsizetype i = firstPlaceholder; i < m_placeholders.size(); ++i) {
-        const QByteArrayView later = m_placeholders[i];
-        if (!behind.isEmpty() && later.sliced(1).contains(behind.front()))
-            return false;
-        if (!before.isEmpty() && later.chopped(1).contains(before.back()))
-            return false;
-    }
-    return true;
-}
-
-bool Sablon::isSearchedAgain(std::span<const QString> values) const
-{
+    if (!m_separates)
+        return true;
     for (std::size_t i = 0; i < values.size(); ++i) {
         if (m_lettered && !hasSmallLetter(values[i]))
             continue;
         const QByteArray value = toCodePage(values[i]);
-        for (qsizetype later = static_cast<qsizetype>(i) + 1; later < m_placeholders.size();
-             ++later) {
-            if (value.contains(m_placeholders[later]))
+        const qsizetype first = steps == Steps::All ? 0 : static_cast<qsizetype>(i) + 1;
+        for (qsizetype word = first; word < m_placeholders.size(); ++word) {
+            if (value.contains(m_placeholders[word]))
                 return true;
         }
     }
     return false;
 }
 
-bool Sablon::mayHoldPlaceholder(std::span<const QString> values) const
-{
-    const auto holdsOne = [this](const QString &value) {
-        if (m_lettered && !hasSmallLetter(value))
-            return false;
-        const QByteArray bytes = toCodePage(value);
-        return std::ranges::any_of(m_placeholders,
-                                   [&](const QByteArray &word) { return bytes.contains(word); });
-    };
-    return !m_isolated || std::ranges::any_of(values, holdsOne);
-}
-
 void Sablon::doldur(std::span<const QString> values, QByteArray &out) const
 {
     Q_ASSERT(static_cast<qsizetype>(values.size()) == m_placeholders.size());
-    if (!m_simple || isSearchedAgain(values)) {
+    if (mayChange(values, Steps::Later)) {
         out += sablondoldur(m_text, fillsOf(m_placeholders, values));
         return;
     }
-    for (qsizetype slot = 0; slot < m_slots.size(); ++slot) {
-        out += m_literals[slot];
-        appendToCodePage(out, values[static_cast<std::size_t>(m_slots[slot].placeholder)]);
+    for (qsizetype i = 0; i < m_slots.size(); ++i) {
+        out += m_literals[i];
+        appendToCodePage(out, values[static_cast<std::size_t>(m_slots[i])]);
     }
     out += m_literals.last();
 }

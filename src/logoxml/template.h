@@ -29,11 +29,8 @@ QByteArray sablondoldur(QByteArray text, std::span<const Fill> fills);
 /// One fill per placeholder, with its value in document bytes.
 QList<Fill> fillsOf(const QList<QByteArray> &placeholders, std::span<const QString> values);
 
-/// Nearly every placeholder holds a small letter (a to z), which most values and all tags do not.
-bool hasSmallLetter(const QString &text);
-
 /// A template prepared for being filled many times with the same placeholders in the same order.
-/// It gives the text that sablondoldur() gives, at the cost of copying it.
+/// It gives the text that sablondoldur() gives, mostly at the cost of copying it.
 class Sablon
 {
 public:
@@ -42,28 +39,24 @@ public:
     /// Appends the template filled with one value per placeholder to `out`.
     void doldur(std::span<const QString> values, QByteArray &out) const;
 
-    /// Whether the filled template may hold a placeholder. If no value holds one it does not,
-    /// unless one could be found across the border of a value.
-    bool mayHoldPlaceholder(std::span<const QString> values) const;
+    /// The steps of a filling that search a value once it is put in.
+    enum class Steps {
+        Later, ///< those behind its own
+        All,   ///< those of a further filling
+    };
+    /// Whether such a step could find something to change in what the values fill.
+    bool mayChange(std::span<const QString> values, Steps steps) const;
 
 private:
-    // The template is literal 0, value of slot 0, literal 1, ... and a last literal.
-    struct Slot
-    {
-        qsizetype placeholder;
-    };
-
     void split(qsizetype placeholder);
-    bool isBorderSafe(qsizetype slot, qsizetype firstPlaceholder) const;
-    bool isSearchedAgain(std::span<const QString> values) const;
 
     QByteArray m_text;
     QList<QByteArray> m_placeholders;
+    // The template is literal 0, the value of slot 0, literal 1, ... and a last literal.
     QList<QByteArray> m_literals;
-    QList<Slot> m_slots;
-    bool m_simple = true;   // no step can find anything across the border of a value
-    bool m_lettered = true; // every placeholder holds a small letter
-    bool m_isolated = true; // nor could any step of a second filling
+    QList<qsizetype> m_slots; // the placeholder of each
+    bool m_separates = true;  // no step could find anything across the border of a value
+    bool m_lettered = true;   // each placeholder holds a small letter
 };
 
 } // namespace kervan

@@ -45,7 +45,7 @@ void Sayimform::dosyaac()
 
 void Sayimform::dosyaac(const QString &path)
 {
-    dosyayolu = path;
+    m_dosyayolu = path;
     sayimdosyasikoku();
 }
 
@@ -56,7 +56,7 @@ void Sayimform::sayimdosyasikoku()
         const Grid::Refill refill(l1);
         const auto count = qScopeGuard([this] { sayimSayisi.setText(QString::number(l1.rows())); });
         l1.clear();
-        walkLines(dosyayolu, ilerleme, [this](QStringView line) { takeLine(line); });
+        walkLines(m_dosyayolu, ilerleme, [this](QStringView line) { takeLine(line); });
     });
 }
 
@@ -98,7 +98,7 @@ QByteArray Sayimform::head() const
     const QTime time = now.time();
     QByteArray text;
     Sablon(sablon(u"sayim-xml1"_s), {"+FISNO+", "+TARIH+", "+SAAT+", "+DAKIKA+", "+SANIYE+"})
-        .doldur(QStringList{Text1.text(), now.date().toString(u"dd.MM.yyyy"_s),
+        .doldur(QStringList{fisno.text(), now.date().toString(u"dd.MM.yyyy"_s),
                             QString::number(time.hour()), QString::number(time.minute()),
                             QString::number(time.second())},
                 text);

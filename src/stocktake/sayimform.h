@@ -24,7 +24,7 @@ public:
     void load() { link.sqlyukle(); }
 
     Grid l1;
-    TextField Text1{QStringLiteral("SYM000001")}; ///< slip number
+    TextField fisno{QStringLiteral("SYM000001")}; ///< slip number
     TextField sayimSayisi;                        ///< panel 2 of the status bar
     TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
     ProgressField ilerleme;
@@ -47,7 +47,7 @@ private:
     QByteArray head() const;
 
     Program &m_program;
-    QString dosyayolu;
+    QString m_dosyayolu;
 };
 
 } // namespace kervan

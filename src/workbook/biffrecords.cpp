@@ -1,15 +1,11 @@
 #include "workbook/biffrecords.h"
 
-#include "base/failure.h"
-
-#include <QtEndian>
+#include "workbook/damage.h"
 
 #include <algorithm>
 #include <bit>
 
 namespace kervan {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -18,19 +14,6 @@ constexpr quint8 aidFlag = 0x04; // reading aids of East Asian signs follow
 constexpr quint8 runsFlag = 0x08;
 constexpr int bytesOfRun = 4;
 
-[[noreturn]] void failDamaged()
-{
-    throw Failure(u"dosya yarım kalmış ya da bozuk"_s);
-}
-
-template<class Value>
-Value value(QByteArrayView data, qsizetype at)
-{
-    if (at + qsizetype(sizeof(Value)) > data.size())
-        failDamaged();
-    return qFromLittleEndian<Value>(data.data() + at);
-}
-
 } // namespace
 
 BiffRecords::Record BiffRecords::next()
@@ -38,8 +21,8 @@ BiffRecords::Record BiffRecords::next()
     constexpr qsizetype header = 4;
     if (m_at + header > m_stream.size())
         failDamaged();
-    const auto type = value<quint16>(m_stream, m_at);
-    const auto size = value<quint16>(m_stream, m_at + 2);
+    const auto type = numberAt<quint16>(m_stream, m_at);
+    const auto size = numberAt<quint16>(m_stream, m_at + 2);
     if (m_at + header + size > m_stream.size())
         failDamaged();
     const QByteArrayView data = m_stream.sliced(m_at + header, size);
@@ -121,7 +104,7 @@ void BiffBytes::takeCharacters(QString &text, qsizetype count, bool areWide)
             failDamaged(); // half a character
         if (areWide) {
             for (qsizetype i = 0; i < here; ++i)
-                text += QChar(value<quint16>(m_data, i * width));
+                text += QChar(numberAt<quint16>(m_data, i * width));
         } else {
             text += QLatin1String(m_data.first(here));
         }
@@ -130,25 +113,15 @@ void BiffBytes::takeCharacters(QString &text, qsizetype count, bool areWide)
     }
 }
 
-quint16 biffWord(QByteArrayView data, qsizetype at)
-{
-    return value<quint16>(data, at);
-}
-
-quint32 biffLong(QByteArrayView data, qsizetype at)
-{
-    return value<quint32>(data, at);
-}
-
 double biffDouble(QByteArrayView data, qsizetype at)
 {
-    return std::bit_cast<double>(value<quint64>(data, at));
+    return std::bit_cast<double>(numberAt<quint64>(data, at));
 }
 
 // The lowest bit divides by 100, the next tells a whole number from the upper part of a double.
 double biffPacked(QByteArrayView data, qsizetype at)
 {
-    const quint32 packed = biffLong(data, at);
+    const quint32 packed = numberAt<quint32>(data, at);
     const double number = (packed & 2U) != 0 ? static_cast<double>(static_cast<qint32>(packed) >> 2)
                                              : std::bit_cast<double>(quint64(packed & ~3U) << 32U);
     return (packed & 1U) != 0 ? number / 100 : number;

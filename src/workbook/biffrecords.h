@@ -85,9 +85,7 @@ private:
     QByteArrayView m_data;
 };
 
-/// A number from the place in a record; a record that is too short is a Failure.
-quint16 biffWord(QByteArrayView data, qsizetype at);
-quint32 biffLong(QByteArrayView data, qsizetype at);
+/// A double from the place in a record; a record that is too short is a Failure.
 double biffDouble(QByteArrayView data, qsizetype at);
 /// A number packed into four bytes.
 double biffPacked(QByteArrayView data, qsizetype at);

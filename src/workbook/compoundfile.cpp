@@ -1,14 +1,10 @@
 #include "workbook/compoundfile.h"
 
-#include "base/failure.h"
-
-#include <QtEndian>
+#include "workbook/damage.h"
 
 #include <algorithm>
 
 namespace kervan {
-
-using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -21,23 +17,10 @@ constexpr qsizetype tableSectorsInHeader = 109;
 
 enum EntryKind : quint8 { StreamEntry = 2, RootEntry = 5 };
 
-[[noreturn]] void failDamaged()
-{
-    throw Failure(u"dosya yarım kalmış ya da bozuk"_s);
-}
-
-template<class Number>
-Number number(QByteArrayView bytes, qsizetype at)
-{
-    if (at < 0 || at + qsizetype(sizeof(Number)) > bytes.size())
-        failDamaged();
-    return qFromLittleEndian<Number>(bytes.data() + at);
-}
-
 void appendNumbers(QList<quint32> &numbers, QByteArrayView bytes)
 {
     for (qsizetype at = 0; at + 4 <= bytes.size(); at += 4)
-        numbers.append(number<quint32>(bytes, at));
+        numbers.append(numberAt<quint32>(bytes, at));
 }
 
 struct Entry
@@ -58,15 +41,15 @@ Entry entry(QByteArrayView directory, quint32 index)
         failDamaged();
     const QByteArrayView bytes = directory.sliced(at, entrySize);
     Entry entry{.name = {},
-                .kind = number<quint8>(bytes, 66),
-                .left = number<quint32>(bytes, 68),
-                .right = number<quint32>(bytes, 72),
-                .child = number<quint32>(bytes, 76),
-                .first = number<quint32>(bytes, 116),
-                .size = number<quint32>(bytes, 120)};
-    const qsizetype nameBytes = std::min<qsizetype>(number<quint16>(bytes, 64), 64);
+                .kind = numberAt<quint8>(bytes, 66),
+                .left = numberAt<quint32>(bytes, 68),
+                .right = numberAt<quint32>(bytes, 72),
+                .child = numberAt<quint32>(bytes, 76),
+                .first = numberAt<quint32>(bytes, 116),
+                .size = numberAt<quint32>(bytes, 120)};
+    const qsizetype nameBytes = std::min<qsizetype>(numberAt<quint16>(bytes, 64), 64);
     for (qsizetype i = 0; i + 2 < nameBytes; i += 2) // the last one closes the name
-        entry.name += QChar(number<quint16>(bytes, i));
+        entry.name += QChar(numberAt<quint16>(bytes, i));
     return entry;
 }
 
@@ -77,12 +60,12 @@ CompoundFile::CompoundFile(QByteArrayView bytes)
 {
     if (!bytes.startsWith(mark))
         failDamaged();
-    m_sectorBits = number<quint16>(bytes, 30);
+    m_sectorBits = numberAt<quint16>(bytes, 30);
     if (m_sectorBits != 9 && m_sectorBits != 12)
         failDamaged();
     readTable();
-    const QByteArray directory = chain(number<quint32>(bytes, 48), -1);
-    appendNumbers(m_smallNext, chain(number<quint32>(bytes, 60), -1));
+    const QByteArray directory = chain(numberAt<quint32>(bytes, 48), -1);
+    appendNumbers(m_smallNext, chain(numberAt<quint32>(bytes, 60), -1));
     readDirectory(directory);
 }
 
@@ -102,7 +85,7 @@ void CompoundFile::readTable()
     appendNumbers(places, m_bytes.sliced(76, std::min(m_bytes.size(), headerSize) - 76));
     places.resize(tableSectorsInHeader, lastSector);
     const qsizetype mostSectors = (m_bytes.size() >> m_sectorBits) + 1;
-    auto list = number<quint32>(m_bytes, 68);
+    auto list = numberAt<quint32>(m_bytes, 68);
     for (qsizetype lists = 0; list < lastSector; ++lists) {
         if (lists > mostSectors)
             failDamaged();

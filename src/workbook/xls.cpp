@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "workbook/biffrecords.h"
 #include "workbook/compoundfile.h"
+#include "workbook/damage.h"
 #include "workbook/sheetbuilder.h"
 #include "workbook/sheetnames.h"
 
@@ -57,7 +58,7 @@ private:
     {
         if ((start.type & 0xFFU) != (BiffRecords::StartOfPart & 0xFFU))
             throw Failure(u"Excel çalışma kitabı değil"_s);
-        if (start.type != BiffRecords::StartOfPart || biffWord(start.data, 0) != version8)
+        if (start.type != BiffRecords::StartOfPart || numberAt<quint16>(start.data, 0) != version8)
             throw Failure(u"Excel 95 ya da daha eski biçimde; Excel'de .xlsx olarak kaydedin"_s);
     }
 
@@ -86,7 +87,7 @@ private:
             break;
         }
         case BiffRecords::CellFormatting:
-            m_cellFormats.append(biffWord(record.data, 2));
+            m_cellFormats.append(numberAt<quint16>(record.data, 2));
             break;
         case BiffRecords::SheetEntry: {
             const auto place = bytes.take<quint32>();
@@ -114,7 +115,7 @@ private:
     {
         const Record start = m_records.next();
         checkStart(start);
-        if (biffWord(start.data, 2) != worksheetPart)
+        if (numberAt<quint16>(start.data, 2) != worksheetPart)
             throw Failure(u"dosya bozuk (çalışma sayfası değil)"_s);
         for (int depth = 1; depth > 0;) {
             const Record record = m_records.next();
@@ -132,7 +133,7 @@ private:
         const QByteArrayView data = record.data;
         switch (record.type) {
         case BiffRecords::SharedText: {
-            const quint32 index = biffLong(data, 6);
+            const quint32 index = numberAt<quint32>(data, 6);
             if (index >= m_texts.size())
                 throw Failure(u"dosya bozuk (metin numarası)"_s);
             m_builder.add(place(data), m_texts[index]);
@@ -146,17 +147,17 @@ private:
             break;
         }
         case BiffRecords::PackedNumber:
-            addNumber(place(data), biffPacked(data, 6), biffWord(data, 4));
+            addNumber(place(data), biffPacked(data, 6), numberAt<quint16>(data, 4));
             break;
         case BiffRecords::ManyNumbers:
             addNumbers(data);
             break;
         case BiffRecords::Number:
-            addNumber(place(data), biffDouble(data, 6), biffWord(data, 4));
+            addNumber(place(data), biffDouble(data, 6), numberAt<quint16>(data, 4));
             break;
         case BiffRecords::TruthOrError:
-            if (biffWord(data, 6) < 0x100) // else an error
-                m_builder.addTruth(place(data), (biffWord(data, 6) & 0xFFU) != 0);
+            if (numberAt<quint16>(data, 6) < 0x100) // else an error
+                m_builder.addTruth(place(data), (numberAt<quint16>(data, 6) & 0xFFU) != 0);
             break;
         case BiffRecords::Formula:
             addResult(data);
@@ -171,7 +172,7 @@ private:
 
     static SheetBuilder::Place place(QByteArrayView data)
     {
-        return {.row = biffWord(data, 0), .column = biffWord(data, 2)};
+        return {.row = numberAt<quint16>(data, 0), .column = numberAt<quint16>(data, 2)};
     }
 
     void addText(SheetBuilder::Place at, const QString &text)
@@ -191,7 +192,7 @@ private:
         constexpr qsizetype bytesEach = 6;
         SheetBuilder::Place at = place(data);
         for (qsizetype i = 4; i + bytesEach + 2 <= data.size(); i += bytesEach, ++at.column)
-            addNumber(at, biffPacked(data, i + 2), biffWord(data, i));
+            addNumber(at, biffPacked(data, i + 2), numberAt<quint16>(data, i));
     }
 
     // A result that is no number is marked by its upper bytes; a text follows in its own record.
@@ -200,10 +201,10 @@ private:
         constexpr quint16 noNumber = 0xFFFF;
         constexpr quint16 truth = 1;
         m_formulaPlace = place(data);
-        if (biffWord(data, 12) != noNumber)
-            addNumber(m_formulaPlace, biffDouble(data, 6), biffWord(data, 4));
-        else if ((biffWord(data, 6) & 0xFFU) == truth)
-            m_builder.addTruth(m_formulaPlace, (biffWord(data, 8) & 0xFFU) != 0);
+        if (numberAt<quint16>(data, 12) != noNumber)
+            addNumber(m_formulaPlace, biffDouble(data, 6), numberAt<quint16>(data, 4));
+        else if ((numberAt<quint16>(data, 6) & 0xFFU) == truth)
+            m_builder.addTruth(m_formulaPlace, (numberAt<quint16>(data, 8) & 0xFFU) != 0);
     }
 
     QByteArray m_stream;

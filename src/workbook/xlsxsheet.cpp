@@ -250,10 +250,10 @@ private:
     void addIsoDate()
     {
         const double serial = isoSerial(QString::fromUtf8(m_value));
-        if (std::isnan(serial))
-            addText();
-        else
+        if (isDay(serial))
             m_builder.addDate(m_place, serial);
+        else
+            addText();
     }
 
     XmlScanner &m_xml;

@@ -1,21 +1,13 @@
 #include "workbook/zippackage.h"
 
 #include "base/failure.h"
+#include "workbook/damage.h"
 
 #include <zip.h>
 
 namespace kervan {
 
 using namespace Qt::StringLiterals;
-
-namespace {
-
-[[noreturn]] void failDamaged()
-{
-    throw Failure(u"dosya yarım kalmış ya da bozuk"_s);
-}
-
-} // namespace
 
 void ZipPackage::Discard::operator()(zip *archive) const
 {
@@ -71,7 +63,7 @@ qsizetype ZipPackage::Part::read(char *to, qsizetype most)
     if (got < 0)
         failDamaged();
     m_unpacked += got;
-    if (m_unpacked > mostUnpacked ||
+    if (m_unpacked > m_most ||
         (m_unpacked > ratioMattersFrom && m_unpacked / highestRatio > m_packed))
         throw Failure(u"açılmış boyutu sınırı aşıyor"_s);
     return static_cast<qsizetype>(got);

@@ -9,13 +9,15 @@ using namespace kervan;
 
 namespace {
 
-// Knows the barcodes that begin with 869; their stock code is their end.
+// Knows the barcodes that begin with 869: their stock code is what stands behind it.
 SqlRows answered(const QString &statement)
 {
     const QString barcode = statement.section(u'\'', 1, 1);
     if (!barcode.startsWith(u"869"_s))
         return {{u"ITEMKOD"_s, u"BIRIMKOD"_s}, {}};
-    return {{u"ITEMKOD"_s, u"BIRIMKOD"_s}, {{barcode.sliced(3), u"KOLİ"_s}, {u"?"_s, u"?"_s}}};
+    const QString code = barcode.sliced(3);
+    const QString unit = code == u"BIRIMSIZ" ? QString() : u"KOLİ"_s;
+    return {{u"ITEMKOD"_s, u"BIRIMKOD"_s}, {{code, unit}, {u"?"_s, u"?"_s}}};
 }
 
 class Desk
@@ -57,7 +59,7 @@ private Q_SLOTS:
         QCOMPARE(desk.t.sqlServer.statements.size(), 10); // two a line
         QVERIFY(desk.t.sqlServer.statements[9].endsWith(u"where BAR.BARCODE='869KISA'"_s));
 
-        desk.screen.Text1.setText(u"SYM000007"_s);
+        desk.screen.fisno.setText(u"SYM000007"_s);
         desk.t.dialogs.answers = {std::nullopt, desk.t.path(u"sayim"_s)};
         desk.screen.xmlkaydet(); // cancelled
         desk.t.boxes.expectDone();
@@ -84,6 +86,19 @@ private Q_SLOTS:
         desk.t.boxes.expectDone(); // said in any case; what failed stands in the window
         desk.screen.kaydet(desk.t.path(u"yok/bos.xml"_s));
         QVERIFY(desk.screen.bilgi.text().contains(u"bos.xml"_s));
+    }
+
+    void theStockCodeAloneDecidesWhichRowsAreWritten()
+    {
+        Desk desk;
+        desk.open("869BIRIMSIZ\r\n869\r\n869A\r\n");
+        QCOMPARE(column(desk.screen.l1, Sayimform::StokKodu), u"BIRIMSIZ,,A"_s);
+        QCOMPARE(column(desk.screen.l1, Sayimform::Birim), u",KOLİ,KOLİ"_s);
+        desk.t.boxes.expectDone();
+        desk.screen.kaydet(desk.t.path(u"sayim.xml"_s));
+        const QByteArray slip = readBytes(desk.t.path(u"sayim.xml"_s));
+        QCOMPARE(slip.count("<TRANSACTION>"), 2);
+        QVERIFY(slip.contains("<UNIT_CODE></UNIT_CODE>"));
     }
 
     void tenThousandLinesOfWhichHalfAreUnknownKeepTheirPlaces()

@@ -3,12 +3,14 @@
 #include "base/failure.h"
 
 #include <QDir>
+#include <QFile>
 #include <QString>
 #include <QStringList>
 
 #ifdef Q_OS_UNIX
 #include <csignal>
 #include <sys/resource.h>
+#include <sys/stat.h>
 #endif
 
 namespace kervan {
@@ -39,6 +41,17 @@ inline QString contentOf(const QString &folder)
 {
     const auto all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
     return QDir(folder).entryList(all, QDir::Name).join(u'|');
+}
+
+/// Puts something at the path that exists and that nobody can open, not even the system's own user:
+/// the node of a socket. False where the system has none.
+inline bool makeUnreadable(const QString &path)
+{
+#ifdef Q_OS_UNIX
+    return mknod(QFile::encodeName(path).constData(), S_IFSOCK | S_IRUSR | S_IWUSR, 0) == 0;
+#else
+    return false;
+#endif
 }
 
 /// Carries out the step while no file of this process can grow beyond so many bytes: what a write

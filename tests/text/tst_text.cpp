@@ -7,92 +7,139 @@
 
 using namespace kervan;
 
-namespace {
-
-// Every number of the list under the mask.
-QString under(Mask mask, const QString &numbers)
-{
-    QStringList texts;
-    for (const QString &number : numbers.split(u' '))
-        texts << masked(number, mask);
-    return texts.join(u' ');
-}
-
-template<class... Number>
-QString spelled(Number... numbers)
-{
-    return QStringList{toText(numbers)...}.join(u' ');
-}
-
-} // namespace
-
 class TestText : public QObject
 {
     Q_OBJECT
 
 private Q_SLOTS:
+    void everyMaskSpellsItsDigits_data()
+    {
+        QTest::addColumn<Mask>("mask");
+        QTest::addColumn<QString>("many");     // 1234,5678
+        QTest::addColumn<QString>("negative"); // -1234,5678
+        QTest::addColumn<QString>("half");     // 0,5
+        QTest::addColumn<QString>("zero");
+        const auto add = [](const char *name, Mask mask, const QStringList &spelled) {
+            QTestData &row = QTest::newRow(name) << mask;
+            for (const QString &text : spelled)
+                row << text;
+        };
+        add("#.00", "#.00"_mask, {u"1234,57"_s, u"-1234,57"_s, u",50"_s, u",00"_s});
+        add("#.0000", "#.0000"_mask, {u"1234,5678"_s, u"-1234,5678"_s, u",5000"_s, u",0000"_s});
+        add("#0.0000", "#0.0000"_mask, {u"1234,5678"_s, u"-1234,5678"_s, u"0,5000"_s, u"0,0000"_s});
+        add("#0.000000", "#0.000000"_mask,
+            {u"1234,567800"_s, u"-1234,567800"_s, u"0,500000"_s, u"0,000000"_s});
+        add("##0.00", "##0.00"_mask, {u"1234,57"_s, u"-1234,57"_s, u"0,50"_s, u"0,00"_s});
+        add("#,###.00", "#,###.00"_mask, {u"1.234,57"_s, u"-1.234,57"_s, u",50"_s, u",00"_s});
+        add("#,##0.00", "#,##0.00"_mask, {u"1.234,57"_s, u"-1.234,57"_s, u"0,50"_s, u"0,00"_s});
+        add("00", "00"_mask, {u"1235"_s, u"-1235"_s, u"01"_s, u"00"_s});
+        add("000000", "000000"_mask, {u"001235"_s, u"-001235"_s, u"000001"_s, u"000000"_s});
+    }
     void everyMaskSpellsItsDigits()
     {
-        const std::pair<Mask, QString> cases[] = {
-            {"#.00"_mask, u"1234,57 -1234,57 ,50 ,00"_s},
-            {"#.0000"_mask, u"1234,5678 -1234,5678 ,5000 ,0000"_s},
-            {"#0.0000"_mask, u"1234,5678 -1234,5678 0,5000 0,0000"_s},
-            {"#0.000000"_mask, u"1234,567800 -1234,567800 0,500000 0,000000"_s},
-            {"##0.00"_mask, u"1234,57 -1234,57 0,50 0,00"_s},
-            {"#,###.00"_mask, u"1.234,57 -1.234,57 ,50 ,00"_s},
-            {"#,##0.00"_mask, u"1.234,57 -1.234,57 0,50 0,00"_s},
-            {"00"_mask, u"1235 -1235 01 00"_s},
-            {"000000"_mask, u"001235 -001235 000001 000000"_s},
-        };
-        for (const auto &[mask, expected] : cases)
-            QCOMPARE(under(mask, u"1234,5678 -1234,5678 0,5 0"_s), expected);
+        QFETCH(Mask, mask);
+        QTEST(masked(u"1234,5678"_s, mask), "many");
+        QTEST(masked(u"-1234,5678"_s, mask), "negative");
+        QTEST(masked(u"0,5"_s, mask), "half");
+        QTEST(masked(u"0"_s, mask), "zero");
     }
 
-    void halvesAreRoundedAwayFromZero()
+    void aMaskedNumberIsRoundedHalfAwayFromZero_data()
     {
-        // The first two are below the half in binary; the 16th digit makes another half.
-        QCOMPARE(under("##0.00"_mask, u"1,005 2,675 -2,675 0,125 1,00499999999999 0,995"_s),
-                 u"1,01 2,68 -2,68 0,13 1,00 1,00"_s);
-        QCOMPARE(under("##0.00"_mask, u"1,0049999999999999 0,005 0,0049"_s), u"1,01 0,01 0,00"_s);
-        QCOMPARE(
-            under("#.00"_mask, u"0,285 0,0000006 1.234.567,8 123456789012345678 -0,004 yok "_s),
-            u",29 ,00 1234567,80 123456789012346000,00 ,00 yok "_s);
-        QCOMPARE(under("#.0000"_mask, u"0,99995 0,00005"_s), u"1,0000 ,0001"_s);
-        QCOMPARE(under("#,##0.00"_mask, u"999,995 1234567,891 100000000000000000000"_s),
-                 u"1.000,00 1.234.567,89 100.000.000.000.000.000.000,00"_s);
-        QCOMPARE(under("#,###.00"_mask, u"999999,995 -999,99"_s), u"1.000.000,00 -999,99"_s);
-        QCOMPARE(under("00"_mask, u"9,5"_s) + masked(u" 12,5 "_s, "#.00"_mask), u"1012,50"_s);
-        // Single precision has seven digits.
-        QCOMPARE(masked(1234567.89F, "#,##0.00"_mask), u"1.234.568,00"_s);
-        QCOMPARE(masked(123456.785F, "#.00"_mask), u"123456,80"_s);
-        QCOMPARE(masked(1.005F, "##0.00"_mask), u"1,01"_s);
-        QCOMPARE(masked(-0.5F, "#.0000"_mask), u"-,5000"_s);
+        QTest::addColumn<QString>("spelled");
+        QTest::addColumn<QString>("expected");
+        const auto add = [](const char *name, const auto &number, Mask mask, const QString &text) {
+            QTest::newRow(name) << masked(number, mask) << text;
+        };
+        add("a half that lies below it in binary", u"1,005"_s, "##0.00"_mask, u"1,01"_s);
+        add("another one", u"2,675"_s, "##0.00"_mask, u"2,68"_s);
+        add("a negative half", u"-2,675"_s, "##0.00"_mask, u"-2,68"_s);
+        add("a half in binary, too", u"0,125"_s, "##0.00"_mask, u"0,13"_s);
+        add("15 digits below a half", u"1,00499999999999"_s, "##0.00"_mask, u"1,00"_s);
+        add("17 digits count as 15", u"1,0049999999999999"_s, "##0.00"_mask, u"1,01"_s);
+        add("no digit left but the half", u"0,005"_s, "##0.00"_mask, u"0,01"_s);
+        add("less than that", u"0,0049"_s, "##0.00"_mask, u"0,00"_s);
+        add("less by a place", u"0,0006"_s, "##0.00"_mask, u"0,00"_s);
+        add("nothing left of a negative one", u"-0,004"_s, "#.00"_mask, u",00"_s);
+        add("a carry into the whole part", u"0,99995"_s, "#.0000"_mask, u"1,0000"_s);
+        add("a carry into a new group", u"999999,995"_s, "#,###.00"_mask, u"1.000.000,00"_s);
+        add("a carry into a second digit", u"9,5"_s, "00"_mask, u"10"_s);
+        add("three digits and a sign", u"-999,99"_s, "#,###.00"_mask, u"-999,99"_s);
+        add("group marks and blanks in the text", u" 1.234.567,8 "_s, "#.00"_mask, u"1234567,80"_s);
+        add("18 digits", u"123456789012345678"_s, "#.00"_mask, u"123456789012346000,00"_s);
+        add("21 digits in groups", u"100000000000000000000"_s, "#,##0.00"_mask,
+            u"100.000.000.000.000.000.000,00"_s);
+        add("no number", u"yok "_s, "#.00"_mask, u"yok "_s);
+        add("a single has 7 digits", 1234567.89F, "#,##0.00"_mask, u"1.234.568,00"_s);
+        add("a single below a half", 123456.785F, "#.00"_mask, u"123456,80"_s);
+        add("a single half", 1.005F, "##0.00"_mask, u"1,01"_s);
+        add("a double", -0.5, "#.0000"_mask, u"-,5000"_s);
+    }
+    void aMaskedNumberIsRoundedHalfAwayFromZero()
+    {
+        QFETCH(QString, spelled);
+        QTEST(spelled, "expected");
     }
 
+    void withoutMaskANumberIsShortAndHasNoExponent_data()
+    {
+        QTest::addColumn<QString>("spelled");
+        QTest::addColumn<QString>("expected");
+        QTest::newRow("whole") << toText(100.0) << u"100"_s;
+        QTest::newRow("with decimals") << toText(-1234.5) << u"-1234,5"_s;
+        QTest::newRow("below 1") << toText(0.25) << u"0,25"_s;
+        QTest::newRow("zero without a sign") << toText(-0.0) << u"0"_s;
+        QTest::newRow("small") << toText(1e-7) << u"0,0000001"_s;
+        QTest::newRow("large") << toText(1e20) << u"100000000000000000000"_s;
+        QTest::newRow("the 16th digit is lost") << toText(0.1 + 0.2) << u"0,3"_s;
+        QTest::newRow("15 digits") << toText(2.0 / 3) << u"0,666666666666667"_s;
+        QTest::newRow("18 digits") << toText(123456789012345678.0) << u"123456789012346000"_s;
+        QTest::newRow("the 8th digit of a single is lost") << toText(0.1F * 3) << u"0,3"_s;
+        QTest::newRow("7 digits of a single") << toText(1.0F / 3) << u"0,3333333"_s;
+        QTest::newRow("8 digits of a single") << toText(16777216.F) << u"16777220"_s;
+        QTest::newRow("small single") << toText(1e-7F) << u"0,0000001"_s;
+        QTest::newRow("large single") << toText(1e20F) << u"100000000000000000000"_s;
+    }
     void withoutMaskANumberIsShortAndHasNoExponent()
     {
-        QCOMPARE(spelled(100.0, 0.25, -1234.5, 0.0, -0.0, 1e-7, 1e20, 0.1 + 0.2),
-                 u"100 0,25 -1234,5 0 0 0,0000001 100000000000000000000 0,3"_s);
-        QCOMPARE(spelled(1.0 / 3, 2.0 / 3, 123456789012345678.0),
-                 u"0,333333333333333 0,666666666666667 123456789012346000"_s);
-        QCOMPARE(spelled(0.1F * 3, 1.0F / 3, 1234567.89F, 16777216.F, 1e-7F, 1e20F),
-                 u"0,3 0,3333333 1234568 16777220 0,0000001 100000000000000000000"_s);
+        QFETCH(QString, spelled);
+        QTEST(spelled, "expected");
     }
 
-    void aTextIsANumberUnderTheTurkishMarksAlone()
+    void aTextIsANumberUnderTheTurkishMarks_data()
     {
-        const auto read = [](auto... texts) {
-            return spelled(toNumber(texts)...);
-        };
-        QCOMPARE(read(u"1234", u"1234,56", u"1.234.567,8", u"12.50", u",5", u",00", u"-,5", u"+7"),
-                 u"1234 1234,56 1234567,8 1250 0,5 0 -0,5 7"_s);
-        QCOMPARE(read(u"000012,3400", u"  -12,5  ", u"100000000000000000000"),
-                 u"12,34 -12,5 100000000000000000000"_s);
-        QStringList bad =
-            u"|   |abc|12a|a12|1,2,3|1 234|--5|+-5|-|,|.|.5|1,5.0|1e5|0x10|nan|inf|&H10|12%|1;2|٣|½"_s
-                .split(u'|');
-        for (const QString &text : bad << QString(100000, u'x'))
-            QVERIFY2(!failureOf([&] { toNumber(text); }).isEmpty(), qPrintable(text.left(10)));
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<double>("number");
+        QTest::newRow("whole") << u"1234"_s << 1234.0;
+        QTest::newRow("decimals") << u"000012,3400"_s << 12.34;
+        QTest::newRow("groups") << u"1.234.567,8"_s << 1234567.8;
+        QTest::newRow("a point is a group mark") << u"12.50"_s << 1250.0;
+        QTest::newRow("decimals alone") << u",5"_s << 0.5;
+        QTest::newRow("zeros alone") << u",00"_s << 0.0;
+        QTest::newRow("minus") << u"-,5"_s << -0.5;
+        QTest::newRow("plus") << u"+7"_s << 7.0;
+        QTest::newRow("blanks around") << u"  -12,5  "_s << -12.5;
+        QTest::newRow("21 digits") << u"100000000000000000000"_s << 1e20;
+    }
+    void aTextIsANumberUnderTheTurkishMarks()
+    {
+        QFETCH(QString, text);
+        QTEST(toNumber(text), "number");
+    }
+
+    void aTextThatIsNoNumberIsAFailure_data()
+    {
+        QTest::addColumn<QString>("text");
+        for (const char *text :
+             {"",   "   ",   "abc", "12a",  "a12", "1,2,3", "1 234", "--5", "+-5", "-", ",", ".",
+              ".5", "1,5.0", "1e5", "0x10", "nan", "inf",   "&H10",  "12%", "1;2", "٣", "½"})
+            QTest::addRow("\"%s\"", text) << QString::fromUtf8(text);
+        QTest::newRow("very long") << QString(100000, u'x');
+    }
+    void aTextThatIsNoNumberIsAFailure()
+    {
+        QFETCH(QString, text);
+        QVERIFY_THROWS_EXCEPTION(Failure, toNumber(text));
     }
 
     void arithmeticThatHasNoResultIsAFailure()
@@ -105,29 +152,61 @@ private Q_SLOTS:
         QCOMPARE(divided(1, -4), -0.25);
     }
 
-    void datesAreTurnedByPositionAndReadInTheDisplaySpellingAlone()
+    void aDateIsTurnedByPositionWhateverItHolds_data()
+    {
+        QTest::addColumn<QString>("fileDate");
+        QTest::addColumn<QString>("shown");
+        QTest::newRow("a date") << u"20240307"_s << u"07.03.2024"_s;
+        QTest::newRow("a digit short") << u"2024117"_s << u"7.11.2024"_s;
+        QTest::newRow("year and a digit") << u"20241"_s << u".1.2024"_s;
+        QTest::newRow("half a year") << u"20"_s << u"..20"_s;
+        QTest::newRow("nothing") << QString() << u".."_s;
+        QTest::newRow("letters, and more of them") << u"abcdefghij"_s << u"gh.ef.abcd"_s;
+    }
+    void aDateIsTurnedByPositionWhateverItHolds()
+    {
+        QFETCH(QString, fileDate);
+        QTEST(tarihcevir(fileDate), "shown");
+    }
+
+    void aShownDateIsReadAndAnythingElseIsAFailure_data()
+    {
+        QTest::addColumn<QString>("text");
+        QTest::addColumn<QDate>("date"); // none: a failure
+        QTest::newRow("two digits each") << u"07.03.2024"_s << QDate(2024, 3, 7);
+        QTest::newRow("one digit and blanks") << u" 7-3-2024 "_s << QDate(2024, 3, 7);
+        QTest::newRow("the last short year of this century") << u"7/3/29"_s << QDate(2029, 3, 7);
+        QTest::newRow("the first one of the last") << u"7/3/30"_s << QDate(1930, 3, 7);
+        QTest::newRow("a year of one digit") << u"7/3/4"_s << QDate(2004, 3, 7);
+        QTest::newRow("a year of three digits") << u"7/3/204"_s << QDate(204, 3, 7);
+        for (const char *text : {"", "..", "31.02.2024", "20240307", "07.03", "03.2024",
+                                 "07.13.2024", "bugün", "07.03.2024x"})
+            QTest::addRow("\"%s\"", text) << QString::fromUtf8(text) << QDate();
+    }
+    void aShownDateIsReadAndAnythingElseIsAFailure()
+    {
+        QFETCH(QString, text);
+        QDate date;
+        const auto failed = passOver([&] { date = toDate(text); });
+        QTEST(date, "date");
+        QCOMPARE(failed.has_value(), date.isNull());
+    }
+
+    void keysAndTheSystemDateAreSpelled()
     {
         QCOMPARE(tarihanahtari(u"2024"_s, u"3"_s, u"7"_s), u"20240307"_s);
         QCOMPARE(tarihanahtari(u"24"_s, u"11"_s, u"30"_s), u"241130"_s);
-        QCOMPARE(tarihcevir(u"20240307") + u' ' + tarihcevir(u"2024117"),
-                 u"07.03.2024 7.11.2024"_s);
-        QCOMPARE(tarihcevir(u"") + u' ' + tarihcevir(u"20") + u' ' + tarihcevir(u"20241"),
-                 u".. ..20 .1.2024"_s);
-        QCOMPARE(tarihcevir(u"abcdefghij"), u"gh.ef.abcd"_s);
-        for (const char16_t *text : {u"07.03.2024", u" 7.3.2024 ", u"7/3/24"})
-            QCOMPARE(toDate(text), QDate(2024, 3, 7));
-        for (const char16_t *text : {u"", u"..", u"31.02.2024", u"20240307", u"07.03", u"03.2024",
-                                     u"07.13.2024", u"bugün", u"07.03.2024x"})
-            QVERIFY2(!failureOf([&] { toDate(text); }).isEmpty(),
-                     qPrintable(QString::fromUtf16(text)));
         QCOMPARE(systemDate(QDate(2024, 3, 7)), u"07.03.2024"_s);
     }
 
     void textsLoseTheirMarksAndBlanksAndAreCutByColumn()
     {
-        QCOMPARE(tutarnoktasil(u"1.234.567,8 12.50 ,50 1,2,3"_s), u"1234567.8 1250 .50 1.2.3"_s);
-        QCOMPARE(sonbosluksil(u"  a b  ") + sonbosluksil(u"   "), u"  a b"_s);
-        QCOMPARE(sonbosluksil(u"a\t ") + sonbosluksil(u"b\u00A0"), u"a\tb\u00A0"_s);
+        QCOMPARE(tutarnoktasil(u"1.234.567,8"_s), u"1234567.8"_s);
+        QCOMPARE(tutarnoktasil(u"12.50"_s), u"1250"_s); // loses the point that it has already
+        QCOMPARE(sonbosluksil(u"  a b  "), u"  a b"_s);
+        QCOMPARE(sonbosluksil(u"   "), QString());
+        QCOMPARE(sonbosluksil(u"a\t "), u"a\t"_s);
+        QCOMPARE(sonbosluksil(u"b\u00A0"), u"b\u00A0"_s);
         QCOMPARE(trimmedBlanks(u" \ta b  "), u"\ta b");
         QCOMPARE(cut(u"abcdef", 1, 2), u"ab");
         QCOMPARE(cut(u"abcdef", 5, 4), u"ef");
@@ -141,19 +220,19 @@ private Q_SLOTS:
         const QString text =
             u"[ID]\r\nid=41\r\n; id2=4\r\n\r\n [carino] \r\n 120.01 = 5 \r\n"
             "120.02=\" Şube = 2 \"\r\n120.03='tek'\r\n120.04=\"yarım\r\n120.05=\r\n"_s;
-        const auto read = [&](const QString &section, const QString &keys) {
-            QString values;
-            for (const QString &key : keys.split(u' '))
-                values += u'|' + inioku(section, key, path);
-            return values;
-        };
         for (const QByteArray &bytes : {toCodePage(text), "\xEF\xBB\xBF" + text.toUtf8(),
                                         toCodePage(text).replace("\r\n", "\n")}) {
             writeBytes(path, bytes);
-            QCOMPARE(read(u"id"_s, u"ID id id2 120.01"_s), u"|41|41||"_s);
-            QCOMPARE(read(u"carino"_s, u"120.01 120.02 120.03 120.04 120.05 120 id"_s),
-                     u"|5| Şube = 2 |tek|\"yarım|||"_s);
-            QCOMPARE(read(u"cari"_s, u"id"_s), u"|"_s);
+            QCOMPARE(inioku(u"id"_s, u"ID"_s, path), u"41"_s);
+            QCOMPARE(inioku(u"id"_s, u"id2"_s, path), QString()); // a remark
+            QCOMPARE(inioku(u"id"_s, u"120.01"_s, path), QString());
+            QCOMPARE(inioku(u"carino"_s, u"120.01"_s, path), u"5"_s);
+            QCOMPARE(inioku(u"carino"_s, u"120.02"_s, path), u" Şube = 2 "_s);
+            QCOMPARE(inioku(u"carino"_s, u"120.03"_s, path), u"tek"_s);
+            QCOMPARE(inioku(u"carino"_s, u"120.04"_s, path), u"\"yarım"_s);
+            QCOMPARE(inioku(u"carino"_s, u"120.05"_s, path), QString());
+            QCOMPARE(inioku(u"carino"_s, u"120"_s, path), QString());
+            QCOMPARE(inioku(u"cari"_s, u"id"_s, path), QString());
         }
     }
 
@@ -185,6 +264,16 @@ private Q_SLOTS:
             QSKIP("no way to fill a disk here");
         QCOMPARE(readBytes(path), QByteArray("[id]\r\nid=41\r\n"));
         QCOMPARE(contentOf(folder.path()), u"cariref.kvz"_s);
+    }
+
+    void aFileThatCannotBeReadIsNotReplaced()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"cariref.kvz"_s);
+        if (!makeUnreadable(path))
+            QSKIP("no way to make an unreadable file here");
+        QCOMPARE(iniyaz(u"id"_s, u"id"_s, u"1"_s, path), 0);
+        QVERIFY(!QFileInfo(path).isFile());
     }
 };
 

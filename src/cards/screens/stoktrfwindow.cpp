@@ -69,12 +69,12 @@ QWidget *StoktrfWindow::choices()
         grid->addWidget(field, row, column + 1);
         grid->setColumnStretch(column + 1, 1);
     };
-    for (std::size_t i = 0; i < m_stoktrf.c.size(); ++i) {
+    for (std::size_t i = 0; i < m_stoktrf.ozelKodlar.size(); ++i) {
         auto *list = new QComboBox;
         list->setObjectName(u"c%1"_s.arg(i + 1));
         list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
         list->setMinimumContentsLength(14);
-        bind(list, m_stoktrf.c[i]);
+        bind(list, m_stoktrf.ozelKodlar[i]);
         put(i == 0 ? u"Özel Kod"_s : u"Özel Kod %1"_s.arg(i + 1), list);
     }
     auto *unitSet = new QLineEdit;

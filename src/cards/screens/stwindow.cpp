@@ -40,7 +40,7 @@ QWidget *StWindow::commands()
     row->setContentsMargins(0, 0, 0, 0);
     auto *open = commandButton(this, u"chameleonButton5"_s, u"Manual Aç"_s, u"open"_s, u"Ctrl+O"_s);
     connect(open, &QAbstractButton::clicked, this, [this] { m_st.manualac(); });
-    auto *automatic = new QPushButton(u"Otomatik Aç"_s); // without an action, as it is meant
+    auto *automatic = new QPushButton(u"Otomatik Aç"_s);
     automatic->setObjectName(u"chameleonButton2"_s);
     automatic->setToolTip(u"Bu düğmenin bir işlevi yoktur"_s);
     auto *save = commandButton(this, u"chameleonButton1"_s, u"Logo Xml Manual Kaydet"_s, u"save"_s,
@@ -72,17 +72,17 @@ QWidget *StWindow::choices()
         row->addWidget(list, 1);
         return list;
     };
-    connect(add(u"c1"_s, u"Kdv Oranı:"_s, m_st.c1), &QComboBox::activated, this,
-            [this] { m_st.c1sec(); });
-    connect(add(u"c2"_s, u"Birim Seti:"_s, m_st.c2), &QComboBox::activated, this,
-            [this] { m_st.c2sec(); });
-    add(u"c3"_s, u"Statü Seçimi:"_s, m_st.c3);
+    connect(add(u"c1"_s, u"Kdv Oranı:"_s, m_st.kdvOrani), &QComboBox::activated, this,
+            [this] { m_st.kdvoranisec(); });
+    connect(add(u"c2"_s, u"Birim Seti:"_s, m_st.birimSeti), &QComboBox::activated, this,
+            [this] { m_st.birimsetisec(); });
+    add(u"c3"_s, u"Statü Seçimi:"_s, m_st.statu);
     auto *count = new QLineEdit;
     count->setObjectName(u"Text1"_s);
     count->setReadOnly(true);
     count->setMaximumWidth(90);
     count->setAlignment(Qt::AlignRight);
-    bind(count, m_st.Text1);
+    bind(count, m_st.kayitSayisi);
     row->addWidget(labelFor(count, u"Kayıt Sayısı:"_s));
     row->addWidget(count);
     return bar;

@@ -44,11 +44,10 @@ QWidget *SayimWindow::commands()
     auto *number = new QLineEdit;
     number->setObjectName(u"Text1"_s);
     number->setMaximumWidth(200);
-    bind(number, m_sayimform.Text1);
+    bind(number, m_sayimform.fisno);
     auto *save =
         commandButton(this, u"chameleonButton1"_s, u"Logo Xml Kaydet"_s, u"save"_s, u"Ctrl+S"_s);
     connect(save, &QAbstractButton::clicked, this, [this] { m_sayimform.xmlkaydet(); });
-    // Stands here without an action of its own.
     auto *updating = new QPushButton(u"Logo Güncelleme için Xml  Kaydet"_s);
     updating->setObjectName(u"chameleonButton2"_s);
     updating->setToolTip(u"Bu düğmenin bir işlevi yoktur"_s);
