@@ -23,7 +23,7 @@ inline void press(SlipScreen &screen, const QString &control)
 {
     for (const SlipCommand &command : screen.form().commands) {
         if (command.name == control)
-            return command.run(screen);
+            return screen.run(command);
     }
     QFAIL(qPrintable(u"no command "_s + control));
 }
@@ -55,7 +55,7 @@ struct SlipDesk
     /// Writes a workbook for the screen's sheet and reads it.
     void readBook(const QString &name, const QString &lines)
     {
-        writeWorkbook(t.path(name), s.Text1.text(), bookRows(lines));
+        writeWorkbook(t.path(name), s.sayfaAdi.text(), bookRows(lines));
         read(t.path(name));
     }
     /// Ticks all rows and saves; the document.

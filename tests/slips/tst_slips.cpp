@@ -38,7 +38,7 @@ private Q_SLOTS:
         if (source.endsWith(u".txt"))
             writeBytes(source, readBytes(given.path(u"source.txt"_s)));
         else
-            writeWorkbook(source, s.Text1.text(), bookRows(given.text(u"source.txt"_s)));
+            writeWorkbook(source, s.sayfaAdi.text(), bookRows(given.text(u"source.txt"_s)));
         t.dialogs.answers = {source};
         press(s, given[u"oku"_s]);
         const QStringList ticked = given.list(u"isaret"_s);
@@ -220,7 +220,7 @@ private Q_SLOTS:
             QVERIFY(d.s.bilgi.text().contains(u"Başka"));
             const bool goesOn = form == &cafis2 || form == &cafis3;
             QCOMPARE(d.s.hareketSayisi.text(), goesOn ? u"0"_s : u"7"_s);
-            d.s.Text1.setText(u"Başka"_s);
+            d.s.sayfaAdi.setText(u"Başka"_s);
             d.read(d.t.path(u"yok.xlsx"_s));
             QVERIFY(d.s.bilgi.text().contains(u"yok.xlsx"));
             d.read(d.t.path(u"a.xlsx"_s));
@@ -357,16 +357,16 @@ private Q_SLOTS:
             SlipDesk d(slipForm(it.key()));
             const bool duzey = it.key() == u"carifisduzey";
             d.s.load();
-            QCOMPARE(d.s.Text1.text(), duzey ? u"Sheet1"_s : u"Sayfa1"_s);
+            QCOMPARE(d.s.sayfaAdi.text(), duzey ? u"Sheet1"_s : u"Sayfa1"_s);
             QVERIFY(d.s.sayfaKaydedilir.isChecked()); // there is no file
-            d.s.Text1.setText(u"Ocak, Şubat"_s);
+            d.s.sayfaAdi.setText(u"Ocak, Şubat"_s);
             d.s.sayfaadikaydet();
             QCOMPARE(d.bytes(it.value()), toCodePage(u"Ocak, Şubat\r\n"));
             QCOMPARE(d.s.sayfaKaydedilir.isChecked(), duzey);
             d.s.load();
-            QCOMPARE(d.s.Text1.text(), u"Ocak"_s); // a comma ends the value
+            QCOMPARE(d.s.sayfaAdi.text(), u"Ocak"_s); // a comma ends the value
             QCOMPARE(d.s.sayfaKaydedilir.isChecked(), duzey);
-            d.s.Text1.setText(u"Mart"_s);
+            d.s.sayfaAdi.setText(u"Mart"_s);
             QVERIFY(d.s.sayfaKaydedilir.isChecked());
             QVERIFY(QFile::remove(d.t.path(it.value())));
             QVERIFY(QDir().mkdir(d.t.path(it.value()))); // a folder can't be written as a file
