@@ -62,10 +62,10 @@ struct SlipDesk
         press(u"chameleonButton5"_s);
     }
     /// Writes a workbook for the screen's sheet and reads it.
-    void readBook(const QString &name, const QString &lines)
+    void readBook(const QString &name, const QString &lines, const QString &control = u"buton1"_s)
     {
         writeWorkbook(t.path(name), s.sayfaAdi.text(), bookRows(lines));
-        read(t.path(name));
+        read(t.path(name), control);
     }
     /// Ticks all rows and saves; the document.
     QByteArray save(const QString &control)

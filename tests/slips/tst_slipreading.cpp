@@ -19,6 +19,7 @@ private Q_SLOTS:
         const auto filled = [](char16_t letter, int length) {
             return QString(length, QChar(letter));
         };
+        d.s.tumHareketler.setChecked(true);
         d.readText(ruled(u"20", 3, filled(u'a', 10), 13, u"C", 14, u"-1", 16, filled(u'b', 10), 26,
                          filled(u'c', 10), 36, u"d", 37, u"1 2 3 4 5 6 7 8 9 ", 55,
                          filled(u'Ş', 60), 115, filled(u'f', 18), 133, filled(u'g', 40), 173,
@@ -26,6 +27,7 @@ private Q_SLOTS:
                          filled(u'k', 10), 213, filled(u'l', 4), 217, filled(u'm', 10), 227, u"x") +
                    "40x  \r\n\r\n");
         QCOMPARE(d.t.dialogs.asked.last().filter, u"Text Dosyaları (txt)|*.txt"_s);
+        QVERIFY(!d.s.tumHareketler.isChecked());
         QCOMPARE(d.s.l1.rows(), 3); // the empty line is a row
         QCOMPARE(d.s.hareketSayisi.text(), u"3"_s);
         const QStringList lines = textOf(d.s.l1).split(u'\n');
@@ -81,6 +83,35 @@ private Q_SLOTS:
         }
     }
 
+    void aDuzeySheetIsReadTrimmed_data()
+    {
+        for (const char *name : {"open", "lines", "movement", "save"})
+            QTest::addColumn<QString>(name);
+        QTest::newRow("cash") << u"buton1"_s
+                              << u"T|K|Ü|A|S||T\n 5.3.2021 9:30 | 1,2 | GÜL | AÇ | 7 || 1,234.5 "_s
+                              << u"1|5.3.2021 9:30|12|GÜL|1.234,5000|KN000001|100|102|P7|AÇ"_s
+                              << u"buton2"_s;
+        QTest::newRow("cards")
+            << u"lvButtons_H3"_s
+            << u"X|S|A|K|Ü|T||T\n| 7 | AÇ | 1,2 | GÜL | 5.3.2021 9:30 || 1,234.5 "_s
+            << u"1|5.3.2021 9:30|12|GÜL|1.234,5000|KK000001|100|102|P7|AÇ"_s << u"lvButtons_H2"_s;
+    }
+    void aDuzeySheetIsReadTrimmed()
+    {
+        QFETCH(QString, open);
+        QFETCH(QString, lines);
+        QFETCH(QString, save);
+        SlipDesk d(carifisduzey());
+        d.t.fill({u"insert into per values (Null,'P7','7')"_s});
+        writeBytes(d.t.path(u"kasa.kvz"_s), "100\r\n");
+        writeBytes(d.t.path(u"bank.kvz"_s), "102\r\n");
+        d.s.load();
+        d.readBook(u"a.xlsx"_s, lines, open);
+        QTEST(textOf(d.s.l1), "movement");
+        d.t.boxes.expectDone();
+        QVERIFY(d.save(save).contains("<DATE>05.03.2021</DATE>")); // the time is left out
+    }
+
     void anAmountThatIsNoNumberEndsOneReadAndIsPassedOverByTheOther()
     {
         SlipDesk ends(cafis());
@@ -94,11 +125,11 @@ private Q_SLOTS:
         goesOn.readBook(
             u"POSANALIZ_20210315.xlsx"_s,
             u"K||C|||||T|TÜR\nK||C|||||1|HHSATIS\nK||C|||||x|HHSATIS\nK||C|||||2|HHSATIS\n"
-            "K||C|||||9|hhsatis\nk||C|||||#0.5|HHSATIS\nk||C|||||#0.25|HHSATIS"_s);
-        QCOMPARE(goesOn.s.l1.rows(), 5);
+            "K||C|||||9|hhsatis\nk||C|||||#0.5|HHSATIS\nk||C|||||#0.25|HHSATIS\nY||C|||||y|HHSATIS"_s);
+        QCOMPARE(goesOn.s.l1.rows(), 6);
         QCOMPARE(textOf(goesOn.s.l2), u"1|15/03/2021|3,00|BT000001|K\n2|15/03/2021|x|BT000002|K\n"
-                                      "3|15/03/2021|,75|BT000003|k"_s);
-        QVERIFY(goesOn.s.bilgi.text().contains(u"1 adım"));
+                                      "3|15/03/2021|,75|BT000003|k\n4|15/03/2021|y|BT000004|Y"_s);
+        QVERIFY(goesOn.s.bilgi.text().startsWith(u"2 adım atlandı. İlki: \"x\""));
         for (const SlipDesk *d : {&ends, &goesOn})
             QVERIFY(!d->s.ilerleme.isShown());
     }
@@ -226,6 +257,7 @@ private Q_SLOTS:
                    QString::fromLatin1(QTest::currentDataTag()),
                open);
         QCOMPARE(d.s.bilgi.text(), QString());
+        QCOMPARE(d.s.persl.isEmpty(), screen == u"cafis");
         QTEST(textOf(d.s.l1).section(u'\n', -1), "lastMovement");
         QTEST(textOf(d.s.l2).section(u'\n', -1), "lastOfBankList");
     }

@@ -101,6 +101,58 @@ private Q_SLOTS:
         QVERIFY(!d.s.l1.ticked(0));
     }
 
+    // A printed number has a blank for its missing sign.
+    void aNegativeNumberIsStoredWithItsSign()
+    {
+        TestProgram t;
+        writeBytes(t.path(u"a.kvz"_s), "-5\r\n");
+        SlipSequence sequence(t.path(u"a.kvz"_s), SlipSequence::Printed);
+        sequence.load();
+        QCOMPARE(sequence.next(), -4.0);
+        sequence.store();
+        QCOMPARE(readBytes(t.path(u"a.kvz"_s)), QByteArray("-4 \r\n"));
+    }
+
+    void theBarRunsOverTheRecordsOfASheetAndTheRowsOfADocument()
+    {
+        SlipDesk d(cafis3());
+        QStringList bar;
+        QObject::connect(&d.s.ilerleme, &ProgressField::changed, &d.s.ilerleme, [&] {
+            if (d.s.ilerleme.isShown())
+                bar << u"%1/%2"_s.arg(d.s.ilerleme.value()).arg(d.s.ilerleme.maximum());
+        });
+        d.readBook(u"POSANALIZ_20210315.xlsx"_s,
+                   u"K||C|||||T|TÜR\nK||C|||||1|HHSATIS\nK||C|||||1|HHIADE\n"
+                   "K||C|||||2|HHSATIS"_s);
+        QCOMPARE(bar, (QStringList{u"0/4"_s, u"1/4"_s, u"1/4"_s, u"2/4"_s}));
+        bar.clear();
+        d.s.l1.setTicked(1, true);
+        d.t.dialogs.answers = {d.t.path(u"a.xml"_s)};
+        d.t.boxes.expectDone();
+        d.press(u"buton2"_s);
+        QCOMPARE(bar, (QStringList{u"0/1"_s, u"1/1"_s})); // ticked rows
+        d.readText("40\n20\n");
+        bar.clear();
+        d.t.boxes.expectDone();
+        d.save(u"chameleonButton3"_s);
+        QCOMPARE(bar, (QStringList{u"0/2"_s, u"1/2"_s, u"2/2"_s})); // all rows
+    }
+
+    void aDocumentTrimsTheCodesOfItsLists()
+    {
+        SlipDesk d(cafis());
+        d.readBook(u"a.xlsx"_s, movements());
+        d.s.l1.setCell(0, Hareket::KasaKodu, u" K 1 "_s);
+        d.s.l2.setCell(0, BankaFisi::FisNo, u" B 1 "_s);
+        d.s.l2.setCell(0, BankaFisi::OzelKod, u" K 1 "_s);
+        d.t.boxes.expectDone();
+        QVERIFY(d.save(u"buton2"_s).contains("<SD_CODE>K 1<"));
+        d.t.boxes.expectDone();
+        const QByteArray bank = d.save(u"lvButtons_H2"_s);
+        QVERIFY(bank.contains("<NUMBER>B 1<"));
+        QVERIFY(bank.contains("<AUXIL_CODE>K 1<"));
+    }
+
     void aRowWithoutADateLeavesNoDocumentAndNoBox()
     {
         SlipDesk d(cafis2());
@@ -119,7 +171,7 @@ private Q_SLOTS:
     {
         SlipDesk d(cafis2());
         d.t.fill({u"insert into per values (Null,'KA','12a')"_s,
-                  u"insert into per values (Null,'KB','12A')"_s,
+                  u"insert into per values (Null,' KB ','12A')"_s,
                   u"insert into per values (Null,'KC','12A')"_s});
         d.s.load();
         d.readBook(u"15032021-12A-3.xls"_s, u"A\nB\nC\nD\nE\nC1|| BİR||||||||||||#1\n"
