@@ -44,8 +44,8 @@ public:
     }
     void write()
     {
-        writeSlips(exeldenkasanakitkaydet(), false, screen.l1, {screen.l1, u"100"_s, u"102"_s},
-                   clock, screen.ilerleme, target);
+        writeSlips(exeldenkasanakitkaydet(), {screen.l1, {u"100"_s, u"102"_s}}, clock,
+                   screen.ilerleme, target);
     }
 
     QString source = folder.filePath(u"kaynak.xlsx"_s);

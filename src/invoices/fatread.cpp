@@ -5,6 +5,7 @@
 #include "invoices/columns.h"
 #include "invoices/efatura.h"
 #include "invoices/lineamounts.h"
+#include "store/staff.h"
 #include "text/numbers.h"
 
 namespace kervan {
@@ -68,7 +69,7 @@ void Fat::takeHeader(QStringView line)
     }
     const int row = l1().addRow({});
     cutHeader(line, l1(), row);
-    const QString personel = tanimlar.perseslestir(l1().cell(row, L1::SapPersonelKodu));
+    const QString personel = perseslestir(tanimlar.persl, l1().cell(row, L1::SapPersonelKodu));
     l1().setCell(row, L1::BelgeNumarasi, personel);
     l1().setCell(row, L1::LogoPersonelKodu, personel);
 }

@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "store/sidefiles.h"
+#include "store/staff.h"
 
 namespace kervan {
 
@@ -9,21 +10,13 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The cell beside the first row that holds the text in its key column.
-QString lookedUp(const Grid &grid, int keyColumn, const QString &key, int valueColumn)
-{
-    for (int row = 0; row < grid.rows(); ++row) {
-        if (grid.cell(row, keyColumn) == key)
-            return grid.cell(row, valueColumn);
-    }
-    return {};
-}
+enum UnitColumn { Word, Code }; // of lbrm
 
 } // namespace
 
 InvoiceDefinitions::InvoiceDefinitions(Program &program)
     : lbrm({{u"birim"_s}, {u"kod"_s}})
-    , persl({{u"kod"_s}, {u"per"_s}})
+    , persl(perslColumns())
     , m_program(program)
 {
 }
@@ -45,14 +38,12 @@ void InvoiceDefinitions::loadLists()
 
     lbrm.clear();
     db.forEach(Statement(u"select * from birim"),
-               [&] { lbrm.setCell(lbrm.addRow(db.field(u"kaskod")), 1, db.field(u"firma")); });
+               [&] { lbrm.setCell(lbrm.addRow(db.field(u"kaskod")), Code, db.field(u"firma")); });
 
-    persl.clear();
+    loadStaff(db, persl);
     QStringList staff{QString()};
-    db.forEach(Statement(u"select * from per"), [&] {
-        staff << db.field(u"per");
-        persl.setCell(persl.addRow(db.field(u"kod")), 1, db.field(u"per"));
-    });
+    for (int row = 0; row < persl.rows(); ++row)
+        staff << persl.cell(row, Persl::Per);
     personel.setEntries(staff);
 
     db.open(m_program.path(u"fatozkod.dbs"));
@@ -90,14 +81,13 @@ void InvoiceDefinitions::kasakoduoku()
     kasakodu = readSingleValue(m_program.path(u"kasa.kvz"));
 }
 
-QString InvoiceDefinitions::perseslestir(const QString &kod) const
-{
-    return lookedUp(persl, 1, kod, 0);
-}
-
 QString birimbul(const Grid &lbrm, const QString &kelime)
 {
-    return lookedUp(lbrm, 0, kelime, 1);
+    for (int row = 0; row < lbrm.rows(); ++row) {
+        if (lbrm.cell(row, Word) == kelime)
+            return lbrm.cell(row, Code);
+    }
+    return {};
 }
 
 } // namespace kervan

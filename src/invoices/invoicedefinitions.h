@@ -45,9 +45,6 @@ public:
     /// Reads the cash code of kasa.kvz; a missing file is a Failure.
     void kasakoduoku();
 
-    /// The Logo personnel code of a source's personnel code, or an empty text.
-    QString perseslestir(const QString &kod) const;
-
 private:
     Program &m_program;
 };

@@ -50,9 +50,4 @@ QList<GridColumn> metinHareketColumns()
         {u"MÜŞTERİ"_s, 1588},     {u"ÇEK-SENET"_s, 1588},      {u"MUH BELGE NO"_s, 1764}};
 }
 
-QList<GridColumn> perslColumns()
-{
-    return {{u"kod"_s}, {u"per"_s}};
-}
-
 } // namespace kervan

@@ -60,7 +60,4 @@ enum Column {
 }
 QList<GridColumn> metinHareketColumns();
 
-/// `persl`: item text is the Logo code, the other the code of the source.
-QList<GridColumn> perslColumns();
-
 } // namespace kervan

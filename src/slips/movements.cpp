@@ -15,6 +15,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+// The classes of a movement, by the codes of the text export. Exact and case-sensitive; a code
+// outside the table gives an empty text.
 struct Meaning
 {
     QStringView code;
@@ -34,6 +36,24 @@ QString meaningOf(QStringView code, std::span<const Meaning> table)
             return entry.meaning.toString();
     }
     return {};
+}
+
+// Class of the row, by columns 1-2.
+QString islemtipi(QStringView field)
+{
+    return meaningOf(field, classes);
+}
+
+// Way of payment, by column 13.
+QString tipi(QStringView field)
+{
+    return meaningOf(field, ways);
+}
+
+// Side of the account, by columns 14-15.
+QString bakiye(QStringView field)
+{
+    return meaningOf(field, sides);
 }
 
 constexpr std::array<RecordField, 17> movementFields{{
@@ -58,21 +78,6 @@ constexpr std::array<RecordField, 17> movementFields{{
 static_assert(inOrder(movementFields));
 
 } // namespace
-
-QString islemtipi(QStringView field)
-{
-    return meaningOf(field, classes);
-}
-
-QString tipi(QStringView field)
-{
-    return meaningOf(field, ways);
-}
-
-QString bakiye(QStringView field)
-{
-    return meaningOf(field, sides);
-}
 
 QString IslemSira::islemsira(QStringView field)
 {

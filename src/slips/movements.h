@@ -8,16 +8,6 @@
 
 namespace kervan {
 
-// The classes of a current-account movement, by the codes of the text export. Exact and
-// case-sensitive; a code outside the table gives an empty text.
-
-/// Class of the row by columns 1-2.
-QString islemtipi(QStringView field);
-/// Way of payment by column 13.
-QString tipi(QStringView field);
-/// Side of the account by columns 14-15.
-QString bakiye(QStringView field);
-
 /// A running number for each class code. It goes on across the reads of one screen.
 class IslemSira
 {

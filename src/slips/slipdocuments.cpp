@@ -1,16 +1,6 @@
 #include "slips/slipdocuments.h"
 
-#include "base/codepage.h"
-#include "base/failure.h"
-#include "logoxml/accumulated.h"
-#include "logoxml/document.h"
-#include "slips/columns.h"
-#include "text/dates.h"
-#include "text/numbers.h"
-#include "text/spellings.h"
-
-#include <QScopeGuard>
-#include <QTime>
+#include "text/record.h"
 
 namespace kervan {
 
@@ -18,46 +8,45 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// The values of placeholders. A number is the grid's column.
+// Treatments of a cell.
 
-template<int column>
-QString asItStands(const SlipRow &row)
+QString xmlAmount(QStringView amount)
 {
-    return row.cell(column);
+    return tutarnoktasil(amount.toString());
 }
 
-template<int column>
-QString trimmed(const SlipRow &row)
+QString kodluCari(QStringView text)
 {
-    return trimmedBlanks(row.cell(column)).toString();
+    return text.toString() + u" Kodlu Cari"_s;
 }
 
-template<int column>
-QString amount(const SlipRow &row)
+// Notes and cheques have two blanks there.
+QString ikiBoslukluKodluCari(QStringView text)
 {
-    return tutarnoktasil(row.cell(column));
+    return text.toString() + u"  Kodlu Cari"_s;
 }
 
-template<int column>
-QString fileDate(const SlipRow &row)
+QString kodluPersonel(QStringView kod)
 {
-    return tarihcevir(row.cell(column));
+    return kod.toString() + u" Kodlu Personel İşlem Yapmıştır"_s;
 }
 
-QString fileYear(const SlipRow &row)
+QString lastEight(QStringView text)
 {
-    return cut(row.cell(MetinHareket::IslemTarihi), 1, 4).toString();
+    return text.right(8).toString();
 }
 
-QString fileMonth(const SlipRow &row)
+QString fileYear(QStringView fileDate)
 {
-    return cut(row.cell(MetinHareket::IslemTarihi), 5, 2).toString();
+    return cut(fileDate, 1, 4).toString();
 }
 
-QString tail(const SlipRow &row)
+QString fileMonth(QStringView fileDate)
 {
-    return row.cell(MetinHareket::MuhBelgeNo).right(8);
+    return cut(fileDate, 5, 2).toString();
 }
+
+// Values of other sources.
 
 QString tarih(const SlipRow &row)
 {
@@ -79,14 +68,14 @@ QString yil(const SlipRow &row)
     return row.date().yil;
 }
 
-QString kskod(const SlipRow &row)
+QString kasaKodu(const SlipRow &row)
 {
-    return row.kskod();
+    return row.codes().kasaKodu;
 }
 
-QString bankahesapno1(const SlipRow &row)
+QString bankaHesapKodu(const SlipRow &row)
 {
-    return row.bankahesapno1();
+    return row.codes().bankaHesapKodu;
 }
 
 QString nothing(const SlipRow &)
@@ -94,182 +83,95 @@ QString nothing(const SlipRow &)
     return {};
 }
 
-// A workbook's cell of a date with a time spells both.
-QDate dayOf(const QString &cell)
-{
-    const QStringView text = trimmedBlanks(cell);
-    const qsizetype blank = text.indexOf(u' ');
-    const QString behind = blank > 0 ? text.sliced(blank).trimmed().toString() : QString();
-    const bool timed = QTime::fromString(behind, u"H:mm:ss"_s).isValid() ||
-                       QTime::fromString(behind, u"H:mm"_s).isValid();
-    return toDate(timed ? text.first(blank) : text);
-}
-
-struct SlipTexts
-{
-    QString record;
-    QString header;
-    QString footer;
-};
-
-SlipTexts textsOf(const SlipDocument &document, bool salesman)
-{
-    const QString form = salesman ? u"carifisduzey-"_s : u"cafis-"_s;
-    switch (document.kind) {
-    case SlipKind::Note:
-        return {u"cafis-sentex"_s, u"cafis-senbastex"_s, u"cafis-sensontex"_s};
-    case SlipKind::Cheque:
-        return {u"cafis-cektex"_s, u"cafis-senbastex"_s, u"cafis-sensontex"_s};
-    case SlipKind::Cash:
-        return {form + u"kasatex"_s, u"kasabastex"_s, u"kasasontex"_s};
-    case SlipKind::Bank:
-        return {u"cafis-bankatex"_s, u"cafis-bankabastex"_s, u"cafis-bankasontex"_s};
-    case SlipKind::Card:
-        return {form + u"kartex"_s, u"cafis-karbastex"_s, u"cafis-karsontex"_s};
-    case SlipKind::None:
-        break;
-    }
-    throw Failure(u"\"%1\" için şablon yok, belge yazılmadı."_s.arg(document.title));
-}
-
-QList<QByteArray> placeholdersOf(const SlipDocument &document)
-{
-    QList<QByteArray> placeholders{"saat", "dakika", "saniye"};
-    for (const SlipDocument::Word &word : document.words)
-        placeholders << toCodePage(word.placeholder);
-    return placeholders;
-}
-
-void takeValues(const SlipDocument &document, const SlipRow &row, QTime time, QStringList &values)
-{
-    values = {QString::number(time.hour()), QString::number(time.minute()),
-              QString::number(time.second())};
-    for (const SlipDocument::Word &word : document.words)
-        values << word.value(row);
-}
-
-int rowsTaken(const SlipDocument &document, const Grid &grid)
-{
-    int count = 0;
-    for (int row = 0; row < grid.rows(); ++row)
-        count += document.takes(grid, row);
-    return count;
-}
-
 } // namespace
-
-const SlipRow::Date &SlipRow::date() const
-{
-    const QString &text = cell(Hareket::Tarih);
-    if (text == m_dateText && !m_date.yil.isEmpty())
-        return m_date;
-    QDate day;
-    if (const auto failed = passOver([&] { day = dayOf(text); }))
-        throw Failure(u"%1. satır: %2"_s.arg(m_row + 1).arg(failed->description()));
-    const QString month = masked(double(day.month()), "00"_mask);
-    const QString year = QString::number(day.year());
-    m_dateText = text;
-    m_date = {.tarih = masked(double(day.day()), "00"_mask) + u'.' + month + u'.' + year,
-              .ay = QString::number(day.month()),
-              .ikiHaneliAy = month,
-              .yil = year};
-    return m_date;
-}
 
 const SlipDocument &exeldenkasanakitkaydet()
 {
-    static const SlipDocument document{
-        .title = u"Kasa Nakit Tahsilat Xml Dosyası Kaydet"_s,
-        .kind = SlipKind::Cash,
-        .stores = SlipSequenceKind::Cash,
-        .words = {{u"yil", &yil},
-                  {u"ay", &ikiHaneliAy},
-                  {u"tarih", &tarih},
-                  {u"kasakodu", &trimmed<Hareket::KasaKodu>},
-                  {u"kasaislemno", &asItStands<Hareket::KasaIslemNo>},
-                  {u"cariunvan",
-                   [](const SlipRow &row) {
-                       return row.cell(Hareket::Unvani) + u" Kodlu Cari"_s;
-                   }},
-                  {u"tutar", &amount<Hareket::Tutar>},
-                  {u"carikod", &asItStands<Hareket::CariKodu>},
-                  {u"islemno", &asItStands<Hareket::IslemNo>},
-                  {u"makbuzno", &nothing}}};
+    static const SlipDocument document{.title = u"Kasa Nakit Tahsilat Xml Dosyası Kaydet"_s,
+                                       .kind = SlipKind::Cash,
+                                       .stores = SlipSequenceKind::Cash,
+                                       .words = {{u"yil", &yil},
+                                                 {u"ay", &ikiHaneliAy},
+                                                 {u"tarih", &tarih},
+                                                 {u"kasakodu", Hareket::KasaKodu, &trimmedField},
+                                                 {u"kasaislemno", Hareket::KasaIslemNo},
+                                                 {u"cariunvan", Hareket::Unvani, &kodluCari},
+                                                 {u"tutar", Hareket::Tutar, &xmlAmount},
+                                                 {u"carikod", Hareket::CariKodu},
+                                                 {u"islemno", Hareket::IslemNo},
+                                                 {u"makbuzno", &nothing}}};
     return document;
 }
 
 const SlipDocument &exeldenbankafisikaydet()
 {
-    static const SlipDocument document{.title = u"Banka İşlem Fişi Xml Dosyası Kaydet"_s,
-                                       .kind = SlipKind::Bank,
-                                       .ofBankList = true,
-                                       .stores = SlipSequenceKind::Bank,
-                                       .words = {{u"tarih", &tarih},
-                                                 {u"fisno", &trimmed<BankaFisi::FisNo>},
-                                                 {u"personelkodu", &trimmed<BankaFisi::OzelKod>},
-                                                 {u"tutar", &amount<BankaFisi::Tutar>},
-                                                 {u"bankakodu", &bankahesapno1},
-                                                 {u"belgeno", &nothing},
-                                                 {u"aciklama", [](const SlipRow &row) {
-                                                      return row.cell(BankaFisi::OzelKod) +
-                                                             u" Kodlu Personel İşlem Yapmıştır"_s;
-                                                  }}}};
+    static const SlipDocument document{
+        .title = u"Banka İşlem Fişi Xml Dosyası Kaydet"_s,
+        .kind = SlipKind::Bank,
+        .ofBankList = true,
+        .stores = SlipSequenceKind::Bank,
+        .words = {{u"tarih", &tarih},
+                  {u"fisno", BankaFisi::FisNo, &trimmedField},
+                  {u"personelkodu", BankaFisi::OzelKod, &trimmedField},
+                  {u"tutar", BankaFisi::Tutar, &xmlAmount},
+                  {u"bankakodu", &bankaHesapKodu},
+                  {u"belgeno", &nothing},
+                  {u"aciklama", BankaFisi::OzelKod, &kodluPersonel}}};
     return document;
 }
 
 const SlipDocument &exelkasanakitkaydet()
 {
-    static const SlipDocument document{
-        .title = u"Kasa Nakit Tahsilat Xml Dosyası Kaydet"_s,
-        .kind = SlipKind::Cash,
-        .needs = ReadKind::Cash,
-        .barCountsAllRows = true,
-        .words = {{u"yil", &yil},
-                  {u"ay", &ay},
-                  {u"tarih", &tarih},
-                  {u"kasakodu", &kskod},
-                  {u"kasaislemno", &asItStands<DuzeyHareket::IslemNo>},
-                  {u"cariunvan", &asItStands<DuzeyHareket::Aciklama>},
-                  {u"tutar", &amount<DuzeyHareket::Tutar>},
-                  {u"carikod", &asItStands<DuzeyHareket::CariKodu>},
-                  {u"islemno", &asItStands<DuzeyHareket::IslemNo>},
-                  {u"makbuzno", &nothing},
-                  {u"sateleman", &asItStands<DuzeyHareket::SaticiKodu>}}};
+    static const SlipDocument document{.title = u"Kasa Nakit Tahsilat Xml Dosyası Kaydet"_s,
+                                       .kind = SlipKind::Cash,
+                                       .needs = ReadKind::Cash,
+                                       .barCountsAllRows = true,
+                                       .words = {{u"yil", &yil},
+                                                 {u"ay", &ay},
+                                                 {u"tarih", &tarih},
+                                                 {u"kasakodu", &kasaKodu},
+                                                 {u"kasaislemno", DuzeyHareket::IslemNo},
+                                                 {u"cariunvan", DuzeyHareket::Aciklama},
+                                                 {u"tutar", DuzeyHareket::Tutar, &xmlAmount},
+                                                 {u"carikod", DuzeyHareket::CariKodu},
+                                                 {u"islemno", DuzeyHareket::IslemNo},
+                                                 {u"makbuzno", &nothing},
+                                                 {u"sateleman", DuzeyHareket::SaticiKodu}}};
     return document;
 }
 
 const SlipDocument &exelkredikartkaydet()
 {
-    static const SlipDocument document{
-        .title = u"Kredi Kartı Tahsilat Xml Dosyası Kaydet"_s,
-        .kind = SlipKind::Card,
-        .needs = ReadKind::Card,
-        .barCountsAllRows = true,
-        .words = {{u"kartfisno", &asItStands<DuzeyHareket::IslemNo>},
-                  {u"tarih", &tarih},
-                  {u"trhay", &ay},
-                  {u"trhyil", &yil},
-                  {u"tutar", &amount<DuzeyHareket::Tutar>},
-                  {u"carikod", &asItStands<DuzeyHareket::CariKodu>},
-                  {u"bankahesapno", &bankahesapno1},
-                  {u"satiselemani", &asItStands<DuzeyHareket::SaticiKodu>},
-                  {u"aciklama", &asItStands<DuzeyHareket::Aciklama>}}};
+    static const SlipDocument document{.title = u"Kredi Kartı Tahsilat Xml Dosyası Kaydet"_s,
+                                       .kind = SlipKind::Card,
+                                       .needs = ReadKind::Card,
+                                       .barCountsAllRows = true,
+                                       .words = {{u"kartfisno", DuzeyHareket::IslemNo},
+                                                 {u"tarih", &tarih},
+                                                 {u"trhay", &ay},
+                                                 {u"trhyil", &yil},
+                                                 {u"tutar", DuzeyHareket::Tutar, &xmlAmount},
+                                                 {u"carikod", DuzeyHareket::CariKodu},
+                                                 {u"bankahesapno", &bankaHesapKodu},
+                                                 {u"satiselemani", DuzeyHareket::SaticiKodu},
+                                                 {u"aciklama", DuzeyHareket::Aciklama}}};
     return document;
 }
 
 const SlipDocument &kredikartkaydet()
 {
-    static const SlipDocument document{.title = u"Kredi Kartı Xml Dosyası Kaydet"_s,
-                                       .kind = SlipKind::Card,
-                                       .rowClass = u"Kredi Kartı"_s,
-                                       .barCountsAllRows = true,
-                                       .words = {{u"kartfisno", &tail},
-                                                 {u"tarih", &fileDate<MetinHareket::IslemTarihi>},
-                                                 {u"trhay", &fileMonth},
-                                                 {u"trhyil", &fileYear},
-                                                 {u"tutar", &asItStands<MetinHareket::Tutar>},
-                                                 {u"carikod", &asItStands<MetinHareket::CariKod>},
-                                                 {u"bankahesapno", &bankahesapno1}}};
+    static const SlipDocument document{
+        .title = u"Kredi Kartı Xml Dosyası Kaydet"_s,
+        .kind = SlipKind::Card,
+        .rowClass = u"Kredi Kartı"_s,
+        .barCountsAllRows = true,
+        .words = {{u"kartfisno", MetinHareket::MuhBelgeNo, &lastEight},
+                  {u"tarih", MetinHareket::IslemTarihi, &tarihcevir},
+                  {u"trhay", MetinHareket::IslemTarihi, &fileMonth},
+                  {u"trhyil", MetinHareket::IslemTarihi, &fileYear},
+                  {u"tutar", MetinHareket::Tutar},
+                  {u"carikod", MetinHareket::CariKod},
+                  {u"bankahesapno", &bankaHesapKodu}}};
     return document;
 }
 
@@ -283,15 +185,13 @@ SlipDocument rollDocument(const QString &title, SlipKind kind, const QString &ro
             .kind = kind,
             .rowClass = rowClass,
             .barCountsAllRows = true,
-            .words = {{number, &tail},
-                      {date, &fileDate<MetinHareket::IslemTarihi>},
-                      {u"vadetarih", &fileDate<MetinHareket::VadeTarihi>},
-                      {u"tutar", &asItStands<MetinHareket::Tutar>},
-                      {u"carikod", &asItStands<MetinHareket::CariKod>},
-                      {u"portfoy", &tail},
-                      {u"cariadı", [](const SlipRow &row) {
-                           return row.cell(MetinHareket::CariKod) + u"  Kodlu Cari"_s;
-                       }}}};
+            .words = {{number, MetinHareket::MuhBelgeNo, &lastEight},
+                      {date, MetinHareket::IslemTarihi, &tarihcevir},
+                      {u"vadetarih", MetinHareket::VadeTarihi, &tarihcevir},
+                      {u"tutar", MetinHareket::Tutar},
+                      {u"carikod", MetinHareket::CariKod},
+                      {u"portfoy", MetinHareket::MuhBelgeNo, &lastEight},
+                      {u"cariadı", MetinHareket::CariKod, &ikiBoslukluKodluCari}}};
 }
 
 } // namespace
@@ -312,24 +212,21 @@ const SlipDocument &cekkaydet()
 
 const SlipDocument &kasanakitkaydet()
 {
-    static const SlipDocument document{.title = u"Kasa Nakit Tahsilat Xml Dosyası Kaydet"_s,
-                                       .kind = SlipKind::Cash,
-                                       .rowClass = u"Nakit Tahsil"_s,
-                                       .barCountsAllRows = true,
-                                       .words = {{u"yil", &fileYear},
-                                                 {u"ay", &fileMonth},
-                                                 {u"tarih", &fileDate<MetinHareket::IslemTarihi>},
-                                                 {u"kasakodu", &kskod},
-                                                 {u"kasaislemno", &tail},
-                                                 {u"cariunvan",
-                                                  [](const SlipRow &row) {
-                                                      return row.cell(MetinHareket::CariKod) +
-                                                             u" Kodlu Cari"_s;
-                                                  }},
-                                                 {u"tutar", &asItStands<MetinHareket::Tutar>},
-                                                 {u"carikod", &asItStands<MetinHareket::CariKod>},
-                                                 {u"islemno", &tail},
-                                                 {u"makbuzno", &nothing}}};
+    static const SlipDocument document{
+        .title = u"Kasa Nakit Tahsilat Xml Dosyası Kaydet"_s,
+        .kind = SlipKind::Cash,
+        .rowClass = u"Nakit Tahsil"_s,
+        .barCountsAllRows = true,
+        .words = {{u"yil", MetinHareket::IslemTarihi, &fileYear},
+                  {u"ay", MetinHareket::IslemTarihi, &fileMonth},
+                  {u"tarih", MetinHareket::IslemTarihi, &tarihcevir},
+                  {u"kasakodu", &kasaKodu},
+                  {u"kasaislemno", MetinHareket::MuhBelgeNo, &lastEight},
+                  {u"cariunvan", MetinHareket::CariKod, &kodluCari},
+                  {u"tutar", MetinHareket::Tutar},
+                  {u"carikod", MetinHareket::CariKod},
+                  {u"islemno", MetinHareket::MuhBelgeNo, &lastEight},
+                  {u"makbuzno", &nothing}}};
     return document;
 }
 
@@ -338,32 +235,6 @@ const SlipDocument &nakitkaydet()
     static const SlipDocument document{.title = u"Nakit Tahsilat Xml Dosyası Kaydet"_s,
                                        .rowClass = u"Nakit Tahsil"_s};
     return document;
-}
-
-void writeSlips(const SlipDocument &document, bool salesman, const Grid &grid, SlipRow row,
-                const Clock &clock, ProgressField &progress, const QString &path)
-{
-    const SlipTexts texts = textsOf(document, salesman);
-    AccumulatedBody body(sablon(texts.record), placeholdersOf(document));
-    progress.start(document.barCountsAllRows ? grid.rows() : rowsTaken(document, grid));
-    const auto hide = qScopeGuard([&] { progress.finish(); });
-    // The line end in front of the footer belongs to it, not to the last record.
-    const Belge frame{sablon(texts.header), {}, {}, "\r\n" + sablon(texts.footer)};
-    belgeyaz(frame, DocumentEnd::AsItStands, path, [&](const TakePiece &take) {
-        QStringList values;
-        for (int i = 0; i < grid.rows(); ++i) {
-            const bool taken = document.takes(grid, i);
-            if (taken || document.barCountsAllRows)
-                progress.step();
-            if (!taken)
-                continue;
-            row.moveTo(i);
-            takeValues(document, row, clock.now().time(), values);
-            body.add(values);
-            body.handOver(take);
-        }
-        body.handOverAll(take);
-    });
 }
 
 } // namespace kervan

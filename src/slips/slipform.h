@@ -1,57 +1,17 @@
 #pragma once
 
 #include "base/grid.h"
+#include "slips/sheetlayout.h"
 #include "slips/slipdocuments.h"
-#include "workbook/workbook.h"
 
 #include <QList>
 #include <QString>
 
-#include <optional>
+#include <variant>
 
 namespace kervan {
 
-class SlipScreen;
-
-/// A record of a sheet in hand, and what else goes into the cells of its row.
-struct Reading
-{
-    const SlipScreen &screen;
-    const Sheet &sheet;
-    QString date; // from the file's name
-    QString per;  // staff code from there
-    int record = 0;
-    double number = 0; // of the cash sequence
-
-    QString text(int field) const { return sheet.text(record, field); }
-};
-
-/// How one cell of `l1` is made; `field` is the sheet's, for those that need one.
-struct CellRule
-{
-    int cell;
-    int field;
-    QString (*value)(const Reading &reading, int field);
-};
-
-/// Where a file's name spells a date: the first columns, from 1, of its two and four digits.
-struct NamedDate
-{
-    int day, month, year;
-};
-
-/// How the records of a sheet become rows.
-struct SheetLayout
-{
-    int headings = 1;        // records in front that are none
-    bool passesOver = false; // a step that fails is passed over, else it ends the read
-    std::optional<NamedDate> namedDate = {};
-    std::optional<int> kindField = {}; // only records with "HHSATIS" there are taken
-    std::optional<int> endField = {};  // an empty one ends the read
-    QList<CellRule> cells = {};        // in the order of filling
-};
-
-/// A file that the user picks.
+/// A workbook that the user picks.
 struct SlipFile
 {
     QString title; // of the dialog
@@ -60,14 +20,27 @@ struct SlipFile
     SheetLayout layout = {};
 };
 
-/// A command by its control's name. One without a picture is not shown, and works all the same.
+// What a command does.
+struct OpenWorkbook
+{
+    int file; // of the form's
+};
+struct OpenText
+{
+};
+struct WriteDocument
+{
+    const SlipDocument &(*document)();
+};
+
+/// A command by its control's name. One that is not shown works all the same.
 struct SlipCommand
 {
     QString name;
     QString caption;
-    QString picture = {};
+    std::variant<OpenWorkbook, OpenText, WriteDocument> action;
+    bool shown = false;
     QString keys = {};
-    void (*run)(SlipScreen &screen) = nullptr;
 };
 
 /// What tells one slip screen from the others.
@@ -82,13 +55,12 @@ struct SlipForm
     bool salesman = false;        // cash and card slips carry one
     bool usesStaff = false;       // `persl` is filled
     QString aktifform = {};       // what its opening writes there, if anything
-    QString cashListCaption;
-    QString bankListCaption = {}; // null where there is no bank list
+    QString bankListCaption = {}; // empty where there is no bank list
     QList<GridColumn> columns;
     QList<SlipFile> files;
     QList<SlipCommand> commands;
 
-    bool hasBankList() const { return !bankListCaption.isNull(); }
+    bool hasBankList() const { return !bankListCaption.isEmpty(); }
 };
 
 // The four screens.

@@ -2,7 +2,7 @@
 
 #include "slips/columns.h"
 #include "text/numbers.h"
-#include "text/spellings.h"
+#include "text/record.h"
 #include "transfer/linewalk.h"
 
 #include <QFileInfo>
@@ -14,7 +14,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-const QString takenKind = u"HHSATIS"_s;
+constexpr QStringView takenKind = u"HHSATIS";
 
 // "1-2.xlsx" gives "1-2x": the first removal leaves nothing for the second, and a staff code from
 // there ends in "x".
@@ -40,33 +40,34 @@ void SlipScreen::exeloku(const SheetLayout &layout)
     l1.setColumns(m_form.columns);
     l2.clear();
     m_bankRows.clear();
-    Check1.setChecked(false); // as the ticks are
-    Check2.setChecked(false);
+    tumHareketler.setChecked(false); // no new row is ticked
+    tumFisler.setChecked(false);
     int record = 0;
     const auto ended = endQuietly([&] { readMovements(layout, record); });
     ilerleme.finish();
-    if (layout.passesOver) // also where the workbook itself could not be read
+    if (!ended || layout.passesOver) // the second also where the workbook itself can't be read
         hareketSayisi.setText(QString::number(l1.rows()));
-    notePassedOver(ended, record);
+    noteRead(ended, record);
 }
 
 void SlipScreen::readMovements(const SheetLayout &layout, int &record)
 {
-    const std::shared_ptr<const Sheet> sheet = m_workbooks.sheet(dosyayolu, Text1.text());
+    const std::shared_ptr<const Sheet> sheet = m_workbooks.sheet(m_dosyayolu, sayfaAdi.text());
     ilerleme.start(sheet->rows());
     m_cash.load();
     m_bank.load();
     if (sheet->rows() < layout.headings) {
         carryOut(layout, [&] {
-            throw Failure(u"%1 sayfasında %2 kayıt var; ilk %3 kayıt başlıktır."_s.arg(Text1.text())
-                              .arg(sheet->rows())
-                              .arg(layout.headings));
+            throw Failure(
+                u"%1 sayfasında %2 kayıt var; ilk %3 kayıt başlıktır."_s.arg(sayfaAdi.text())
+                    .arg(sheet->rows())
+                    .arg(layout.headings));
         });
     }
-    Reading reading{.screen = *this, .sheet = *sheet, .date = {}, .per = {}};
+    Reading reading{.sheet = *sheet, .persl = persl, .codes = codes()};
     if (layout.namedDate) {
-        const QString title = cutTitle(dosyayolu);
-        reading.date = dateIn(title, *layout.namedDate);
+        const QString title = cutTitle(m_dosyayolu);
+        reading.tarih = dateIn(title, *layout.namedDate);
         reading.per = title.section(u'-', 1, 1);
     }
     for (record = layout.headings; record < sheet->rows(); ++record) {
@@ -75,53 +76,37 @@ void SlipScreen::readMovements(const SheetLayout &layout, int &record)
             break;
         ilerleme.setValue(l1.rows());
     }
-    hareketSayisi.setText(QString::number(l1.rows()));
 }
 
 // False when the record ends the read.
 bool SlipScreen::takeRecord(const SheetLayout &layout, Reading &reading)
 {
-    QString kind = layout.kindField ? QString() : takenKind;
-    QString code = layout.endField ? QString() : u"-"_s;
-    if (layout.kindField)
-        carryOut(layout, [&] { kind = reading.text(*layout.kindField); });
-    if (trimmedBlanks(kind) != takenKind)
+    const auto trimmed = [&](int field) { // empty where the field's failure is passed over
+        QString text;
+        carryOut(layout, [&] { text = trimmedField(reading.text(field)); });
+        return text;
+    };
+    if (layout.kindField && trimmed(*layout.kindField) != takenKind)
         return true;
-    if (layout.endField)
-        carryOut(layout, [&] { code = reading.text(*layout.endField); });
-    if (trimmedBlanks(code).isEmpty())
+    if (layout.endField && trimmed(*layout.endField).isEmpty())
         return false;
-    reading.number = m_cash.next();
+    reading.sira = m_cash.next();
     const int row = l1.addRow(QString::number(l1.rows() + 1));
-    for (const CellRule &rule : layout.cells) {
-        carryOut(layout, [&] { l1.setCell(row, rule.cell, rule.value(reading, rule.field)); });
-    }
-    if (!m_form.hasBankList())
-        return true;
-    bool found = false; // an amount that is no number counts as a code that was not found
-    carryOut(layout, [&] {
-        found = bankalistebul(l1.cell(row, Hareket::KasaKodu),
-                              toSingleNumber(l1.cell(row, Hareket::Tutar)));
-    });
-    if (!found)
-        addBankRow(row);
+    for (const CellRule &rule : layout.cells)
+        carryOut(layout, [&] { l1.setCell(row, rule.cell(), rule.text(reading)); });
+    if (m_form.hasBankList())
+        addToBankList(layout, row);
     return true;
 }
 
-bool SlipScreen::bankalistebul(const QString &kod, float tutar)
-{
-    const auto found = m_bankRows.constFind(kod);
-    if (found == m_bankRows.cend())
-        return false;
-    // Beyond seven digits the sum loses its cents, up to the document: that is meant.
-    const float sum = toSingleNumber(l2.cell(*found, BankaFisi::Tutar)) + tutar;
-    l2.setCell(*found, BankaFisi::Tutar, masked(sum, "#,###.00"_mask));
-    return true;
-}
-
-void SlipScreen::addBankRow(int row)
+void SlipScreen::addToBankList(const SheetLayout &layout, int row)
 {
     const QString &kod = l1.cell(row, Hareket::KasaKodu);
+    bool found = false; // an amount that is no number counts as a code that was not found
+    carryOut(layout,
+             [&] { found = bankalistebul(kod, toSingleNumber(l1.cell(row, Hareket::Tutar))); });
+    if (found)
+        return;
     const int added = l2.addRow(QString::number(l2.rows() + 1));
     l2.setCell(added, BankaFisi::FisTarihi, l1.cell(row, Hareket::Tarih));
     l2.setCell(added, BankaFisi::Tutar, l1.cell(row, Hareket::Tutar));
@@ -129,6 +114,18 @@ void SlipScreen::addBankRow(int row)
     l2.setCell(added, BankaFisi::OzelKod, kod);
     if (!m_bankRows.contains(kod))
         m_bankRows.insert(kod, added);
+}
+
+bool SlipScreen::bankalistebul(const QString &kod, float tutar)
+{
+    const auto found = m_bankRows.constFind(kod);
+    if (found == m_bankRows.cend())
+        return false;
+    // The rule wants single precision: a sum beyond seven digits loses its cents, in the document
+    // too.
+    const float sum = toSingleNumber(l2.cell(*found, BankaFisi::Tutar)) + tutar;
+    l2.setCell(*found, BankaFisi::Tutar, masked(sum, "#,###.00"_mask));
+    return true;
 }
 
 template<class Step>
@@ -142,7 +139,7 @@ void SlipScreen::carryOut(const SheetLayout &layout, Step &&step)
     }
 }
 
-void SlipScreen::notePassedOver(const std::optional<Failure> &ended, int record)
+void SlipScreen::noteRead(const std::optional<Failure> &ended, int record)
 {
     if (ended && record > 0)
         bilgi.setText(u"Okuma %1. kayıtta bitti: %2"_s.arg(record + 1).arg(ended->description()));
@@ -157,9 +154,9 @@ void SlipScreen::caridosyasikoku()
     bilgi.setText({});
     const Grid::Refill refill(l1);
     l1.setColumns(metinHareketColumns());
-    Check1.setChecked(false);
+    tumHareketler.setChecked(false);
     note(passOver([this] {
-        walkLines(dosyayolu, ilerleme,
+        walkLines(m_dosyayolu, ilerleme,
                   [this](QStringView line) { addMovementLine(l1, line, m_sira); });
     }));
     hareketSayisi.setText(QString::number(l1.rows()));

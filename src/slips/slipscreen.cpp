@@ -2,6 +2,7 @@
 
 #include "slips/columns.h"
 #include "store/sidefiles.h"
+#include "store/staff.h"
 #include "transfer/notes.h"
 #include "transfer/target.h"
 
@@ -17,7 +18,7 @@ SlipScreen::SlipScreen(Program &program, const SlipForm &form)
     , persl(perslColumns())
     , l1eski(metinHareketColumns(), Grid::Tickable)
     , ListView1(metinHareketColumns(), Grid::Tickable)
-    , Text1(form.sheetDefault)
+    , sayfaAdi(form.sheetDefault)
     , baslik(form.heading)
     , m_program(program)
     , m_form(form)
@@ -25,7 +26,7 @@ SlipScreen::SlipScreen(Program &program, const SlipForm &form)
     , m_bank(program.path(u"bankacariislemno.kvz"), SlipSequence::Bare)
 {
     sayfaKaydedilir.setChecked(true);
-    QObject::connect(&Text1, &TextField::changed, &sayfaKaydedilir,
+    QObject::connect(&sayfaAdi, &TextField::changed, &sayfaKaydedilir,
                      [this] { sayfaKaydedilir.setChecked(true); });
 }
 
@@ -34,8 +35,8 @@ void SlipScreen::load()
     if (!m_form.aktifform.isEmpty()) // the invoice list menu then serves another screen
         m_program.aktifform = m_form.aktifform;
     sayfanooku();
-    passOver([this] { bankahesapno1.setText(readSingleValue(m_program.path(u"bank.kvz"))); });
-    passOver([this] { kskod.setText(readSingleValue(m_program.path(u"kasa.kvz"))); });
+    passOver([this] { bankaHesapKodu.setText(readSingleValue(m_program.path(u"bank.kvz"))); });
+    passOver([this] { kasaKodu.setText(readSingleValue(m_program.path(u"kasa.kvz"))); });
     if (m_form.usesStaff)
         personelyukle();
 }
@@ -43,7 +44,7 @@ void SlipScreen::load()
 void SlipScreen::sayfanooku()
 {
     endQuietly([this] {
-        Text1.setText(readSingleValue(m_program.path(m_form.sheetFile)));
+        sayfaAdi.setText(readSingleValue(m_program.path(m_form.sheetFile)));
         if (m_form.sheetButtonRests)
             sayfaKaydedilir.setChecked(false);
     });
@@ -53,7 +54,7 @@ void SlipScreen::sayfaadikaydet()
 {
     bilgi.setText({});
     note(endQuietly([this] {
-        writeSingleValue(m_program.path(m_form.sheetFile), Text1.text());
+        writeSingleValue(m_program.path(m_form.sheetFile), sayfaAdi.text());
         if (m_form.sheetButtonRests)
             sayfaKaydedilir.setChecked(false);
     }));
@@ -63,21 +64,19 @@ void SlipScreen::personelyukle()
 {
     note(endQuietly([this] {
         const Grid::Refill refill(persl);
-        persl.clear();
-        LocalDb &db = m_program.db;
-        OpenDb open(db, m_program.path(u"data.dbs"));
-        db.forEach(Statement(u"select * from per"),
-                   [&] { persl.setCell(persl.addRow(db.field(u"kod")), 1, db.field(u"per")); });
+        const OpenDb open(m_program.db, m_program.path(u"data.dbs"));
+        loadStaff(m_program.db, persl);
     }));
 }
 
-QString SlipScreen::perseslestir(const QString &per) const
+void SlipScreen::run(const SlipCommand &command)
 {
-    for (int row = 0; row < persl.rows(); ++row) {
-        if (persl.cell(row, 1) == per)
-            return persl.cell(row, 0);
-    }
-    return {};
+    if (const auto *open = std::get_if<OpenWorkbook>(&command.action))
+        dosyaac(m_form.files[open->file]);
+    else if (const auto *write = std::get_if<WriteDocument>(&command.action))
+        kaydet(write->document());
+    else
+        metindosyasiac();
 }
 
 void SlipScreen::dosyaac(const SlipFile &file)
@@ -92,7 +91,7 @@ void SlipScreen::dosyaac(const SlipFile &file)
 
 void SlipScreen::dosyaac(const SlipFile &file, const QString &path)
 {
-    dosyayolu = path;
+    m_dosyayolu = path;
     exeloku(file.layout);
     if (file.kind == ReadKind::None)
         return;
@@ -118,7 +117,7 @@ void SlipScreen::metindosyasiac()
                                                   .start = m_program.path(u"txt")});
     if (!name || name->isEmpty())
         return;
-    dosyayolu = *name;
+    m_dosyayolu = *name;
     caridosyasikoku();
 }
 
@@ -143,8 +142,7 @@ void SlipScreen::write(const SlipDocument &document, const QString &dosya)
 {
     note(endQuietly([&] {
         const Grid &grid = document.ofBankList ? l2 : l1;
-        writeSlips(document, m_form.salesman, grid, {grid, kskod.text(), bankahesapno1.text()},
-                   m_program.clock, ilerleme, dosya);
+        writeSlips(document, {grid, codes(), m_form.salesman}, m_program.clock, ilerleme, dosya);
         if (document.stores == SlipSequenceKind::Cash)
             m_cash.store();
         else if (document.stores == SlipSequenceKind::Bank)

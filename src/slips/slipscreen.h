@@ -27,58 +27,63 @@ public:
 
     Grid l1;
     Grid l2;
-    Grid persl;             ///< Logo staff code, staff code of the export
+    Grid persl;
     Grid l1eski, ListView1; ///< stand on the screen with no code on them
-    TextField Text1;        ///< name of the sheet
-    TextField bankahesapno1;
-    TextField kskod;
-    TextField baslik;        ///< caption of bar1
-    TextField hareketSayisi; ///< panel 2 of the status bar
-    TextField bilgi;         ///< what a step that shows no box failed at
-    CheckField Check1, Check2;
+    TextField sayfaAdi;
     CheckField sayfaKaydedilir; ///< the button that stores the sheet's name can be pressed
+    TextField bankaHesapKodu;
+    TextField kasaKodu;
+    CheckField tumHareketler, tumFisler; ///< all rows of `l1`, of `l2`
+    TextField baslik;
+    TextField hareketSayisi;
+    TextField bilgi; ///< what a step that shows no box failed at
     ProgressField ilerleme;
 
     // What the user does.
-    void dosyaac(const SlipFile &file);
-    /// The same with a file that is picked already.
+    void run(const SlipCommand &command);
+    /// Reads a file that is picked already.
     void dosyaac(const SlipFile &file, const QString &path);
     /// A file that was dropped: of the kind read last, where there are two. Before the first read
     /// nobody knows which, and it is refused.
     void birakilandosya(const QString &path);
-    void metindosyasiac();
-    void kaydet(const SlipDocument &document);
     void sayfaadikaydet();
-    void check1sec() { l1.setAllTicked(Check1.isChecked()); }
-    void check2sec() { l2.setAllTicked(Check2.isChecked()); }
+    void tumhareketlerisec() { l1.setAllTicked(tumHareketler.isChecked()); }
+    void tumfislerisec() { l2.setAllTicked(tumFisler.isChecked()); }
 
-    // Procedures.
+private:
+    // Opening.
     void sayfanooku();
     void personelyukle();
+
+    // Workbooks and text exports.
+    void dosyaac(const SlipFile &file);
+    void metindosyasiac();
     /// Reads the workbook at the source path. Failures show nothing; the layout tells whether one
     /// ends the read or is passed over.
     void exeloku(const SheetLayout &layout);
     void caridosyasikoku();
+    void readMovements(const SheetLayout &layout, int &record);
+    bool takeRecord(const SheetLayout &layout, Reading &reading);
+    void addToBankList(const SheetLayout &layout, int row);
     /// Adds the amount to the code's row of `l2`, in single precision, and tells whether there is
     /// one.
     bool bankalistebul(const QString &kod, float tutar);
-    /// The Logo staff code of an export's one; empty without one.
-    QString perseslestir(const QString &per) const;
-
-private:
-    void warn(const QString &text, Icon icon = Icon::Exclamation);
-    void note(const std::optional<Failure> &failed);
     template<class Step>
     void carryOut(const SheetLayout &layout, Step &&step);
-    void readMovements(const SheetLayout &layout, int &record);
-    bool takeRecord(const SheetLayout &layout, Reading &reading);
-    void addBankRow(int row);
-    void notePassedOver(const std::optional<Failure> &ended, int record);
+    /// Tells at which record the read ended, or what it passed over.
+    void noteRead(const std::optional<Failure> &ended, int record);
+
+    // Documents.
+    void kaydet(const SlipDocument &document);
     void write(const SlipDocument &document, const QString &dosya);
+
+    void warn(const QString &text, Icon icon = Icon::Exclamation);
+    void note(const std::optional<Failure> &failed);
+    SlipCodes codes() const { return {kasaKodu.text(), bankaHesapKodu.text()}; }
 
     Program &m_program;
     const SlipForm &m_form;
-    QString dosyayolu;
+    QString m_dosyayolu;
     ReadKind m_kind = ReadKind::None;
     Workbooks m_workbooks;
     IslemSira m_sira;

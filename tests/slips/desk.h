@@ -18,12 +18,21 @@ inline const SlipForm &slipForm(const QString &screen)
     qFatal("no screen %s", qPrintable(screen));
 }
 
+/// A sheet of three movements of two cash codes, as `cafis` reads it.
+inline QString movements()
+{
+    return u"T|||K|||Ü|||||TARİH\n"
+           "#10|||K1||C1|BİR|||||@2021-03-15\n"
+           "#20|||K2||C2|İKİ|||||1.4.2021\n"
+           "#30|||K1||C3|ÜÇ|||||1.5.2021"_s;
+}
+
 /// Presses a command by its control's name.
 inline void press(SlipScreen &screen, const QString &control)
 {
     for (const SlipCommand &command : screen.form().commands) {
         if (command.name == control)
-            return command.run(screen);
+            return screen.run(command);
     }
     QFAIL(qPrintable(u"no command "_s + control));
 }
@@ -39,11 +48,11 @@ struct SlipDesk
     {
     }
     void press(const QString &control) { kervan::press(s, control); }
-    /// Picks the file with the first command that opens workbooks.
-    void read(const QString &path)
+    /// Picks the file with a command that opens workbooks.
+    void read(const QString &path, const QString &control = u"buton1"_s)
     {
         t.dialogs.answers = {path};
-        press(u"buton1"_s);
+        press(control);
     }
     /// Lays down a text export and reads it.
     void readText(const QByteArray &source)
@@ -53,10 +62,10 @@ struct SlipDesk
         press(u"chameleonButton5"_s);
     }
     /// Writes a workbook for the screen's sheet and reads it.
-    void readBook(const QString &name, const QString &lines)
+    void readBook(const QString &name, const QString &lines, const QString &control = u"buton1"_s)
     {
-        writeWorkbook(t.path(name), s.Text1.text(), bookRows(lines));
-        read(t.path(name));
+        writeWorkbook(t.path(name), s.sayfaAdi.text(), bookRows(lines));
+        read(t.path(name), control);
     }
     /// Ticks all rows and saves; the document.
     QByteArray save(const QString &control)

@@ -2,6 +2,7 @@
 
 #include "invoices/columns.h"
 #include "invoices/efatura.h"
+#include "store/staff.h"
 #include "text/numbers.h"
 
 namespace kervan {
@@ -92,7 +93,7 @@ void Fatduz::addInvoice(const Sheet &sheet, int record, const QString &faturano)
     l1().setCell(row, L1::BelgeNumarasi, fieldOf(sheet, record, Duzey::BelgeNumarasi));
     l1().setCell(row, L1::FaturaTarihi, fieldOf(sheet, record, Duzey::FaturaTarihi));
     const QString personel = fieldOf(sheet, record, Duzey::PersonelKodu);
-    l1().setCell(row, L1::LogoPersonelKodu, tanimlar.perseslestir(personel));
+    l1().setCell(row, L1::LogoPersonelKodu, perseslestir(tanimlar.persl, personel));
     l1().setCell(row, L1::SapPersonelKodu, personel);
     l1().setCell(row, L1::OdemeTipi, fieldOf(sheet, record, Duzey::OdemeTipi));
     l1().setCell(row, L1::ToplamTutar, masked(amountOf(sheet, record), "#0.0000"_mask));

@@ -17,6 +17,12 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr QStringView cashListCaption = u"CH Kasa Nakit Haraket Listesi";
+
+} // namespace
+
 SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
     : QWidget(parent)
     , m_screen(program, form)
@@ -61,16 +67,17 @@ QWidget *SlipWindow::commands()
     row->setContentsMargins(0, 0, 0, 0);
     bool opens = true; // the buttons that open stand in front of those that save
     for (const SlipCommand &command : m_screen.form().commands) {
-        if (command.picture.isEmpty())
+        if (!command.shown)
             continue;
-        if (opens && command.picture != u"open") {
+        const bool saves = std::holds_alternative<WriteDocument>(command.action);
+        if (opens && saves) {
             row->addSpacing(12);
             opens = false;
         }
-        auto *button =
-            commandButton(this, command.name, command.caption, command.picture, command.keys);
+        auto *button = commandButton(this, command.name, command.caption,
+                                     saves ? u"save"_s : u"open"_s, command.keys);
         connect(button, &QAbstractButton::clicked, this,
-                [this, run = command.run] { run(m_screen); });
+                [this, &command] { m_screen.run(command); });
         row->addWidget(button);
     }
     row->addStretch();
@@ -91,7 +98,7 @@ QWidget *SlipWindow::settings()
         row->addWidget(labelFor(box, label));
         row->addWidget(box, 1);
     };
-    edit(u"Text1"_s, u"Exel Sayfa Adı"_s, m_screen.Text1);
+    edit(u"Text1"_s, u"Exel Sayfa Adı"_s, m_screen.sayfaAdi);
     auto *keep = commandButton(this, u"lvButtons_H1"_s, {}, u"keep"_s, u"Ctrl+D"_s);
     keep->setToolTip(u"Sayfa adını sakla (Ctrl+D)"_s);
     keep->setAccessibleName(u"Sayfa adını sakla"_s);
@@ -103,9 +110,9 @@ QWidget *SlipWindow::settings()
     connect(keep, &QAbstractButton::clicked, this, [this] { m_screen.sayfaadikaydet(); });
     row->addWidget(keep);
     row->addSpacing(16);
-    edit(u"bankahesapno1"_s, u"Banka Hesap Kodu:"_s, m_screen.bankahesapno1);
+    edit(u"bankahesapno1"_s, u"Banka Hesap Kodu:"_s, m_screen.bankaHesapKodu);
     row->addSpacing(16);
-    auto *cash = valueLabel(u"kskod"_s, m_screen.kskod);
+    auto *cash = valueLabel(u"kskod"_s, m_screen.kasaKodu);
     row->addWidget(labelFor(cash, u"Kasa Kodu:"_s));
     row->addWidget(cash);
     row->addStretch(1);
@@ -115,15 +122,15 @@ QWidget *SlipWindow::settings()
 QWidget *SlipWindow::lists()
 {
     const SlipForm &form = m_screen.form();
-    auto *cash = listFrame(u"f1"_s, form.cashListCaption, u"Check1"_s, m_screen.Check1,
-                           &SlipScreen::check1sec, movements());
+    auto *cash = listFrame(u"f1"_s, cashListCaption.toString(), u"Check1"_s, m_screen.tumHareketler,
+                           &SlipScreen::tumhareketlerisec, movements());
     if (!form.hasBankList())
         return cash;
     auto *view = new GridView(m_screen.l2, u"l2"_s);
     view->setAccessibleName(form.bankListCaption);
     view->setEmptyText(u"Hareketler okununca kod başına bir satır burada görünür."_s);
-    auto *bank = listFrame(u"f3"_s, form.bankListCaption, u"Check2"_s, m_screen.Check2,
-                           &SlipScreen::check2sec, view);
+    auto *bank = listFrame(u"f3"_s, form.bankListCaption, u"Check2"_s, m_screen.tumFisler,
+                           &SlipScreen::tumfislerisec, view);
     auto *both = new QSplitter(Qt::Vertical);
     both->addWidget(cash);
     both->addWidget(bank);
@@ -136,7 +143,7 @@ QWidget *SlipWindow::lists()
 GridView *SlipWindow::movements()
 {
     auto *view = new GridView(m_screen.l1, u"l1"_s);
-    view->setAccessibleName(m_screen.form().cashListCaption);
+    view->setAccessibleName(cashListCaption.toString());
     view->setEmptyText(m_screen.form().files.size() == 1
                            ? u"\"Cari Haraket Dosyası Aç\" ile bir Excel dosyası seçin ya da "
                              "dosyayı buraya sürükleyin."_s
@@ -168,13 +175,13 @@ QGroupBox *SlipWindow::listFrame(const QString &name, const QString &caption,
 void SlipWindow::addHidden()
 {
     for (const SlipCommand &command : m_screen.form().commands) {
-        if (!command.picture.isEmpty())
+        if (command.shown)
             continue;
         auto *button = new QPushButton(command.caption, this);
         button->setObjectName(command.name);
         button->hide();
         connect(button, &QAbstractButton::clicked, this,
-                [this, run = command.run] { run(m_screen); });
+                [this, &command] { m_screen.run(command); });
     }
     (new GridView(m_screen.l1eski, u"l1eski"_s, this))->hide();
     (new GridView(m_screen.ListView1, u"ListView1"_s, this))->hide();

@@ -21,8 +21,8 @@ public:
     SlipScreen &screen() { return m_screen; }
 
     /// What the dialogs of these codes tell an open screen.
-    void setBankaKodu(const QString &kod) { m_screen.bankahesapno1.setText(kod); }
-    void setKasaKodu(const QString &kod) { m_screen.kskod.setText(kod); }
+    void setBankaKodu(const QString &kod) { m_screen.bankaHesapKodu.setText(kod); }
+    void setKasaKodu(const QString &kod) { m_screen.kasaKodu.setText(kod); }
 
 Q_SIGNALS:
     void closeWanted();
