@@ -98,7 +98,7 @@ struct SlipDocument
     QString rowClass = {}; // takes the rows of this class of a text export; else the ticked ones
     bool ofBankList = false;
     ReadKind needs = ReadKind::None;
-    bool barCountsAllRows = false;
+    bool barCountsAllRows = !rowClass.isEmpty();      // and not only those that it takes
     SlipSequenceKind stores = SlipSequenceKind::None; // once it is written
     QList<SlipWord> words = {};
 

@@ -26,7 +26,9 @@ private Q_SLOTS:
                          filled(u'h', 10), 183, filled(u'i', 10), 193, filled(u'j', 10), 203,
                          filled(u'k', 10), 213, filled(u'l', 4), 217, filled(u'm', 10), 227, u"x") +
                    "40x  \r\n\r\n");
+        QCOMPARE(d.t.dialogs.asked.last().title, u"Cari Haraket Dosyası Seçin"_s);
         QCOMPARE(d.t.dialogs.asked.last().filter, u"Text Dosyaları (txt)|*.txt"_s);
+        QCOMPARE(d.t.dialogs.asked.last().start, d.t.path(u"txt"_s));
         QVERIFY(!d.s.tumHareketler.isChecked());
         QCOMPARE(d.s.l1.rows(), 3); // the empty line is a row
         QCOMPARE(d.s.hareketSayisi.text(), u"3"_s);
@@ -38,14 +40,14 @@ private Q_SLOTS:
                 u"|hhhhhhhhhh|iiiiiiiiii|jjjjjjjjjj|kkkkkkkkkk|llll|mmmmmmmmmm"_s);
         QCOMPARE(lines[1], u"1|Senet|x  "_s + QString(15, u'|'));
         QCOMPARE(lines[2], QString(17, u'|'));
-        // An empty file has no row; one that is gone leaves none either, and says so in the window.
-        d.readText({});
-        QCOMPARE(d.s.hareketSayisi.text(), u"0"_s);
-        QCOMPARE(d.s.bilgi.text(), QString());
+        // A file that is gone leaves no row, and says so in the window; an empty one has none.
         d.t.dialogs.answers = {d.t.path(u"yok.txt"_s)};
         d.press(u"chameleonButton5"_s);
         QVERIFY(d.s.l1.isEmpty() && !d.s.ilerleme.isShown());
         QVERIFY(d.s.bilgi.text().contains(u"yok.txt"));
+        d.readText({});
+        QCOMPARE(d.s.hareketSayisi.text(), u"0"_s);
+        QCOMPARE(d.s.bilgi.text(), QString());
     }
 
     void classesAreToldByExactCodes_data()
@@ -130,8 +132,11 @@ private Q_SLOTS:
         QCOMPARE(textOf(goesOn.s.l2), u"1|15/03/2021|3,00|BT000001|K\n2|15/03/2021|x|BT000002|K\n"
                                       "3|15/03/2021|,75|BT000003|k\n4|15/03/2021|y|BT000004|Y"_s);
         QVERIFY(goesOn.s.bilgi.text().startsWith(u"2 adım atlandı. İlki: \"x\""));
-        for (const SlipDesk *d : {&ends, &goesOn})
+        for (SlipDesk *d : {&ends, &goesOn}) {
             QVERIFY(!d->s.ilerleme.isShown());
+            d->readBook(u"bos.xlsx"_s, u"K"_s); // the next read begins anew
+            QCOMPARE(d->s.bilgi.text(), QString());
+        }
     }
 
     void aFieldBeyondTheSheetEndsOneReadAndIsPassedOverByTheOther()
@@ -218,6 +223,9 @@ private Q_SLOTS:
         QVERIFY(QDir().mkdir(d.t.path(file))); // a folder can't be written as a file
         d.s.sayfaadikaydet();
         QVERIFY(d.s.sayfaKaydedilir.isChecked() && d.s.bilgi.text().contains(file));
+        QVERIFY(QDir().rmdir(d.t.path(file)));
+        d.s.sayfaadikaydet();
+        QCOMPARE(d.s.bilgi.text(), QString());
     }
 
     // One of them was saved by LibreOffice.

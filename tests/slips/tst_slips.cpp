@@ -85,6 +85,7 @@ private Q_SLOTS:
         for (int round = 0; round < 2; ++round) { // the same numbers again
             d.t.boxes.expectDone();
             const QByteArray document = d.save(u"buton2"_s);
+            QCOMPARE(d.s.bilgi.text(), QString());
             QVERIFY(document.contains("<NUMBER>KN000044<"));
             QVERIFY(first.isEmpty() || document == first);
             first = document;

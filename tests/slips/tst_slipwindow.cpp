@@ -6,6 +6,7 @@
 #include "support/driving.h"
 
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QLabel>
 #include <QLineEdit>
 #include <QSignalSpy>
@@ -117,6 +118,31 @@ private Q_SLOTS:
         QVERIFY(s.saved(u"lvButtons_H2"_s).contains(ofBankSave.toLatin1()));
     }
 
+    void eachScreenHasItsCaptions_data()
+    {
+        for (const char *name : {"window", "bankList", "save"})
+            QTest::addColumn<QString>(name);
+        const QString bankList = u"Banka Fişi Haraket Listesi"_s;
+        const QString save = u"CH Kasa Nakit Xml Kaydet"_s;
+        QTest::newRow("cafis") << u"Cari Fiş Transferi-1"_s << bankList << save;
+        QTest::newRow("cafis2") << u"Cari Fiş Transferi-2"_s << u"Fiş Toplamları"_s
+                                << u"Logoya Tahsilatları Aktar"_s;
+        QTest::newRow("cafis3") << u"Cari Fiş Transferi-3"_s << bankList << save;
+        QTest::newRow("carifisduzey")
+            << u"DÜZEY CARİ FİŞ AKTARIMLARI"_s << QString() << u"Kasa Nakit Xml Kaydet"_s;
+    }
+    void eachScreenHasItsCaptions()
+    {
+        const SlipForm &form = slipForm(QString::fromLatin1(QTest::currentDataTag()));
+        Shown s(form);
+        QTEST(s.window.windowTitle(), "window");
+        QCOMPARE(s.find<QGroupBox>(u"f1"_s)->title(), u"CH Kasa Nakit Haraket Listesi"_s);
+        const auto *bankList = s.find<QGroupBox>(u"f3"_s);
+        QTEST(bankList ? bankList->title() : QString(), "bankList");
+        QTEST(s.find<QAbstractButton>(u"buton2"_s)->text(), "save");
+        QCOMPARE(s.find<QAbstractButton>(u"lvButtons_H2"_s)->isVisible(), form.screen != u"cafis2");
+    }
+
     void bothListsAreTickedByBoxesAndKeys()
     {
         Shown s(cafis());
@@ -135,9 +161,13 @@ private Q_SLOTS:
             s.press(u"Check1"_s);
             QCOMPARE(s.screen.l1.tickedCount(), ticked);
         }
+        s.press(u"Check1"_s);
         // A new read unticks the boxes with the rows.
         drop(s.window, s.t.path(u"a.xlsx"_s));
-        QVERIFY(!s.find<QCheckBox>(u"Check2"_s)->isChecked() && s.screen.l2.tickedCount() == 0);
+        for (const QString &box : {u"Check1"_s, u"Check2"_s})
+            QVERIFY2(!s.find<QCheckBox>(box)->isChecked(), qPrintable(box));
+        QCOMPARE(s.screen.l1.tickedCount(), 0);
+        QCOMPARE(s.screen.l2.tickedCount(), 0);
         const QSignalSpy closing(&s.window, &SlipWindow::closeWanted);
         s.press(u"chameleonButton4"_s);
         QCOMPARE(closing.size(), 1);
@@ -165,9 +195,10 @@ private Q_SLOTS:
         QCOMPARE(s.t.program.aktifform, u"2"_s);
         drop(s.window, book); // of which kind?
         QVERIFY(s.screen.l1.isEmpty() && !s.screen.bilgi.text().isEmpty());
-        for (const auto &[command, number] :
-             {std::pair(u"buton1"_s, u"KN000001"_s), {u"lvButtons_H3"_s, u"KK000001"_s}}) {
-            s.pick(command, u"a.xlsx"_s);
+        for (const auto &[key, number] :
+             {std::pair(Qt::Key_O, u"KN000001"_s), {Qt::Key_K, u"KK000001"_s}}) {
+            s.t.dialogs.answers = {book};
+            QTest::keyClick(&s.window, key, Qt::ControlModifier);
             drop(s.window, book);
             QCOMPARE(s.screen.l1.cell(0, DuzeyHareket::IslemNo), number);
         }
