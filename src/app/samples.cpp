@@ -72,8 +72,8 @@ void fillDefinition(Program &program, const Definition &definition, const QList<
         screen.yeni();
         for (int field = 0; field < definition.fields.size(); ++field) {
             const qsizetype at = definition.columns.indexOf(definition.fields[field].column);
-            if (definition.fields[field].kind == DefinitionField::Box)
-                screen.box(field).setChecked(row.value(at) == u"1");
+            if (definition.fields[field].kind == DefinitionField::Check)
+                screen.check(field).setChecked(row.value(at) == u"1");
             else
                 screen.text(field).setText(row.value(at));
         }

@@ -26,6 +26,7 @@ MainWindow::MainWindow(Program &program, QWidget *parent)
     : QMainWindow(parent)
     , m_program(program)
     , m_area(new QMdiArea)
+    , m_seminmenu(new QMenu(u"secim"_s, this))
 {
     setObjectName(u"MDIForm1"_s);
     setWindowTitle(u"Kervan Transfer v2.21"_s);
@@ -77,27 +78,8 @@ QWidget *MainWindow::buttonBand()
 
 void MainWindow::buildMenus()
 {
-    const auto addMenu = [this](const QString &name, const QString &caption, const QString &keys,
-                                const QList<Entry> &entries) {
-        QMenu *menu = menuBar()->addMenu(caption);
-        menu->setObjectName(name);
-        menu->menuAction()->setObjectName(name);
-        for (const Entry &entry : entries) {
-            QAction *action = menu->addAction(entry.caption);
-            action->setObjectName(entry.name);
-            connect(action, &QAction::triggered, this,
-                    [this, screen = entry.screen] { open(screen); });
-        }
-        connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, [this, menu] {
-            menuBar()->setActiveAction(menu->menuAction());
-            menu->setActiveAction(menu->actions().first());
-        });
-    };
     addMenu(u"trans"_s, u"   Aktarım   "_s, u"Alt+A"_s, transferEntries());
     addMenu(u"ay"_s, u"İşlemler"_s, u"Alt+I"_s, definitionEntries());
-
-    m_seminmenu = new QMenu(u"secim"_s, this);
-    m_seminmenu->setObjectName(u"seminmenu"_s);
     for (const ListEntry &entry : invoiceListEntries()) {
         QAction *action =
             entry.operation ? m_seminmenu->addAction(entry.caption) : m_seminmenu->addSeparator();
@@ -109,10 +91,28 @@ void MainWindow::buildMenus()
                 (list->*operation)();
         });
     }
+    m_seminmenu->setObjectName(u"seminmenu"_s);
     auto *crhsp = new QMenu(u"carihesapfis"_s, this);
     crhsp->setObjectName(u"crhsp"_s);
     for (const Entry &entry : slipListEntries())
         crhsp->addAction(entry.caption)->setObjectName(entry.name);
+}
+
+void MainWindow::addMenu(const QString &name, const QString &caption, const QString &keys,
+                         const QList<Entry> &entries)
+{
+    QMenu *menu = menuBar()->addMenu(caption);
+    menu->setObjectName(name);
+    menu->menuAction()->setObjectName(name);
+    for (const Entry &entry : entries) {
+        QAction *action = menu->addAction(entry.caption);
+        action->setObjectName(entry.name);
+        connect(action, &QAction::triggered, this, [this, screen = entry.screen] { open(screen); });
+    }
+    connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, [this, menu] {
+        menuBar()->setActiveAction(menu->menuAction());
+        menu->setActiveAction(menu->actions().first());
+    });
 }
 
 void MainWindow::open(QStringView screen)
@@ -137,7 +137,6 @@ QMdiSubWindow *MainWindow::transfer(const Screen &screen)
     if (!window) {
         window = m_area->addSubWindow(screen.make(*this, screen.word));
         m_transfers[screen.word] = window;
-        window->setAttribute(Qt::WA_DeleteOnClose);
         window->setWindowIcon(windowIcon());
         window->setGeometry(m_area->viewport()->rect());
     }

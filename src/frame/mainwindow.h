@@ -16,6 +16,7 @@ class QMenu;
 namespace kervan {
 
 class Resim;
+struct Entry;
 
 /// The frame `MDIForm1`: holds every transfer screen as a child and opens the definition screens
 /// over itself. Each screen is one instance, made when it is first asked for.
@@ -63,6 +64,8 @@ protected:
 private:
     QWidget *buttonBand();
     void buildMenus();
+    void addMenu(const QString &name, const QString &caption, const QString &keys,
+                 const QList<Entry> &entries);
     /// The transfer's window in the frame, made unseen if it isn't open.
     QMdiSubWindow *transfer(const Screen &screen);
     void openTransfer(const Screen &screen);
@@ -72,8 +75,8 @@ private:
 
     Program &m_program;
     QMdiArea *m_area;
+    QMenu *m_seminmenu;
     Resim *m_resim;
-    QMenu *m_seminmenu = nullptr;
     QHash<QStringView, QPointer<QMdiSubWindow>> m_transfers;
     QHash<QStringView, QPointer<QDialog>> m_dialogs;
 };

@@ -15,7 +15,7 @@ namespace kervan {
 /// "1" or "0".
 struct DefinitionField
 {
-    enum Kind { Text, HiddenText, Box };
+    enum Kind { Text, HiddenText, Check };
 
     QString name; ///< of its control
     QString label;

@@ -126,7 +126,7 @@ Definition ststatu()
         .columns = {u"statu"_s, u"var"_s},
         .whereWord = u"where"_s,
         .fields = {{u"Text1"_s, u"Statu:"_s, u"statu"_s},
-                   {u"c1"_s, u"Varsayılan"_s, u"var"_s, DefinitionField::Box}},
+                   {u"c1"_s, u"Varsayılan"_s, u"var"_s, DefinitionField::Check}},
         .grid = {{u"Statu"_s, 2540, u"statu"_s}, {u"Durum"_s, 2540, u"var"_s, u"Varsayılan"_s}}};
 }
 

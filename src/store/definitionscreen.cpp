@@ -71,8 +71,8 @@ void DefinitionScreen::degistir(int row)
                 const DefinitionField &field = m_definition.fields[f];
                 if (field.column != column.column)
                     continue;
-                if (field.kind == DefinitionField::Box)
-                    box(f).setChecked(cell == column.tickedWord);
+                if (field.kind == DefinitionField::Check)
+                    check(f).setChecked(cell == column.tickedWord);
                 else
                     text(f).setText(cell);
             }
@@ -87,8 +87,8 @@ QString DefinitionScreen::valueOf(const QString &column)
         const DefinitionField &field = m_definition.fields[f];
         if (field.column != column)
             continue;
-        if (field.kind == DefinitionField::Box)
-            return box(f).isChecked() ? u"1"_s : u"0"_s;
+        if (field.kind == DefinitionField::Check)
+            return check(f).isChecked() ? u"1"_s : u"0"_s;
         return text(f).text();
     }
     return {};
@@ -120,7 +120,7 @@ void DefinitionScreen::emptyRecord()
 {
     for (Field &field : m_fields) {
         field.text.setText({});
-        field.box.setChecked(false);
+        field.check.setChecked(false);
     }
 }
 

@@ -20,7 +20,7 @@ public:
     Grid l1; ///< a row's tag is the `id` of its record
     /// The fields of the record by their place in the definition: a text's, and a box's.
     TextField &text(int field) { return at(field).text; }
-    CheckField &box(int field) { return at(field).box; }
+    CheckField &check(int field) { return at(field).check; }
     TextField sideValue;
     CheckField kayitta; ///< the record frame is showing, not the list frame
 
@@ -40,7 +40,7 @@ private:
     struct Field
     {
         TextField text;
-        CheckField box;
+        CheckField check;
     };
 
     Field &at(int field) { return m_fields[static_cast<std::size_t>(field)]; }

@@ -107,6 +107,12 @@ private Q_SLOTS:
         desk.screen.firmayuklesec();
         QCOMPARE(desk.screen.firma.text(), QString());
         QCOMPARE(desk.screen.firma.entries(), QStringList());
+        QCOMPARE(desk.screen.bilgi.text(), u"kesildi"_s);
+        desk.t.sqlServer.answer = [](const QString &) -> SqlRows {
+            return {};
+        };
+        desk.screen.firmayuklesec();
+        QCOMPARE(desk.screen.bilgi.text(), QString());
     }
 
     void aConnectionThatFailsIsToldTwiceAndAnEmptyFieldTestsTheOneBefore()

@@ -166,19 +166,23 @@ private Q_SLOTS:
     void aDefaultStatusIsTickedAndListed()
     {
         TestProgram test;
+        test.fill({u"insert into statu values (Null ,'eski','')"_s});
         DefinitionWindow window(test.program, *definitionOf(u"ststatu"_s));
         window.show();
-        for (const char *name : {"a", "b"}) { // two defaults stand side by side
+        auto *isDefault = window.findChild<QCheckBox *>(u"c1"_s);
+        for (const QString &status : {u"a"_s, u"b"_s}) { // two defaults stand side by side
             press(window, u"chameleonButton1"_s);
-            text(window, u"Text1"_s)->setText(QString::fromUtf8(name));
-            window.findChild<QCheckBox *>(u"c1"_s)->setChecked(true);
+            QVERIFY(!isDefault->isChecked());
+            text(window, u"Text1"_s)->setText(status);
+            isDefault->setChecked(true);
             press(window, u"chameleonButton7"_s);
         }
-        QCOMPARE(test.rows(u"statu id statu var"_s), u"1|a|1/2|b|1"_s);
-        QCOMPARE(window.screen().l1.cell(1, 1), u"Varsayılan"_s);
-        window.findChild<QTableView *>(u"l1"_s)->selectRow(0);
+        QCOMPARE(test.rows(u"statu id statu var"_s), u"1|eski|/2|a|1/3|b|1"_s);
+        QCOMPARE(window.screen().l1.cell(0, 1), QString());
+        QCOMPARE(window.screen().l1.cell(2, 1), u"Varsayılan"_s);
+        window.findChild<QTableView *>(u"l1"_s)->selectRow(1);
         press(window, u"chameleonButton2"_s);
-        QVERIFY(window.findChild<QCheckBox *>(u"c1"_s)->isChecked());
+        QVERIFY(isDefault->isChecked());
     }
 
     void theGeneralVatRateIsWrittenAtEachKeystroke()
@@ -193,6 +197,9 @@ private Q_SLOTS:
         QCOMPARE(test.rows(u"kdv id kdv"_s), u"1|2"_s);
         QTest::keyClicks(rate, u"0"_s);
         QCOMPARE(test.rows(u"kdv id kdv"_s), u"1|20"_s);
+        QVERIFY(QFile::remove(test.path(u"data.dbs"_s)));
+        DefinitionWindow withoutTable(test.program, *definitionOf(u"muhkod"_s));
+        QCOMPARE(text(withoutTable, u"genkdv"_s)->text(), u"18"_s);
     }
 
     void closingTellsTheInvoiceScreen_data()
@@ -315,6 +322,11 @@ private Q_SLOTS:
         QCOMPARE(fat.tanimlar.kdvmuafiyetsatir, u"satır"_s);
         QCOMPARE(readBytes(test.path(u"kdvmu.kvz"_s)),
                  QByteArray("genel, yaz\xFD\r\nsat\xFDr\r\n"));
+        QTRY_VERIFY(!window.findChild<KdvmuWindow *>());
+        window.open(u"kdvmu");
+        dialog = window.findChild<KdvmuWindow *>();
+        QCOMPARE(text(*dialog, u"Text1"_s)->text(), u"genel, yazı"_s);
+        QCOMPARE(text(*dialog, u"Text2"_s)->text(), u"satır"_s);
     }
 
     void theFileSettingsAreWrittenAndTakenOver()

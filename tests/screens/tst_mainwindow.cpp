@@ -8,6 +8,7 @@
 #include <QAction>
 #include <QFile>
 #include <QMdiSubWindow>
+#include <QMenu>
 #include <QProcess>
 
 using namespace kervan;
@@ -42,15 +43,62 @@ class MainWindowTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void theFrameOpensWithItsCaptionsAndReadsNothing()
+    void theFrameOpensWithItsPictureAndReadsNothing()
     {
         TestProgram t;
         MainWindow window(t.program);
         QCOMPARE(window.windowTitle(), u"Kervan Transfer v2.21"_s);
-        QCOMPARE(window.findChild<QAction *>(u"firtanım"_s)->text(), u"Firma Tanımlaması"_s);
         QCOMPARE(window.findChild<QAbstractButton *>(u"lvButtons_H5"_s)->text(),
                  u"Düzey  Fatura Aktarım"_s);
         QCOMPARE(t.program.aktifform, QString());
+        window.show();
+        window.resize(1400, 1000);
+        const auto *picture = window.findChild<QWidget *>(u"resim"_s);
+        QCOMPARE(picture->size(), QSize(640, 360));
+        QTRY_COMPARE(picture->pos(), QPoint(700 - 320, 400 - 180));
+    }
+
+    void theMenusHoldTheirEntries_data()
+    {
+        QTest::addColumn<QStringList>("entries");
+        QTest::newRow("trans") << QStringList{u"Cari Hesap Aktarım   "_s,
+                                              u"Cari Hesap Fiş Aktarım     "_s,
+                                              u"Fatura Aktarım     "_s, u"Stok Kart Aktarımı   "_s};
+        QTest::newRow("ay") << QStringList{u"Ürün Bayi Fiyat Eşleştirmesi"_s,
+                                           u"Dosya Konumları   "_s,
+                                           u"Firma Tanımlaması"_s,
+                                           u"Muhasebe Hesap Kodları     "_s,
+                                           u"Ödeme Plan Kodu   "_s,
+                                           u"Birim Setleri"_s,
+                                           u"Stok Statü Kayıtları"_s,
+                                           u"Personel Kayıtları     "_s,
+                                           u"Banka Hesap Kodu    "_s,
+                                           u"Stok Birim Seti Kodu     "_s,
+                                           u"Kdv Muafiyet Yazısı"_s,
+                                           u"Kasa Kodu"_s,
+                                           u"Fatura Özel Kodları"_s,
+                                           u"Stok özel kodları"_s,
+                                           u"Sql Server Bağlantı"_s};
+        QTest::newRow("seminmenu") << QStringList{u"Tümünü Seç"_s,
+                                                  u"E-Fatura Olanlar"_s,
+                                                  u"E-Fatura Olmayanlar"_s,
+                                                  u"Tüm Seçimi Kaldır"_s,
+                                                  QString(),
+                                                  u"E-Fatura Olanları Göster"_s,
+                                                  u"E-Fatura Olmayanları Göster"_s,
+                                                  u"Tümünü Göster"_s};
+        QTest::newRow("crhsp") << QStringList{u"Seç"_s, u"Tümün Seç"_s, u"Tüm Seçimi Kaldır"_s};
+    }
+    void theMenusHoldTheirEntries()
+    {
+        QFETCH(QStringList, entries);
+        TestProgram t;
+        MainWindow window(t.program);
+        QStringList found;
+        for (const QAction *action :
+             window.findChild<QMenu *>(QString::fromUtf8(QTest::currentDataTag()))->actions())
+            found << action->text();
+        QCOMPARE(found, entries);
     }
 
     void theListMenuServesTheInvoiceScreenThatWasLoadedLast()
@@ -60,6 +108,13 @@ private Q_SLOTS:
         QCOMPARE(frame.invoices().tickedCount(), 2);
         frame.trigger(u"tumgoster"_s);
         QCOMPARE(frame.invoices().tickedCount(), 0); // read again
+        frame.invoices().setCell(1, L1::EFatura, u"Evet"_s);
+        frame.trigger(u"eolan"_s);
+        QVERIFY(!frame.invoices().ticked(0) && frame.invoices().ticked(1));
+        frame.trigger(u"eolmayan"_s);
+        QVERIFY(frame.invoices().ticked(0) && !frame.invoices().ticked(1));
+        frame.trigger(u"tumsecimkaldir"_s);
+        QCOMPARE(frame.invoices().tickedCount(), 0);
         frame.t.program.aktifform = u"2"_s;
         frame.trigger(u"fattumsec"_s); // for a screen that isn't open
         QCOMPARE(frame.invoices().tickedCount(), 0);
@@ -69,6 +124,27 @@ private Q_SLOTS:
         frame.trigger(u"fattumsec"_s);
         QCOMPARE(frame.invoices().tickedCount(), 0);
         QCOMPARE(duzey.tickedCount(), 1);
+        duzey.setAllTicked(false);
+        frame.window.findChild<FatWindow *>()->parentWidget()->close();
+        QTRY_VERIFY(!frame.window.findChild<FatWindow *>());
+        frame.t.program.aktifform = u"1"_s;
+        frame.trigger(u"fattumsec"_s);
+        QCOMPARE(duzey.tickedCount(), 0);
+    }
+
+    void theListMenuShowsEitherKindOfInvoice()
+    {
+        Frame frame;
+        frame.t.sqlServer.answer = [first = true](const QString &) mutable -> SqlRows {
+            return {{u"ACCEPTEINV"_s}, {{std::exchange(first, !first) ? u"1"_s : u"0"_s}}};
+        };
+        frame.trigger(u"efatgoster"_s);
+        QCOMPARE(column(frame.invoices(), L1::EFatura), u"Evet"_s);
+        frame.trigger(u"tumgoster"_s);
+        QCOMPARE(frame.invoices().rows(), 2);
+        frame.trigger(u"efatolmgoster"_s);
+        QCOMPARE(column(frame.invoices(), L1::EFatura), QString());
+        QCOMPARE(frame.invoices().rows(), 1);
     }
 
     void aScreenIsOpenOnceAndItsOpeningRunsOnce()

@@ -109,6 +109,19 @@ private Q_SLOTS:
         QCOMPARE(s.rows(u"ozkod id"_s, u"fatozkod.dbs"_s), QString());
     }
 
+    void theFoldersComeFromTheirColumns()
+    {
+        Store s;
+        s.fill({u"Update yol set ec = 'a', es = 'b', ef = 'c', xc = 'd', xs = 'e', xf = 'f' "
+                "Where id='1'"_s});
+        OpenDb open(s.db, s.file);
+        Folders folders;
+        loadFolders(s.db, folders);
+        const QStringList values{folders.ec, folders.es, folders.ef,
+                                 folders.xc, folders.xs, folders.xf};
+        QCOMPARE(values, QStringList({u"a"_s, u"b"_s, u"c"_s, u"d"_s, u"e"_s, u"f"_s}));
+    }
+
     void rowsComeInTheOrderOfIdWhichIsComparedWithAQuotedNumber()
     {
         Store s;
@@ -254,6 +267,7 @@ pragma user_version=5)"_s) << QString()
         }
         s.db.open(s.path(u"stokozkod.dbs"_s)); // closes the other one
         s.db.close();
+        QCOMPARE(OtherProgram(s.file).run(u"pragma journal_mode"_s), u"delete"_s);
         const QString large =
             u"insert into per values (Null ,'%1','')"_s.arg(QString(500000, u'x'));
         if (!onAFullDisk(200000, [&] { QVERIFY(s.fails(large)); }))

@@ -107,10 +107,10 @@ QGroupBox *DefinitionWindow::recordFrame()
     const QList<DefinitionField> &fields = m_screen.definition().fields;
     for (int i = 0; i < fields.size(); ++i) {
         const DefinitionField &field = fields[i];
-        if (field.kind == DefinitionField::Box) {
+        if (field.kind == DefinitionField::Check) {
             auto *box = new QCheckBox(field.label);
             box->setObjectName(field.name);
-            bind(box, m_screen.box(i));
+            bind(box, m_screen.check(i));
             form->addRow(QString(), box);
             continue;
         }

@@ -96,29 +96,8 @@ AyrWindow::AyrWindow(Program &program, QWidget *parent)
     setObjectName(u"ayr"_s);
     setWindowTitle(u"Dosya Konumları"_s);
     auto *column = new QVBoxLayout(this);
-    QGridLayout *grid = nullptr;
-    for (int i = 0; i < static_cast<int>(Ayr::settings().size()); ++i) {
-        const auto index = static_cast<std::size_t>(i);
-        const Ayr::Setting &setting = Ayr::settings()[index];
-        if (i % 3 == 0) {
-            auto *frame = new QGroupBox(setting.isSource ? u"Text Dosya Konumu"_s
-                                                         : u"Logo Xml Dosyaları Konumu"_s);
-            grid = new QGridLayout(frame);
-            column->addWidget(frame);
-        }
-        auto *field = edit(setting.control, setting.label, m_ayr.fields[index]);
-        auto *browse = new QToolButton;
-        browse->setObjectName(u"chameleonButton%1"_s.arg(i + 1));
-        browse->setIcon(picture(u"open"_s));
-        browse->setToolTip(u"Gözat"_s);
-        const QString kind = setting.isSource ? u"Text "_s : u"Xml "_s;
-        field->setAccessibleName(kind + setting.label);
-        browse->setAccessibleName(u"Gözat: "_s + kind + setting.label);
-        connect(browse, &QAbstractButton::clicked, this, [this, i] { m_ayr.gozat(i); });
-        grid->addWidget(new QLabel(setting.label), i % 3, 0);
-        grid->addWidget(field, i % 3, 1);
-        grid->addWidget(browse, i % 3, 2);
-    }
+    column->addWidget(frame(u"Text Dosya Konumu"_s, u"Text "_s, 0));
+    column->addWidget(frame(u"Logo Xml Dosyaları Konumu"_s, u"Xml "_s, 3));
     auto *close = new QPushButton(picture(u"close"_s), u"Kapat"_s);
     close->setObjectName(u"chameleonButton8"_s);
     close->setToolTip(u"Kapat (Esc)"_s);
@@ -134,6 +113,27 @@ AyrWindow::AyrWindow(Program &program, QWidget *parent)
     column->addLayout(row);
     m_ayr.yukle();
     setFixedSize(sizeHint().expandedTo({560, 0}));
+}
+
+QGroupBox *AyrWindow::frame(const QString &caption, const QString &kind, int first)
+{
+    auto *frame = new QGroupBox(caption);
+    auto *grid = new QGridLayout(frame);
+    for (int row = 0; row < 3; ++row) {
+        const int i = first + row;
+        const auto index = static_cast<std::size_t>(i);
+        const Ayr::Setting &setting = Ayr::settings()[index];
+        auto *browse = new QToolButton;
+        browse->setObjectName(u"chameleonButton%1"_s.arg(i + 1));
+        browse->setIcon(picture(u"open"_s));
+        browse->setToolTip(u"Gözat"_s);
+        browse->setAccessibleName(u"Gözat: "_s + kind + setting.label);
+        connect(browse, &QAbstractButton::clicked, this, [this, i] { m_ayr.gozat(i); });
+        grid->addWidget(new QLabel(setting.label), row, 0);
+        grid->addWidget(edit(setting.control, kind + setting.label, m_ayr.fields[index]), row, 1);
+        grid->addWidget(browse, row, 2);
+    }
+    return frame;
 }
 
 } // namespace kervan

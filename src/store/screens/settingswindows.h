@@ -4,6 +4,8 @@
 
 #include <QDialog>
 
+class QGroupBox;
+
 namespace kervan {
 
 /// The window of a one-value dialog.
@@ -46,6 +48,9 @@ public:
     explicit AyrWindow(Program &program, QWidget *parent = nullptr);
 
 private:
+    /// Three settings, from the first on, of which `kind` tells a listener the sort.
+    QGroupBox *frame(const QString &caption, const QString &kind, int first);
+
     Ayr m_ayr;
 };
 
