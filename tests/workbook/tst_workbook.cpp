@@ -99,7 +99,8 @@ private Q_SLOTS:
         const qsizetype missing = size - records(cell + biffRecord(0x5C, {})).size();
         const QByteArray stream = records(cell + biffRecord(0x5C, QByteArray(missing, ' ')));
         QCOMPARE(stream.size(), size);
-        const QString book = write(compoundFile({{u"Workbook"_s, stream}}, sectorBits));
+        const QString book = write(
+            compoundFile({{u"x"_s, QByteArray(5000, 'y')}, {u"Workbook"_s, stream}}, sectorBits));
         QCOMPARE(told(*readSheet(book, u"A"_s)), u"BDoğru"_s);
     }
 
