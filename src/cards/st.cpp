@@ -37,8 +37,6 @@ QList<QByteArray> placeholders()
             "muh sati kod"};
 }
 
-constexpr int lastField = 18; // of those that a record is asked for
-
 } // namespace
 
 St::St(Program &program)
@@ -128,7 +126,7 @@ void St::ac(const QString &path)
     note(passOver([&] {
         const auto records = sheet(path);
         // The heading row is a record like the others; fields without a column are passed over.
-        const int fields = std::min({lastField + 1, int(Columns), records->columns()});
+        const int fields = std::min(int(Columns), records->columns());
         for (int record = 0; record < records->rows(); ++record) {
             const int row = l1.addRow(records->text(record, 0));
             for (int field = 1; field < fields; ++field)

@@ -161,16 +161,19 @@ std::optional<Decimal> decimal(std::string_view plain)
     for (const char c : plain) {
         if (c == '.') {
             behindPoint = true;
-        } else if (c == '0') {
-            zeros += result.count > 0 ? 1 : 0;
-            result.point += behindPoint ? (result.count > 0 ? 0 : -1) : (result.count > 0 ? 1 : 0);
+        } else if (c == '0' && result.count == 0) {
+            result.point -= behindPoint ? 1 : 0;
         } else if (c != '-') {
+            result.point += behindPoint ? 0 : 1;
+            if (c == '0') {
+                ++zeros;
+                continue;
+            }
             if (result.count + zeros >= doubleDigits)
                 return std::nullopt;
             for (; zeros > 0; --zeros)
                 result.digits[static_cast<std::size_t>(result.count++)] = '0';
             result.digits[static_cast<std::size_t>(result.count++)] = c;
-            result.point += behindPoint ? 0 : 1;
         }
     }
     return result.count == 0 ? Decimal{} : result;

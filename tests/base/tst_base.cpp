@@ -1,6 +1,7 @@
 #include "base/codepage.h"
 #include "base/grid.h"
 #include "base/linereader.h"
+#include "base/statement.h"
 #include "support/fakes.h"
 
 #include <QAbstractItemModelTester>
@@ -112,6 +113,32 @@ private Q_SLOTS:
     {
         QFETCH(QByteArray, bytes);
         QTEST(linesOf(bytes), "lines");
+    }
+
+    void aValueThatWouldEndItsQuotesIsNoticed_data()
+    {
+        QTest::addColumn<QString>("value");
+        QTest::addColumn<bool>("breaks");
+        QTest::newRow("no apostrophe") << u"baba \"x\" --"_s << false;
+        QTest::newRow("one in the midst") << u"baba'nın"_s << true;
+        QTest::newRow("one at the end") << u"baba'"_s << true;
+        QTest::newRow("a pair") << u"baba''nın"_s << false;
+        QTest::newRow("a pair at the end") << u"baba''"_s << false;
+        QTest::newRow("a pair and one more") << u"baba'''"_s << true;
+        QTest::newRow("two apart") << u"'a'"_s << true;
+    }
+    void aValueThatWouldEndItsQuotesIsNoticed()
+    {
+        QFETCH(QString, value);
+        const Statement statement = Statement(u"where kod='").value(value).text(u"'");
+        QCOMPARE(statement.text(), u"where kod='"_s + value + u'\'');
+        QTEST(statement.breakingValue().has_value(), "breaks");
+    }
+
+    void aPartOfANameHoldsLettersDigitsAndUnderscoresAlone()
+    {
+        QVERIFY(!Statement(u"from LG_").name(u"00Ş_7").breakingValue());
+        QVERIFY(Statement(u"from LG_").name(u"007 a").breakingValue());
     }
 
     void aSourceThatCannotBeReadIsAFailureThatNamesIt()

@@ -88,13 +88,16 @@ private Q_SLOTS:
         const QString name(40, u'Ş');
         writeBytes(d.cariler, ruled(u"xx", 3, u"12345678", 11, title, 61, u"x") + "\r\n");
         writeBytes(d.stoklar, ruled(QString(134, u'x'), 25, u"123456789", 79, name, 119, u"ABCDEF",
-                                    125, u"12.3456", 133, u"18", 135, u"x"));
+                                    125, u"12.3456", 133, u"18", 135, u"x") +
+                                  ruled(u"", 25, u" KOD ", 79, u" AD ", 119, u" KT ", 125, u" 1 5 ",
+                                        133, u" 8"));
         d.cr.caridosyasikoku();
         d.stok.stokdosyasikoku();
         QCOMPARE(d.cr.l1.rows(), 2); // the rows read before are gone, the blank line counts
         QCOMPARE(d.cr.kartSayisi.text(), u"2"_s);
         QCOMPARE(rowOf(d.cr.l1, 0, 17), u"12345678|"_s + title + QString(15, u'|'));
         QCOMPARE(rowOf(d.stok.l1, 0, 6), u"1|123456789|"_s + name + u"|ABCDEF|12.3456|18"_s);
+        QCOMPARE(rowOf(d.stok.l1, 1, 6), u"2|KOD| AD| KT|15| 8"_s);
     }
 
     void theClockIsReadForEachStepOfEachRow()
@@ -110,7 +113,9 @@ private Q_SLOTS:
         QStringList written;
         for (const auto &match : moments.globalMatch(QString::fromLatin1(readBytes(d.target))))
             written << match.captured(1);
-        QCOMPARE(written.join(u' '), u"07.03.2024 23 0 1 08.03.2024 0 0 5"_s);
+        const QStringList expected{u"07.03.2024"_s, u"23"_s, u"0"_s, u"1"_s,
+                                   u"08.03.2024"_s, u"0"_s,  u"0"_s, u"5"_s};
+        QCOMPARE(written, expected);
     }
 
     void dialogsAreAskedAsTheScreensSayAndACancelChangesNothing()

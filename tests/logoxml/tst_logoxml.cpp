@@ -132,6 +132,19 @@ private Q_SLOTS:
         }
     }
 
+    void aSlipThatDoublesWithEverySlipIsAFailureThatNamesIt()
+    {
+        AccumulatedBody body("tutar", {"tutar"});
+        body.add(QStringList{u"12"_s});
+        body.add(QStringList{u"13"_s});
+        body.handOver([](QByteArrayView) {});
+        QCOMPARE(failureOf([&] {
+                     for (int slip = 0; slip < 25; ++slip)
+                         body.add(QStringList{u"tutartutar"_s});
+                 }),
+                 u"3. kayıt çok büyüdü."_s);
+    }
+
     void aTargetThatCannotBeWrittenKeepsTheOldDocument()
     {
         // 1001003 bytes

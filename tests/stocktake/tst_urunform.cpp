@@ -34,6 +34,7 @@ private Q_SLOTS:
                 u"insert into urun values ('A','ARMUT','3','4,50')"_s});
         Urunform form(t.program);
         form.yukle();
+        QCOMPARE(form.l1.rows(), 12);
         form.satirekle(10); // only the last of ten empty rows takes another one
         form.satirekle(11);
         QCOMPARE(form.l1.rows(), 13);

@@ -45,7 +45,7 @@ inline QString contentOf(const QString &folder)
 
 /// Puts something at the path that exists and that nobody can open, not even the system's own user:
 /// the node of a socket. False where the system has none.
-inline bool makeUnreadable(const QString &path)
+inline bool makeUnreadable([[maybe_unused]] const QString &path)
 {
 #ifdef Q_OS_UNIX
     return mknod(QFile::encodeName(path).constData(), S_IFSOCK | S_IRUSR | S_IWUSR, 0) == 0;

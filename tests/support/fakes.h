@@ -13,6 +13,16 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
+// A test makes a TestProgram, lays down what will come, and lets a screen run over it:
+//
+//     TestProgram t;
+//     Cr cr(t.program);
+//     cr.dosyaac(t.path(u"cariler.txt"_s));         // written there before with writeBytes()
+//     t.dialogs.answers = {t.path(u"belge.xml"_s)}; // what the user will pick
+//     t.boxes.expectDone();                         // the box that has to come
+//     cr.xmlkaydet();
+//     QCOMPARE(readBytes(t.path(u"belge.xml"_s)), ...);
+
 /// Boxes that are answered at once. Each has to be expected beforehand, in its order; anything else
 /// fails the test, and so does an expected box that never came.
 class FakeBoxes : public Boxes

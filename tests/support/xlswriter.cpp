@@ -14,7 +14,6 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype longestRecord = 8224;
-constexpr qsizetype sectorSize = 512;
 constexpr quint32 endOfChain = 0xFFFFFFFE;
 constexpr quint32 freeSector = 0xFFFFFFFF;
 
@@ -61,8 +60,9 @@ QByteArray biffRecord(quint16 type, const QByteArray &data)
 
 // Header, the streams one behind the other, the directory, then the table and the lists of it.
 // Streams of less than 4096 bytes stand in the small sectors, which are the root's stream.
-QByteArray compoundFile(const QList<std::pair<QString, QByteArray>> &streams)
+QByteArray compoundFile(const QList<std::pair<QString, QByteArray>> &streams, int sectorBits)
 {
+    const qsizetype sectorSize = qsizetype(1) << sectorBits;
     QByteArray body;
     QByteArray small;
     QList<quint32> next;
@@ -107,7 +107,7 @@ QByteArray compoundFile(const QList<std::pair<QString, QByteArray>> &streams)
                                           freeSector, smallFirst, small.size()) +
                                     entries);
 
-    constexpr qsizetype each = sectorSize / 4;
+    const qsizetype each = sectorSize / 4;
     qsizetype tables = 0;
     qsizetype lists = 0;
     while (tables * each < next.size() + tables + lists) {
@@ -122,10 +122,10 @@ QByteArray compoundFile(const QList<std::pair<QString, QByteArray>> &streams)
     for (const quint32 sector : std::as_const(next))
         body += little(sector);
     QByteArray header = QByteArray("\xD0\xCF\x11\xE0\xA1\xB1\x1A\xE1", 8) + QByteArray(16, '\0') +
-                        word(0x3E) + word(3) + word(0xFFFE) + word(9) + word(6) +
-                        QByteArray(10, '\0') + little(static_cast<quint32>(tables)) +
-                        little(directory) + little(quint32(0)) + little(quint32(4096)) +
-                        little(smallTableFirst) +
+                        word(0x3E) + word(sectorBits == 9 ? 3 : 4) + word(0xFFFE) +
+                        word(sectorBits) + word(6) + QByteArray(10, '\0') +
+                        little(static_cast<quint32>(tables)) + little(directory) +
+                        little(quint32(0)) + little(quint32(4096)) + little(smallTableFirst) +
                         little(static_cast<quint32>(smallTable.size() / sectorSize)) +
                         little(lists > 0 ? static_cast<quint32>(firstList) : endOfChain) +
                         little(static_cast<quint32>(lists));
@@ -137,7 +137,7 @@ QByteArray compoundFile(const QList<std::pair<QString, QByteArray>> &streams)
             body += little(list < lists ? static_cast<quint32>(firstList + list) : endOfChain);
         }
     }
-    return header + body;
+    return padded(header, sectorSize) + body;
 }
 
 namespace {

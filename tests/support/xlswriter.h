@@ -15,7 +15,7 @@ void writeXls(const QString &path, const QString &sheetName, int rows,
 /// One record of BIFF8, cut into continuations where it is too long, which serves for records
 /// whose pieces need no care.
 QByteArray biffRecord(quint16 type, const QByteArray &data);
-/// A compound file with streams of these names.
-QByteArray compoundFile(const QList<std::pair<QString, QByteArray>> &streams);
+/// A compound file with streams of these names, in sectors of 512 bytes (9) or 4096 (12).
+QByteArray compoundFile(const QList<std::pair<QString, QByteArray>> &streams, int sectorBits = 9);
 
 } // namespace kervan

@@ -56,7 +56,7 @@ private Q_SLOTS:
         add("a negative half", u"-2,675"_s, "##0.00"_mask, u"-2,68"_s);
         add("a half in binary, too", u"0,125"_s, "##0.00"_mask, u"0,13"_s);
         add("15 digits below a half", u"1,00499999999999"_s, "##0.00"_mask, u"1,00"_s);
-        add("17 digits count as 15", u"1,0049999999999999"_s, "##0.00"_mask, u"1,01"_s);
+        add("16 digits count as 15", u"1,004999999999999"_s, "##0.00"_mask, u"1,01"_s);
         add("no digit left but the half", u"0,005"_s, "##0.00"_mask, u"0,01"_s);
         add("less than that", u"0,0049"_s, "##0.00"_mask, u"0,00"_s);
         add("less by a place", u"0,0006"_s, "##0.00"_mask, u"0,00"_s);

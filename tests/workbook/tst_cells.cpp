@@ -192,6 +192,24 @@ private Q_SLOTS:
         QTEST(readSheet(path(u"format.xls"_s), u"A"_s)->text(0, 0), "text");
     }
 
+    void someFormatsAreDatesByTheirNumber_data()
+    {
+        QTest::addColumn<int>("format");
+        QTest::addColumn<Kind>("kind");
+        for (const int format : {14, 22, 27, 36, 45, 47, 50, 58})
+            QTest::addRow("%d", format) << format << Kind::Date;
+        for (const int format : {0, 13, 23, 26, 37, 44, 48, 49, 59})
+            QTest::addRow("%d", format) << format << Kind::Number;
+    }
+    void someFormatsAreDatesByTheirNumber()
+    {
+        QFETCH(int, format);
+        const auto sheet = sheetOf(
+            {.rows = "<row><c s='0'><v>44270</v></c></row>",
+             .styles = "<cellXfs><xf numFmtId='" + QByteArray::number(format) + "'/></cellXfs>"});
+        QTEST(sheet->kind(0, 0), "kind");
+    }
+
     void cellsAndRowsFindTheirPlaces()
     {
         QCOMPARE(told(*sheetOf(
@@ -202,6 +220,9 @@ private Q_SLOTS:
                                         "<c r='C2'><v>1</v></c><c r='A2'><v>0</v></c>"
                                         "<c r='C2'><v>2</v></c></row>"})),
                  u"N0|.|N2\n.|N3|."_s);
+        QCOMPARE(
+            told(*sheetOf({.rows = "<row><c r='A1'><v>1</v></c><c r='A1'><v>2</v></c></row>"})),
+            u"N2"_s);
         QCOMPARE(told(*sheetOf({.rows = "<row><c><v></v></c></row>"})), QString());
         writeZip(path(u"far.zip"_s),
                  package({.rows = "<row r='1'><c r='A1'><v>1</v></c></row><row r='1048576'>"

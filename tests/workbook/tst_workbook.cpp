@@ -29,6 +29,17 @@ QByteArray head(quint16 version, quint16 kind)
     return bytes;
 }
 
+// The records of a workbook whose only sheet is A.
+QByteArray records(const QByteArray &cells, const QByteArray &globals = {})
+{
+    const QByteArray start = head(0x600, 5);
+    const QByteArray end = globals + biffRecord(0x0A, {});
+    const QByteArray entry("\0\0\0\0\0\1\0A", 8); // behind the low byte of its place
+    const qsizetype place = start.size() + 4 + 1 + entry.size() + end.size();
+    return start + biffRecord(0x85, char(place) + entry) + end + head(0x600, 16) + cells +
+           biffRecord(0x0A, {});
+}
+
 } // namespace
 
 class TestWorkbook : public QObject
@@ -43,6 +54,7 @@ class TestWorkbook : public QObject
         writeBytes(path(u"dosya.xls"_s), bytes);
         return path(u"dosya.xls"_s);
     }
+
 private Q_SLOTS:
     void resultsInRecordsAreRead()
     {
@@ -51,20 +63,45 @@ private Q_SLOTS:
             return biffRecord(0x06,
                               QByteArray(2, '\0') + char(column) + QByteArray(3, '\0') + value);
         };
-        QByteArray globals = head(0x600, 5);
-        const QByteArray entry("\0\0\0\0\0\0\1\0A", 9);
-        const auto place = globals.size() + entry.size() + 8;
-        globals += biffRecord(0x85, char(place) + entry.sliced(1)) + biffRecord(0x0A, {});
+        // A text with a run and a reading aid behind it, and one more.
+        const QByteArray texts = biffRecord(0xFC, "\2\0\0\0\2\0\0\0"
+                                                  "\1\0\x0C\1\0\2\0\0\0z\1\0\1\0yy"
+                                                  "\1\0\0k"_ba);
         // The longest record takes 8224 bytes; the last character of this text goes on in another.
         const QByteArray longText = "\0\0\x9\0\0\0\x18\x20\0"_ba + QByteArray(8215, 'a') + "\0b"_ba;
-        write(globals + head(0x600, 16) + result(1, "\1\0\1\0\0\0\xFF\xFF"_ba) +
-              result(2, "\2\0\x2A\0\0\0\xFF\xFF"_ba) + result(3, "\3\0\0\0\0\0\xFF\xFF"_ba) +
-              result(4, "\0\0\0\0\0\0\xF8\x3F"_ba) + biffRecord(0x205, "\0\0\5\0\0\0\7\1"_ba) +
-              biffRecord(0x205, "\0\0\6\0\0\0\0\0"_ba) +
-              biffRecord(0xBD, "\0\0\7\0\0\0\x67\0\0\0\0\0\x2A\0\0\0\x8\0"_ba) +
-              biffRecord(0x204, longText) + biffRecord(0x0A, {}));
+        write(records(
+            result(1, "\1\0\1\0\0\0\xFF\xFF"_ba) + result(2, "\2\0\x2A\0\0\0\xFF\xFF"_ba) +
+                result(3, "\3\0\0\0\0\0\xFF\xFF"_ba) + result(4, "\0\0\0\0\0\0\xF8\x3F"_ba) +
+                biffRecord(0x205, "\0\0\5\0\0\0\7\1"_ba) +
+                biffRecord(0x205, "\0\0\6\0\0\0\0\0"_ba) +
+                biffRecord(0xBD, "\0\0\7\0\0\0\x67\0\0\0\0\0\x2A\0\0\0\x8\0"_ba) +
+                biffRecord(0x204, longText) + biffRecord(0xFD, "\0\0\xA\0\0\0\0\0\0\0"_ba) +
+                biffRecord(0xFD, "\0\0\xB\0\0\0\1\0\0\0"_ba),
+            texts));
         QCOMPARE(told(*readSheet(path(u"dosya.xls"_s), u"A"_s)),
-                 u"BDoğru|.|.|N1,5|.|BYanlış|N0,25|N10|T"_s + QString(8215, u'a') + u'b');
+                 u"BDoğru|.|.|N1,5|.|BYanlış|N0,25|N10|T"_s + QString(8215, u'a') + u"b|Tz|Tk"_s);
+    }
+
+    void aStreamIsReadFromItsSectors_data()
+    {
+        QTest::addColumn<int>("size");
+        QTest::addColumn<int>("sectorBits");
+        QTest::newRow("the longest in small sectors") << 4095 << 9;
+        QTest::newRow("the shortest in large ones") << 4096 << 9;
+        QTest::newRow("sectors of 4096 bytes") << 8192 << 12;
+        QTest::newRow("small ones in those") << 4095 << 12;
+    }
+    void aStreamIsReadFromItsSectors()
+    {
+        QFETCH(int, size);
+        QFETCH(int, sectorBits);
+        const QByteArray cell = biffRecord(0x205, "\0\0\6\0\0\0\1\0"_ba);
+        const qsizetype missing = size - records(cell + biffRecord(0x5C, {})).size();
+        const QByteArray stream = records(cell + biffRecord(0x5C, QByteArray(missing, ' ')));
+        QCOMPARE(stream.size(), size);
+        const QString book = write(
+            compoundFile({{u"x"_s, QByteArray(5000, 'y')}, {u"Workbook"_s, stream}}, sectorBits));
+        QCOMPARE(told(*readSheet(book, u"A"_s)), u"BDoğru"_s);
     }
 
     void aPartMayBeUtf16()
@@ -91,6 +128,13 @@ private Q_SLOTS:
                      book + u" okunamadı: \"Sayfa1\" adlı sayfa yok; sayfaları: \"veri\", "
                             "\"VERİ2\", \"Gizli\""_s);
         }
+        QList<BookSheet> many;
+        for (int i = 1; i <= 22; ++i)
+            many << BookSheet{u"S%1"_s.arg(i), {{1}}};
+        writeWorkbook(path(u"many.xlsx"_s), many);
+        QVERIFY(failureOf([&] {
+                    readSheet(path(u"many.xlsx"_s), u"A"_s);
+                }).endsWith(u"\"S19\", \"S20\" ve 2 sayfa daha"_s));
         writeZip(path(u"parts.zip"_s), package({.rows = {}}));
         QVERIFY(failureOf([&] {
                     readSheet(path(u"parts.zip"_s), u"Grafik"_s);
@@ -146,6 +190,8 @@ private Q_SLOTS:
         add("an .xls of 1995", compound(u"Book"_s, head(0x500, 5)), u"Excel 95"_s);
         add("an older one", QByteArray("\x09\0\x04\0\0\0\x10\0", 8), u"Excel 95"_s);
         add("a .doc", compound(u"WordDocument"_s, "abc"), u"çalışma kitabı değil"_s);
+        add("a number cut short", records(biffRecord(0x203, QByteArray(13, '\0'))),
+            u"yarım kalmış"_s);
         add("records without an end", compound(u"Workbook"_s, head(0x600, 5)), u"yarım kalmış"_s);
     }
     void aFileThatIsNoWorkbookSaysWhatItIs()
@@ -164,6 +210,14 @@ private Q_SLOTS:
             QVERIFY(failsNaming(book, [&] { readSheet(book, u"A"_s); }));
     }
 
+    void aFileOfMoreThan256MegabytesIsRefused()
+    {
+        QFile file(path(u"dosya.xls"_s));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.resize(256LL * 1024 * 1024 + 1));
+        const QString why = failureOf([&] { readSheet(file.fileName(), u"A"_s); });
+        QVERIFY2(why.endsWith(u"256 MB sınırını aşıyor"_s), qPrintable(why));
+    }
+
     void whatADamagedOrHostileSheetHoldsIsRefused_data()
     {
         QTest::addColumn<Parts>("parts");
@@ -174,6 +228,9 @@ private Q_SLOTS:
         add("20 MB out of nothing", {.rows = "<row>" + QByteArray(20'000'000, ' ') + "</row>"},
             u"sınırı aşıyor"_s);
         add("33 MB of styles", {.rows = {}, .styles = wellFilled(33)}, u"sınırı aşıyor"_s);
+        add("a text of 17 MB",
+            {.rows = "<row><c t='str'><v>" + wellFilled(17).replace('<', ' ') + "</v></c></row>"},
+            u"parça çok uzun"_s);
         add("a row too far", {.rows = "<row><c r='A1048577'><v>1</v></c></row>"},
             u"sınırını aşıyor"_s);
         add("a column too far", {.rows = "<row><c r='XFE1'><v>1</v></c></row>"},
