@@ -1,6 +1,7 @@
 // The three readers of the invoice file. Sums are worked out by hand beside each case.
 
 #include "desk.h"
+#include "support/table.h"
 
 #include <QElapsedTimer>
 #include <QFile>
@@ -90,22 +91,18 @@ private Q_SLOTS:
 
     void aCollectionRateCountsIfItIsGreaterThanZero_data()
     {
-        QTest::addColumn<QString>("rate");
-        QTest::addColumn<QString>("total");
-        QTest::addColumn<QString>("expected"); // rate, amount and salesman of the row
-        QTest::newRow("half a percent") << u"0.5"_s << u"80"_s << u"0,5|0,4|LP1"_s;
-        QTest::newRow("of the rate four decimals stay")
-            << u"33.33335"_s << u"1000"_s << u"33,3334|333,334|LP1"_s;
-        // 123456,78 * 12,5 / 100 = 15432,0975, of which a single prints seven digits
-        QTest::newRow("the amount is single")
-            << u"12.5"_s << u"123456.78"_s << u"12,5|15432,1|LP1"_s;
-        QTest::newRow("blanks in front") << u"    50"_s << u"80"_s << u"50|40|LP1"_s;
-        QTest::newRow("greater than zero and masked to zero")
-            << u"0.00004"_s << u"80"_s << u"0|0|LP1"_s;
-        QTest::newRow("a total that is no number") << u"50"_s << u""_s << u"50||LP1"_s;
-        for (const QString &rate : {u"0.00"_s, u"-50"_s, u""_s, u"elli"_s})
-            QTest::newRow(qPrintable(u"not counted: \"%1\""_s.arg(rate)))
-                << rate << u"80"_s << u"||"_s;
+        // What a row then holds: rate, amount, salesman. Of 15432,0975 a single prints 15432,1.
+        addTable(uR"(
+case                                ; rate     ; total     ; expected
+half a percent                      ; 0.5      ; 80        ; 0,5|0,4|LP1
+four decimals of the rate           ; 33.33335 ; 1000      ; 33,3334|333,334|LP1
+the amount is single                ; 12.5     ; 123456.78 ; 12,5|15432,1|LP1
+greater than zero, masked to zero   ; 0.00004  ; 80        ; 0|0|LP1
+a total that is no number           ; 50       ;           ; 50||LP1
+zero does not count                 ; 0.00     ; 80        ; ||
+below zero does not count           ; -50      ; 80        ; ||
+none does not count                 ;          ; 80        ; ||
+words do not count                  ; elli     ; 80        ; ||)"_s);
     }
     void aCollectionRateCountsIfItIsGreaterThanZero()
     {
@@ -113,7 +110,7 @@ private Q_SLOTS:
         QFETCH(QString, total);
         QFETCH(QString, expected);
         Desk desk;
-        desk.open(header({.total = total}) + collection(rate));
+        desk.open(header({.total = total}) + collection(rate.rightJustified(8)));
         QCOMPARE(collected(desk, 0), expected);
         QCOMPARE(desk.storedCounter(), expected == u"||" ? "1" : "2"); // the header's, and its own
     }
@@ -128,38 +125,27 @@ private Q_SLOTS:
 
     void theDateFilterRunsAtTheEndOfAReadAndNumbersFollowIt_data()
     {
-        QTest::addColumn<QDate>("first");
-        QTest::addColumn<QDate>("last");
-        QTest::addColumn<QStringList>("dates");
-        QTest::addColumn<QString>("left");
-        const QDate seventh(2024, 3, 7);
-        const QStringList sixthToNinth{u"20240306"_s, u"20240307"_s, u"20240308"_s, u"20240309"_s};
-        QTest::newRow("both days are in it")
-            << seventh << seventh.addDays(1) << sixthToNinth << u"07.03.2024,08.03.2024"_s;
-        QTest::newRow("the first day after the last one")
-            << seventh.addDays(1) << seventh << sixthToNinth << QString();
-        QTest::newRow("across a month and its year")
-            << QDate(2024, 1, 2) << QDate(2024, 2, 1)
-            << QStringList{u"20231231"_s, u"20240131"_s, u"20240201"_s, u"20250115"_s}
-            << u"31.01.2024,01.02.2024"_s;
-        QTest::newRow("behind a row without a date all stay")
-            << seventh << seventh << QStringList{u"20240101"_s, u"20240307"_s, u""_s, u"20240101"_s}
-            << u"07.03.2024,..,01.01.2024"_s;
+        addTable(uR"(
+case                               ; first      ; last       ; dates                               ; left
+both days are in it                ; 07.03.2024 ; 08.03.2024 ; 20240306 20240307 20240308 20240309 ; 07.03.2024,08.03.2024
+the first day after the last       ; 08.03.2024 ; 07.03.2024 ; 20240306 20240307 20240308 20240309 ;
+across a month and a year          ; 02.01.2024 ; 01.02.2024 ; 20231231 20240131 20240201 20250115 ; 31.01.2024,01.02.2024
+behind a row without date all stay ; 07.03.2024 ; 07.03.2024 ; 20240101 20240307  20240101         ; 07.03.2024,..,01.01.2024)"_s);
     }
     void theDateFilterRunsAtTheEndOfAReadAndNumbersFollowIt()
     {
-        QFETCH(QDate, first);
-        QFETCH(QDate, last);
-        QFETCH(QStringList, dates);
+        QFETCH(QString, first);
+        QFETCH(QString, last);
+        QFETCH(QString, dates);
         QFETCH(QString, left);
         Desk desk;
         writeBytes(desk.t.path(u"kasacariislemno.kvz"_s), "41\r\n");
         QByteArray bif;
-        for (const QString &date : dates)
+        for (const QString &date : dates.split(u' '))
             bif += header({u"F1"_s, date});
         desk.open(bif);
-        desk.fat.liste.ilkTarih.setDate(first);
-        desk.fat.liste.sonTarih.setDate(last);
+        desk.fat.liste.ilkTarih.setDate(QDate::fromString(first, u"dd.MM.yyyy"_s));
+        desk.fat.liste.sonTarih.setDate(QDate::fromString(last, u"dd.MM.yyyy"_s));
         desk.fat.liste.tarihAraligi.setChecked(true);
         desk.fat.tariharaligisec();
         QCOMPARE(column(desk.l1, L1::FaturaTarihi), left);
@@ -268,68 +254,51 @@ private Q_SLOTS:
 
     void aLineSellsInPacksOrFromTenOnInCartons_data()
     {
-        QTest::addColumn<QString>("dealerPrice");
-        QTest::addColumn<QStringList>("source"); // quantity, price, amount
-        QTest::addColumn<int>("lines");          // taken of two, the second a good one
-        QTest::addColumn<QString>("expected");
-        const auto row = [](const char *name, const QString &dealerPrice, const QStringList &source,
-                            const QString &expected, int lines = 2) {
-            QTest::newRow(name) << dealerPrice << source << lines << expected;
-        };
-        // 8 * 5 = 40; 50 - 40 = 10; 1,8; (12,16 - 1,8 / 5) / 1,18 = 11,8 / 1,18
-        row("packs", u"8"_s, {u"5"_s, u"12.16"_s, u"50"_s},
-            u"5,00|10|50,0000|50,0000|PK|40|10|1,8"_s);
-        // 19,99 - 9,99 = 10; (11,8 - 1,8 / 9,99) / 1,18 = 11,6198198 / 1,18 = 9,8473049
-        row("just below a carton", u"1"_s, {u"9.99"_s, u"11.8"_s, u"19.99"_s},
-            u"9,99|9,847305|19,9900|19,9900|PK|9,99|10|1,8"_s);
-        row("9,994 packs are 9,99", u"1"_s, {u"9.994"_s, u"11.8"_s, u"9.99"_s},
-            u"9,99|10|9,9900|9,9900|PK|9,99|0|0"_s);
-        row("9,995 packs are 10,00 and a carton", u"1"_s, {u"9.995"_s, u"1.18"_s, u"10"_s},
-            u"1|10|11,8|10,0000|KRT|10|0|0"_s);
-        // (11,8 - 1,8 / 1) / 1,18 = 10 / 1,18 = 8,4745763
-        row("a carton", u"1"_s, {u"10"_s, u"1.18"_s, u"20"_s},
-            u"1|8,474576|11,8|20,0000|KRT|10|10|1,8"_s);
-        // 10 * 2,5 = 25; 4,5; 0,81; (11,8 - 0,324) / 1,18 = 9,7254237
-        row("two and a half", u"1"_s, {u"25"_s, u"1.18"_s, u"29.5"_s},
-            u"2,5|9,725424|11,8|29,5000|KRT|25|4,5|0,81"_s);
+        // Cells are quantity, price, amount, total, unit, dealer amount, margin, extra tax.
+        // packs: 8 * 5 = 40; 50 - 40 = 10; 1,8; (12,16 - 1,8 / 5) / 1,18 = 11,8 / 1,18
+        // just below: 19,99 - 9,99 = 10; (11,8 - 1,8 / 9,99) / 1,18 = 11,6198198 / 1,18 = 9,8473049
+        // a carton: (11,8 - 1,8 / 1) / 1,18 = 10 / 1,18 = 8,4745763
+        // two and a half: 10 * 2,5 = 25; 4,5; 0,81; (11,8 - 0,324) / 1,18 = 9,7254237
         // 12,3 as a single is 12,3000001907349, and times 0,7 it is 8,6100001335144; 8,7 less that;
-        // (11,8 - 0,016199976 / 12,3) / 1,18 = 11,798682929 / 1,18 = 9,9988838
-        row("the quantity is single", u"0,07"_s, {u"123"_s, u"1.18"_s, u"8.70"_s},
-            u"12,3|9,998884|11,8|8,7000|KRT|8,6100001335144|0,0899998664855985|"
-            "0,0161999759674077"_s);
-        // 0,4 * 0,5 = 0,2; 0,095; 0,0171; (0,59 - 0,0342) / 1,18 = 0,4710169
-        row("values below 1", u"0,4"_s, {u"0.5"_s, u"0.59"_s, u"0.295"_s},
-            u",50|0,4710169|,2950|,2950|PK|0,2|0,095|0,0171"_s);
+        //     (11,8 - 0,016199976 / 12,3) / 1,18 = 11,798682929 / 1,18 = 9,9988838
+        // below 1: 0,4 * 0,5 = 0,2; 0,095; 0,0171; (0,59 - 0,0342) / 1,18 = 0,4710169
         // 10 * 1,2345678912 million has eight digits, a single prints seven; / 1,18 = 10462440,7
-        row("the carton's price is single", u"1"_s, {u"10"_s, u"1234567.8912"_s, u"10"_s},
-            u"1|10462440|12345680|10,0000|KRT|10|0|0"_s);
-        // (11,8 + 1,8) / 1,18 = 13,6 / 1,18 = 11,5254237
-        row("a loss raises the price", u"20"_s, {u"1"_s, u"11.8"_s, u"10"_s},
-            u"1,00|11,52542|10,0000|10,0000|PK|20|-10|-1,8"_s);
-        // What fails keeps the cells before it, and no line follows.
-        row("quantity 0 divides the tax", u"10"_s, {u"0"_s, u"11.8"_s, u"10"_s},
-            u",00|11,8000|10,0000|10,0000|PK|0|10|1,8"_s, 1);
-        row("no quantity", u"10"_s, {u""_s, u"11.8"_s, u"10"_s}, u"|||||||"_s, 1);
-        row("a quantity in words", u"10"_s, {u"bir"_s, u"11.8"_s, u"10"_s}, u"|||||||"_s, 1);
-        row("no price of packs", u"10"_s, {u"1"_s, u""_s, u"10"_s},
-            u"1,00||10,0000|10,0000|PK|10|0|0"_s, 1);
-        row("no price of cartons", u"10"_s, {u"10"_s, u""_s, u"10"_s}, u"1|||||||"_s, 1);
-        row("no amount", u"10"_s, {u"1"_s, u"11.8"_s, u""_s}, u"1,00|11,8000|||PK|10||"_s, 1);
-        row("an empty dealer price", u""_s, {u"1"_s, u"11.8"_s, u"10"_s},
-            u"1,00|11,8000|10,0000||PK|||"_s, 1);
+        // a loss: (11,8 + 1,8) / 1,18 = 13,6 / 1,18 = 11,5254237
+        addTable(uR"(
+case                         ; dealer ; quantity ; price        ; amount ; lines ; expected
+packs                        ; 8      ; 5        ; 12.16        ; 50     ; 2     ; 5,00|10|50,0000|50,0000|PK|40|10|1,8
+just below a carton          ; 1      ; 9.99     ; 11.8         ; 19.99  ; 2     ; 9,99|9,847305|19,9900|19,9900|PK|9,99|10|1,8
+9,994 packs are 9,99         ; 1      ; 9.994    ; 11.8         ; 9.99   ; 2     ; 9,99|10|9,9900|9,9900|PK|9,99|0|0
+9,995 packs are a carton     ; 1      ; 9.995    ; 1.18         ; 10     ; 2     ; 1|10|11,8|10,0000|KRT|10|0|0
+a carton                     ; 1      ; 10       ; 1.18         ; 20     ; 2     ; 1|8,474576|11,8|20,0000|KRT|10|10|1,8
+two and a half               ; 1      ; 25       ; 1.18         ; 29.5   ; 2     ; 2,5|9,725424|11,8|29,5000|KRT|25|4,5|0,81
+the quantity is single       ; 0,07   ; 123      ; 1.18         ; 8.70   ; 2     ; 12,3|9,998884|11,8|8,7000|KRT|8,6100001335144|0,0899998664855985|0,0161999759674077
+values below 1               ; 0,4    ; 0.5      ; 0.59         ; 0.295  ; 2     ; ,50|0,4710169|,2950|,2950|PK|0,2|0,095|0,0171
+the carton's price is single ; 1      ; 10       ; 1234567.8912 ; 10     ; 2     ; 1|10462440|12345680|10,0000|KRT|10|0|0
+a loss raises the price      ; 20     ; 1        ; 11.8         ; 10     ; 2     ; 1,00|11,52542|10,0000|10,0000|PK|20|-10|-1,8
+fails: quantity 0            ; 10     ; 0        ; 11.8         ; 10     ; 1     ; ,00|11,8000|10,0000|10,0000|PK|0|10|1,8
+fails: no quantity           ; 10     ;          ; 11.8         ; 10     ; 1     ; |||||||
+fails: a quantity in words   ; 10     ; bir      ; 11.8         ; 10     ; 1     ; |||||||
+fails: no price of packs     ; 10     ; 1        ;              ; 10     ; 1     ; 1,00||10,0000|10,0000|PK|10|0|0
+fails: no price of cartons   ; 10     ; 10       ;              ; 10     ; 1     ; 1|||||||
+fails: no amount             ; 10     ; 1        ; 11.8         ;        ; 1     ; 1,00|11,8000|||PK|10||
+fails: no dealer price       ;        ; 1        ; 11.8         ; 10     ; 1     ; 1,00|11,8000|10,0000||PK|||)"_s);
     }
+    // What fails keeps the cells before it, and the good line behind it is not reached.
     void aLineSellsInPacksOrFromTenOnInCartons()
     {
-        QFETCH(QString, dealerPrice);
-        QFETCH(QStringList, source);
-        QFETCH(int, lines);
+        QFETCH(QString, dealer);
+        QFETCH(QString, quantity);
+        QFETCH(QString, price);
+        QFETCH(QString, amount);
+        QFETCH(QString, lines);
         QFETCH(QString, expected);
-        Desk desk(u"P1=10 X="_s + dealerPrice);
-        if (dealerPrice.isEmpty())
+        Desk desk(u"P1=10 X="_s + dealer);
+        if (dealer.isEmpty())
             desk.t.boxes.expect({noPrices + u"  X"_s});
-        desk.open(header() + goods(u"X", source[0], source[1], source[2]) + goods(u"P1"));
-        QCOMPARE(desk.liste3yukle(u"F1"_s).has_value(), lines == 1);
-        QCOMPARE(desk.fat.l3.rows(), lines);
+        desk.open(header() + goods(u"X", quantity, price, amount) + goods(u"P1"));
+        QCOMPARE(desk.liste3yukle(u"F1"_s).has_value(), lines == u"1");
+        QCOMPARE(desk.fat.l3.rows(), lines.toInt());
         QCOMPARE(cells(desk.fat.l3, 0, {2, 3, 5, 8, 9, 29, 30, 31}), expected);
     }
 
