@@ -302,7 +302,8 @@ private Q_SLOTS:
         window.open(u"stokozkod"_s);
         test.fill({u"insert into ozkod values (Null ,'ACIK','KOD')"_s}, u"stokozkod.dbs"_s);
         QTest::keyClick(window.findChild<DefinitionWindow *>(), Qt::Key_Escape);
-        QCOMPARE(stock->stoktrf().ozelKodlar[4].entries(), (QStringList{QString(), u"KOD- ACIK"_s}));
+        QCOMPARE(stock->stoktrf().ozelKodlar[4].entries(),
+                 (QStringList{QString(), u"KOD- ACIK"_s}));
     }
 
     void theExemptionTextsReachTheOpenInvoiceScreen()
