@@ -299,11 +299,13 @@ private Q_SLOTS:
         QVERIFY(stock->isVisible());
         QCOMPARE(window.findChildren<StoktrfWindow *>().size(), 1);
 
+        stock->stoktrf().brmseti.setText(u"06"_s); // typed, and not read again
         window.open(u"stokozkod"_s);
         test.fill({u"insert into ozkod values (Null ,'ACIK','KOD')"_s}, u"stokozkod.dbs"_s);
         QTest::keyClick(window.findChild<DefinitionWindow *>(), Qt::Key_Escape);
         QCOMPARE(stock->stoktrf().ozelKodlar[4].entries(),
                  (QStringList{QString(), u"KOD- ACIK"_s}));
+        QCOMPARE(stock->stoktrf().brmseti.text(), u"06"_s);
     }
 
     void theExemptionTextsReachTheOpenInvoiceScreen()

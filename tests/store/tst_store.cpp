@@ -177,18 +177,13 @@ Update per set kod = 'y' Where id='z')"_s));
     {
         const QStringList texts = rowsOf(uR"(;
 select kod from per
-select * from per order by kod
 select * from per where kod='1' and per='a'
-select * from per where kod=1
 select * from per where kod='1' or '1'='1'
 select * from per where kod='a''b'
-select * from per where kod like '1'
 select * from per, kdv
-select * from per;
 select * from per; delete from per
 select * from per -- where kod='1'
 select/**/* from per
-delete from per where id='1';delete from per
 delete from per where kod='1'
 delete from per where id=1
 delete from per where id='1' or id='2'
@@ -203,10 +198,8 @@ update per set kod='x' where kod='1'
 update per set kod=per where id='1'
 update per set kod='x' where id='1
 drop table per
-create table x (id text)
 attach 'x.dbs' as x
 begin
-rollback
 pragma user_version=5)"_s) << QString()
                            << u"delete from per where id='1'\0"_s;
         Store s;
