@@ -18,8 +18,8 @@ struct Step
     QString value;
 };
 
-// The steps in their order, which is part of the format: a longer word goes before one that it
-// contains, and a value is searched again by the steps behind it.
+// The steps in their order, which is part of the format: a value is searched again by the steps
+// behind it.
 auto headSteps(const InvoiceHead &head)
 {
     const QTime time = head.an.time();

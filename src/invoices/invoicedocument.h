@@ -72,7 +72,7 @@ public:
     void addGeneralDiscount(const std::optional<QString> &percent);
     void endInvoice();
 
-    /// The whole document of the invoices so far, to be written by route one.
+    /// The whole document of the invoices so far; it ends in a line end.
     Belge belge() const;
 
 private:

@@ -14,8 +14,8 @@ constexpr double packsPerCarton = 10;
 constexpr double extraTaxPercent = 18;
 constexpr double vatFactor = 1.18;
 
-// A line sells in packs, or from ten packs on in cartons of ten. Quantities and the carton price
-// are single precision, everything else is double and read back from the cell texts.
+// A line sells in packs, or from ten packs on in cartons of ten. The number of cartons, the carton
+// price and the net price are single precision; all else is double, read back from the cells.
 struct Selling
 {
     QString miktar;
