@@ -101,8 +101,8 @@ void shownList(benchmark::State &state)
     GridView view(list.l1, u"l1"_s);
     view.resize(1200, 600);
     view.show();
-    list.d1.setDate(QDate(2024, 3, 5));
-    list.d2.setDate(QDate(2024, 3, 25));
+    list.ilkTarih.setDate(QDate(2024, 3, 5));
+    list.sonTarih.setDate(QDate(2024, 3, 25));
     for (auto _ : state) {
         fillShown(list.l1, static_cast<int>(state.range(0)));
         view.grab();
