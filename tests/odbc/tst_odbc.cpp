@@ -66,9 +66,43 @@ private Q_SLOTS:
                  "TDS_Version=7.4;ClientCharset=UTF-8;"_s);
         // A port beats an instance, a later pair an earlier one.
         QCOMPARE(
-            driverText(u"Server=srv\\LOGO,1433;UID=sa;PWD=a=b;uid=x;database=DB;"_s, u"FreeTDS"_s),
-            u"Driver={FreeTDS};Server=srv,1433;UID=x;PWD=a=b;Database=DB;"
+            driverText(u"Server=srv\\LOGO,1450;UID=sa;PWD=a=b;uid=x;database=DB;"_s, u"FreeTDS"_s),
+            u"Driver={FreeTDS};Server=srv;Port=1450;UID=x;PWD=a=b;Database=DB;"
             "TDS_Version=7.4;ClientCharset=UTF-8;"_s);
+    }
+
+    void hostAndPortAreToldInTheDriversForm_data()
+    {
+        QTest::addColumn<QString>("entered");
+        QTest::addColumn<QString>("microsoft");
+        QTest::addColumn<QString>("freeTds");
+        QTest::newRow("a name") << u"SUNUCU"_s << u"SUNUCU"_s << u"SUNUCU;Port=1433"_s;
+        QTest::newRow("an address, a port")
+            << u" 10.0.0.5 , 1450"_s << u"10.0.0.5,1450"_s << u"10.0.0.5;Port=1450"_s;
+        QTest::newRow("an instance") << u"srv \\LOGO"_s << u"srv\\LOGO"_s << u"srv\\LOGO"_s;
+        QTest::newRow("a word for a port") << u"srv,bin"_s << u"srv,bin"_s << QString();
+        QTest::newRow("no such port") << u"srv,65536"_s << u"srv,65536"_s << QString();
+    }
+    void hostAndPortAreToldInTheDriversForm()
+    {
+        QFETCH(QString, entered);
+        QFETCH(QString, microsoft);
+        QFETCH(QString, freeTds);
+        const QString given = text(entered);
+        QVERIFY(driverText(given, u"SQL Server"_s).contains(u";Server=%1;UID="_s.arg(microsoft)));
+        if (freeTds.isEmpty())
+            QVERIFY(
+                failureOf([&] { driverText(given, u"FreeTDS"_s); }).contains(u"bağlantı noktası"));
+        else
+            QVERIFY(driverText(given, u"FreeTDS"_s).contains(u";Server=%1;UID="_s.arg(freeTds)));
+    }
+
+    void aServerIsReachedByItsNameAlone()
+    {
+        if (!m_server->moveTo(1433))
+            QSKIP("another server has the port 1433");
+        for (const QString &name : {u"localhost"_s, u"127.0.0.1"_s})
+            QCOMPARE(OdbcServer().connect(text(name), {0, 5})->run(firms()).rows.size(), 1);
     }
 
     void theNewestDriverOfMicrosoftGoesFirst()
