@@ -117,7 +117,8 @@ private Q_SLOTS:
         test->click();
         QVERIFY(!desk.boxes.shown.isEmpty());
         const Box refusal = desk.boxes.shown.takeFirst();
-        QVERIFY2(refusal.text.startsWith(u"Login failed for user 'sa'."_s),
+        QVERIFY2(refusal.text.startsWith(u"Oturum açılamadı: kullanıcı adı ya da şifre yanlış.\n"
+                                         "Login failed for user 'sa'."_s),
                  qPrintable(refusal.text));
         QCOMPARE(refusal.title, QString());
         QCOMPARE(desk.boxes.taken(u"Dikkat"_s), QStringList{failed});
