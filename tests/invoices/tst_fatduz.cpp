@@ -301,6 +301,7 @@ private Q_SLOTS:
     {
         DuzeyDesk desk;
         FatduzWindow window(desk.t.program);
+        window.load();
         Fatduz &fatduz = window.fatduz();
         Grid &l1 = fatduz.liste.l1;
         window.show();

@@ -192,6 +192,7 @@ private Q_SLOTS:
         desk.t.dialogs.answers = {desk.t.path(u"s.txt"_s)};
         desk.click("sayimform", "chameleonButton5");
         QCOMPARE(desk.find<QLabel>("sayimform", "sb1_2")->text(), u"2"_s);
+        QCOMPARE(desk.find<QLabel>("sayimform", "Label9")->text(), u"SQL Bağlantı Yok"_s);
         QCOMPARE(desk.boxes.shown.size(), 1);
     }
 
