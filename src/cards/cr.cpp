@@ -75,6 +75,7 @@ void Cr::caridosyasikoku()
     bilgi.setText({});
     {
         const Grid::Refill refill(l1);
+        const auto work = m_program.busy.reading(m_dosyayolu);
         l1.clear();
         addNote(bilgi, passOver([this] {
                     walkLines(m_dosyayolu, ilerleme, [this](QStringView line) {

@@ -94,6 +94,7 @@ void St::manualac()
 
 std::shared_ptr<const Sheet> St::sheet(const QString &path)
 {
+    const auto work = m_program.busy.reading(path);
     return m_workbooks.sheet(path, u"cari mey"_s);
 }
 

@@ -104,6 +104,7 @@ void Stoktrf::stokdosyasikoku()
     bilgi.setText({});
     addNote(bilgi, endQuietly([this] {
                 const Grid::Refill refill(l1);
+                const auto work = m_program.busy.reading(m_dosyayolu);
                 l1.clear();
                 walkLines(m_dosyayolu, ilerleme, [this](QStringView line) {
                     const int row = l1.addRow(QString::number(l1.rows() + 1));

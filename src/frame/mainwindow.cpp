@@ -16,6 +16,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QShortcut>
+#include <QStatusBar>
 #include <QVBoxLayout>
 
 namespace kervan {
@@ -49,6 +50,7 @@ MainWindow::MainWindow(Program &program, QWidget *parent)
     column->addWidget(m_area, 1);
     setCentralWidget(content);
     buildMenus();
+    connect(&program.busy, &Busy::changed, this, &MainWindow::showBusy);
     resize(1280, 860);
 }
 
@@ -145,6 +147,7 @@ QMdiSubWindow *MainWindow::transfer(const Screen &screen)
 
 void MainWindow::openTransfer(const Screen &screen)
 {
+    const bool isNew = !m_transfers.value(screen.word);
     QMdiSubWindow *window = transfer(screen);
     if (window->isMinimized())
         window->showNormal();
@@ -152,6 +155,11 @@ void MainWindow::openTransfer(const Screen &screen)
     m_area->setActiveSubWindow(window);
     window->raise();
     window->setFocus(); // from the button back to the screen, whose keys work only there
+    if (isNew && screen.load) {
+        // Laid out and painted; what the user does meanwhile waits.
+        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        screen.load(window->widget());
+    }
 }
 
 void MainWindow::openDialog(const Screen &screen)
@@ -166,6 +174,30 @@ void MainWindow::openDialog(const Screen &screen)
     dialog->show();
     dialog->raise();
     dialog->activateWindow();
+}
+
+// Nothing comes in while work goes on, so the bar is painted at once.
+void MainWindow::showBusy()
+{
+    const QString &text = m_program.busy.text();
+    if (m_isBusy == text.isEmpty()) {
+        m_isBusy = !m_isBusy;
+        if (m_isBusy)
+            QApplication::setOverrideCursor(Qt::WaitCursor);
+        else
+            QApplication::restoreOverrideCursor();
+    }
+    if (!m_busyBar) {
+        const QMdiSubWindow *window = m_area->currentSubWindow();
+        m_busyBar = window ? window->findChild<QStatusBar *>(u"sb1"_s) : nullptr;
+    }
+    if (!m_busyBar)
+        return;
+    m_busyBar->showMessage(text);
+    QApplication::sendPostedEvents(nullptr, QEvent::LayoutRequest);
+    m_busyBar->repaint();
+    if (text.isEmpty())
+        m_busyBar = nullptr;
 }
 
 InvoiceList *MainWindow::activeList()

@@ -12,6 +12,7 @@
 
 class QDialog;
 class QMenu;
+class QStatusBar;
 
 namespace kervan {
 
@@ -70,6 +71,7 @@ private:
     QMdiSubWindow *transfer(const Screen &screen);
     void openTransfer(const Screen &screen);
     void openDialog(const Screen &screen);
+    void showBusy();
     /// The list of the open invoice screen that `aktifform` points at, or null.
     InvoiceList *activeList();
 
@@ -77,6 +79,8 @@ private:
     QMdiArea *m_area;
     QMenu *m_seminmenu;
     Resim *m_resim;
+    bool m_isBusy = false;
+    QPointer<QStatusBar> m_busyBar; // tells what is being done
     QHash<QStringView, QPointer<QMdiSubWindow>> m_transfers;
     QHash<QStringView, QPointer<QDialog>> m_dialogs;
 };

@@ -88,6 +88,12 @@ QWidget *invoices(MainWindow &frame, QStringView)
     return window;
 }
 
+template<class Window>
+void load(QWidget *window)
+{
+    static_cast<Window *>(window)->load();
+}
+
 template<const SlipForm &form()>
 QWidget *slips(MainWindow &frame, QStringView)
 {
@@ -172,13 +178,13 @@ constexpr auto screens = std::to_array<Screen>({
     {u"cr", Transfer, &cr},
     {u"stoktrf", Transfer, &stoktrf},
     {u"st", Transfer, &transfer<StWindow>},
-    {u"fat", Transfer, &invoices<FatWindow>},
-    {u"fatduz", Transfer, &invoices<FatduzWindow>},
+    {u"fat", Transfer, &invoices<FatWindow>, &load<FatWindow>},
+    {u"fatduz", Transfer, &invoices<FatduzWindow>, &load<FatduzWindow>},
     {u"cafis", Transfer, &slips<cafis>},
     {u"cafis2", Transfer, &slips<cafis2>},
     {u"cafis3", Transfer, &slips<cafis3>},
     {u"carifisduzey", Transfer, &slips<carifisduzey>},
-    {u"sayimform", Transfer, &transfer<SayimWindow>},
+    {u"sayimform", Transfer, &transfer<SayimWindow>, &load<SayimWindow>},
     {u"urunform", Modal, &dialog<UrunWindow>},
     {u"ayr", Modal, &dialog<AyrWindow>},
     {u"fir", Modal, &definition<tellInvoices>},

@@ -22,6 +22,8 @@ struct Screen
     /// Makes its window, a QDialog unless it is a transfer, and ties to the frame what happens when
     /// it is saved or closed.
     QWidget *(*make)(MainWindow &frame, QStringView word);
+    /// What its opening does behind the first show, if that may take a while.
+    void (*load)(QWidget *window) = nullptr;
 };
 
 /// The screen of a word, or null.

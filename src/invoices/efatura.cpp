@@ -12,6 +12,7 @@ void efaturabul(Grid &l1, ScreenLink &link, ProgressField &ilerleme, Boxes &boxe
 {
     ilerleme.start(l1.rows());
     const auto failed = passOver([&] {
+        const auto work = link.busy().with(u"E-fatura müşterileri Logo'dan soruluyor…"_s);
         for (int row = 0; row < l1.rows(); ++row) {
             const SqlRows card = link.run(cardSelect(link.firmakod, l1.cell(row, L1::CariKodu)));
             if (!card.isEmpty() && card.value(0, u"ACCEPTEINV") == u"1")

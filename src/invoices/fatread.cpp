@@ -38,6 +38,7 @@ void Fat::umurlarfaturabaslikoku()
 
 void Fat::readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar)
 {
+    const auto work = m_program.busy.reading(m_dosyaadi);
     LineReader reader(m_dosyaadi);
     while (reader.next()) {
         const QStringView line = reader.line();

@@ -32,6 +32,8 @@ void ScreenLink::sqlbaglan(const SqlSettings &settings)
 {
     m_connection.reset();
     const auto failed = passOver([&] {
+        const auto work =
+            m_program.busy.with(u"SQL Server'a bağlanılıyor (%1)…"_s.arg(settings.server));
         m_connection = m_program.sqlServer.connect(connectionText(settings), screenOptions);
         durum.setText(m_connection->isOpen() ? u"SQL Bağlantı Var"_s : u"SQL Bağlantı Yok"_s);
     });
@@ -45,7 +47,13 @@ SqlRows ScreenLink::run(const Statement &statement)
 {
     if (!m_connection)
         throw Failure(u"SQL Server bağlantısı yok."_s);
-    return m_connection->run(statement);
+    SqlRows rows;
+    const auto failed = passOver([&] { rows = m_connection->run(statement); });
+    if (failed && !m_connection->isOpen())
+        durum.setText(u"SQL Bağlantı Yok"_s);
+    if (failed)
+        throw Failure(*failed);
+    return rows;
 }
 
 } // namespace kervan

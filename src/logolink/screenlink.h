@@ -22,8 +22,11 @@ public:
     /// shows a box and leaves the screen unconnected.
     void sqlyukle();
 
-    /// Sends a statement over the connection; without one it is a Failure.
+    /// Sends a statement over the connection; without one it is a Failure. Where the line was lost
+    /// by it, `durum` says so.
     SqlRows run(const Statement &statement);
+
+    Busy &busy() { return m_program.busy; }
 
     TextField durum{QStringLiteral("SQL Bağlantı Yok")};
     QString firmakod; ///< the firm line

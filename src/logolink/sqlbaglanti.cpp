@@ -59,6 +59,8 @@ void Sqlbaglanti::sqlyukle()
     if (isIncomplete())
         return;
     endWithReport(m_program.boxes, [this] {
+        const auto work =
+            m_program.busy.with(u"SQL Server'a bağlanılıyor (%1)…"_s.arg(sunucu.text()));
         m_connection.reset();
         m_connection = m_program.sqlServer.connect(
             connectionText({sunucu.text(), kullanici.text(), sifre.text(), veritabani.text(), {}}),
@@ -75,6 +77,15 @@ void Sqlbaglanti::firmayuklesec()
 {
     if (isConnected())
         firmayukle();
+    else
+        bilgi.setText(u"SQL bağlantısı yok; önce \"SQL Bağlantı Test\"e basın."_s);
+}
+
+// A line may be lost at any statement; before there was one nothing is told of it.
+void Sqlbaglanti::followLine()
+{
+    if (m_connection && !isConnected())
+        durum.setText(u"SQL Bağlantı Yok"_s);
 }
 
 void Sqlbaglanti::firmayukle()
@@ -82,12 +93,14 @@ void Sqlbaglanti::firmayukle()
     bilgi.setText({});
     firma.setEntries({});
     const auto failed = endQuietly([this] {
+        const auto work = m_program.busy.with(u"Firma listesi okunuyor…"_s);
         const SqlRows firms = m_connection->run(firmSelect());
         QStringList entries;
         for (int row = 0; row < firms.rows.size(); ++row)
             entries << firms.value(row, u"NR") + u"- "_s + firms.value(row, u"Name");
         firma.setEntries(entries);
     });
+    followLine();
     if (failed)
         bilgi.setText(failed->description());
     else // before the first save there is no firm to go back to
@@ -121,14 +134,21 @@ void Sqlbaglanti::guncellemebaslat()
     endWithReport(m_program.boxes, [this] {
         if (!m_connection)
             throw Failure(u"SQL Server bağlantısı yok."_s);
-        for (int row = 0; row < m_cards->rows(); ++row) {
-            m_connection->run(titleUpdate(firma.text(), m_cards->cell(row, cardCode),
-                                          m_cards->cell(row, cardTitle)));
-            ilerleme.setValue(row + 1);
-        }
+        updateTitles();
         ilerleme.finish();
         m_program.boxes.show({u"Cari Güncelleme Tamamlandı..."_s, u"Dikkat"_s, Icon::Exclamation});
     });
+    followLine();
+}
+
+void Sqlbaglanti::updateTitles()
+{
+    const auto work = m_program.busy.with(u"Unvanlar Logo'ya yazılıyor…"_s);
+    for (int row = 0; row < m_cards->rows(); ++row) {
+        m_connection->run(
+            titleUpdate(firma.text(), m_cards->cell(row, cardCode), m_cards->cell(row, cardTitle)));
+        ilerleme.setValue(row + 1);
+    }
 }
 
 void Sqlbaglanti::sqlayarlari()

@@ -58,6 +58,8 @@ public:
 
 private:
     bool isIncomplete() const;
+    void followLine();
+    void updateTitles();
     QString sidefile() const { return m_program.path(u"sqlbaglan.kvz"); }
 
     Program &m_program;

@@ -44,17 +44,41 @@ QString bracedForFreeTds(const QString &value)
     return value.startsWith(u'{') ? u'{' + value + u'}' : value;
 }
 
-// Blanks around host, instance and port are not theirs. "host\\instance,port": the port says it
-// all, but FreeTDS would look for the instance all the same.
-QString serverOf(const QString &entered)
+// What was entered as the server's name; blanks around its pieces are not theirs.
+struct Server
 {
-    const QString port = entered.section(u',', 1).trimmed();
-    const QString host = entered.section(u',', 0, 0).section(u'\\', 0, 0).trimmed();
-    const QString instance = entered.section(u',', 0, 0).section(u'\\', 1).trimmed();
-    if (!port.isEmpty())
-        return host + u',' + port;
-    return instance.isEmpty() ? host : host + u'\\' + instance;
-}
+    explicit Server(const QString &entered)
+        : host(entered.section(u',', 0, 0).section(u'\\', 0, 0).trimmed())
+        , instance(entered.section(u',', 0, 0).section(u'\\', 1).trimmed())
+        , port(entered.section(u',', 1).trimmed())
+    {
+    }
+
+    // "host\\instance,port": the port says it all.
+    QString forMicrosoft() const
+    {
+        if (!port.isEmpty())
+            return host + u',' + port;
+        return instance.isEmpty() ? host : host + u'\\' + instance;
+    }
+
+    // FreeTDS puts "host,port" into the login packet with a NUL for the comma, which a strict
+    // server refuses, and knows no port of its own; so it is told host and port apart. It does the
+    // same with an instance, which it takes in no other form.
+    QString forFreeTds() const
+    {
+        if (port.isEmpty() && !instance.isEmpty())
+            return host + u'\\' + instance;
+        bool isNumber = true;
+        if (!port.isEmpty() && (port.toUShort(&isNumber) == 0 || !isNumber))
+            throw Failure(u"Sunucu adındaki bağlantı noktası bir sayı değil: %1"_s.arg(port));
+        return host + u";Port="_s + (port.isEmpty() ? u"1433"_s : port);
+    }
+
+    QString host;
+    QString instance;
+    QString port;
+};
 
 } // namespace
 
@@ -77,9 +101,11 @@ QString driverText(const QString &connectionText, const QString &driver)
     const auto value = [&](const QString &key) {
         return version < 0 ? bracedForFreeTds(pairs[key]) : braced(pairs[key]);
     };
-    const QString server = serverOf(pairs[u"server"_s]);
-    QString text = u"Driver={%1};Server=%2;UID="_s.arg(driver, server) + value(u"uid"_s) +
-                   u";PWD="_s + value(u"pwd"_s) + u";Database="_s + value(u"database"_s) + u';';
+    const Server server(pairs[u"server"_s]);
+    QString text = u"Driver={%1};Server="_s.arg(driver) +
+                   (version < 0 ? server.forFreeTds() : server.forMicrosoft()) + u";UID="_s +
+                   value(u"uid"_s) + u";PWD="_s + value(u"pwd"_s) + u";Database="_s +
+                   value(u"database"_s) + u';';
     if (version < 0) {
         // Left to itself, FreeTDS tries one version after another, each with a whole time-out. A
         // server that is older than the named one answers in its own.

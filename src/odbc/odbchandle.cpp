@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "odbc/drivertext.h"
+#include "odbc/faults.h"
 
 #include <algorithm>
 #include <array>
@@ -36,19 +37,17 @@ QString OdbcHandle::diagnosis() const
     std::array<SQLWCHAR, SQL_MAX_MESSAGE_LENGTH * 4> text{};
     SQLINTEGER native = 0;
     SQLSMALLINT length = 0;
-    QStringList sentences;
+    QList<Diagnosis> records;
     for (SQLSMALLINT record = 1;
          SQL_SUCCEEDED(SQLGetDiagRecW(m_type, m_handle, record, state.data(), &native, text.data(),
                                       SQLSMALLINT(text.size()), &length));
          ++record) {
         const auto told = std::min<qsizetype>(length, text.size() - 1);
-        const QString sentence = sentenceOf(fromWide(text.data(), told));
-        const bool news = native != newDatabase && native != newLanguage;
-        if (news && !sentence.isEmpty() && !sentences.contains(sentence))
-            sentences << sentence;
+        if (native != newDatabase && native != newLanguage)
+            records.append(
+                {fromWide(state.data(), 5), int(native), sentenceOf(fromWide(text.data(), told))});
     }
-    return sentences.isEmpty() ? u"SQL Server hata verdi, ama nedenini bildirmedi."_s
-                               : sentences.join(u'\n');
+    return descriptionOf(records);
 }
 
 QStringList registeredDrivers(const OdbcHandle &environment)

@@ -72,7 +72,7 @@ public:
     ~OdbcConnection() override { SQLDisconnect(m_connection.get()); }
     OdbcConnection(const OdbcConnection &) = delete;
     OdbcConnection &operator=(const OdbcConnection &) = delete;
-    bool isOpen() const override { return true; } // one that does not open is a Failure
+    bool isOpen() const override;
 
 protected:
     SqlRows send(const QString &statement) override;
@@ -93,8 +93,19 @@ OdbcConnection::OdbcConnection(const QString &connectionText, const SqlOptions &
                                          0, nullptr, SQL_DRIVER_NOPROMPT));
 }
 
+// One that does not open is a Failure; one that is open may lose its line at a statement.
+bool OdbcConnection::isOpen() const
+{
+    SQLUINTEGER dead = SQL_CD_FALSE;
+    const SQLRETURN result = SQLGetConnectAttrW(m_connection.get(), SQL_ATTR_CONNECTION_DEAD, &dead,
+                                                SQL_IS_UINTEGER, nullptr);
+    return !SQL_SUCCEEDED(result) || dead == SQL_CD_FALSE;
+}
+
 SqlRows OdbcConnection::send(const QString &statement)
 {
+    if (!isOpen())
+        throw Failure(u"SQL Server ile bağlantı kopmuş; yeniden bağlanmak gerekir."_s);
     const OdbcHandle handle(SQL_HANDLE_STMT, &m_connection);
     const auto set = [&](SQLINTEGER attribute, SQLULEN value) {
         handle.check(SQLSetStmtAttrW(handle.get(), attribute, number(value), SQL_IS_UINTEGER));

@@ -52,6 +52,7 @@ void SlipScreen::exeloku(const SheetLayout &layout)
 
 void SlipScreen::readMovements(const SheetLayout &layout, int &record)
 {
+    const auto work = m_program.busy.reading(m_dosyayolu);
     const std::shared_ptr<const Sheet> sheet = m_workbooks.sheet(m_dosyayolu, sayfaAdi.text());
     ilerleme.start(sheet->rows());
     m_cash.load();
@@ -156,6 +157,7 @@ void SlipScreen::caridosyasikoku()
     l1.setColumns(metinHareketColumns());
     tumHareketler.setChecked(false);
     note(passOver([this] {
+        const auto work = m_program.busy.reading(m_dosyayolu);
         walkLines(m_dosyayolu, ilerleme,
                   [this](QStringView line) { addMovementLine(l1, line, m_sira); });
     }));

@@ -56,6 +56,7 @@ void Sayimform::sayimdosyasikoku()
         const Grid::Refill refill(l1);
         const auto count = qScopeGuard([this] { sayimSayisi.setText(QString::number(l1.rows())); });
         l1.clear();
+        const auto work = m_program.busy.reading(m_dosyayolu);
         walkLines(m_dosyayolu, ilerleme, [this](QStringView line) { takeLine(line); });
     });
 }

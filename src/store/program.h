@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/busy.h"
 #include "base/ports.h"
 #include "store/folders.h"
 #include "store/localdb.h"
@@ -22,6 +23,7 @@ struct Program
     FileDialogs &dialogs;
     Clock &clock;
     SqlServer &sqlServer;
+    Busy busy{}; // what is being done at this moment
 
     /// A file or folder of the program folder.
     QString path(QStringView name) const { return folder + u'/' + name.toString(); }

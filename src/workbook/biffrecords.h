@@ -28,6 +28,8 @@ public:
         TruthOrError = 0x0205,
         FormulaText = 0x0207,
         PackedNumber = 0x027E,
+        Formula3 = 0x0206, ///< of an older version, which some programs still write
+        Formula4 = 0x0406,
         NumberFormat = 0x041E,
         StartOfPart = 0x0809,
     };

@@ -151,13 +151,13 @@ void CompoundFile::readDirectory(const QByteArray &directory)
         const Entry child = entry(directory, index);
         waiting << child.left << child.right;
         if (child.kind == StreamEntry)
-            m_streams.insert(child.name, {.first = child.first, .size = child.size});
+            m_streams.insert(child.name.toUpper(), {.first = child.first, .size = child.size});
     }
 }
 
 QByteArray CompoundFile::stream(const QString &name) const
 {
-    const auto found = m_streams.constFind(name);
+    const auto found = m_streams.constFind(name.toUpper());
     if (found == m_streams.constEnd())
         failDamaged();
     return found->size < smallStreams ? smallChain(found->first, found->size)

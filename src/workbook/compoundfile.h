@@ -17,7 +17,8 @@ public:
     /// `bytes` stay as they are while this lives. A Failure tells a damaged or cut off file.
     explicit CompoundFile(QByteArrayView bytes);
 
-    bool has(const QString &name) const { return m_streams.contains(name); }
+    // Names are the same in capitals, as some programs write them.
+    bool has(const QString &name) const { return m_streams.contains(name.toUpper()); }
     /// The bytes of a stream; a damaged or missing one is a Failure.
     QByteArray stream(const QString &name) const;
 
@@ -38,7 +39,7 @@ private:
     QList<quint32> m_next;      ///< by sector
     QList<quint32> m_smallNext; ///< by small sector
     QByteArray m_smallSectors;
-    QHash<QString, Stream> m_streams;
+    QHash<QString, Stream> m_streams; ///< by name in capitals
 };
 
 } // namespace kervan

@@ -6,9 +6,11 @@
 #include "workbook/damage.h"
 #include "workbook/sheetbuilder.h"
 #include "workbook/sheetnames.h"
+#include "workbook/xlscipher.h"
 
 #include <QHash>
 
+#include <algorithm>
 #include <cmath>
 
 namespace kervan {
@@ -27,7 +29,7 @@ QByteArray biffStream(const QByteArray &bytes)
         return bytes;
     const CompoundFile file(bytes);
     if (file.has(u"EncryptedPackage"_s))
-        throw Failure(u"parola ile korunuyor"_s);
+        throw Failure(u"parola ile korunuyor; Excel'de açıp parolasını kaldırın"_s);
     if (file.has(u"Workbook"_s))
         return file.stream(u"Workbook"_s);
     if (file.has(u"Book"_s))
@@ -76,16 +78,12 @@ private:
     {
         BiffBytes bytes(m_records, record.data);
         switch (record.type) {
-        case BiffRecords::Password:
-            throw Failure(u"parola ile korunuyor"_s);
         case BiffRecords::StartsIn1904:
             m_builder.starts1904 = bytes.take<quint16>() != 0;
             break;
-        case BiffRecords::NumberFormat: {
-            const auto id = bytes.take<quint16>();
-            m_formatCodes.insert(id, bytes.takeText());
+        case BiffRecords::NumberFormat:
+            m_formatCodes.insert(numberAt<quint16>(record.data, 0), formatCode(record.data));
             break;
-        }
         case BiffRecords::CellFormatting:
             m_cellFormats.append(numberAt<quint16>(record.data, 2));
             break;
@@ -108,6 +106,23 @@ private:
         default:
             break;
         }
+    }
+
+    // Of a code whose length is wrong, or told as older versions tell it, the letters that are
+    // there: they still say whether it is of a date.
+    QString formatCode(QByteArrayView data)
+    {
+        QString code;
+        const auto failed = passOver([&] {
+            BiffBytes bytes(m_records, data);
+            bytes.skip(2);
+            code = bytes.takeText();
+        });
+        if (failed) {
+            code = QString::fromLatin1(data.sliced(std::min<qsizetype>(data.size(), 3)));
+            code.removeIf([](QChar c) { return c < u' '; });
+        }
+        return code;
     }
 
     // Charts that stand on the sheet are parts within it.
@@ -160,6 +175,8 @@ private:
                 m_builder.addTruth(place(data), (numberAt<quint16>(data, 6) & 0xFFU) != 0);
             break;
         case BiffRecords::Formula:
+        case BiffRecords::Formula3:
+        case BiffRecords::Formula4:
             addResult(data);
             break;
         case BiffRecords::FormulaText:
@@ -223,6 +240,7 @@ private:
 std::shared_ptr<const Sheet> readXls(QByteArray bytes, const QString &sheetName)
 {
     bytes = biffStream(bytes);
+    decipherXls(bytes);
     return XlsReader(bytes).read(sheetName);
 }
 

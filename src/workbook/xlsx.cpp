@@ -98,7 +98,7 @@ private:
             if (token != Token::Start || !xml.isNamed("Relationship"))
                 continue;
             const QByteArray type = xml.attribute("Type");
-            QByteArray target = xml.attribute("Target");
+            QByteArray target = xml.attribute("Target").replace('\\', '/');
             target = target.startsWith('/') ? target.sliced(1) : folder + target;
             found.insert(xml.attribute("Id"),
                          {.kind = type.sliced(type.lastIndexOf('/') + 1),
@@ -136,6 +136,21 @@ private:
         }
     }
 
+    // The code as it stands where its references are damaged: it still says whether it is of a
+    // date.
+    static QString formatCode(XmlScanner &xml)
+    {
+        QByteArray code;
+        const auto failed = passOver([&] { code = xml.attribute("formatCode"); });
+        if (failed) {
+            while (const auto attribute = xml.nextAttribute()) {
+                if (attribute->isNamed("formatCode"))
+                    code = attribute->raw.toByteArray();
+            }
+        }
+        return QString::fromUtf8(code);
+    }
+
     void readStyles(const QByteArray &part)
     {
         if (!m_package.has(part))
@@ -149,8 +164,8 @@ private:
             if (xml.isNamed("cellXfs")) {
                 inCellFormats = token == Token::Start;
             } else if (token == Token::Start && xml.isNamed("numFmt")) {
-                codes.insert(xml.attribute("numFmtId").toInt(),
-                             QString::fromUtf8(xml.attribute("formatCode")));
+                const int id = xml.attribute("numFmtId").toInt();
+                codes.insert(id, formatCode(xml));
             } else if (token == Token::Start && inCellFormats && xml.isNamed("xf")) {
                 const int id = xml.attribute("numFmtId").toInt();
                 m_builder.formats.append(cellFormat(id, codes.value(id)));

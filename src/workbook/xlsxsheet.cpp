@@ -53,8 +53,43 @@ void resolveEscapes(QByteArray &text)
     text = plain.toUtf8();
 }
 
-// The text of a "t" element that has just started. Blanks around it count only where it says so.
-void appendRun(XmlScanner &xml, QByteArray &text)
+// What all runs of a text come to. Programs that show such a text leave out the blanks around it
+// unless a run says that its blanks count; those between two runs part words.
+class RunText
+{
+public:
+    explicit RunText(QByteArray &text)
+        : m_text(text)
+    {
+        m_text.clear();
+    }
+
+    void append(QByteArrayView run, bool keepsBlanks)
+    {
+        if (m_text.isEmpty() && !keepsBlanks) {
+            while (!run.isEmpty() && isBlank(run.front()))
+                run = run.sliced(1);
+        }
+        m_text += run;
+        if (keepsBlanks)
+            m_kept = m_text.size();
+    }
+
+    void finish()
+    {
+        while (m_text.size() > m_kept && isBlank(m_text.back()))
+            m_text.chop(1);
+    }
+
+private:
+    static bool isBlank(char c) { return c == ' ' || (c >= '\t' && c <= '\r'); }
+
+    QByteArray &m_text;
+    qsizetype m_kept = 0; // so many bytes stay, whatever they are
+};
+
+// The text of a "t" element that has just started.
+void appendRun(XmlScanner &xml, RunText &text)
 {
     const bool keepsBlanks = xml.attribute("space") == "preserve";
     const int outside = xml.depth() - 1;
@@ -64,13 +99,13 @@ void appendRun(XmlScanner &xml, QByteArray &text)
         if (token == Token::Text)
             run += xml.text();
     }
-    text += keepsBlanks ? run : run.trimmed();
+    text.append(run, keepsBlanks);
 }
 
 // The text of an element of runs that has just started, without the reading aids of its signs.
 void readRuns(XmlScanner &xml, QByteArray &text)
 {
-    text.clear();
+    RunText runs(text);
     const int outside = xml.depth() - 1;
     int aid = 0;
     for (Token token = xml.next(); token != Token::End || xml.depth() > outside;
@@ -80,9 +115,10 @@ void readRuns(XmlScanner &xml, QByteArray &text)
         } else if (token == Token::End && aid > xml.depth()) {
             aid = 0;
         } else if (token == Token::Start && aid == 0 && xml.isNamed("t")) {
-            appendRun(xml, text);
+            appendRun(xml, runs);
         }
     }
+    runs.finish();
     resolveEscapes(text);
 }
 

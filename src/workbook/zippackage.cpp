@@ -29,25 +29,27 @@ ZipPackage::ZipPackage(const QByteArray &bytes)
         zip_source_free(source);
         failDamaged();
     }
-}
-
-bool ZipPackage::has(const QByteArray &name) const
-{
-    return zip_name_locate(m_archive.get(), name.constData(), ZIP_FL_NOCASE) >= 0;
+    const zip_int64_t count = zip_get_num_entries(m_archive.get(), 0);
+    for (zip_int64_t i = count - 1; i >= 0; --i) { // of two with one name the first counts
+        const auto place = static_cast<zip_uint64_t>(i);
+        if (const char *const name = zip_get_name(m_archive.get(), place, 0))
+            m_places.insert(plainName(name), place);
+    }
 }
 
 ZipPackage::Part ZipPackage::open(const QByteArray &name, qint64 most) const
 {
-    const zip_int64_t index = zip_name_locate(m_archive.get(), name.constData(), ZIP_FL_NOCASE);
-    if (index < 0)
+    const auto found = m_places.constFind(plainName(name));
+    if (found == m_places.constEnd())
         throw Failure(u"içinde \"%1\" parçası yok"_s.arg(QString::fromUtf8(name)));
+    const zip_uint64_t index = *found;
     Part part;
     zip_stat_t about;
-    if (zip_stat_index(m_archive.get(), static_cast<zip_uint64_t>(index), 0, &about) != 0)
+    if (zip_stat_index(m_archive.get(), index, 0, &about) != 0)
         failDamaged();
     part.m_most = most;
     part.m_packed = static_cast<qint64>(about.comp_size);
-    part.m_file.reset(zip_fopen_index(m_archive.get(), static_cast<zip_uint64_t>(index), 0));
+    part.m_file.reset(zip_fopen_index(m_archive.get(), index, 0));
     if (!part.m_file) {
         const int error = zip_error_code_zip(zip_get_error(m_archive.get()));
         if (error == ZIP_ER_NOPASSWD || error == ZIP_ER_ENCRNOTSUPP)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QHash>
 
 #include <memory>
 
@@ -21,6 +22,8 @@ public:
 
     /// `bytes` stay as they are while the package lives. A Failure tells a damaged archive.
     explicit ZipPackage(const QByteArray &bytes);
+    /// A part's name as it is looked for: some programs write "\\" for "/", or other cases.
+    static QByteArray plainName(QByteArray name) { return name.replace('\\', '/').toLower(); }
 
     /// One part while it is read.
     class Part
@@ -42,7 +45,7 @@ public:
         qint64 m_unpacked = 0;
     };
 
-    bool has(const QByteArray &name) const;
+    bool has(const QByteArray &name) const { return m_places.contains(plainName(name)); }
     /// Opens the part of that name, in any case, for so many bytes; one that is missing is a
     /// Failure.
     Part open(const QByteArray &name, qint64 most) const;
@@ -53,6 +56,7 @@ private:
         void operator()(zip *archive) const;
     };
     std::unique_ptr<zip, Discard> m_archive;
+    QHash<QByteArray, quint64> m_places; ///< in the archive, by name
 };
 
 } // namespace kervan

@@ -299,6 +299,7 @@ nothing                             ;           ; 0,0000)"_s);
     {
         DuzeyDesk desk;
         FatduzWindow window(desk.t.program);
+        window.load();
         Fatduz &fatduz = window.fatduz();
         Grid &l1 = fatduz.liste.l1;
         window.show();

@@ -1,4 +1,5 @@
 #include "odbc/drivertext.h"
+#include "odbc/faults.h"
 #include "odbc/odbcserver.h"
 #include "support/failing.h"
 #include "support/tds/tdsstandin.h"
@@ -66,9 +67,43 @@ private Q_SLOTS:
                  "TDS_Version=7.4;ClientCharset=UTF-8;"_s);
         // A port beats an instance, a later pair an earlier one.
         QCOMPARE(
-            driverText(u"Server=srv\\LOGO,1433;UID=sa;PWD=a=b;uid=x;database=DB;"_s, u"FreeTDS"_s),
-            u"Driver={FreeTDS};Server=srv,1433;UID=x;PWD=a=b;Database=DB;"
+            driverText(u"Server=srv\\LOGO,1450;UID=sa;PWD=a=b;uid=x;database=DB;"_s, u"FreeTDS"_s),
+            u"Driver={FreeTDS};Server=srv;Port=1450;UID=x;PWD=a=b;Database=DB;"
             "TDS_Version=7.4;ClientCharset=UTF-8;"_s);
+    }
+
+    void hostAndPortAreToldInTheDriversForm_data()
+    {
+        QTest::addColumn<QString>("entered");
+        QTest::addColumn<QString>("microsoft");
+        QTest::addColumn<QString>("freeTds");
+        QTest::newRow("a name") << u"SUNUCU"_s << u"SUNUCU"_s << u"SUNUCU;Port=1433"_s;
+        QTest::newRow("an address, a port")
+            << u" 10.0.0.5 , 1450"_s << u"10.0.0.5,1450"_s << u"10.0.0.5;Port=1450"_s;
+        QTest::newRow("an instance") << u"srv \\LOGO"_s << u"srv\\LOGO"_s << u"srv\\LOGO"_s;
+        QTest::newRow("a word for a port") << u"srv,bin"_s << u"srv,bin"_s << QString();
+        QTest::newRow("no such port") << u"srv,65536"_s << u"srv,65536"_s << QString();
+    }
+    void hostAndPortAreToldInTheDriversForm()
+    {
+        QFETCH(QString, entered);
+        QFETCH(QString, microsoft);
+        QFETCH(QString, freeTds);
+        const QString given = text(entered);
+        QVERIFY(driverText(given, u"SQL Server"_s).contains(u";Server=%1;UID="_s.arg(microsoft)));
+        if (freeTds.isEmpty())
+            QVERIFY(
+                failureOf([&] { driverText(given, u"FreeTDS"_s); }).contains(u"bağlantı noktası"));
+        else
+            QVERIFY(driverText(given, u"FreeTDS"_s).contains(u";Server=%1;UID="_s.arg(freeTds)));
+    }
+
+    void aServerIsReachedByItsNameAlone()
+    {
+        if (!m_server->moveTo(1433))
+            QSKIP("another server has the port 1433");
+        for (const QString &name : {u"localhost"_s, u"127.0.0.1"_s})
+            QCOMPARE(OdbcServer().connect(text(name), {0, 5})->run(firms()).rows.size(), 1);
     }
 
     void theNewestDriverOfMicrosoftGoesFirst()
@@ -166,7 +201,8 @@ private Q_SLOTS:
     {
         const QString right = TdsStandin::password.toString();
         const QString database = TdsStandin::database.toString();
-        const QString refusal = u"Login failed for user 'sa'."_s;
+        const QString refusal = u"Oturum açılamadı: kullanıcı adı ya da şifre yanlış.\n"
+                                "Login failed for user 'sa'."_s;
         const auto told = [&](const QString &password, const QString &name) {
             return failureOf([&] {
                 OdbcServer().connect(text(m_server->server(), password, name), {0, 5});
@@ -174,7 +210,8 @@ private Q_SLOTS:
         };
         QVERIFY(told(u"{yanlış}"_s, database).startsWith(refusal));
         QVERIFY(told(right, u"YOK"_s)
-                    .startsWith(u"Cannot open database \"YOK\" requested by the login."_s));
+                    .startsWith(u"Veritabanı açılamadı: adı yanlış ya da bu kullanıcıya kapalı.\n"
+                                "Cannot open database \"YOK\" requested by the login."_s));
         m_server->behave({.refusesLogin = true});
         QVERIFY(told(right, database).startsWith(refusal));
     }
@@ -186,8 +223,50 @@ private Q_SLOTS:
         const QString server = u"127.0.0.1,%1"_s.arg(gone.serverPort());
         gone.close();
         const QString told = failureOf([&] { OdbcServer().connect(text(server), {0, 5}); });
-        QVERIFY(!told.isEmpty());
-        QVERIFY2(!told.startsWith(u'['), qPrintable(told));
+        QVERIFY2(told.startsWith(u"Sunucuya ulaşılamadı: "), qPrintable(told));
+        QVERIFY2(!told.contains(u'['), qPrintable(told));
+        const QString unknown = failureOf([&] {
+            OdbcServer().connect(text(u"yok.invalid"_s), {0, 5});
+        });
+        QVERIFY2(unknown.startsWith(u"Sunucunun adı ağda bulunamadı.\n"), qPrintable(unknown));
+    }
+
+    void theUsualFaultsAreToldInTurkish_data()
+    {
+        QTest::addColumn<QList<Diagnosis>>("records");
+        QTest::addColumn<QString>("told");
+        const auto add = [](const char *name, const QList<Diagnosis> &records,
+                            const QString &told) {
+            QTest::newRow(name) << records << told;
+        };
+        add("the database, not the login",
+            {{u"28000"_s, 18456, u"Login failed"_s}, {u"42000"_s, 4060, u"Cannot open"_s}},
+            u"Veritabanı açılamadı: adı yanlış ya da bu kullanıcıya kapalı.\nLogin failed\n"
+            "Cannot open"_s);
+        add("the port, not the time",
+            {{u"HYT00"_s, 0, u"Login timeout expired"_s}, {u"08001"_s, 10061, u"TCP Provider"_s}},
+            u"Sunucu bağlantıyı reddetti: o portta dinleyen bir SQL Server yok.\n"
+            "Login timeout expired\nTCP Provider"_s);
+        add("a locked account", {{u"28000"_s, 18486, u"locked out"_s}},
+            u"Oturum açılamadı: sunucu bu kullanıcıyı kabul etmedi.\nlocked out"_s);
+        add("no driver on Windows", {{u"IM002"_s, 0, u"Data source name not found"_s}},
+            u"SQL Server sürücüsü (ODBC) bu bilgisayarda kurulu değil.\n"
+            "Data source name not found"_s);
+        add("no driver on Linux", {{u"01000"_s, 0, u"Can't open lib 'x'"_s}},
+            u"SQL Server sürücüsü (ODBC) bu bilgisayarda kurulu değil.\nCan't open lib 'x'"_s);
+        add("a line reset", {{u"08S01"_s, 10054, u"TCP Provider"_s}, {u"08S01"_s, 10054, {}}},
+            u"SQL Server ile bağlantı koptu.\nTCP Provider"_s);
+        add("another firm's table", {{u"42S02"_s, 208, u"Invalid object name"_s}},
+            u"Tablo yok: seçilen firma ya da veritabanı başka olabilir.\nInvalid object name"_s);
+        add("the server's own words, once",
+            {{u"01000"_s, 0, u"x"_s}, {u"42000"_s, 50000, u"olmaz"_s}, {u"42000"_s, 50000, u"x"_s}},
+            u"x\nolmaz"_s);
+        add("not a word", {}, u"SQL Server hata verdi, ama nedenini bildirmedi."_s);
+    }
+    void theUsualFaultsAreToldInTurkish()
+    {
+        QFETCH(QList<Diagnosis>, records);
+        QTEST(descriptionOf(records), "told");
     }
 
     void connectingEndsWithItsTimeOut()
@@ -218,7 +297,8 @@ private Q_SLOTS:
         timer.start();
         const QString told = failureOf([&] { connection->run(firms()); });
         QVERIFY(timer.elapsed() > 800 && timer.elapsed() < 6000);
-        QVERIFY2(told.contains(u"timeout", Qt::CaseInsensitive), qPrintable(told));
+        QVERIFY2(told.startsWith(u"SQL Server zamanında yanıt vermedi.\n"), qPrintable(told));
+        QCOMPARE(connection->isOpen(), !deaf);
         m_server->behave({});
         if (!deaf)
             QCOMPARE(connection->run(firms()).rows.size(), 1);
@@ -256,8 +336,12 @@ private Q_SLOTS:
         const auto connection = connect();
         QCOMPARE(connection->run(firms()).rows.size(), 1);
         m_server->behave({.dropAfter = 1});
-        for (int i = 0; i < 2; ++i)
-            QVERIFY(!failureOf([&] { connection->run(firms()); }).isEmpty());
+        QVERIFY(connection->isOpen());
+        QVERIFY(failureOf([&] {
+                    connection->run(firms());
+                }).startsWith(u"SQL Server ile bağlantı koptu.\n"));
+        QVERIFY(!connection->isOpen());
+        QVERIFY(failureOf([&] { connection->run(firms()); }).contains(u"bağlantı kopmuş"));
     }
 
     void aValueThatBreaksOutNeverArrives()

@@ -117,7 +117,8 @@ private Q_SLOTS:
         test->click();
         QVERIFY(!desk.boxes.shown.isEmpty());
         const Box refusal = desk.boxes.shown.takeFirst();
-        QVERIFY2(refusal.text.startsWith(u"Login failed for user 'sa'."_s),
+        QVERIFY2(refusal.text.startsWith(u"Oturum açılamadı: kullanıcı adı ya da şifre yanlış.\n"
+                                         "Login failed for user 'sa'."_s),
                  qPrintable(refusal.text));
         QCOMPARE(refusal.title, QString());
         QCOMPARE(desk.boxes.taken(u"Dikkat"_s), QStringList{failed});
@@ -191,6 +192,7 @@ private Q_SLOTS:
         desk.t.dialogs.answers = {desk.t.path(u"s.txt"_s)};
         desk.click("sayimform", "chameleonButton5");
         QCOMPARE(desk.find<QLabel>("sayimform", "sb1_2")->text(), u"2"_s);
+        QCOMPARE(desk.find<QLabel>("sayimform", "Label9")->text(), u"SQL Bağlantı Yok"_s);
         QCOMPARE(desk.boxes.shown.size(), 1);
     }
 

@@ -1,3 +1,4 @@
+#include "controls/linklabel.h"
 #include "frame/mainwindow.h"
 
 #include "invoices/desk.h"
@@ -10,6 +11,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QProcess>
+#include <QStatusBar>
 
 using namespace kervan;
 
@@ -99,6 +101,36 @@ private Q_SLOTS:
              window.findChild<QMenu *>(QString::fromUtf8(QTest::currentDataTag()))->actions())
             found << action->text();
         QCOMPARE(found, entries);
+    }
+
+    void aScreenIsSeenWhileItConnectsAndSaysWhatItIsDoing()
+    {
+        TestProgram t;
+        t.reachLogo();
+        writeBytes(t.path(u"a.bif"_s), header());
+        MainWindow window(t.program);
+        window.show();
+        QStringList told;
+        connect(&t.program.busy, &Busy::changed, this, [&] {
+            const auto *fat = window.findChild<FatWindow *>();
+            told << (QApplication::overrideCursor() ? u"busy: "_s : u"done"_s) +
+                        fat->findChild<QStatusBar *>(u"sb1"_s)->currentMessage();
+            QVERIFY(fat->isVisible() && t.sqlServer.texts.size() == (told.size() > 1));
+        });
+        window.open(u"fat"_s);
+        window.findChild<FatWindow *>()->fat().dosyaac(t.path(u"a.bif"_s));
+        QCOMPARE(told,
+                 QStringList({u"busy: SQL Server'a bağlanılıyor (SRV)…"_s, u"done"_s,
+                              u"busy: a.bif okunuyor…"_s, u"done"_s,
+                              u"busy: E-fatura müşterileri Logo'dan soruluyor…"_s, u"done"_s}));
+        window.open(u"fat"_s); // is there already
+        QCOMPARE(t.sqlServer.texts.size(), 1);
+        auto *link = window.findChild<LinkLabel *>(u"Label9"_s);
+        QVERIFY(link->isConnected());
+        const QImage connected = link->grab().toImage();
+        window.findChild<FatWindow *>()->fat().link.durum.setText(u"SQL Bağlantı Yok"_s);
+        QVERIFY(!link->isConnected());
+        QVERIFY(link->grab().toImage() != connected);
     }
 
     void theListMenuServesTheInvoiceScreenThatWasLoadedLast()

@@ -43,7 +43,7 @@ struct Shown
         desk.open(header({.title = u"IŞIK MARKET"_s}) + goods(u"P1") +
                   header({u"F2"_s, u"20240308"_s}) + goods(u"P1") +
                   header({u"F3"_s, u"20240309"_s}));
-        fat.yukle();
+        window.load();
         fat.dosyaac(desk.t.path(u"kaynak.bif"_s));
         window.show();
         if (!QTest::qWaitForWindowActive(&window))

@@ -145,6 +145,11 @@ private Q_SLOTS:
         };
         add("blanks around", "<t> sade </t>", u"sade"_s);
         add("blanks that count", "<t xml:space='preserve'> boşluk </t>", u" boşluk "_s);
+        add("blanks between runs",
+            "<r><t> Ali </t></r><r><t>Veli</t></r><r><t>\n</t></r><r><t> Ltd \n</t></r>",
+            u"Ali Veli\n Ltd"_s);
+        add("blanks that count before others that don't",
+            "<r><t xml:space='preserve'>a </t></r><r><t> </t></r>", u"a "_s);
         add("runs and reading aids",
             "<r><t>zen</t></r><r><rPr/><t xml:space=\"preserve\">gin </t></r><rPh><t>x</t></rPh>"
             "<phoneticPr/>",

@@ -58,9 +58,10 @@ class TestWorkbook : public QObject
 private Q_SLOTS:
     void resultsInRecordsAreRead()
     {
-        // Truth, error, empty text and number of a formula; error, truth, many numbers.
-        const auto result = [](int column, const QByteArray &value) {
-            return biffRecord(0x06,
+        // Truth, error, empty text and number of a formula, in its records of three versions;
+        // error, truth, many numbers.
+        const auto result = [](int column, const QByteArray &value, quint16 type = 0x06) {
+            return biffRecord(type,
                               QByteArray(2, '\0') + char(column) + QByteArray(3, '\0') + value);
         };
         // A text with a run and a reading aid behind it, and one more.
@@ -70,8 +71,8 @@ private Q_SLOTS:
         // The longest record takes 8224 bytes; the last character of this text goes on in another.
         const QByteArray longText = "\0\0\x9\0\0\0\x18\x20\0"_ba + QByteArray(8215, 'a') + "\0b"_ba;
         write(records(
-            result(1, "\1\0\1\0\0\0\xFF\xFF"_ba) + result(2, "\2\0\x2A\0\0\0\xFF\xFF"_ba) +
-                result(3, "\3\0\0\0\0\0\xFF\xFF"_ba) + result(4, "\0\0\0\0\0\0\xF8\x3F"_ba) +
+            result(1, "\1\0\1\0\0\0\xFF\xFF"_ba, 0x206) + result(2, "\2\0\x2A\0\0\0\xFF\xFF"_ba) +
+                result(3, "\3\0\0\0\0\0\xFF\xFF"_ba) + result(4, "\0\0\0\0\0\0\xF8\x3F"_ba, 0x406) +
                 biffRecord(0x205, "\0\0\5\0\0\0\7\1"_ba) +
                 biffRecord(0x205, "\0\0\6\0\0\0\0\0"_ba) +
                 biffRecord(0xBD, "\0\0\7\0\0\0\x67\0\0\0\0\0\x2A\0\0\0\x8\0"_ba) +
@@ -102,6 +103,96 @@ private Q_SLOTS:
         const QString book = write(
             compoundFile({{u"x"_s, QByteArray(5000, 'y')}, {u"Workbook"_s, stream}}, sectorBits));
         QCOMPARE(told(*readSheet(book, u"A"_s)), u"BDoğru"_s);
+    }
+
+    void whatOtherProgramsNameAndWriteOtherwiseIsRead()
+    {
+        writeXls(path(u"a.xls"_s), u"A"_s, {{BookCell(44270, u"dd.mm.yyyy"_s), {7, u"000"_s}}});
+        const QByteArray plain = readBytes(path(u"a.xls"_s));
+        const auto changed = [&](const QByteArray &from, const QByteArray &to) {
+            QByteArray bytes = plain;
+            Q_ASSERT(bytes.count(from) == 1 && from.size() == to.size());
+            return write(bytes.replace(from, to));
+        };
+        const QString cells = u"D15.03.2021|N007"_s;
+        QCOMPARE(told(*readSheet(write(plain), u"A"_s)), cells);
+        // Bank portals name the stream in capitals.
+        QCOMPARE(
+            told(*readSheet(changed("W\0o\0r\0k\0b\0o\0o\0k\0"_ba, "W\0O\0R\0K\0B\0O\0O\0K\0"_ba),
+                            u"A"_s)),
+            cells);
+        // A format that tells of more letters than it has; one as older versions spell it.
+        QCOMPARE(told(*readSheet(changed("\x0A\0\1d\0d\0.\0"_ba, "\xA0\0\1d\0d\0.\0"_ba), u"A"_s)),
+                 cells);
+        QCOMPARE(told(*readSheet(changed("\3\0\1\60\0\60\0\60\0"_ba, "\01000000000"_ba), u"A"_s)),
+                 u"D15.03.2021|N00000007"_s);
+
+        QCOMPARE(
+            told(*sheetOf({.rows = "<row><c s='1'><v>44270</v></c></row>",
+                           .styles = "<numFmt numFmtId='164' formatCode='d.m.y \"A&B\"'/><cellXfs>"
+                                     "<xf numFmtId='0'/><xf numFmtId='164'/></cellXfs>"})),
+            u"D15.03.2021"_s);
+
+        ZipEntries entries = package({.rows = "<row><c><v>1</v></c></row>"});
+        for (auto &[name, contents] : entries)
+            name.replace('/', '\\');
+        entries[2].second.replace("../tables/", "..\\tables\\");
+        writeZip(path(u"parts.zip"_s), entries);
+        QCOMPARE(told(*readSheet(path(u"parts.zip"_s), u"SATIŞ LİSTESİ"_s)), u"N1"_s);
+    }
+
+    // What stands behind the password was enciphered by another program, written from the format's
+    // description; the password's check in the second row is that of a real file.
+    void aWorkbookLockedWithTheDefaultPasswordIsRead_data()
+    {
+        QTest::addColumn<QByteArray>("password");
+        QTest::addColumn<QByteArray>("behind");
+        QTest::newRow("a mask") << QByteArray("000059b30a9a")
+                                << QByteArray("850009007f04000004874b9aca0a000000090810000006100000"
+                                              "000000000000000000000004020e00e305"
+                                              "621e6996c0986ef9290a46140a000000");
+        QTest::newRow("RC4 and MD5") << QByteArray("010001000100df3552380d754ae685c2fd78ce3dd1b6d40"
+                                                   "443ecb7a76f6ad268c7dfcfa880683038be5e93"
+                                                   "c57eb45f52cda1c68fb62a")
+                                     << QByteArray("85000900af040000e0816093e30a0000000908100000061"
+                                                   "00000000000000000000000000004020e006cdd"
+                                                   "9b76197dd8b51537113a8b690a000000");
+        QTest::newRow("RC4 and SHA-1, 40 bits")
+            << QByteArray("010002000200040000002400000004000000000000000168000004800000280000000100"
+                          "00000000000000"
+                          "0000005800000010000000000102030405060708090a0b0c0d0e0fc872728f14b55d849b"
+                          "7dde3f7cfd96a7"
+                          "14000000d5e6c96d597b070d79bf31b1599eddf2ece8d44b")
+            << QByteArray("85000900e7040000949320fce60a00000009081000000610000000000000000000000000"
+                          "0004020e008055"
+                          "47ffe76ad40c4de5a56b588b0a000000");
+        QTest::newRow("RC4 and SHA-1, 128 bits")
+            << QByteArray("010002000200040000002400000004000000000000000168000004800000800000000100"
+                          "00000000000000"
+                          "0000005800000010000000000102030405060708090a0b0c0d0e0fa024a295d910dcd16b"
+                          "2b69c9dfef1919"
+                          "1400000074a70eb0e7278136e857318b9e9a13d19115d50b")
+            << QByteArray("85000900e7040000105c54027a0a00000009081000000610000000000000000000000000"
+                          "0004020e0047da"
+                          "1079b54625dfe02589fc02ab0a000000");
+    }
+    void aWorkbookLockedWithTheDefaultPasswordIsRead()
+    {
+        QFETCH(QByteArray, password);
+        QFETCH(QByteArray, behind);
+        const auto locked = [&](const QByteArray &check) {
+            // The record in the open is long enough for the cells to have the second key.
+            return write(
+                compoundFile({{u"Workbook"_s, head(0x600, 5) + biffRecord(0x2F, check) +
+                                                  biffRecord(0xE1, QByteArray(1100, '\0')) +
+                                                  QByteArray::fromHex(behind)}}));
+        };
+        QByteArray check = QByteArray::fromHex(password);
+        QCOMPARE(told(*readSheet(locked(check), u"A"_s)), u"Tkilit"_s);
+        check[check.size() - 1] = char(check.back() + 1); // another password
+        QVERIFY(failureOf([&] {
+                    readSheet(locked(check), u"A"_s);
+                }).endsWith(u"parola ile korunuyor; Excel'de açıp parolasını kaldırın"_s));
     }
 
     void aPartMayBeUtf16()
@@ -185,8 +276,8 @@ private Q_SLOTS:
         add("half a header", xls.first(300), u"yarım kalmış"_s);
         add("an encrypted .xlsx", compound(u"EncryptedPackage"_s, "abc"),
             u"parola ile korunuyor"_s);
-        add("an encrypted .xls", compound(u"Workbook"_s, head(0x600, 5) + biffRecord(0x2F, "ab")),
-            u"parola ile korunuyor"_s);
+        add("an encrypted .xls, cut off",
+            compound(u"Workbook"_s, head(0x600, 5) + biffRecord(0x2F, "ab")), u"yarım kalmış"_s);
         add("an .xls of 1995", compound(u"Book"_s, head(0x500, 5)), u"Excel 95"_s);
         add("an older one", QByteArray("\x09\0\x04\0\0\0\x10\0", 8), u"Excel 95"_s);
         add("a .doc", compound(u"WordDocument"_s, "abc"), u"çalışma kitabı değil"_s);

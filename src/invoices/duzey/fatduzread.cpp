@@ -50,6 +50,7 @@ void Fatduz::readSheet()
         l2.clear();
         liste.tumunuSec.setChecked(false); // as the ticks are
         m_onceki.clear();
+        const auto work = m_program.busy.reading(m_dosyaadi);
         const auto sheet = openSheet();
         ilerleme.start(sheet->rows());
         if (sheet->rows() == 0)

@@ -2,6 +2,7 @@
 
 #include "controls/binding.h"
 #include "controls/gridview.h"
+#include "controls/linklabel.h"
 #include "controls/pictures.h"
 #include "controls/transferwidgets.h"
 #include "invoices/screens/invoicewidgets.h"
@@ -35,14 +36,13 @@ FatWindow::FatWindow(Program &program, QWidget *parent)
                     .openFile = [this](const QString &path) {
                         m_fat.dosyaac(path);
                     }});
-    m_fat.load();
 }
 
 TitleStrip *FatWindow::strip()
 {
     auto *strip = new TitleStrip;
     bind(strip->caption(), m_fat.baslik);
-    strip->addNote(valueLabel(u"Label9"_s, m_fat.link.durum));
+    strip->addNote(new LinkLabel(u"Label9"_s, m_fat.link.durum));
     return strip;
 }
 

@@ -19,6 +19,8 @@ class FatWindow : public QWidget
 
 public:
     explicit FatWindow(Program &program, QWidget *parent = nullptr);
+    /// What the opening of the screen does. It connects, so it comes when the window is seen.
+    void load() { m_fat.load(); }
 
     Fat &fat() { return m_fat; }
 

@@ -67,6 +67,10 @@ SqlbaglantiWindow::SqlbaglantiWindow(Program &program, const Grid *cards, Way wa
     m_sqlbaglanti.ayarPaneli.setChecked(true);
     m_sqlbaglanti.guncellemePaneli.setChecked(way == Way::Update);
     showPanels();
+    connect(&program.busy, &Busy::changed, this, [this, &busy = program.busy] {
+        m_busyNote->setText(busy.text().isEmpty() ? u" "_s : busy.text()); // keeps its line
+        m_busyNote->repaint();
+    });
     m_sqlbaglanti.yukle();
 }
 
@@ -102,9 +106,14 @@ QWidget *SqlbaglantiWindow::settings()
 
     auto *note = valueLabel(u"bilgi"_s, m_sqlbaglanti.bilgi);
     note->setWordWrap(true);
+    m_busyNote = new QLabel(u" "_s);
+    m_busyNote->setObjectName(u"mesgul"_s);
+    m_busyNote->setTextFormat(Qt::PlainText);
+    m_busyNote->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     auto *column = new QVBoxLayout(panel);
     column->addLayout(form);
     column->addWidget(note);
+    column->addWidget(m_busyNote);
     column->addWidget(settingsButtons());
     return panel;
 }

@@ -37,7 +37,8 @@ private:
     Sqlbaglanti m_sqlbaglanti;
     QWidget *m_guncelleme;
     QWidget *m_ayarlar;
-    QPushButton *m_toUpdate; // leads from the settings to the update
+    QLabel *m_busyNote = nullptr; // tells what is being done
+    QPushButton *m_toUpdate;      // leads from the settings to the update
 };
 
 } // namespace kervan

@@ -2,6 +2,7 @@
 
 #include "controls/binding.h"
 #include "controls/gridview.h"
+#include "controls/linklabel.h"
 #include "controls/transferwidgets.h"
 
 #include <QHBoxLayout>
@@ -20,7 +21,7 @@ SayimWindow::SayimWindow(Program &program, QWidget *parent)
     setObjectName(u"sayimform"_s);
     setWindowTitle(u"Sayım Transferi"_s);
     auto *strip = titleStrip(u"SAYIM AKTARIMI"_s);
-    strip->addNote(valueLabel(u"Label9"_s, m_sayimform.link.durum));
+    strip->addNote(new LinkLabel(u"Label9"_s, m_sayimform.link.durum));
     layOutTransfer(this,
                    {.strip = strip,
                     .panels = {commands(), counts()},
@@ -30,7 +31,6 @@ SayimWindow::SayimWindow(Program &program, QWidget *parent)
                     .openFile = [this](const QString &path) {
                         m_sayimform.dosyaac(path);
                     }});
-    m_sayimform.load();
 }
 
 QWidget *SayimWindow::commands()

@@ -13,6 +13,8 @@ class SayimWindow : public QWidget
 
 public:
     explicit SayimWindow(Program &program, QWidget *parent = nullptr);
+    /// What the opening of the screen does. It connects, so it comes when the window is seen.
+    void load() { m_sayimform.load(); }
 
     Sayimform &sayimform() { return m_sayimform; }
 

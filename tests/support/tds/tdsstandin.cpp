@@ -185,8 +185,11 @@ StandinListener::~StandinListener()
 
 QByteArray StandinListener::loginAnswerTo(const TdsLogin &login) const
 {
+    constexpr int wrongProtocol = 17803;
     constexpr int noSuchDatabase = 4060;
     constexpr int loginFailed = 18456;
+    if (login.server.contains(QChar(u'\0')))
+        return failed(wrongProtocol, u"invalid byte sequence in the name of the server: 0x00"_s);
     const QString refusal = u"Login failed for user '%1'."_s.arg(login.user);
     if (manners.refusesLogin || login.user != TdsStandin::user ||
         login.password != TdsStandin::password)
@@ -280,6 +283,14 @@ TdsStandin::~TdsStandin()
 quint16 TdsStandin::port() const
 {
     return inThread([this] { return m_listener->serverPort(); });
+}
+
+bool TdsStandin::moveTo(quint16 port)
+{
+    return inThread([&] {
+        m_listener->close();
+        return m_listener->listen(QHostAddress::LocalHost, port);
+    });
 }
 
 QString TdsStandin::server() const

@@ -28,6 +28,7 @@ struct StandinManners
 /// SQLite takes, with or without WITH(NOLOCK), and sends a column in the type that its table
 /// declares: tinyint, smallint, int, bigint, decimal(p,s), varchar(n) in the Turkish code page,
 /// anything else as nvarchar. A text column declared without a length holds texts of any length.
+/// A login with a NUL in the server's name is refused, as strict servers do.
 /// Needs a QCoreApplication.
 class TdsStandin
 {
@@ -42,6 +43,8 @@ public:
     TdsStandin &operator=(const TdsStandin &) = delete;
 
     quint16 port() const;
+    /// Listens on this port instead; false where somebody else does.
+    bool moveTo(quint16 port);
     /// What a user enters as the server's name.
     QString server() const;
     /// Runs a statement on the database, past every wire; gives its rows. A wrong one is fatal.

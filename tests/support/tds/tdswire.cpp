@@ -51,7 +51,7 @@ TdsLogin readLogin(const QByteArray &message)
     const auto text = [&](qsizetype at) {
         return tdsText(message, place(at), place(at + 2));
     };
-    TdsLogin login{text(40), {}, text(68)};
+    TdsLogin login{text(40), {}, text(52), text(68)};
     QByteArray hidden = message.mid(place(44), 2 * place(46));
     for (char &byte : hidden) {
         const auto plain = quint8(quint8(byte) ^ 0xA5);

@@ -60,6 +60,7 @@ struct TdsLogin
 {
     QString user;
     QString password;
+    QString server; ///< as the client calls it
     QString database;
 };
 TdsLogin readLogin(const QByteArray &message);

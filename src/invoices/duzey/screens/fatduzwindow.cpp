@@ -2,6 +2,7 @@
 
 #include "controls/binding.h"
 #include "controls/gridview.h"
+#include "controls/linklabel.h"
 #include "controls/transferwidgets.h"
 #include "invoices/screens/invoicewidgets.h"
 
@@ -35,14 +36,13 @@ FatduzWindow::FatduzWindow(Program &program, QWidget *parent)
                    m_fatduz.dosyaac(path);
                }});
     bindHourglass(this, m_fatduz.bekle);
-    m_fatduz.load();
 }
 
 TitleStrip *FatduzWindow::strip()
 {
     auto *strip = new TitleStrip;
     bind(strip->caption(), m_fatduz.baslik);
-    strip->addNote(valueLabel(u"Label9"_s, m_fatduz.link.durum));
+    strip->addNote(new LinkLabel(u"Label9"_s, m_fatduz.link.durum));
     return strip;
 }
 

@@ -17,6 +17,8 @@ class FatduzWindow : public QWidget
 
 public:
     explicit FatduzWindow(Program &program, QWidget *parent = nullptr);
+    /// What the opening of the screen does. It connects, so it comes when the window is seen.
+    void load() { m_fatduz.load(); }
 
     Fatduz &fatduz() { return m_fatduz; }
 
