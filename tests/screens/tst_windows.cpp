@@ -2,19 +2,22 @@
 // and dialogs.
 
 #include "app/realports.h"
+#include "controls/dateedit.h"
 #include "controls/gridview.h"
 #include "invoices/desk.h"
 #include "invoices/screens/fatwindow.h"
 #include "stocktake/screens/urunwindow.h"
 #include "support/driving.h"
 
+#include <QAbstractItemView>
+#include <QCalendarWidget>
 #include <QClipboard>
 #include <QComboBox>
-#include <QDateEdit>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QSignalSpy>
 #include <QTimer>
 #include <QWheelEvent>
 
@@ -122,12 +125,96 @@ private Q_SLOTS:
         QCOMPARE(s.l1.tickedCount(), 0);
         press(s.window, u"Check1"_s);
         QCOMPARE(s.l1.rows(), 1);
-        s.find<QDateEdit>("d2")->setDate(QDate(2024, 3, 9));
+        type(s.window, u"d2"_s, u"9.3.24"_s);
         QCOMPARE(s.l1.rows(), 3);
+        type(s.window, u"d1"_s, u"08.03.2024"_s);
+        QCOMPARE(s.l1.rows(), 2);
+        // An impossible date stands as it was typed and filters nothing, also not later.
+        type(s.window, u"d1"_s, u"31.02.2024"_s);
+        QCOMPARE(s.find<QLineEdit>("d1")->text(), u"31.02.2024"_s);
+        QVERIFY(s.find<QLineEdit>("d1")->accessibleDescription().startsWith(u"31.02.2024: "));
+        QCOMPARE(s.l1.rows(), 2);
+        press(s.window, u"chameleonButton2"_s);
+        QCOMPARE(s.l1.rows(), 3);
+        QVERIFY(s.find<QLabel>("bilgi")->text().startsWith(u"\"İlk Tarih\" bir tarih değil"));
         drop(s.window, s.desk.t.path(u"yok.bif"_s));
         QVERIFY(s.l1.isEmpty());
         // A failure without a box is told in the status bar.
         QVERIFY(s.find<QLabel>("bilgi")->text().contains(u"yok.bif"_s));
+    }
+
+    void aDateIsTheOneMeantHoweverItIsEntered_data()
+    {
+        QTest::addColumn<int>("cursor"); // -1: all is selected
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QDate>("date");
+        const QDate meant(2025, 4, 7); // over 07.03.2024
+        QTest::newRow("with points") << -1 << u"07.04.2025"_s << meant;
+        QTest::newRow("without points") << -1 << u"07042025"_s << meant;
+        QTest::newRow("with a short year") << -1 << u"7/4/25"_s << meant;
+        QTest::newRow("from the start on, with points") << 0 << u"07.04.2025"_s << meant;
+        QTest::newRow("from the start on, without points") << 0 << u"07042025"_s << meant;
+        QTest::newRow("from the start on, as short as can be") << 0 << u"7.4.25"_s << meant;
+        QTest::newRow("the day's last digit") << 1 << u"9"_s << QDate(2024, 3, 9);
+        QTest::newRow("the month") << 3 << u"12"_s << QDate(2024, 12, 7);
+        QTest::newRow("the month, in one digit") << 2 << u"4"_s << QDate(2024, 4, 7);
+        QTest::newRow("the year") << 6 << u"2025"_s << QDate(2025, 3, 7);
+        QTest::newRow("the year's last digit") << 9 << u"5"_s << QDate(2025, 3, 7);
+        QTest::newRow("a day stepped by the arrow") << 1 << u"^"_s << QDate(2024, 3, 8);
+        QTest::newRow("a month stepped by the arrow") << 4 << u"^"_s << QDate(2024, 4, 7);
+        QTest::newRow("a date pasted amidst") << 4 << u"v"_s << meant;
+        QTest::newRow("too many digits") << 10 << u"5"_s << QDate();
+        QTest::newRow("a whole date behind the month") << 5 << u"07.04.2025"_s << QDate();
+        QTest::newRow("words") << -1 << u"yarın"_s << QDate();
+    }
+    void aDateIsTheOneMeantHoweverItIsEntered()
+    {
+        QFETCH(int, cursor);
+        QFETCH(QString, typed);
+        QFETCH(QDate, date);
+        Shown s;
+        auto *edit = s.find<DateEdit>("d1");
+        const QSignalSpy changes(edit, &DateEdit::dateChanged);
+        QTest::mouseClick(edit, Qt::LeftButton); // the first click takes it all
+        QCOMPARE(edit->selectedText(), u"07.03.2024"_s);
+        if (cursor >= 0)
+            edit->setCursorPosition(cursor);
+        QApplication::clipboard()->setText(u" 2025-04-07 00:00:00\n"_s);
+        if (typed == u"^"_s)
+            QTest::keyClick(edit, Qt::Key_Up);
+        else if (typed == u"v"_s)
+            QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+        else
+            for (const QChar letter : typed)
+                QTest::sendKeyEvent(QTest::Click, edit, Qt::Key_unknown, letter, Qt::NoModifier);
+        QTest::keyClick(edit, Qt::Key_Tab);
+        QCOMPARE(s.fat.liste.ilkTarih.date(), date);
+        QCOMPARE(changes.size(), 1);
+        if (date.isValid())
+            QCOMPARE(edit->text(), date.toString(u"dd.MM.yyyy"));
+    }
+
+    void theCalendarGivesADateAndEscClosesNothingElse()
+    {
+        Shown s;
+        const QSignalSpy closing(&s.window, &FatWindow::closeWanted);
+        auto *edit = s.find<DateEdit>("d2");
+        for (const auto key : {Qt::Key_Escape, Qt::Key_Return}) {
+            QTest::keyClick(edit, Qt::Key_F4);
+            QWidget *popup = QApplication::activePopupWidget();
+            QVERIFY(popup);
+            popup->findChild<QCalendarWidget *>()->setSelectedDate(QDate(2024, 3, 9));
+            QTest::keyClick(popup->focusWidget(), key);
+            QTRY_VERIFY(!QApplication::activePopupWidget());
+            QCOMPARE(edit->text(), key == Qt::Key_Escape ? u"07.03.2024"_s : u"09.03.2024"_s);
+        }
+        auto *kind = s.find<QComboBox>("fatbilgi");
+        kind->showPopup();
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+        QTRY_VERIFY(!kind->view()->isVisible());
+        QCOMPARE(closing.size(), 0);
+        QTest::keyClick(kind, Qt::Key_Escape);
+        QCOMPARE(closing.size(), 1);
     }
 
     void theRoadWithRealBoxesAndDialogs()
