@@ -17,6 +17,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
 #include <QSignalSpy>
 #include <QTimer>
 #include <QWheelEvent>
@@ -279,7 +280,31 @@ private Q_SLOTS:
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QTRY_COMPARE(l1.cell(10, Urunform::Kod), u"KOD1"_s);
         QTest::keyClick(&window, Qt::Key_Escape);
-        QVERIFY(window.isVisible());     // what was typed is not lost by a key
+        QVERIFY(window.isVisible()); // what was typed is not lost by a key
+        type(Urunform::Bfiyat, "1.2,3");
+        // What is no price stays in edit, however the cell is left, and nothing is saved.
+        auto *save = window.findChild<QPushButton *>(u"chameleonButton7"_s);
+        const std::array<std::function<void()>, 4> ways{
+            [&] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); },
+            [&] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); },
+            [&] { view->setCurrentIndex(l1.index(3, Urunform::Kod)); },
+            [&] { QTest::mouseClick(save, Qt::LeftButton); },
+        };
+        for (const auto &leave : ways) {
+            window.findChild<QLabel *>(u"bilgi"_s)->clear();
+            leave();
+            QTRY_VERIFY(qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+            QTRY_COMPARE(view->currentIndex(), l1.index(10, Urunform::Bfiyat));
+            QVERIFY(window.isVisible());
+            QVERIFY(window.findChild<QLabel *>(u"bilgi"_s)->text().startsWith(u"\"1.2,3\""));
+        }
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QTRY_VERIFY(view->hasFocus());
+        QCOMPARE(l1.cell(10, Urunform::Bfiyat), QString());
+        QApplication::clipboard()->setText(u"A\tB\n"_s);
+        view->setCurrentIndex(l1.index(10, Urunform::Ack));
+        QTest::keyClick(view, Qt::Key_V, Qt::ControlModifier);
+        QVERIFY(window.findChild<QLabel *>(u"bilgi"_s)->text().contains(u"\"B\" bir fiyat değil"));
         type(Urunform::Bfiyat, "1x2.5"); // the letter is not taken, the point is a comma
         // The cell is still being edited when the button is reached by its key.
         QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);
