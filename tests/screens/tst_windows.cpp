@@ -2,6 +2,7 @@
 // and dialogs.
 
 #include "app/realports.h"
+#include "app/samples.h"
 #include "controls/dateedit.h"
 #include "controls/gridview.h"
 #include "invoices/desk.h"
@@ -221,7 +222,8 @@ private Q_SLOTS:
     void theRoadWithRealBoxesAndDialogs()
     {
         ScreenBoxes boxes;
-        ScreenDialogs dialogs;
+        const QTemporaryDir elsewhere;
+        ScreenDialogs dialogs(elsewhere.path());
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         Shown s(&boxes, &dialogs);
         QStringList names{s.desk.t.path(u"c"_s), s.desk.t.path(u"kaynak.bif"_s)};
@@ -254,6 +256,63 @@ private Q_SLOTS:
         QCOMPARE(document.count("<GL_CODE>120.02</GL_CODE>"), 3);
         QVERIFY(document.contains("<GL_CODE1></GL_CODE1>")); // no accounting row was chosen
         QCOMPARE(readBytes(s.desk.t.path(u"c-KASANAKIT.xml"_s)).count("<SD_TRANSACTION "), 3);
+    }
+
+    void aSaveDialogStartsInTheFolderWithoutANameAndTellsWhatItReplaces_data()
+    {
+        QTest::addColumn<QString>("start"); // "%1" is the program folder
+        QTest::addColumn<QString>("folder");
+        QTest::newRow("a folder") << u"%1/logo xml"_s << u"logo xml"_s;
+        QTest::newRow("a full name") << u"%1/logo xml/fatura.xml"_s << u"logo xml"_s;
+        QTest::newRow("a relative name") << u"logo xml/fatura.xml"_s << u"logo xml"_s;
+        QTest::newRow("a folder that is gone") << u"%1/yok/orada da/fatura.xml"_s << u"."_s;
+    }
+    void aSaveDialogStartsInTheFolderWithoutANameAndTellsWhatItReplaces()
+    {
+        QFETCH(QString, start);
+        QFETCH(QString, folder);
+        TestProgram t;
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        const QDir wanted(QDir(t.path(folder)).canonicalPath());
+        writeBytes(wanted.filePath(u"var.xml"_s), "x");
+        if (start.contains(u'%'))
+            start = start.arg(t.folder.path());
+        QStringList seen;
+        QTimer::singleShot(50, this, [&] {
+            auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+            auto *name = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
+            seen << QDir(dialog->directory()).canonicalPath() << name->text();
+            name->setFocus();
+            for (const QString &typed : {u"yeni"_s, u"var.xml"_s, u"var"_s}) {
+                name->setText(typed);
+                seen << dialog->labelText(QFileDialog::Accept);
+            }
+            static_cast<QDialog *>(dialog)->accept();
+        });
+        ScreenDialogs dialogs(t.folder.path());
+        const auto name = dialogs.saveName({u"Kaydet"_s, u"Xml Dosyaları (xml)|*.xml"_s, start});
+        QCOMPARE(seen, (QStringList{
+                           wanted.path(), {}, u"&Kaydet"_s, u"Ü&zerine Yaz"_s, u"Ü&zerine Yaz"_s}));
+        QCOMPARE(QFileInfo(name.value_or(QString())).fileName(), u"var"_s);
+    }
+
+    void theSamplesHoldNoPlaceOfTheirOwn()
+    {
+        TestProgram t;
+        layOutSamples(QStringLiteral(TEST_DATA "/../../samples"), t.folder.path());
+        QCOMPARE(t.rows(u"yol ec es ef xc xs xf"_s), u"||txt|||logo xml/fatura.xml"_s);
+    }
+
+    void aQuestionIsAnsweredByNoUnlessTheUserSaysYes()
+    {
+        bool isNo = false;
+        QTimer::singleShot(50, this, [&] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            isNo = box->defaultButton()->text() == u"Hayır";
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        QVERIFY(!ScreenBoxes().ask({u"Silinsin mi?"_s, u"DİKKAT"_s, Icon::Question}));
+        QVERIFY(isNo);
     }
 
     void pricesAreTypedInAndSavedAndTheDownArrowAddsARow()
