@@ -22,7 +22,7 @@ int run(const QString &samples, const QString &folder)
 {
     QTextStream out(stdout);
     kervan::ScreenBoxes boxes;
-    kervan::ScreenDialogs dialogs;
+    kervan::ScreenDialogs dialogs(folder);
     kervan::SystemClock clock;
     kervan::OdbcServer sqlServer;
     kervan::Program program{.folder = folder,

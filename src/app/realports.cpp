@@ -1,9 +1,15 @@
 #include "app/realports.h"
 
+#include "store/folders.h"
+#include "transfer/target.h"
+
 #include <QApplication>
 #include <QDialogButtonBox>
+#include <QDir>
 #include <QFileDialog>
+#include <QFileInfo>
 #include <QLibraryInfo>
+#include <QLineEdit>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
@@ -90,6 +96,24 @@ std::optional<QString> chosen(const QString &name)
     return name;
 }
 
+// The nearest folder that is there.
+QString folderOf(const QString &start)
+{
+    QFileInfo place(start);
+    while (!place.isDir() && place.absolutePath() != place.absoluteFilePath())
+        place = QFileInfo(place.absolutePath());
+    return place.absoluteFilePath();
+}
+
+void tellWhatIsThere(QFileDialog &dialog, const QString &typed)
+{
+    const auto isThere = [&dialog](const QString &name) {
+        return QFileInfo(dialog.directory().filePath(name)).isFile();
+    };
+    const bool replaces = !typed.isEmpty() && (isThere(typed) || isThere(xmlAdi(typed)));
+    dialog.setLabelText(QFileDialog::Accept, replaces ? u"Ü&zerine Yaz"_s : u"&Kaydet"_s);
+}
+
 } // namespace
 
 void ScreenBoxes::show(const Box &box)
@@ -109,20 +133,30 @@ bool ScreenBoxes::ask(const Box &box)
     message.setTextFormat(Qt::PlainText);
     message.button(QMessageBox::Yes)->setText(u"Evet"_s);
     message.button(QMessageBox::No)->setText(u"Hayır"_s);
+    message.setDefaultButton(QMessageBox::No); // what is asked is whether to delete
     return message.exec() == QMessageBox::Yes;
 }
 
 std::optional<QString> ScreenDialogs::openName(const FileQuestion &question)
 {
     return chosen(QFileDialog::getOpenFileName(QApplication::activeWindow(), question.title,
-                                               question.start, qtFilter(question.filter)));
+                                               fullName(m_folder, question.start),
+                                               qtFilter(question.filter)));
 }
 
 std::optional<QString> ScreenDialogs::saveName(const FileQuestion &question)
 {
-    return chosen(QFileDialog::getSaveFileName(QApplication::activeWindow(), question.title,
-                                               question.start, qtFilter(question.filter), nullptr,
-                                               QFileDialog::DontConfirmOverwrite));
+    QFileDialog dialog(QApplication::activeWindow(), question.title,
+                       folderOf(fullName(m_folder, question.start)), qtFilter(question.filter));
+    dialog.setAcceptMode(QFileDialog::AcceptSave);
+    dialog.setOption(QFileDialog::DontConfirmOverwrite);
+    // The desktop's own dialog has no such field, and shows what is there in its own way.
+    if (auto *name = dialog.findChild<QLineEdit *>(u"fileNameEdit"_s))
+        QObject::connect(name, &QLineEdit::textChanged, &dialog,
+                         [&dialog](const QString &typed) { tellWhatIsThere(dialog, typed); });
+    if (dialog.exec() != QDialog::Accepted)
+        return std::nullopt;
+    return chosen(dialog.selectedFiles().value(0));
 }
 
 QDateTime SystemClock::now() const

@@ -15,12 +15,21 @@ public:
     bool ask(const Box &box) override;
 };
 
-/// The file dialogs of the desktop. Saving overwrites without a question.
+/// The file dialogs of the desktop; a relative start lies in the program folder. Saving starts in
+/// the folder of its start with an empty name, and overwrites without a question: while the name
+/// that is typed belongs to a file, the button says so.
 class ScreenDialogs : public FileDialogs
 {
 public:
+    explicit ScreenDialogs(QString programFolder)
+        : m_folder(std::move(programFolder))
+    {
+    }
     std::optional<QString> openName(const FileQuestion &question) override;
     std::optional<QString> saveName(const FileQuestion &question) override;
+
+private:
+    QString m_folder;
 };
 
 /// The machine's clock, in whole seconds: a long save asks it for each field of each card, and the

@@ -97,6 +97,8 @@ void fillPrices(Program &program, const QList<QStringList> &rows)
     form.kaydet();
 }
 
+// Relative, so that the folder can be moved; without a target of cari documents save dialogs start
+// in "logo xml".
 void fillFolders(Program &program)
 {
     Ayr ayr(program);
@@ -106,11 +108,9 @@ void fillFolders(Program &program)
         if (!ayr.fields[i].text().isEmpty())
             return;
         if (column == u"ef")
-            ayr.fields[i].setText(program.path(u"txt"));
-        else if (column == u"xc")
-            ayr.fields[i].setText(program.path(u"logo xml/cari.xml"));
+            ayr.fields[i].setText(u"txt"_s);
         else if (column == u"xf")
-            ayr.fields[i].setText(program.path(u"logo xml/fatura.xml"));
+            ayr.fields[i].setText(u"logo xml/fatura.xml"_s);
     }
     ayr.kaydet();
 }

@@ -86,7 +86,7 @@ private:
     bool m_checked = false;
 };
 
-/// A date picker.
+/// A date picker; without a valid date while it shows one that is impossible.
 class DateField : public QObject
 {
     Q_OBJECT

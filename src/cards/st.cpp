@@ -200,7 +200,8 @@ void St::manualkaydet()
 void St::otomatikkaydet()
 {
     if (isReady())
-        endWithReport(m_program.boxes, [this] { kaydet(m_program.folders.xs); });
+        endWithReport(m_program.boxes,
+                      [this] { kaydet(fullName(m_program.folder, m_program.folders.xs)); });
 }
 
 void St::kaydet(const QString &dosya)

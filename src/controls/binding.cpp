@@ -1,8 +1,9 @@
 #include "controls/binding.h"
 
+#include "controls/dateedit.h"
+
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDateEdit>
 #include <QElapsedTimer>
 #include <QEvent>
 #include <QGuiApplication>
@@ -122,11 +123,10 @@ void bind(QCheckBox *box, CheckField &field)
     QObject::connect(box, &QCheckBox::toggled, &field, &CheckField::setChecked);
 }
 
-void bind(QDateEdit *edit, DateField &field)
+void bind(DateEdit *edit, DateField &field)
 {
     follow(edit, field, [edit, &field] { edit->setDate(field.date()); });
-    new WheelGuard(edit);
-    QObject::connect(edit, &QDateEdit::dateChanged, &field, &DateField::setDate);
+    QObject::connect(edit, &DateEdit::dateChanged, &field, &DateField::setDate);
 }
 
 void bind(QProgressBar *bar, ProgressField &field)

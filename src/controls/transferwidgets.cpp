@@ -4,6 +4,7 @@
 #include "controls/gridview.h"
 #include "controls/pictures.h"
 
+#include <QApplication>
 #include <QDropEvent>
 #include <QLabel>
 #include <QMimeData>
@@ -86,6 +87,12 @@ QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, Tex
     bar->addPermanentWidget(pr1);
     bind(pr1, progress);
     return bar;
+}
+
+bool closeDropDown()
+{
+    QWidget *popup = QApplication::activePopupWidget();
+    return popup && popup->close();
 }
 
 FileDrop::FileDrop(QWidget *window)

@@ -43,13 +43,20 @@ QFrame *plainFrame(GridView *view);
 QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, TextField &bilgi,
                               ProgressField &progress);
 
-/// The button of the strip and Esc, anywhere on the window, ask for its closing.
+/// Closes the list or calendar that is dropped down; false when there is none.
+bool closeDropDown();
+
+/// The button of the strip and Esc, anywhere on the window, ask for its closing. While something
+/// is dropped down, Esc closes that: a shortcut of the window gets the key before the popup does.
 template<class Window>
 void letClose(Window *window, TitleStrip *strip)
 {
     auto *escape = new QShortcut(Qt::Key_Escape, window);
     escape->setContext(Qt::WidgetWithChildrenShortcut);
-    QObject::connect(escape, &QShortcut::activated, window, &Window::closeWanted);
+    QObject::connect(escape, &QShortcut::activated, window, [window] {
+        if (!closeDropDown())
+            Q_EMIT window->closeWanted();
+    });
     QObject::connect(strip->closeButton(), &QAbstractButton::clicked, window, &Window::closeWanted);
 }
 

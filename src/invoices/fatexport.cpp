@@ -53,7 +53,7 @@ void Fat::otomatikkaydet()
         return warnAt(u"Kdv Oranı Seçiniz...!"_s, kdvOrani);
     if (birimSeti.text().isEmpty())
         return warnAt(u"Birim Seti Seçiniz...!"_s, birimSeti);
-    kaydet(m_program.folders.xf);
+    kaydet(fullName(m_program.folder, m_program.folders.xf));
 }
 
 void Fat::kaydet(const QString &dosya)

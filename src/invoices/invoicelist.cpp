@@ -87,6 +87,11 @@ void InvoiceList::tumgoster()
 
 void InvoiceList::tarihbelirle()
 {
+    for (const auto &[date, caption] :
+         {std::pair(ilkTarih.date(), QStringView(u"İlk Tarih")), {sonTarih.date(), u"Son Tarih"}}) {
+        if (!date.isValid() && !l1.isEmpty())
+            throw Failure(u"\"%1\" bir tarih değil; liste tarihe göre süzülmedi."_s.arg(caption));
+    }
     const QString first = keyOf(ilkTarih.date());
     const QString last = keyOf(sonTarih.date());
     l1.keepWhere([&](int row) {

@@ -40,7 +40,8 @@ public:
     /// tumunuSec was changed: every tick takes its state.
     void tumunusecdegisti() { l1.setAllTicked(tumunuSec.isChecked()); }
     /// Removes the rows dated outside `ilkTarih` to `sonTarih`. A row without a date that can be
-    /// compared ends the walk as a Failure, and it and the rows after it stay.
+    /// compared ends the walk as a Failure, and it and the rows after it stay; so does a bound
+    /// that is no date, before the first row.
     void tarihbelirle();
     /// The rows whose title holds the text of `arananUnvan`, case counting.
     QList<int> unvanara() const;

@@ -1,8 +1,23 @@
 #include "stocktake/urunform.h"
 
+#include <QRegularExpression>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
+
+std::optional<QString> fiyatoku(const QString &typed)
+{
+    static const QRegularExpression inThrees(u"^-?\\d{1,3}(\\.\\d{3})+,\\d+$"_s);
+    static const QRegularExpression plain(u"^-?(\\d+[.,]?\\d*|[.,]\\d+)$"_s);
+    static const QRegularExpression twofold(u"^-?[1-9]\\d{0,2}\\.\\d{3}$"_s);
+    QString price = typed.trimmed();
+    if (inThrees.match(price).hasMatch())
+        return price.remove(u'.');
+    if (price.isEmpty() || (plain.match(price).hasMatch() && !twofold.match(price).hasMatch()))
+        return price.replace(u'.', u',');
+    return std::nullopt;
+}
 
 Urunform::Urunform(Program &program)
     : l1({{u"Sıra"_s, 700, Qt::AlignRight},
@@ -51,6 +66,37 @@ void Urunform::satirekle(int currentRow)
 {
     if (currentRow == l1.rows() - 1)
         addEmptyRow();
+}
+
+QString Urunform::yapistir(int row, int column, const QString &block)
+{
+    QStringList lines = QString(block).remove(u'\r').split(u'\n');
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    QList<QStringList> taken;
+    for (const QString &line : lines) {
+        QStringList cells = line.split(u'\t');
+        if (column + cells.size() > l1.columnCount())
+            return u"Yapıştırılmadı: pano %1 sütun, burada %2 sütun yer var."_s.arg(cells.size())
+                .arg(l1.columnCount() - column);
+        for (qsizetype i = 0; i < cells.size(); ++i) {
+            const bool isPrice = column + i == Fiyat || column + i == Bfiyat;
+            const auto price = isPrice ? fiyatoku(cells[i]) : cells[i];
+            if (!price)
+                return u"Yapıştırılmadı: %1. satırda \"%2\" bir fiyat değil."_s
+                    .arg(taken.size() + 1)
+                    .arg(cells[i].left(40));
+            cells[i] = *price;
+        }
+        taken << cells;
+    }
+    while (l1.rows() < row + taken.size())
+        addEmptyRow();
+    for (int line = 0; line < taken.size(); ++line) {
+        for (int i = 0; i < taken[line].size(); ++i)
+            l1.setCell(row + line, column + i, taken[line][i]);
+    }
+    return {};
 }
 
 bool Urunform::kaydet()

@@ -8,6 +8,11 @@
 
 namespace kervan {
 
+/// The price that a user means, as it is stored: "1.234,50" is 1234,50 since a comma stands behind
+/// digits in threes, and in "12.5" the point is the comma. An empty text is an empty price.
+/// Nothing where neither is meant, nor where both may be: "1.234".
+std::optional<QString> fiyatoku(const QString &typed);
+
 /// The dealer price table `urun`: all of it read into a grid, and all of it written back.
 class Urunform
 {
@@ -24,6 +29,10 @@ public:
     void yukle();
     /// The down arrow was pressed on this row: on the last one it adds an empty row.
     void satirekle(int currentRow);
+    /// Puts a block of a spreadsheet, lines of cells parted by tabs, into the grid from this cell
+    /// on, and adds the rows that it needs. Tells why nothing of it was taken, where a price is
+    /// none or the block is wider than the grid; else nothing.
+    QString yapistir(int row, int column, const QString &block);
     /// Rewrites the table from the rows that have a code, and is not atomic: a row that fails shows
     /// the failure, and the table then holds the rows before it. True if all went well.
     bool kaydet();

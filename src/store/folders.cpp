@@ -2,7 +2,14 @@
 
 #include "store/localdb.h"
 
+#include <QDir>
+
 namespace kervan {
+
+QString fullName(const QString &programFolder, const QString &value)
+{
+    return value.isEmpty() ? value : QDir(programFolder).filePath(value);
+}
 
 void loadFolders(LocalDb &db, Folders &folders)
 {

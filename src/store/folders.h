@@ -12,6 +12,10 @@ struct Folders
     QString xc, xs, xf; // targets of the same three
 };
 
+/// A value as a name of the file system: a relative one lies in the program folder, so that a
+/// copied folder works where it lies. An empty one stays empty.
+QString fullName(const QString &programFolder, const QString &value);
+
 class LocalDb;
 
 /// Takes the values over from table `yol` of the open database; a table that can't be read is a

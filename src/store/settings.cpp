@@ -83,10 +83,13 @@ void Ayr::gozat(int setting)
     QString start = fields[index].text();
     if (start.isEmpty())
         start = m_program.path(isSource ? u"txt" : u"logo xml");
-    const auto name = m_program.dialogs.openName(
-        {.title = {},
-         .filter = isSource ? u"txt Dosyaları (txt)|*.txt"_s : u"Exel Dosyaları (xml)|*.xml"_s,
-         .start = start});
+    const FileQuestion question{.title = {},
+                                .filter = isSource ? u"txt Dosyaları (txt)|*.txt"_s
+                                                   : u"Exel Dosyaları (xml)|*.xml"_s,
+                                .start = start};
+    // A target need not be there yet.
+    const auto name =
+        isSource ? m_program.dialogs.openName(question) : m_program.dialogs.saveName(question);
     if (name)
         fields[index].setText(*name);
 }

@@ -5,6 +5,8 @@
 #include <QLocale>
 #include <QRegularExpression>
 
+#include <array>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -20,6 +22,28 @@ QDate toDate(QStringView text)
     if (!match.hasMatch() || !date.isValid())
         throw Failure(u"\"%1\" bir tarih değil."_s.arg(text.left(100)));
     return date;
+}
+
+std::optional<QDate> typedDate(QStringView text, int year)
+{
+    static const QString time = u"(?:[ T]\\d{1,2}:\\d{2}(?::\\d{2})?)?$"_s;
+    static const std::array<QRegularExpression, 3> forms{
+        QRegularExpression(
+            u"^(?<d>\\d{1,2})[ ./,-](?<m>\\d{1,2})[ ./,-]?(?<y>(?<=\\D)(\\d{2}){1,2})?"_s + time),
+        QRegularExpression(u"^(?<d>\\d{2})(?<m>\\d{2})(?<y>(\\d{2}){1,2})?$"_s),
+        QRegularExpression(u"^(?<y>\\d{4})[./-]?(?<m>\\d{2})[./-]?(?<d>\\d{2})"_s + time),
+    };
+    for (const QRegularExpression &form : forms) {
+        const auto match = form.match(text.trimmed().toString());
+        const QString digits = match.captured(u"y"_s);
+        int meant = digits.isEmpty() ? year : digits.toInt();
+        if (digits.size() == 2)
+            meant += meant < 80 ? 2000 : 1900;
+        const QDate date(meant, match.captured(u"m"_s).toInt(), match.captured(u"d"_s).toInt());
+        if (match.hasMatch() && date.isValid() && meant >= 1900 && meant < 2100)
+            return date;
+    }
+    return std::nullopt;
 }
 
 QString systemDate(QDate date)

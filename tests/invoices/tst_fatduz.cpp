@@ -15,7 +15,6 @@
 #include "support/table.h"
 
 #include <QComboBox>
-#include <QDateEdit>
 #include <QLineEdit>
 #include <QSignalSpy>
 
@@ -318,9 +317,9 @@ nothing                             ;           ; 0,0000)"_s);
         read(u"F1,F2"_s);
         press(window, u"Check1"_s);
         read(u"F1,F2"_s);
-        window.findChild<QDateEdit *>(u"d2"_s)->setDate(QDate(2024, 3, 9));
+        type(window, u"d2"_s, u"09.03.2024"_s);
         read(u"F1,F2"_s);
-        window.findChild<QDateEdit *>(u"d1"_s)->setDate(QDate(2024, 3, 8));
+        type(window, u"d1"_s, u"080324"_s);
         read(u"F1"_s);
         auto *view = window.findChild<GridView *>(u"l1"_s);
         QTest::mouseClick(view->viewport(), Qt::LeftButton, {},

@@ -122,13 +122,19 @@ private Q_SLOTS:
         test.fill({u"insert into per values (Null ,'A','B')"_s});
         DefinitionWindow window(test.program, *definitionOf(u"per"_s));
         window.show();
-        press(window, u"chameleonButton2"_s);
+        auto *view = window.findChild<QTableView *>(u"l1"_s);
+        view->clearSelection();
+        for (const QString &rests : {u"chameleonButton2"_s, u"chameleonButton3"_s})
+            press(window, rests);
+        QVERIFY(!text(window, u"Text1"_s)->isVisible());
+        // The procedures do not rely on that.
+        window.screen().degistir(-1);
         QVERIFY(text(window, u"Text1"_s)->isVisible());
         QCOMPARE(text(window, u"Text1"_s)->text(), QString());
         text(window, u"Text1"_s)->setText(u"C"_s);
-        press(window, u"chameleonButton7"_s);
+        window.screen().kaydet(-1);
         test.boxes.expectQuestion(deleteQuestion, true);
-        press(window, u"chameleonButton3"_s);
+        window.screen().sil(-1);
         // Leaving a record drops what was typed, by the button and by Esc.
         for (const bool byKey : {false, true}) {
             press(window, u"chameleonButton1"_s);
@@ -141,6 +147,35 @@ private Q_SLOTS:
             QVERIFY(window.isVisible());
         }
         QCOMPARE(test.rows(u"per id kod per"_s), u"1|A|B"_s);
+    }
+
+    void theListOpensOnItsFirstRowAndKeepsItsPlace()
+    {
+        TestProgram test;
+        for (const char *code : {"A", "B", "C"})
+            test.fill({u"insert into per values (Null ,'%1','')"_s.arg(QLatin1StringView(code))});
+        DefinitionWindow window(test.program, *definitionOf(u"per"_s));
+        window.show();
+        auto *view = window.findChild<QTableView *>(u"l1"_s);
+        const auto selected = [view] {
+            QStringList found;
+            for (const QModelIndex &index : view->selectionModel()->selectedRows())
+                found << index.data().toString();
+            return found.join(u',');
+        };
+        QCOMPARE(selected(), u"A"_s);
+        for (const char *left : {"B", "C", ""}) { // the next one has the place
+            test.boxes.expectQuestion(deleteQuestion, true);
+            press(window, u"chameleonButton3"_s);
+            QCOMPARE(selected(), QString::fromUtf8(left));
+        }
+        QVERIFY(!window.findChild<QAbstractButton *>(u"chameleonButton3"_s)->isEnabled());
+        for (const char *added : {"D", "E"}) {
+            press(window, u"chameleonButton1"_s);
+            text(window, u"Text1"_s)->setText(QString::fromUtf8(added));
+            press(window, u"chameleonButton7"_s);
+            QCOMPARE(selected(), QString::fromUtf8(added));
+        }
     }
 
     void anApostropheLosesTheRecordSilently()
@@ -342,7 +377,9 @@ private Q_SLOTS:
         test.dialogs.answers << std::nullopt << u"/s/stok.txt"_s << u"/h/fatura.xml"_s;
         press(window, u"chameleonButton1"_s);
         press(window, u"chameleonButton2"_s);
+        QCOMPARE(test.dialogs.saves, 0);
         press(window, u"chameleonButton6"_s);
+        QCOMPARE(test.dialogs.saves, 1); // a target need not be there yet
         QCOMPARE(test.dialogs.asked[0].start, u"/k/cari.txt"_s);
         QCOMPARE(test.dialogs.asked[1].start, test.path(u"txt"_s));
         QCOMPARE(test.dialogs.asked[1].filter, u"txt Dosyaları (txt)|*.txt"_s);

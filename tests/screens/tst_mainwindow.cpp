@@ -1,6 +1,7 @@
 #include "controls/linklabel.h"
 #include "frame/mainwindow.h"
 
+#include "app/instancelock.h"
 #include "invoices/desk.h"
 #include "invoices/duzey/screens/fatduzwindow.h"
 #include "invoices/screens/fatwindow.h"
@@ -243,6 +244,39 @@ private Q_SLOTS:
         QCOMPARE(first.state(), QProcess::Running);
         first.kill();
         first.waitForFinished();
+    }
+
+    void aProgramFolderIsHeldOnceAndOthersAreFree()
+    {
+        const QTemporaryDir here;
+        const QTemporaryDir there;
+        InstanceLock first(here.path());
+        InstanceLock elsewhere(there.path());
+        QVERIFY(first.take() && elsewhere.take());
+        QVERIFY(!InstanceLock(here.path() + u"/../"_s + QDir(here.path()).dirName()).take());
+    }
+
+    void aLockThatWasLeftBehindHoldsNobodyUp_data()
+    {
+        QTest::addColumn<QByteArray>("contents");
+        QTest::newRow("empty") << QByteArray();
+        QTest::newRow("garbage") << QByteArray("\0\0\0\n", 4);
+        QTest::newRow("of a number that runs again, as something else")
+            << QByteArray::number(QCoreApplication::applicationPid()) + "\nkervan-transfer\n" +
+                   QSysInfo::machineHostName().toUtf8() + '\n';
+        QTest::newRow("of this program's own number")
+            << QByteArray::number(QCoreApplication::applicationPid()) + "\ntst_mainwindow\n" +
+                   QSysInfo::machineHostName().toUtf8() + '\n';
+        QTest::newRow("of a machine that was renamed") << QByteArray("1\nsystemd\neski-ad\n");
+    }
+    void aLockThatWasLeftBehindHoldsNobodyUp()
+    {
+        QFETCH(QByteArray, contents);
+        const QTemporaryDir folder;
+        InstanceLock lock(folder.path());
+        writeBytes(lock.path(), contents);
+        QVERIFY(lock.take());
+        QVERIFY(!InstanceLock(folder.path()).take());
     }
 };
 

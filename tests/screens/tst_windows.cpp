@@ -2,19 +2,24 @@
 // and dialogs.
 
 #include "app/realports.h"
+#include "app/samples.h"
+#include "controls/dateedit.h"
 #include "controls/gridview.h"
 #include "invoices/desk.h"
 #include "invoices/screens/fatwindow.h"
 #include "stocktake/screens/urunwindow.h"
 #include "support/driving.h"
 
+#include <QAbstractItemView>
+#include <QCalendarWidget>
 #include <QClipboard>
 #include <QComboBox>
-#include <QDateEdit>
 #include <QFileDialog>
 #include <QLabel>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPushButton>
+#include <QSignalSpy>
 #include <QTimer>
 #include <QWheelEvent>
 
@@ -122,18 +127,103 @@ private Q_SLOTS:
         QCOMPARE(s.l1.tickedCount(), 0);
         press(s.window, u"Check1"_s);
         QCOMPARE(s.l1.rows(), 1);
-        s.find<QDateEdit>("d2")->setDate(QDate(2024, 3, 9));
+        type(s.window, u"d2"_s, u"9.3.24"_s);
         QCOMPARE(s.l1.rows(), 3);
+        type(s.window, u"d1"_s, u"08.03.2024"_s);
+        QCOMPARE(s.l1.rows(), 2);
+        // An impossible date stands as it was typed and filters nothing, also not later.
+        type(s.window, u"d1"_s, u"31.02.2024"_s);
+        QCOMPARE(s.find<QLineEdit>("d1")->text(), u"31.02.2024"_s);
+        QVERIFY(s.find<QLineEdit>("d1")->accessibleDescription().startsWith(u"31.02.2024: "));
+        QCOMPARE(s.l1.rows(), 2);
+        press(s.window, u"chameleonButton2"_s);
+        QCOMPARE(s.l1.rows(), 3);
+        QVERIFY(s.find<QLabel>("bilgi")->text().startsWith(u"\"İlk Tarih\" bir tarih değil"));
         drop(s.window, s.desk.t.path(u"yok.bif"_s));
         QVERIFY(s.l1.isEmpty());
         // A failure without a box is told in the status bar.
         QVERIFY(s.find<QLabel>("bilgi")->text().contains(u"yok.bif"_s));
     }
 
+    void aDateIsTheOneMeantHoweverItIsEntered_data()
+    {
+        QTest::addColumn<int>("cursor"); // -1: all is selected
+        QTest::addColumn<QString>("typed");
+        QTest::addColumn<QDate>("date");
+        const QDate meant(2025, 4, 7); // over 07.03.2024
+        QTest::newRow("with points") << -1 << u"07.04.2025"_s << meant;
+        QTest::newRow("without points") << -1 << u"07042025"_s << meant;
+        QTest::newRow("with a short year") << -1 << u"7/4/25"_s << meant;
+        QTest::newRow("from the start on, with points") << 0 << u"07.04.2025"_s << meant;
+        QTest::newRow("from the start on, without points") << 0 << u"07042025"_s << meant;
+        QTest::newRow("from the start on, as short as can be") << 0 << u"7.4.25"_s << meant;
+        QTest::newRow("the day's last digit") << 1 << u"9"_s << QDate(2024, 3, 9);
+        QTest::newRow("the month") << 3 << u"12"_s << QDate(2024, 12, 7);
+        QTest::newRow("the month, in one digit") << 2 << u"4"_s << QDate(2024, 4, 7);
+        QTest::newRow("the year") << 6 << u"2025"_s << QDate(2025, 3, 7);
+        QTest::newRow("the year's last digit") << 9 << u"5"_s << QDate(2025, 3, 7);
+        QTest::newRow("a day stepped by the arrow") << 1 << u"^"_s << QDate(2024, 3, 8);
+        QTest::newRow("a month stepped by the arrow") << 4 << u"^"_s << QDate(2024, 4, 7);
+        QTest::newRow("a date pasted amidst") << 4 << u"v"_s << meant;
+        QTest::newRow("too many digits") << 10 << u"5"_s << QDate();
+        QTest::newRow("a whole date behind the month") << 5 << u"07.04.2025"_s << QDate();
+        QTest::newRow("words") << -1 << u"yarın"_s << QDate();
+    }
+    void aDateIsTheOneMeantHoweverItIsEntered()
+    {
+        QFETCH(int, cursor);
+        QFETCH(QString, typed);
+        QFETCH(QDate, date);
+        Shown s;
+        auto *edit = s.find<DateEdit>("d1");
+        const QSignalSpy changes(edit, &DateEdit::dateChanged);
+        QTest::mouseClick(edit, Qt::LeftButton); // the first click takes it all
+        QCOMPARE(edit->selectedText(), u"07.03.2024"_s);
+        if (cursor >= 0)
+            edit->setCursorPosition(cursor);
+        QApplication::clipboard()->setText(u" 2025-04-07 00:00:00\n"_s);
+        if (typed == u"^"_s)
+            QTest::keyClick(edit, Qt::Key_Up);
+        else if (typed == u"v"_s)
+            QTest::keyClick(edit, Qt::Key_V, Qt::ControlModifier);
+        else
+            for (const QChar letter : typed)
+                QTest::sendKeyEvent(QTest::Click, edit, Qt::Key_unknown, letter, Qt::NoModifier);
+        QTest::keyClick(edit, Qt::Key_Tab);
+        QCOMPARE(s.fat.liste.ilkTarih.date(), date);
+        QCOMPARE(changes.size(), 1);
+        if (date.isValid())
+            QCOMPARE(edit->text(), date.toString(u"dd.MM.yyyy"));
+    }
+
+    void theCalendarGivesADateAndEscClosesNothingElse()
+    {
+        Shown s;
+        const QSignalSpy closing(&s.window, &FatWindow::closeWanted);
+        auto *edit = s.find<DateEdit>("d2");
+        for (const auto key : {Qt::Key_Escape, Qt::Key_Return}) {
+            QTest::keyClick(edit, Qt::Key_F4);
+            QWidget *popup = QApplication::activePopupWidget();
+            QVERIFY(popup);
+            popup->findChild<QCalendarWidget *>()->setSelectedDate(QDate(2024, 3, 9));
+            QTest::keyClick(popup->focusWidget(), key);
+            QTRY_VERIFY(!QApplication::activePopupWidget());
+            QCOMPARE(edit->text(), key == Qt::Key_Escape ? u"07.03.2024"_s : u"09.03.2024"_s);
+        }
+        auto *kind = s.find<QComboBox>("fatbilgi");
+        kind->showPopup();
+        QTest::keyClick(QApplication::activePopupWidget(), Qt::Key_Escape);
+        QTRY_VERIFY(!kind->view()->isVisible());
+        QCOMPARE(closing.size(), 0);
+        QTest::keyClick(kind, Qt::Key_Escape);
+        QCOMPARE(closing.size(), 1);
+    }
+
     void theRoadWithRealBoxesAndDialogs()
     {
         ScreenBoxes boxes;
-        ScreenDialogs dialogs;
+        const QTemporaryDir elsewhere;
+        ScreenDialogs dialogs(elsewhere.path());
         QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
         Shown s(&boxes, &dialogs);
         QStringList names{s.desk.t.path(u"c"_s), s.desk.t.path(u"kaynak.bif"_s)};
@@ -168,6 +258,63 @@ private Q_SLOTS:
         QCOMPARE(readBytes(s.desk.t.path(u"c-KASANAKIT.xml"_s)).count("<SD_TRANSACTION "), 3);
     }
 
+    void aSaveDialogStartsInTheFolderWithoutANameAndTellsWhatItReplaces_data()
+    {
+        QTest::addColumn<QString>("start"); // "%1" is the program folder
+        QTest::addColumn<QString>("folder");
+        QTest::newRow("a folder") << u"%1/logo xml"_s << u"logo xml"_s;
+        QTest::newRow("a full name") << u"%1/logo xml/fatura.xml"_s << u"logo xml"_s;
+        QTest::newRow("a relative name") << u"logo xml/fatura.xml"_s << u"logo xml"_s;
+        QTest::newRow("a folder that is gone") << u"%1/yok/orada da/fatura.xml"_s << u"."_s;
+    }
+    void aSaveDialogStartsInTheFolderWithoutANameAndTellsWhatItReplaces()
+    {
+        QFETCH(QString, start);
+        QFETCH(QString, folder);
+        TestProgram t;
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        const QDir wanted(QDir(t.path(folder)).canonicalPath());
+        writeBytes(wanted.filePath(u"var.xml"_s), "x");
+        if (start.contains(u'%'))
+            start = start.arg(t.folder.path());
+        QStringList seen;
+        QTimer::singleShot(50, this, [&] {
+            auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+            auto *name = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
+            seen << QDir(dialog->directory()).canonicalPath() << name->text();
+            name->setFocus();
+            for (const QString &typed : {u"yeni"_s, u"var.xml"_s, u"var"_s}) {
+                name->setText(typed);
+                seen << dialog->labelText(QFileDialog::Accept);
+            }
+            static_cast<QDialog *>(dialog)->accept();
+        });
+        ScreenDialogs dialogs(t.folder.path());
+        const auto name = dialogs.saveName({u"Kaydet"_s, u"Xml Dosyaları (xml)|*.xml"_s, start});
+        QCOMPARE(seen, (QStringList{
+                           wanted.path(), {}, u"&Kaydet"_s, u"Ü&zerine Yaz"_s, u"Ü&zerine Yaz"_s}));
+        QCOMPARE(QFileInfo(name.value_or(QString())).fileName(), u"var"_s);
+    }
+
+    void theSamplesHoldNoPlaceOfTheirOwn()
+    {
+        TestProgram t;
+        layOutSamples(QStringLiteral(TEST_DATA "/../../samples"), t.folder.path());
+        QCOMPARE(t.rows(u"yol ec es ef xc xs xf"_s), u"||txt|||logo xml/fatura.xml"_s);
+    }
+
+    void aQuestionIsAnsweredByNoUnlessTheUserSaysYes()
+    {
+        bool isNo = false;
+        QTimer::singleShot(50, this, [&] {
+            auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+            isNo = box->defaultButton()->text() == u"Hayır";
+            QTest::keyClick(box, Qt::Key_Return);
+        });
+        QVERIFY(!ScreenBoxes().ask({u"Silinsin mi?"_s, u"DİKKAT"_s, Icon::Question}));
+        QVERIFY(isNo);
+    }
+
     void pricesAreTypedInAndSavedAndTheDownArrowAddsARow()
     {
         TestProgram t;
@@ -192,7 +339,31 @@ private Q_SLOTS:
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return);
         QTRY_COMPARE(l1.cell(10, Urunform::Kod), u"KOD1"_s);
         QTest::keyClick(&window, Qt::Key_Escape);
-        QVERIFY(window.isVisible());     // what was typed is not lost by a key
+        QVERIFY(window.isVisible()); // what was typed is not lost by a key
+        type(Urunform::Bfiyat, "1.2,3");
+        // What is no price stays in edit, however the cell is left, and nothing is saved.
+        auto *save = window.findChild<QPushButton *>(u"chameleonButton7"_s);
+        const std::array<std::function<void()>, 4> ways{
+            [&] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Return); },
+            [&] { QTest::keyClick(QApplication::focusWidget(), Qt::Key_Tab); },
+            [&] { view->setCurrentIndex(l1.index(3, Urunform::Kod)); },
+            [&] { QTest::mouseClick(save, Qt::LeftButton); },
+        };
+        for (const auto &leave : ways) {
+            window.findChild<QLabel *>(u"bilgi"_s)->clear();
+            leave();
+            QTRY_VERIFY(qobject_cast<QLineEdit *>(QApplication::focusWidget()));
+            QTRY_COMPARE(view->currentIndex(), l1.index(10, Urunform::Bfiyat));
+            QVERIFY(window.isVisible());
+            QVERIFY(window.findChild<QLabel *>(u"bilgi"_s)->text().startsWith(u"\"1.2,3\""));
+        }
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QTRY_VERIFY(view->hasFocus());
+        QCOMPARE(l1.cell(10, Urunform::Bfiyat), QString());
+        QApplication::clipboard()->setText(u"A\tB\n"_s);
+        view->setCurrentIndex(l1.index(10, Urunform::Ack));
+        QTest::keyClick(view, Qt::Key_V, Qt::ControlModifier);
+        QVERIFY(window.findChild<QLabel *>(u"bilgi"_s)->text().contains(u"\"B\" bir fiyat değil"));
         type(Urunform::Bfiyat, "1x2.5"); // the letter is not taken, the point is a comma
         // The cell is still being edited when the button is reached by its key.
         QTest::keyClick(&window, Qt::Key_S, Qt::ControlModifier);

@@ -52,6 +52,57 @@ private Q_SLOTS:
         QCOMPARE(prices(t), u"A|ARMUT|3|4,50"_s);
     }
 
+    void aPriceIsTheOneMeant_data()
+    {
+        QTest::addColumn<QString>("price"); // "-": refused
+        for (const auto &[typed, price] : {std::pair("", ""),
+                                           {"12,5", "12,5"},
+                                           {"12.5", "12,5"},
+                                           {"1.234,50", "1234,50"},
+                                           {"-1.234.567,8", "-1234567,8"},
+                                           {"1234.5", "1234,5"},
+                                           {"0.125", "0,125"},
+                                           {" 7 ", "7"},
+                                           {".5", ",5"},
+                                           {"1.234", "-"},
+                                           {"1.234.567", "-"},
+                                           {"1,234.50", "-"},
+                                           {"1.23,5", "-"},
+                                           {"1234.567,5", "-"},
+                                           {"1,2,3", "-"},
+                                           {"-", "-"},
+                                           {"12 TL", "-"}})
+            QTest::newRow(typed) << QString::fromUtf8(price);
+    }
+    void aPriceIsTheOneMeant()
+    {
+        QFETCH(QString, price);
+        QCOMPARE(fiyatoku(QString::fromUtf8(QTest::currentDataTag())).value_or(u"-"_s), price);
+    }
+
+    void aBlockOfASpreadsheetIsPastedWholeOrNotAtAll()
+    {
+        TestProgram t;
+        t.fill({u"insert into urun values ('A','ARMUT','3','4')"_s});
+        Urunform form(t.program);
+        form.yukle();
+        QString block;
+        for (int i = 0; i < 12; ++i)
+            block += u"K%1\tMAL %1\t1.234,50\t%1.5\r\n"_s.arg(i);
+        QCOMPARE(form.yapistir(1, Urunform::Kod, block), QString());
+        QCOMPARE(form.l1.rows(), 13);
+        QCOMPARE(form.l1.cell(12, Urunform::Sira), u"13"_s);
+        QCOMPARE(form.yapistir(0, Urunform::Bfiyat, u"9.75"_s), QString());
+        // A price that is none, and cells that would lie beyond the grid.
+        QVERIFY(form.yapistir(0, Urunform::Kod, u"X\tY\t1\t2\nZ\tW\t3\t1.2.3"_s)
+                    .contains(u"2. satırda \"1.2.3\""));
+        QVERIFY(form.yapistir(0, Urunform::Fiyat, u"1\t2\t3"_s).contains(u"3 sütun"));
+        QVERIFY(form.kaydet());
+        const QString rows = prices(t);
+        QVERIFY2(rows.startsWith(u"A|ARMUT|3|9,75/K0|MAL 0|1234,50|0,5/K1|"), qPrintable(rows));
+        QVERIFY2(rows.endsWith(u"/K11|MAL 11|1234,50|11,5"), qPrintable(rows));
+    }
+
     void aDatabaseThatIsMissingOrBrokenIsToldAndLeftAlone()
     {
         TestProgram t;

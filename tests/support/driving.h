@@ -3,6 +3,7 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QDropEvent>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QTest>
 
@@ -14,6 +15,16 @@ inline QString press(QWidget &window, const QString &name)
     auto *button = window.findChild<QAbstractButton *>(name);
     QTest::mouseClick(button, Qt::LeftButton, {}, QPoint(8, button->height() / 2));
     return button->text();
+}
+
+/// Types over what a field holds, and Enter.
+inline void type(QWidget &window, const QString &name, const QString &text)
+{
+    auto *edit = window.findChild<QLineEdit *>(name);
+    edit->setFocus();
+    edit->selectAll();
+    QTest::keyClicks(edit, text);
+    QTest::keyClick(edit, Qt::Key_Return);
 }
 
 /// Lets a file fall on the window.

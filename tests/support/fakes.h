@@ -67,10 +67,12 @@ class FakeDialogs : public FileDialogs
 public:
     QList<std::optional<QString>> answers;
     QList<FileQuestion> asked;
+    int saves = 0; ///< how many of them were asked for saving
 
     std::optional<QString> openName(const FileQuestion &question) override;
     std::optional<QString> saveName(const FileQuestion &question) override
     {
+        ++saves;
         return openName(question);
     }
 };

@@ -192,6 +192,29 @@ private Q_SLOTS:
         QCOMPARE(failed.has_value(), date.isNull());
     }
 
+    void aTypedDateIsTheOneMeant_data()
+    {
+        QTest::addColumn<QDate>("date"); // none: no date
+        const QDate day(2024, 3, 7);
+        for (const char *text : {"07.03.2024", "7/3/24", " 7-3-2024 ", "7 3 2024", "07032024",
+                                 "070324", "0703", "7.3", "07.03.", "2024-03-07", "20240307",
+                                 "07.03.2024 16:30:00", "2024-03-07T00:00:00", "7,3,2024"})
+            QTest::newRow(text) << day;
+        QTest::newRow("29.02.24") << QDate(2024, 2, 29);
+        QTest::newRow("1.1.80") << QDate(1980, 1, 1);
+        for (const char *text :
+             {"", "7", "703", "29.02.2023", "31.02.2024", "0.3.2024", "7.13.2024", "07.03.204",
+              "07.03.1752", "07.0324", "7.3.2024.1", "70320244", "yedi", "7.3.2024 sabah"})
+            QTest::addRow("\"%s\" is none", text) << QDate();
+    }
+    void aTypedDateIsTheOneMeant()
+    {
+        QFETCH(QDate, date);
+        const QString row = QString::fromUtf8(QTest::currentDataTag());
+        const QString text = row.startsWith(u'"') ? row.section(u'"', 1, 1) : row;
+        QCOMPARE(typedDate(text, 2024).value_or(QDate()), date);
+    }
+
     void keysAndTheSystemDateAreSpelled()
     {
         QCOMPARE(tarihanahtari(u"2024"_s, u"3"_s, u"7"_s), u"20240307"_s);

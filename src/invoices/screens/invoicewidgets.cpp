@@ -1,13 +1,13 @@
 #include "invoices/screens/invoicewidgets.h"
 
 #include "controls/binding.h"
+#include "controls/dateedit.h"
 #include "controls/gridview.h"
 #include "controls/transferwidgets.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QDateEdit>
 #include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
@@ -20,18 +20,6 @@ namespace kervan {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-QDateEdit *picker(const QString &name, DateField &field)
-{
-    auto *edit = new QDateEdit;
-    edit->setObjectName(name);
-    edit->setCalendarPopup(true);
-    edit->setDisplayFormat(u"dd.MM.yyyy"_s);
-    edit->setKeyboardTracking(false);
-    edit->setMinimumWidth(edit->fontMetrics().horizontalAdvance(u"00.00.0000"_s) + 44);
-    bind(edit, field);
-    return edit;
-}
 
 QCheckBox *check(const QString &name, const QString &caption, CheckField &field)
 {
@@ -136,8 +124,14 @@ QCheckBox *addDateFilter(QBoxLayout *row, InvoiceList &list, const std::function
     auto *range = check(u"Check1"_s, u"Tarih Aralığı Belirle"_s, list.tarihAraligi);
     row->addWidget(range);
     const auto date = [&](const QString &name, const QString &label, DateField &field) {
-        auto *edit = picker(name, field);
-        QObject::connect(edit, &QDateEdit::dateChanged, edit, changed);
+        auto *edit = new DateEdit;
+        edit->setObjectName(name);
+        bind(edit, field);
+        // An impossible date leaves the list as it is.
+        QObject::connect(edit, &DateEdit::dateChanged, edit, [changed](QDate entered) {
+            if (entered.isValid())
+                changed();
+        });
         row->addWidget(labelFor(edit, label));
         row->addWidget(edit);
     };

@@ -3,16 +3,20 @@
 #include "controls/gridview.h"
 #include "controls/pictures.h"
 
+#include <QClipboard>
+#include <QGuiApplication>
 #include <QHBoxLayout>
 #include <QHeaderView>
 #include <QKeyEvent>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QRegularExpressionValidator>
+#include <QRegularExpression>
 #include <QShortcut>
 #include <QStyledItemDelegate>
+#include <QTimer>
 #include <QVBoxLayout>
+#include <QValidator>
 
 namespace kervan {
 
@@ -20,37 +24,78 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Lets only a number be typed: digits, a sign, and a decimal comma, which a point becomes.
-class NumberValidator : public QRegularExpressionValidator
+// Lets only what prices are made of be typed; whether it is one shows at the end.
+class PriceValidator : public QValidator
 {
 public:
-    explicit NumberValidator(QObject *parent)
-        : QRegularExpressionValidator(QRegularExpression(u"-?\\d*(,\\d*)?"_s), parent)
+    PriceValidator(PriceView *view, QObject *parent)
+        : QValidator(parent)
+        , m_view(view)
     {
     }
+    void fixup(QString &input) const override { Q_EMIT m_view->refused(input); }
     State validate(QString &input, int &position) const override
     {
-        input.replace(u'.', u',');
-        return QRegularExpressionValidator::validate(input, position);
+        static const QRegularExpression blanks(u"\\s"_s);
+        static const QRegularExpression others(u"[^-.,0-9]"_s);
+        input.remove(blanks); // a cell of a spreadsheet is pasted with its line end
+        position = qMin(position, static_cast<int>(input.size()));
+        if (input.contains(others))
+            return Invalid;
+        return fiyatoku(input) ? Acceptable : Intermediate;
     }
+
+private:
+    PriceView *m_view;
 };
 
-class NumberDelegate : public QStyledItemDelegate
+class PriceDelegate : public QStyledItemDelegate
 {
 public:
-    using QStyledItemDelegate::QStyledItemDelegate;
+    explicit PriceDelegate(PriceView *view)
+        : QStyledItemDelegate(view)
+        , m_view(view)
+    {
+    }
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &,
                           const QModelIndex &) const override
     {
         auto *edit = new QLineEdit(parent);
         edit->setFrame(false);
         edit->setAlignment(Qt::AlignRight);
-        edit->setValidator(new NumberValidator(edit));
+        edit->setValidator(new PriceValidator(m_view, edit));
         return edit;
     }
+    void setModelData(QWidget *editor, QAbstractItemModel *model,
+                      const QModelIndex &index) const override
+    {
+        if (const auto price = fiyatoku(static_cast<QLineEdit *>(editor)->text()))
+            model->setData(index, *price, Qt::EditRole);
+    }
+
+private:
+    PriceView *m_view;
 };
 
 } // namespace
+
+void PriceView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint)
+{
+    auto *edit = qobject_cast<QLineEdit *>(editor);
+    if (!edit || edit->hasAcceptableInput() || hint == QAbstractItemDelegate::RevertModelCache) {
+        m_refused = nullptr;
+        GridView::closeEditor(editor, hint);
+        return;
+    }
+    m_refused = editor;
+    Q_EMIT refused(edit->text());
+    // Behind the click or key that wanted to leave the cell.
+    QTimer::singleShot(0, edit, [this, edit] {
+        setCurrentIndex(indexAt(edit->geometry().center()));
+        edit->setFocus();
+        edit->selectAll();
+    });
+}
 
 UrunWindow::UrunWindow(Program &program, QWidget *parent)
     : QDialog(parent)
@@ -59,7 +104,7 @@ UrunWindow::UrunWindow(Program &program, QWidget *parent)
 {
     setObjectName(u"urunform"_s);
     setWindowTitle(u"Ürünler"_s);
-    GridView *view = makeView();
+    PriceView *view = makeView();
     m_note->setObjectName(u"bilgi"_s);
     auto *save = new QPushButton(picture(u"save"_s), u"Kaydet"_s);
     save->setObjectName(u"chameleonButton7"_s);
@@ -83,12 +128,15 @@ UrunWindow::UrunWindow(Program &program, QWidget *parent)
     resize(820, 560);
     m_urunform.yukle();
     view->setCurrentIndex(m_urunform.l1.index(0, Urunform::Kod));
-    connect(&m_urunform.l1, &Grid::dataChanged, this, [this] { m_changed = true; });
+    connect(&m_urunform.l1, &Grid::dataChanged, this, [this] {
+        m_changed = true;
+        m_note->clear();
+    });
 }
 
-GridView *UrunWindow::makeView()
+PriceView *UrunWindow::makeView()
 {
-    auto *view = new GridView(m_urunform.l1, u"l1"_s);
+    auto *view = new PriceView(m_urunform.l1, u"l1"_s);
     view->setAccessibleName(u"Ürünler"_s);
     view->setEditTriggers(QAbstractItemView::DoubleClicked | QAbstractItemView::EditKeyPressed |
                           QAbstractItemView::AnyKeyPressed);
@@ -99,8 +147,12 @@ GridView *UrunWindow::makeView()
     view->verticalHeader()->show();
     view->horizontalHeader()->setSectionResizeMode(Urunform::Ack, QHeaderView::Stretch);
     for (const int column : {Urunform::Fiyat, Urunform::Bfiyat})
-        view->setItemDelegateForColumn(column, new NumberDelegate(view));
+        view->setItemDelegateForColumn(column, new PriceDelegate(view));
     view->installEventFilter(this);
+    connect(view, &PriceView::refused, m_note, [this](const QString &text) {
+        m_note->setText(
+            u"\"%1\" açık bir fiyat değil: 1.234,50, 1234 ya da 12,5 gibi yazın."_s.arg(text));
+    });
     return view;
 }
 
@@ -116,17 +168,26 @@ void UrunWindow::keyPressEvent(QKeyEvent *event)
 void UrunWindow::save()
 {
     setFocus(); // ends the editing of a cell
-    if (m_urunform.kaydet())
+    if (!findChild<PriceView *>()->holdsRefused() && m_urunform.kaydet())
         accept();
 }
 
-// The key goes on to the view, which then moves to the row that was added.
+// The arrow goes on to the view, which then moves to the row that was added.
 bool UrunWindow::eventFilter(QObject *watched, QEvent *event)
 {
-    auto *view = qobject_cast<GridView *>(watched);
-    if (view && event->type() == QEvent::KeyPress &&
-        static_cast<QKeyEvent *>(event)->key() == Qt::Key_Down)
-        m_urunform.satirekle(view->currentIndex().row());
+    auto *view = qobject_cast<PriceView *>(watched);
+    if (!view || event->type() != QEvent::KeyPress)
+        return QDialog::eventFilter(watched, event);
+    const QModelIndex at = view->currentIndex();
+    auto *key = static_cast<QKeyEvent *>(event);
+    if (key->matches(QKeySequence::Paste) && at.isValid()) {
+        const QString block = QGuiApplication::clipboard()->text();
+        const QString why = m_urunform.yapistir(at.row(), at.column(), block);
+        m_note->setText(why);
+        return true;
+    }
+    if (key->key() == Qt::Key_Down)
+        m_urunform.satirekle(at.row());
     return QDialog::eventFilter(watched, event);
 }
 

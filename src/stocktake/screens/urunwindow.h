@@ -1,14 +1,34 @@
 #pragma once
 
+#include "controls/gridview.h"
 #include "stocktake/urunform.h"
 
+#include <QAbstractItemDelegate>
 #include <QDialog>
+#include <QPointer>
 
 class QLabel;
 
 namespace kervan {
 
-class GridView;
+/// The list of prices. A cell whose text is no price stays in edit until it is one, or Esc.
+class PriceView : public GridView
+{
+    Q_OBJECT
+
+public:
+    using GridView::GridView;
+    bool holdsRefused() const { return m_refused; }
+
+Q_SIGNALS:
+    void refused(const QString &text);
+
+protected:
+    void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;
+
+private:
+    QPointer<QWidget> m_refused;
+};
 
 /// The window of the dealer prices, modal over the frame.
 class UrunWindow : public QDialog
@@ -25,7 +45,7 @@ protected:
     void keyPressEvent(QKeyEvent *event) override;
 
 private:
-    GridView *makeView();
+    PriceView *makeView();
     void save();
 
     Urunform m_urunform;

@@ -53,6 +53,9 @@ DefinitionWindow::DefinitionWindow(Program &program, const Definition &definitio
     closing->addWidget(button(u"chameleonButton8"_s, u"Kapat"_s, u""_s, &DefinitionWindow::kapat));
     column->addLayout(closing);
     connect(&m_screen.kayitta, &CheckField::changed, this, &DefinitionWindow::showFrame);
+    connect(&m_screen.l1, &QAbstractItemModel::modelReset, this, &DefinitionWindow::chooseRow);
+    connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
+            &DefinitionWindow::showChoice);
     m_screen.yukle();
     setFixedSize(sizeHint());
     showFrame();
@@ -89,9 +92,10 @@ QGroupBox *DefinitionWindow::listFrame()
     column->addWidget(m_list, 1);
     auto *row = new QHBoxLayout;
     row->addWidget(button(u"chameleonButton1"_s, u"Yeni"_s, u"Ctrl+N"_s, &DefinitionWindow::yeni));
-    row->addWidget(
-        button(u"chameleonButton2"_s, u"Değiştir"_s, u"F2"_s, &DefinitionWindow::degistir));
-    row->addWidget(button(u"chameleonButton3"_s, u"Sil"_s, u"Del"_s, &DefinitionWindow::sil));
+    m_ofARow = {button(u"chameleonButton2"_s, u"Değiştir"_s, u"F2"_s, &DefinitionWindow::degistir),
+                button(u"chameleonButton3"_s, u"Sil"_s, u"Del"_s, &DefinitionWindow::sil)};
+    for (QPushButton *each : m_ofARow)
+        row->addWidget(each);
     row->addStretch();
     column->addLayout(row);
     return frame;
@@ -168,6 +172,25 @@ void DefinitionWindow::showFrame()
         m_list->setFocus();
 }
 
+// A list that is loaded anew keeps its place; a new record is the last one.
+void DefinitionWindow::chooseRow()
+{
+    const int last = m_screen.l1.rows() - 1;
+    if (last >= 0)
+        m_list->selectRow(m_toLast ? last : qMin(m_row, last));
+    m_toLast = false;
+    showChoice();
+}
+
+void DefinitionWindow::showChoice()
+{
+    const int row = selectedRow();
+    if (row >= 0)
+        m_row = row;
+    for (QPushButton *each : m_ofARow)
+        each->setEnabled(row >= 0);
+}
+
 int DefinitionWindow::selectedRow() const
 {
     const auto selected = m_list->selectionModel()->selectedRows();
@@ -176,6 +199,7 @@ int DefinitionWindow::selectedRow() const
 
 void DefinitionWindow::yeni()
 {
+    m_toLast = true;
     m_screen.yeni();
 }
 
@@ -196,6 +220,7 @@ void DefinitionWindow::kaydet()
 
 void DefinitionWindow::iptal()
 {
+    m_toLast = false;
     m_screen.iptal();
 }
 

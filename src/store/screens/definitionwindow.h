@@ -39,6 +39,8 @@ private:
     QPushButton *button(const QString &name, const QString &caption, const QString &keys,
                         void (DefinitionWindow::*action)());
     void showFrame();
+    void chooseRow();
+    void showChoice();
     int selectedRow() const;
     void yeni();
     void degistir();
@@ -49,6 +51,9 @@ private:
 
     DefinitionScreen m_screen;
     GridView *m_list = nullptr;
+    QList<QPushButton *> m_ofARow; // rest while no row is selected
+    int m_row = 0;                 // the one selected last
+    bool m_toLast = false;         // a new record is being edited
     QGroupBox *m_listFrame;
     QGroupBox *m_recordFrame;
     Closing m_how = Closing::Otherwise;
