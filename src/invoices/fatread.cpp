@@ -15,7 +15,7 @@ using namespace Qt::StringLiterals;
 void Fat::umurlarfaturabaslikoku()
 {
     QString fiyatsizlar;
-    bilgi.setText({});
+    bilgi.begin();
     m_kasaislemsayac = kasacariislemno(m_program);
     {
         const Grid::Refill refill(l1());

@@ -24,8 +24,9 @@ public:
     void yukle();
     /// The down arrow was pressed on this row: on the last one it adds an empty row.
     void satirekle(int currentRow);
-    /// Rewrites the table from the rows that have a code, and is not atomic: a row that fails shows
-    /// the failure, and the table then holds the rows before it. True if all went well.
+    /// Rewrites the table from the rows that have a code, all at once: killed in its midst, it
+    /// leaves the old table. A row that fails shows the failure, and the table then holds the rows
+    /// before it. True if all went well.
     bool kaydet();
 
 private:

@@ -35,8 +35,8 @@ std::shared_ptr<const Sheet> Fatduz::openSheet()
 
 void Fatduz::umurlarfaturabaslikoku()
 {
-    bilgi.setText({});
-    endWithReport(m_program.boxes, [this] { readSheet(); });
+    bilgi.begin();
+    note(endWithReport(m_program.boxes, [this] { readSheet(); }));
     liste.listedolu = !l1().isEmpty();
 }
 
