@@ -6,6 +6,7 @@
 #include "text/numbers.h"
 #include "text/record.h"
 #include "transfer/linewalk.h"
+#include "transfer/sourcecheck.h"
 #include "transfer/target.h"
 
 #include <QFile>
@@ -82,6 +83,7 @@ void Cr::caridosyasikoku()
                 cutRecord(line, cardFields,
                           [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
             });
+            checkSource(bilgi, m_dosyayolu, SourceKind::Accounts, l1);
         }));
     }
     kartSayisi.setText(QString::number(l1.rows()));

@@ -2,6 +2,7 @@
 
 #include "cards/cardfiles.h"
 #include "logoxml/document.h"
+#include "transfer/sourcecheck.h"
 #include "transfer/target.h"
 
 #include <QScopeGuard>
@@ -136,6 +137,7 @@ void St::ac(const QString &path)
         }
     }));
     kayitSayisi.setText(QString::number(l1.rows()));
+    bilgi.add(lettersLost(l1));
 }
 
 void St::kdvoranisec()

@@ -4,6 +4,7 @@
 #include "store/sidefiles.h"
 #include "text/record.h"
 #include "transfer/linewalk.h"
+#include "transfer/sourcecheck.h"
 #include "transfer/target.h"
 
 #include <QFile>
@@ -111,6 +112,7 @@ void Stoktrf::stokdosyasikoku()
                       [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
         });
         kartSayisi.setText(QString::number(l1.rows()));
+        checkSource(bilgi, m_dosyayolu, SourceKind::Stock, l1);
     }));
 }
 

@@ -4,6 +4,7 @@
 #include "text/numbers.h"
 #include "text/record.h"
 #include "transfer/linewalk.h"
+#include "transfer/sourcecheck.h"
 
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -48,6 +49,9 @@ void SlipScreen::exeloku(const SheetLayout &layout)
     if (!ended || layout.passesOver) // the second also where the workbook itself can't be read
         hareketSayisi.setText(QString::number(l1.rows()));
     noteRead(ended, record);
+    if (!ended && m_passedOver == 0 && l1.isEmpty())
+        bilgi.add(u"\"%1\" sayfasında bu ekranın okuduğu türden satır yok."_s.arg(sayfaAdi.text()));
+    bilgi.add(lettersLost(l1));
 }
 
 void SlipScreen::readMovements(const SheetLayout &layout, int &record)

@@ -5,6 +5,7 @@
 #include "logoxml/template.h"
 #include "text/spellings.h"
 #include "transfer/linewalk.h"
+#include "transfer/sourcecheck.h"
 #include "transfer/target.h"
 
 #include <QScopeGuard>
@@ -60,7 +61,7 @@ void Sayimform::sayimdosyasikoku()
             walkLines(m_dosyayolu, ilerleme, [this](QStringView line) { takeLine(line); });
         });
         if (!failed)
-            return;
+            return checkSource(bilgi, m_dosyayolu, SourceKind::Count, l1);
         if (!l1.isEmpty())
             bilgi.add(u"Okuma %1. satırda durdu (dosyada %2 satır var), liste boşaltıldı."_s
                           .arg(l1.rows())

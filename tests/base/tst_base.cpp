@@ -154,7 +154,8 @@ private Q_SLOTS:
         QVERIFY(QDir(folder.path()).mkpath(u"klasör"_s) && QDir(folder.path()).mkpath(u"kapalı"_s));
         for (const QString &file : {u"dolu"_s, u"salt.xml"_s})
             writeBytes(folder.filePath(file), "eski");
-        QFile::setPermissions(folder.filePath(u"salt.xml"_s), QFile::ReadOwner | QFile::ReadOther);
+        QFile::setPermissions(folder.filePath(u"salt.xml"_s),
+                              QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
         QFile::setPermissions(folder.filePath(u"kapalı"_s), QFile::ReadOwner | QFile::ExeOwner);
         QFile::setPermissions(folder.path(), QFile::Permissions(0x7777));
         asAnyUser([&] {
