@@ -1,5 +1,6 @@
 #include "base/codepage.h"
 
+#include <algorithm>
 #include <array>
 
 namespace kervan {
@@ -74,6 +75,13 @@ QByteArray toCodePage(QStringView text)
     QByteArray bytes;
     appendToCodePage(bytes, text);
     return bytes;
+}
+
+bool isOfCodePage(QStringView text)
+{
+    return std::ranges::all_of(text, [](QChar c) {
+        return c == u'?' || (c.unicode() < toByte.size() && toByte[c.unicode()] != '?');
+    });
 }
 
 QString fromTextFile(QByteArrayView bytes)

@@ -15,7 +15,10 @@ void appendFromCodePage(QString &text, QByteArrayView bytes);
 /// Text to Windows-1254: a character that has no place is written as "?".
 QByteArray toCodePage(QStringView text);
 
-/// Appends the same to `bytes`.
+/// Whether each character has its place, so that none becomes a "?".
+bool isOfCodePage(QStringView text);
+
+/// Appends the text in Windows-1254 to `bytes`.
 void appendToCodePage(QByteArray &bytes, QStringView text);
 
 /// The bytes of a whole text file to text: UTF-8 if they begin with its mark (which is dropped),

@@ -14,15 +14,19 @@ class Boxes;
 class Failure
 {
 public:
-    explicit Failure(QString description)
+    explicit Failure(QString description, QString headline = {})
         : m_description(std::move(description))
+        , m_headline(std::move(headline))
     {
     }
     /// What went wrong, in words for the user: names the file, statement, line or value.
     const QString &description() const { return m_description; }
+    /// The same for a line that may be cut short: the reason before the path.
+    const QString &headline() const { return m_headline.isEmpty() ? m_description : m_headline; }
 
 private:
     QString m_description;
+    QString m_headline;
 };
 
 /// Carries out one step; a failure of it is passed over and given back, and the caller goes on.

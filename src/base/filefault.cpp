@@ -3,20 +3,135 @@
 #include <QDir>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <array>
+#include <cerrno>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
 
-QString filefault(const QFileDevice &file)
+namespace {
+
+struct Word
+{
+    int fault;
+    QStringView text;
+};
+
+constexpr QStringView noRight = u"izin yok";
+constexpr QStringView noNetwork = u"ağdaki klasöre ulaşılamıyor";
+constexpr QStringView readOnly = u"disk salt okunur";
+constexpr QStringView full = u"disk dolu";
+constexpr QStringView inUse = u"başka bir programda açık";
+constexpr QStringView longName = u"adı çok uzun";
+constexpr QStringView tooLarge = u"dosya bu diske sığmayacak kadar büyük";
+constexpr QStringView tooMany = u"çok fazla dosya açık";
+constexpr QStringView damaged = u"disk hata veriyor";
+constexpr QStringView noMemory = u"bellek yetmiyor";
+
+#ifdef Q_OS_WIN
+constexpr auto words = std::to_array<Word>({
+    {ERROR_ACCESS_DENIED, noRight},
+    {ERROR_BAD_NETPATH, noNetwork},
+    {ERROR_NETNAME_DELETED, noNetwork},
+    {ERROR_NETWORK_BUSY, noNetwork},
+    {ERROR_DEV_NOT_EXIST, noNetwork},
+    {ERROR_UNEXP_NET_ERR, noNetwork},
+    {ERROR_BAD_NET_NAME, noNetwork},
+    {ERROR_SEM_TIMEOUT, noNetwork},
+    {ERROR_NETWORK_UNREACHABLE, noNetwork},
+    {ERROR_HOST_UNREACHABLE, noNetwork},
+    {ERROR_NETWORK_ACCESS_DENIED, noRight},
+    {ERROR_WRITE_PROTECT, readOnly},
+    {ERROR_DISK_FULL, full},
+    {ERROR_HANDLE_DISK_FULL, full},
+    {ERROR_SHARING_VIOLATION, inUse},
+    {ERROR_LOCK_VIOLATION, inUse},
+    {ERROR_USER_MAPPED_FILE, inUse},
+    {ERROR_FILENAME_EXCED_RANGE, longName},
+    {ERROR_INVALID_NAME, u"dosya adında kullanılamayan bir harf var"},
+    {ERROR_FILE_TOO_LARGE, tooLarge},
+    {ERROR_TOO_MANY_OPEN_FILES, tooMany},
+    {ERROR_NOT_READY, u"sürücü hazır değil"},
+    {ERROR_CRC, damaged},
+    {ERROR_IO_DEVICE, damaged},
+    {ERROR_NOT_ENOUGH_MEMORY, noMemory},
+});
+#else
+constexpr auto words = std::to_array<Word>({
+    {EACCES, noRight},
+    {EPERM, noRight},
+    {ENETDOWN, noNetwork},
+    {ENETUNREACH, noNetwork},
+    {ENETRESET, noNetwork},
+    {EHOSTDOWN, noNetwork},
+    {EHOSTUNREACH, noNetwork},
+    {ENOTCONN, noNetwork},
+    {ETIMEDOUT, noNetwork},
+    {ESTALE, noNetwork},
+    {EROFS, readOnly},
+    {ENOSPC, full},
+    {EDQUOT, u"diskte size ayrılan yer dolu"},
+    {ETXTBSY, inUse},
+    {EBUSY, inUse},
+    {ENAMETOOLONG, longName},
+    {EFBIG, tooLarge},
+    {EMFILE, tooMany},
+    {ENFILE, tooMany},
+    {EIO, damaged},
+    {ENOMEM, noMemory},
+});
+#endif
+
+QStringView wordOf(int fault)
+{
+    const auto *found = std::ranges::find(words, fault, &Word::fault);
+    return found == words.end() ? QStringView() : found->text;
+}
+
+} // namespace
+
+void clearFault()
+{
+#ifdef Q_OS_WIN
+    SetLastError(0);
+#else
+    errno = 0;
+#endif
+}
+
+int lastFault()
+{
+#ifdef Q_OS_WIN
+    return static_cast<int>(GetLastError());
+#else
+    return errno;
+#endif
+}
+
+QString filefault(const QFileDevice &file, int fault)
 {
     const QFileInfo info(file.fileName());
+    const QStringView word = wordOf(fault);
+    if (word == noNetwork) // what is out of reach looks as if it were missing
+        return word.toString();
     if (info.isDir())
         return u"bu bir klasör"_s;
-    if (!info.dir().exists())
+    // A folder that may not be looked into looks empty, and a name too long is nowhere.
+    if (word.isEmpty() && !info.dir().exists())
         return u"klasörü yok"_s;
+    if ((word.isEmpty() || word == noRight) && info.isReadable() && !info.isWritable())
+        return info.permission(QFile::WriteOwner) ? noRight.toString() : u"dosya salt okunur"_s;
+    if (!word.isEmpty())
+        return word.toString();
     switch (file.error()) {
     case QFileDevice::PermissionsError:
-        return u"izin yok"_s;
+        return noRight.toString();
     case QFileDevice::ResourceError:
         return u"yer ya da bellek yok"_s;
     case QFileDevice::OpenError:
@@ -27,6 +142,13 @@ QString filefault(const QFileDevice &file)
         break;
     }
     return file.errorString(); // in the words of the desktop
+}
+
+Failure fileFailure(const QString &path, const QString &step, const QString &why)
+{
+    const QString name = QDir::toNativeSeparators(path);
+    return Failure(u"%1 %2: %3"_s.arg(name, step, why),
+                   u"%1, %2: %3"_s.arg(step.first(1).toUpper() + step.sliced(1), why, name));
 }
 
 } // namespace kervan

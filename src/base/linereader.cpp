@@ -4,8 +4,6 @@
 #include "base/failure.h"
 #include "base/filefault.h"
 
-#include <QDir>
-
 #include <cstring>
 
 namespace kervan {
@@ -18,8 +16,7 @@ constexpr qint64 chunk = 65536;
 
 Failure readFailure(const QFile &file)
 {
-    return Failure(
-        u"%1 okunamadı: %2"_s.arg(QDir::toNativeSeparators(file.fileName()), filefault(file)));
+    return fileFailure(file.fileName(), u"okunamadı"_s, filefault(file, lastFault()));
 }
 
 } // namespace
@@ -29,6 +26,7 @@ LineReader::LineReader(const QString &path)
 {
     if (path.isEmpty())
         throw Failure(u"Dosya seçilmedi."_s);
+    clearFault();
     if (!m_file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
         throw readFailure(m_file);
     fill();
@@ -41,6 +39,7 @@ bool LineReader::fill()
 {
     m_bufferOffset += m_buffer.size();
     m_buffer.resize(chunk);
+    clearFault();
     const qint64 count = m_file.read(m_buffer.data(), chunk);
     if (count < 0) {
         m_buffer.clear();
@@ -117,6 +116,7 @@ void LineReader::seek(qint64 offset)
         m_at = offset - m_bufferOffset;
         return;
     }
+    clearFault();
     if (!m_file.seek(offset))
         throw readFailure(m_file);
     m_bufferOffset = offset;

@@ -48,12 +48,12 @@ public:
     const std::optional<QString> &breakingValue() const { return m_breaking; }
 
 private:
-    // Apostrophes in pairs stand for one each, and stay inside.
+    // Apostrophes in pairs stand for one each, and stay inside. A NUL ends the text for an engine.
     static bool endsItsQuotes(QStringView text)
     {
         bool paired = true;
         for (const QChar c : text) {
-            if (c != u'\'' && !paired)
+            if (c.isNull() || (c != u'\'' && !paired))
                 return true;
             if (c == u'\'')
                 paired = !paired;

@@ -1,9 +1,8 @@
 #include "base/wholefile.h"
 
-#include "base/failure.h"
 #include "base/filefault.h"
 
-#include <QDir>
+#include <QFile>
 
 namespace kervan {
 
@@ -11,27 +10,37 @@ using namespace Qt::StringLiterals;
 
 WholeFile::WholeFile(const QString &path)
     : m_file(path)
-    , m_fine(m_file.open(QIODevice::WriteOnly))
 {
+    attempt([&] { return m_file.open(QIODevice::WriteOnly); });
+}
+
+template<class Step>
+void WholeFile::attempt(Step &&step)
+{
+    if (!m_fine)
+        return;
+    clearFault();
+    m_fine = step();
+    if (!m_fine)
+        m_fault = lastFault();
 }
 
 void WholeFile::keepToOwner()
 {
-    m_fine = m_fine && m_file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+    attempt([&] { return m_file.setPermissions(QFile::ReadOwner | QFile::WriteOwner); });
 }
 
 void WholeFile::write(QByteArrayView bytes)
 {
-    m_fine = m_fine && m_file.write(bytes.data(), bytes.size()) == bytes.size();
+    attempt([&] { return m_file.write(bytes.data(), bytes.size()) == bytes.size(); });
 }
 
 void WholeFile::commit()
 {
     // The last buffer is flushed here, since commit() does not look at what its own flush gives.
-    m_fine = m_fine && m_file.flush() && m_file.commit();
+    attempt([&] { return m_file.flush() && m_file.commit(); });
     if (!m_fine)
-        throw Failure(u"%1 yazılamadı: %2"_s.arg(QDir::toNativeSeparators(m_file.fileName()),
-                                                 filefault(m_file)));
+        throw fileFailure(m_file.fileName(), u"yazılamadı"_s, filefault(m_file, m_fault));
 }
 
 } // namespace kervan

@@ -20,8 +20,12 @@ public:
     void commit();
 
 private:
+    template<class Step>
+    void attempt(Step &&step);
+
     QSaveFile m_file;
-    bool m_fine;
+    bool m_fine = true;
+    int m_fault = 0; // of the system, once it is no longer fine
 };
 
 } // namespace kervan

@@ -6,7 +6,7 @@
 #include "text/numbers.h"
 #include "text/record.h"
 #include "transfer/linewalk.h"
-#include "transfer/notes.h"
+#include "transfer/sourcecheck.h"
 #include "transfer/target.h"
 
 #include <QFile>
@@ -67,24 +67,25 @@ void Cr::dosyaac()
 void Cr::dosyaac(const QString &path)
 {
     m_dosyayolu = path;
+    bilgi.source.setText(path);
     caridosyasikoku();
 }
 
 void Cr::caridosyasikoku()
 {
-    bilgi.setText({});
+    bilgi.begin();
     {
         const Grid::Refill refill(l1);
         const auto work = m_program.busy.reading(m_dosyayolu);
         l1.clear();
-        addNote(bilgi, passOver([this] {
-                    walkLines(m_dosyayolu, ilerleme, [this](QStringView line) {
-                        const int row = l1.addRow({});
-                        cutRecord(line, cardFields, [&](int cell, const QString &text) {
-                            l1.setCell(row, cell, text);
-                        });
-                    });
-                }));
+        bilgi.add(passOver([this] {
+            walkLines(m_dosyayolu, ilerleme, [this](QStringView line) {
+                const int row = l1.addRow({});
+                cutRecord(line, cardFields,
+                          [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
+            });
+            checkSource(bilgi, m_dosyayolu, SourceKind::Accounts, l1);
+        }));
     }
     kartSayisi.setText(QString::number(l1.rows()));
 }
@@ -134,24 +135,25 @@ void Cr::write(const QString &dosya, const QString &kart,
 
 void Cr::kaydet(const QString &dosya)
 {
-    bilgi.setText({});
+    bilgi.begin();
     const QString list = m_program.path(u"carikontrol.kvz");
     QFile::remove(list);
-    addNote(bilgi, passOver([&] {
-                write(dosya, u"cr-kartex"_s, [](int) { return dataReference.toString(); });
-            }));
-    addNote(bilgi, passOver([&] { writeLines(list, columnOf(l1, CariKodu)); }));
+    const auto failed = passOver(
+        [&] { write(dosya, u"cr-kartex"_s, [](int) { return dataReference.toString(); }); });
+    bilgi.addDocument(dosya, u"cari kart"_s, l1.rows(), m_program.clock.now().time(), failed);
+    bilgi.add(passOver([&] { writeLines(list, columnOf(l1, CariKodu)); }));
     tellDone(m_program.boxes);
 }
 
 void Cr::kaydetguncelle(const QString &dosya)
 {
-    bilgi.setText({});
-    addNote(bilgi, endQuietly([&] {
-                write(dosya, u"cr-kartexguncelle"_s,
-                      [this](int row) { return l1.cell(row, DataReferans); });
-                tellDone(m_program.boxes);
-            }));
+    bilgi.begin();
+    bilgi.add(endQuietly([&] {
+        write(dosya, u"cr-kartexguncelle"_s,
+              [this](int row) { return l1.cell(row, DataReferans); });
+        bilgi.addDocument(dosya, u"cari kart"_s, l1.rows(), m_program.clock.now().time());
+        tellDone(m_program.boxes);
+    }));
 }
 
 QString Cr::datarefyap(const QString &carino)

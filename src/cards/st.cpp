@@ -2,7 +2,7 @@
 
 #include "cards/cardfiles.h"
 #include "logoxml/document.h"
-#include "transfer/notes.h"
+#include "transfer/sourcecheck.h"
 #include "transfer/target.h"
 
 #include <QScopeGuard>
@@ -47,7 +47,7 @@ St::St(Program &program)
 
 void St::note(const std::optional<Failure> &failed)
 {
-    addNote(bilgi, failed);
+    bilgi.add(failed);
 }
 
 void St::yukle()
@@ -59,7 +59,7 @@ void St::yukle()
             use();
         }));
     };
-    bilgi.setText({});
+    bilgi.begin();
     read([&] { loadFolders(db, m_program.folders); });
     QStringList entries;
     read(
@@ -101,7 +101,7 @@ std::shared_ptr<const Sheet> St::sheet(const QString &path)
 // One heading that fits is enough; a workbook that can't be read has none.
 void St::kontrol(const QString &path)
 {
-    bilgi.setText({});
+    bilgi.begin();
     const std::array<QString, 3> headings{u"Kodu"_s, u"Adı"_s, u"Ticari Ünvan"_s};
     bool fits = false;
     for (int field = 0; field < 3; ++field) {
@@ -109,7 +109,7 @@ void St::kontrol(const QString &path)
             if (sheet(path)->text(0, field) == headings[static_cast<std::size_t>(field)])
                 fits = true;
         });
-        if (bilgi.text().isEmpty())
+        if (bilgi.text().isEmpty()) // the other fields fail for the same reason
             note(failed);
     }
     if (fits)
@@ -121,7 +121,8 @@ void St::kontrol(const QString &path)
 
 void St::ac(const QString &path)
 {
-    bilgi.setText({});
+    bilgi.begin();
+    bilgi.source.setText(path);
     const Grid::Refill refill(l1);
     l1.clear();
     note(passOver([&] {
@@ -135,6 +136,7 @@ void St::ac(const QString &path)
         }
     }));
     kayitSayisi.setText(QString::number(l1.rows()));
+    bilgi.add(lettersLost(l1));
 }
 
 void St::kdvoranisec()
@@ -193,15 +195,17 @@ void St::manualkaydet()
         {.title = {}, .filter = u"Xml Dosyaları (xml)|*.xml"_s, .start = hedef()});
     if (!name || name->isEmpty())
         return;
-    bilgi.setText({});
+    bilgi.begin();
     note(endQuietly([&] { kaydet(xmlAdi(*name)); }));
 }
 
 void St::otomatikkaydet()
 {
-    if (isReady())
-        endWithReport(m_program.boxes,
-                      [this] { kaydet(fullName(m_program.folder, m_program.folders.xs)); });
+    if (!isReady())
+        return;
+    bilgi.begin();
+    note(endWithReport(m_program.boxes,
+                       [this] { kaydet(fullName(m_program.folder, m_program.folders.xs)); }));
 }
 
 void St::kaydet(const QString &dosya)
@@ -231,6 +235,7 @@ void St::kaydet(const QString &dosya)
                       record);
         }
         belgeyaz(belge, DocumentEnd::AsItStands, dosya);
+        bilgi.addDocument(dosya, u"kart"_s, l1.rows(), m_program.clock.now().time());
     }
     tellDone(m_program.boxes);
 }

@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "base/fields.h"
 #include "base/grid.h"
+#include "base/notes.h"
 #include "store/program.h"
 #include "workbook/workbook.h"
 
@@ -33,7 +34,7 @@ public:
     ChoiceField birimSeti;
     ChoiceField statu; ///< without effect
     TextField kayitSayisi;
-    TextField bilgi;  ///< what a step that shows no box failed at, for a line in the window
+    Notes bilgi;      ///< what the last read or write has to tell without a box
     CheckField bekle; ///< the pointer is an hourglass
     ProgressField ilerleme;
 

@@ -4,7 +4,7 @@
 #include "store/sidefiles.h"
 #include "text/record.h"
 #include "transfer/linewalk.h"
-#include "transfer/notes.h"
+#include "transfer/sourcecheck.h"
 #include "transfer/target.h"
 
 #include <QFile>
@@ -75,14 +75,14 @@ void Stoktrf::load()
 
 void Stoktrf::ozkodyukle()
 {
-    bilgi.setText({});
+    bilgi.begin();
     QStringList entries{QString()};
-    addNote(bilgi, endQuietly([&] {
-                LocalDb &db = m_program.db;
-                OpenDb open(db, m_program.path(u"stokozkod.dbs"));
-                db.forEach(Statement(u"select * from ozkod"),
-                           [&] { entries << db.field(u"ozkod") + u"- "_s + db.field(u"ack"); });
-            }));
+    bilgi.add(endQuietly([&] {
+        LocalDb &db = m_program.db;
+        OpenDb open(db, m_program.path(u"stokozkod.dbs"));
+        db.forEach(Statement(u"select * from ozkod"),
+                   [&] { entries << db.field(u"ozkod") + u"- "_s + db.field(u"ack"); });
+    }));
     for (ChoiceField &list : ozelKodlar)
         list.setEntries(entries);
 }
@@ -96,23 +96,25 @@ void Stoktrf::dosyaac()
 void Stoktrf::dosyaac(const QString &path)
 {
     m_dosyayolu = path;
+    bilgi.source.setText(path);
     stokdosyasikoku();
 }
 
 void Stoktrf::stokdosyasikoku()
 {
-    bilgi.setText({});
-    addNote(bilgi, endQuietly([this] {
-                const Grid::Refill refill(l1);
-                const auto work = m_program.busy.reading(m_dosyayolu);
-                l1.clear();
-                walkLines(m_dosyayolu, ilerleme, [this](QStringView line) {
-                    const int row = l1.addRow(QString::number(l1.rows() + 1));
-                    cutRecord(line, cardFields,
-                              [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
-                });
-                kartSayisi.setText(QString::number(l1.rows()));
-            }));
+    bilgi.begin();
+    bilgi.add(endQuietly([this] {
+        const Grid::Refill refill(l1);
+        const auto work = m_program.busy.reading(m_dosyayolu);
+        l1.clear();
+        walkLines(m_dosyayolu, ilerleme, [this](QStringView line) {
+            const int row = l1.addRow(QString::number(l1.rows() + 1));
+            cutRecord(line, cardFields,
+                      [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
+        });
+        kartSayisi.setText(QString::number(l1.rows()));
+        checkSource(bilgi, m_dosyayolu, SourceKind::Stock, l1);
+    }));
 }
 
 void Stoktrf::xmlkaydet()
@@ -128,7 +130,7 @@ void Stoktrf::xmlkaydet()
 
 void Stoktrf::kaydet(const QString &dosya)
 {
-    bilgi.setText({});
+    bilgi.begin();
     const QString list = m_program.path(u"stokkontrol.kvz");
     QFile::remove(list);
     const QList<QByteArray> words = placeholders();
@@ -154,9 +156,10 @@ void Stoktrf::kaydet(const QString &dosya)
                            multiplier(l1.cell(row, BirimCarpani))};
     };
     const Sablon kart = cardTemplate(u"stok-kartex"_s, words);
-    addNote(bilgi,
-            passOver([&] { writeCards(dosya, u"stok"_s, kart, l1.rows(), ilerleme, valuesOf); }));
-    addNote(bilgi, passOver([&] { writeLines(list, columnOf(l1, MalzemeKodu)); }));
+    const auto failed =
+        passOver([&] { writeCards(dosya, u"stok"_s, kart, l1.rows(), ilerleme, valuesOf); });
+    bilgi.addDocument(dosya, u"stok kartı"_s, l1.rows(), m_program.clock.now().time(), failed);
+    bilgi.add(passOver([&] { writeLines(list, columnOf(l1, MalzemeKodu)); }));
     tellDone(m_program.boxes);
 }
 

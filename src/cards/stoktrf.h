@@ -2,6 +2,7 @@
 
 #include "base/fields.h"
 #include "base/grid.h"
+#include "base/notes.h"
 #include "store/program.h"
 
 #include <array>
@@ -27,7 +28,7 @@ public:
     TextField brmseti; ///< stock unit set code
     std::array<ChoiceField, 5> ozelKodlar;
     TextField kartSayisi; ///< panel 2 of the status bar
-    TextField bilgi;      ///< what a step that shows no box failed at, for a line in the window
+    Notes bilgi;          ///< what the last read or write has to tell without a box
     ProgressField ilerleme;
 
     // What the user does.

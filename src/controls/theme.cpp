@@ -13,6 +13,7 @@ namespace {
 struct Colours
 {
     QColor window, text, base, alternate, button, highlight, highlightedText, line, faint, accent;
+    QColor fault, faultBase; // what failed, and the strip that tells it
 };
 
 constexpr Colours light{.window = {0xf4, 0xf5, 0xf7},
@@ -24,7 +25,9 @@ constexpr Colours light{.window = {0xf4, 0xf5, 0xf7},
                         .highlightedText = {0xff, 0xff, 0xff},
                         .line = {0xd3, 0xd9, 0xde},
                         .faint = {0x76, 0x82, 0x8c},
-                        .accent = {0x2f, 0x6f, 0x7e}};
+                        .accent = {0x2f, 0x6f, 0x7e},
+                        .fault = {0xa1, 0x2d, 0x1c},
+                        .faultBase = {0xfd, 0xf1, 0xee}};
 
 constexpr Colours dark{.window = {0x2b, 0x2e, 0x33},
                        .text = {0xe3, 0xe6, 0xe9},
@@ -35,7 +38,9 @@ constexpr Colours dark{.window = {0x2b, 0x2e, 0x33},
                        .highlightedText = {0xff, 0xff, 0xff},
                        .line = {0x47, 0x4c, 0x53},
                        .faint = {0x97, 0xa1, 0xa9},
-                       .accent = {0x7f, 0xbc, 0xc9}};
+                       .accent = {0x7f, 0xbc, 0xc9},
+                       .fault = {0xf5, 0xa8, 0x98},
+                       .faultBase = {0x40, 0x2b, 0x28}};
 
 QPalette paletteOf(const Colours &c)
 {
@@ -77,8 +82,11 @@ QString styleOf(const Colours &c)
            "  border-color: %2; image: url(:/pictures/tick.svg); }"
            "QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: %2; }"
            "#odmplnkod, #kdyaz { color: %2; font-weight: 600; }"
-           "#bilgi { color: #c4604a; }"_s.arg(c.line.name(), c.accent.name(), c.window.name(),
-                                              c.button.name(), c.faint.name(), c.base.name());
+           "#bilgi { color: %7; }"
+           "#arizalar { background: %8; border: 1px solid %7; border-radius: 6px; }"
+           "#yazilanlar { background: %4; border: 1px solid %2; border-radius: 6px; }"_s.arg(
+               c.line.name(), c.accent.name(), c.window.name(), c.button.name(), c.faint.name(),
+               c.base.name(), c.fault.name(), c.faultBase.name());
 }
 
 } // namespace

@@ -2,10 +2,13 @@
 
 #include "controls/binding.h"
 #include "controls/gridview.h"
+#include "controls/notestrip.h"
 #include "controls/pictures.h"
 
 #include <QApplication>
+#include <QDir>
 #include <QDropEvent>
+#include <QFileInfo>
 #include <QLabel>
 #include <QMimeData>
 #include <QProgressBar>
@@ -67,7 +70,7 @@ QFrame *plainFrame(GridView *view)
     return frame;
 }
 
-QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, TextField &bilgi,
+QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, Notes &notes,
                               ProgressField &progress)
 {
     auto *bar = new QStatusBar;
@@ -75,11 +78,17 @@ QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, Tex
     bar->setSizeGripEnabled(false);
     bar->addWidget(new QLabel(countCaption));
     bar->addWidget(valueLabel(u"sb1_2"_s, count));
-    auto *note = valueLabel(u"bilgi"_s, bilgi);
-    note->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
-    QObject::connect(&bilgi, &TextField::changed, note,
-                     [note, &bilgi] { note->setToolTip(bilgi.text().toHtmlEscaped()); });
-    bar->addWidget(note, 1);
+    auto *source = new QLabel;
+    source->setObjectName(u"dosya"_s);
+    source->setTextFormat(Qt::PlainText);
+    source->setTextInteractionFlags(Qt::TextSelectableByMouse);
+    source->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    QObject::connect(&notes.source, &TextField::changed, source, [source, &notes] {
+        const QString &path = notes.source.text();
+        source->setText(u"Dosya: %1"_s.arg(QFileInfo(path).fileName()));
+        source->setToolTip(QDir::toNativeSeparators(path).toHtmlEscaped());
+    });
+    bar->addWidget(source, 1);
     auto *pr1 = new QProgressBar;
     pr1->setObjectName(u"pr1"_s);
     pr1->setAccessibleName(u"İlerleme"_s);
@@ -108,6 +117,7 @@ void layOutParts(QWidget *window, const TransferParts &parts)
     column->setContentsMargins(8, 8, 8, 4);
     column->setSpacing(6);
     column->addWidget(parts.strip);
+    column->addWidget(new NoteStrip(*parts.notes));
     for (QWidget *panel : parts.panels)
         column->addWidget(panel, panel == parts.panels.last() ? 1 : 0);
     column->addWidget(parts.statusBar);

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "base/fields.h"
+#include "base/notes.h"
 #include "controls/titlestrip.h"
 
 #include <QList>
@@ -39,8 +39,9 @@ QLabel *labelFor(QWidget *buddy, const QString &text);
 /// The frame `f2` around a list without a caption.
 QFrame *plainFrame(GridView *view);
 
-/// The status bar `sb1`: a caption and the number of rows, then what failed, and the progress bar.
-QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, TextField &bilgi,
+/// The status bar `sb1`: a caption and the number of rows, the file that the screen holds where no
+/// caption shows it, and the progress bar.
+QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, Notes &notes,
                               ProgressField &progress);
 
 /// Closes the list or calendar that is dropped down; false when there is none.
@@ -79,6 +80,7 @@ protected:
 struct TransferParts
 {
     TitleStrip *strip;
+    Notes *notes;            ///< stand below the strip
     QList<QWidget *> panels; ///< the last one takes the room that there is
     QStatusBar *statusBar;
     QString firstButton;                               ///< has the focus

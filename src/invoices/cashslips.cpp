@@ -79,7 +79,7 @@ void faturakasafisnoyaz(const Program &program, Grid &l1)
 }
 
 void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kasakodu,
-                            const QString &dosya)
+                            const QString &dosya, Notes &notes)
 {
     if (dosya.size() < endingLength)
         throw Failure(u"%1 için kasa dosyası adı kurulamadı."_s.arg(dosya));
@@ -89,8 +89,11 @@ void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kas
             body.add(valuesOf(l1, row, kasakodu, program.clock.now().time()));
     }
     // The line end in front of the footer belongs to it, not to the last record.
-    belgeyaz({sablon(u"kasabastex"_s), body.records(), {}, "\r\n" + sablon(u"kasasontex"_s)},
-             DocumentEnd::AsItStands, dosya.chopped(endingLength) + u"-KASANAKIT.xml"_s);
+    const QString kasa = dosya.chopped(endingLength) + u"-KASANAKIT.xml"_s;
+    const QByteArrayList records = body.records();
+    belgeyaz({sablon(u"kasabastex"_s), records, {}, "\r\n" + sablon(u"kasasontex"_s)},
+             DocumentEnd::AsItStands, kasa);
+    notes.addDocument(kasa, u"kasa fişi"_s, records.size(), program.clock.now().time());
     program.boxes.show({u"Kasa Nakit Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
 }
 

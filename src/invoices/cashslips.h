@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/grid.h"
+#include "base/notes.h"
 #include "store/program.h"
 
 #include <QString>
@@ -21,8 +22,9 @@ void faturakasafisnoyaz(const Program &program, Grid &l1);
 /// Writes the slips of the ticked rows whose grand total lies below the cash limit into the file
 /// named like the invoice document `dosya`, its last four characters replaced by "-KASANAKIT.xml",
 /// and shows the box behind it. The file is written without a slip too. The first cell that can't
-/// be read, and a file that can't be written, is a Failure, and the old file stays.
+/// be read, and a file that can't be written, is a Failure, and the old file stays. A file that is
+/// written is told in the notes.
 void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kasakodu,
-                            const QString &dosya);
+                            const QString &dosya, Notes &notes);
 
 } // namespace kervan

@@ -4,6 +4,8 @@
 #include "text/numbers.h"
 #include "text/spellings.h"
 
+#include <utility>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -62,8 +64,10 @@ InvoiceGoods commonGoods(const Grid &l3, int line)
 
 void IncompleteInvoices::add(const QString &faturano, const Failure &failed)
 {
-    if (++m_count == 1)
-        m_first = u"%1: %2"_s.arg(faturano, failed.description());
+    if (faturano != std::exchange(m_last, faturano) || m_count == 0)
+        ++m_count;
+    if (m_first.isEmpty())
+        m_first = u"%1: %2"_s.arg(faturano, failed.headline());
 }
 
 QString IncompleteInvoices::note() const
@@ -92,6 +96,10 @@ Belge exportInvoices(const Grid &l1, const Grid &l3, const QString &faturaTuru,
             if (const auto discount = source.discountOf(row))
                 document.addGeneralDiscount(discount->percent);
         }
+        if (const int lost = document.lostLines())
+            incomplete.add(faturano, Failure(u"%1. satırdan sonraki %2 satır belgeye sığmadı."_s
+                                                 .arg(InvoiceDocument::mostLines)
+                                                 .arg(lost)));
         document.endInvoice();
     }
     return document.belge();

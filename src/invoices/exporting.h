@@ -57,6 +57,7 @@ public:
 private:
     int m_count = 0;
     QString m_first;
+    QString m_last; // number of the one that was added last
 };
 
 /// The document of the ticked rows of `l1`; `faturaTuru` begins with the kind of the invoices. The

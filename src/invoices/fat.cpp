@@ -37,12 +37,12 @@ void Fat::load()
 
 void Fat::yukle()
 {
-    endQuietly([this] {
+    note(endQuietly([this] {
         OpenDb open(m_program.db, m_program.path(u"data.dbs"));
         loadFolders(m_program.db, m_program.folders);
         loadPlansAndRates();
         tanimlar.loadLists();
-    });
+    }));
 }
 
 void Fat::loadPlansAndRates()
@@ -154,8 +154,7 @@ void Fat::warnAt(const QString &text, TextField &field)
 
 void Fat::note(const std::optional<Failure> &failed)
 {
-    if (failed)
-        bilgi.setText(failed->description());
+    bilgi.add(failed);
 }
 
 } // namespace kervan

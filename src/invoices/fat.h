@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "base/fields.h"
 #include "base/grid.h"
+#include "base/notes.h"
 #include "invoices/biflines.h"
 #include "invoices/exporting.h"
 #include "invoices/invoicedefinitions.h"
@@ -44,7 +45,7 @@ public:
     TextField odemePlaniKodu; ///< its code, which goes into the document
     ChoiceField faturaTuru;   ///< begins with the kind: 10, 20, 30, 40 or 80
     TextField baslik{QStringLiteral("FATURA")}; ///< caption of bar1
-    TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
+    Notes bilgi; ///< what the last read or write has to tell without a box
     ProgressField ilerleme;
     ScreenLink link;
 

@@ -60,19 +60,21 @@ void Fat::kaydet(const QString &dosya)
 {
     if (!hasInvoiceTarget(m_program.boxes, dosya))
         return;
-    bilgi.setText({});
+    bilgi.begin();
     ilerleme.start(l1().tickedCount());
     IncompleteInvoices eksikler;
     const Belge belge = [&] {
         BifLines lines(m_program, m_dosyaadi, tickedNumbers());
         return exportInvoices(l1(), l3, faturaTuru.text(), sourceOf(lines), ilerleme, eksikler);
     }();
-    bilgi.setText(eksikler.note());
-    note(passOver([&] { belgeyaz(belge, DocumentEnd::LineEnd, dosya); }));
+    bilgi.addDocument(dosya, u"fatura"_s, l1().tickedCount(), m_program.clock.now().time(),
+                      passOver([&] { belgeyaz(belge, DocumentEnd::LineEnd, dosya); }));
+    bilgi.add(eksikler.note());
     ilerleme.finish();
     // What is stored runs ahead of the numbers given out: it counts collections too.
     note(passOver([this] { kasacariislemnokaydet(m_program, m_kasaislemsayac); }));
-    note(endQuietly([&] { exeldenkasanakitkaydet(m_program, l1(), tanimlar.kasakodu, dosya); }));
+    note(endQuietly(
+        [&] { exeldenkasanakitkaydet(m_program, l1(), tanimlar.kasakodu, dosya, bilgi); }));
     tellDone(m_program.boxes);
 }
 

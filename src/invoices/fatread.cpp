@@ -7,6 +7,7 @@
 #include "invoices/lineamounts.h"
 #include "store/staff.h"
 #include "text/numbers.h"
+#include "transfer/sourcecheck.h"
 
 namespace kervan {
 
@@ -15,7 +16,7 @@ using namespace Qt::StringLiterals;
 void Fat::umurlarfaturabaslikoku()
 {
     QString fiyatsizlar;
-    bilgi.setText({});
+    bilgi.begin();
     m_kasaislemsayac = kasacariislemno(m_program);
     {
         const Grid::Refill refill(l1());
@@ -23,8 +24,12 @@ void Fat::umurlarfaturabaslikoku()
         liste.tumunuSec.setChecked(false); // as the ticks are
         std::optional<Prices> prices;
         note(passOver([&] { prices.emplace(m_program.db, m_program.path(u"data.dbs")); }));
-        if (!m_dosyaadi.isEmpty())
-            note(passOver([&] { readHeaders(prices, fiyatsizlar); }));
+        if (!m_dosyaadi.isEmpty()) {
+            note(passOver([&] {
+                readHeaders(prices, fiyatsizlar);
+                checkSource(bilgi, m_dosyaadi, SourceKind::Invoices, l1());
+            }));
+        }
     }
     if (!fiyatsizlar.isEmpty())
         showMissingPrices(fiyatsizlar);

@@ -7,6 +7,8 @@
 #include <QString>
 #include <QStringList>
 
+#include <algorithm>
+
 namespace kervan {
 
 /// What goes into the head of an invoice; texts as the cells and fields hold them.
@@ -71,6 +73,8 @@ public:
     /// worked out) its placeholder stays in the document.
     void addGeneralDiscount(const std::optional<QString> &percent);
     void endInvoice();
+    /// How many lines of the invoice in hand found no room.
+    int lostLines() const { return std::max(m_lines - mostLines, 0); }
 
     /// The whole document of the invoices so far; it ends in a line end.
     Belge belge() const;

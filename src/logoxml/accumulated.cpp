@@ -3,6 +3,7 @@
 #include "base/failure.h"
 
 #include <algorithm>
+#include <utility>
 
 namespace kervan {
 
@@ -10,8 +11,21 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// A value that holds its own placeholder twice doubles with each record.
+// A value that holds its own placeholder grows with each record, and doubles if it holds it twice.
 constexpr qsizetype largestRecord = 16'000'000;
+constexpr qsizetype largestGrowth = 256'000'000; // of all records, beyond their own text
+constexpr qsizetype mostSearched = 128'000'000;
+
+unsigned char code(char byte)
+{
+    return static_cast<unsigned char>(byte);
+}
+
+Failure grown(qsizetype record)
+{
+    return Failure(
+        u"%1. kayıt çok büyüdü: değerlerinde şablonun sözcükleri var."_s.arg(record + 1));
+}
 
 } // namespace
 
@@ -19,48 +33,167 @@ AccumulatedBody::AccumulatedBody(const QByteArray &record, QList<QByteArray> pla
     : m_record("\r\n" + record, placeholders)
     , m_placeholders(std::move(placeholders))
 {
+    for (const QByteArray &word : std::as_const(m_placeholders)) {
+        for (const char byte : word)
+            m_inWords.set(code(byte));
+    }
 }
 
 void AccumulatedBody::add(std::span<const QString> values)
 {
-    if (!m_changeable.isEmpty()) {
-        const QList<Fill> fills = fillsOf(m_placeholders, values);
-        m_changeable.removeIf([&](qsizetype i) {
-            m_records[i] = sablondoldur(std::move(m_records[i]), fills);
-            if (m_records[i].size() > largestRecord)
-                throw Failure(u"%1. kayıt çok büyüdü."_s.arg(m_handedOver + i + 1));
-            return !holdsPlaceholder(m_records[i]);
-        });
-    }
+    if (!m_live.isEmpty())
+        fillRuns(values);
     QByteArray record;
     m_record.doldur(values, record);
-    if (m_record.mayChange(values, Sablon::Steps::All) && holdsPlaceholder(record))
-        m_changeable.append(m_records.size());
-    m_records.append(std::move(record));
+    if (m_record.mayChange(values, Sablon::Steps::All))
+        m_records << split(record, m_handedOver + m_records.size());
+    else
+        m_records << Pieces{{std::move(record)}};
+}
+
+void AccumulatedBody::fillRuns(std::span<const QString> values)
+{
+    const QList<Fill> fills = fillsOf(m_placeholders, values);
+    const auto live = std::exchange(m_live, {});
+    for (const qsizetype run : live) {
+        const QByteArray text = sablondoldur(m_runs[run].text, fills);
+        const qsizetype record = m_runs[run].record;
+        m_searched += text.size();
+        if (text.size() > largestRecord || m_searched > mostSearched)
+            throw grown(record);
+        Pieces becomes = split(text, record);
+        m_runs[run].becomes = std::move(becomes);
+        m_runs[run].live = false;
+    }
+}
+
+AccumulatedBody::Pieces AccumulatedBody::split(const QByteArray &text, qsizetype record)
+{
+    Pieces pieces;
+    qsizetype kept = 0; // where the text begins that no run has taken
+    const auto end = text.cend();
+    for (auto from = text.cbegin(); from != end;) {
+        const auto isInWords = [this](char byte) {
+            return m_inWords.test(code(byte));
+        };
+        from = std::find_if(from, end, isInWords);
+        const auto to = std::find_if_not(from, end, isInWords);
+        if (holdsPlaceholder({from, to})) {
+            const qsizetype at = from - text.cbegin();
+            if (at > kept)
+                pieces << Piece{text.sliced(kept, at - kept)};
+            pieces << Piece{{}, runOf(QByteArray(from, to - from), record)};
+            kept = to - text.cbegin();
+        }
+        from = to;
+    }
+    if (kept < text.size())
+        pieces << Piece{text.sliced(kept)};
+    return pieces;
+}
+
+qsizetype AccumulatedBody::runOf(const QByteArray &text, qsizetype record)
+{
+    const auto known = m_live.constFind(text);
+    if (known != m_live.cend()) {
+        qsizetype &first = m_runs[*known].record;
+        first = std::min(first, record);
+        return *known;
+    }
+    m_runs << Run{.text = text, .record = record, .becomes = {}};
+    m_live.insert(text, m_runs.size() - 1);
+    return m_runs.size() - 1;
+}
+
+// The run that one has become where nothing else stands beside it. A chain of such is shortened, so
+// that no row walks all of it again.
+qsizetype AccumulatedBody::resolved(qsizetype run)
+{
+    const auto next = [this](qsizetype i) {
+        const Run &at = m_runs[i];
+        return !at.live && at.becomes.size() == 1 ? at.becomes.first().run : -1;
+    };
+    qsizetype last = run;
+    while (next(last) >= 0)
+        last = next(last);
+    while (run != last)
+        run = std::exchange(m_runs[run].becomes.first().run, last);
+    return last;
+}
+
+QByteArray AccumulatedBody::joined(const Pieces &record, qsizetype number)
+{
+    if (record.size() == 1 && record.first().run < 0)
+        return record.first().text;
+    struct Place
+    {
+        const Pieces *pieces;
+        qsizetype at;
+    };
+    QByteArray text;
+    QList<Place> places{{&record, 0}};
+    while (!places.isEmpty()) {
+        Place &place = places.last();
+        if (place.at == place.pieces->size()) {
+            places.removeLast();
+            continue;
+        }
+        const Piece &piece = (*place.pieces)[place.at++];
+        if (place.at == place.pieces->size())
+            places.removeLast(); // a long row of runs, one in the other, needs no long memory
+        if (piece.run < 0) {
+            text += piece.text;
+        } else if (const Run &run = m_runs[resolved(piece.run)]; run.live) {
+            text += run.text;
+        } else {
+            places << Place{&run.becomes, 0};
+        }
+        if (text.size() > largestRecord)
+            throw grown(number);
+    }
+    m_swollen += text.size();
+    for (const Piece &piece : record)
+        m_swollen -= piece.text.size();
+    if (m_swollen > largestGrowth)
+        throw grown(number);
+    return text;
+}
+
+QByteArrayList AccumulatedBody::records()
+{
+    QByteArrayList all;
+    m_swollen = 0;
+    for (qsizetype i = 0; i < m_records.size(); ++i)
+        all << joined(m_records[i], m_handedOver + i);
+    return all;
 }
 
 void AccumulatedBody::handOver(const TakePiece &take)
 {
-    handOver(m_changeable.isEmpty() ? m_records.size() : m_changeable.first(), take);
+    qsizetype first = m_handedOver + m_records.size();
+    for (const qsizetype run : std::as_const(m_live))
+        first = std::min(first, m_runs[run].record);
+    handOver(first - m_handedOver, take);
 }
 
 void AccumulatedBody::handOverAll(const TakePiece &take)
 {
-    m_changeable.clear();
     handOver(m_records.size(), take);
 }
 
 void AccumulatedBody::handOver(qsizetype count, const TakePiece &take)
 {
     for (qsizetype i = 0; i < count; ++i)
-        take(m_records[i]);
+        take(joined(m_records[i], m_handedOver + i));
     m_records.remove(0, count);
-    for (qsizetype &position : m_changeable)
-        position -= count;
     m_handedOver += count;
+    if (m_records.isEmpty()) {
+        m_runs.clear();
+        m_live.clear();
+    }
 }
 
-bool AccumulatedBody::holdsPlaceholder(const QByteArray &text) const
+bool AccumulatedBody::holdsPlaceholder(QByteArrayView text) const
 {
     return std::ranges::any_of(m_placeholders,
                                [&](const QByteArray &word) { return text.contains(word); });

@@ -4,6 +4,7 @@
 #include "text/numbers.h"
 #include "text/record.h"
 #include "transfer/linewalk.h"
+#include "transfer/sourcecheck.h"
 
 #include <QFileInfo>
 #include <QScopeGuard>
@@ -33,7 +34,7 @@ QString dateIn(const QString &title, const NamedDate &place)
 
 void SlipScreen::exeloku(const SheetLayout &layout)
 {
-    bilgi.setText({});
+    bilgi.begin();
     m_passedOver = 0;
     const Grid::Refill refillCash(l1);
     const Grid::Refill refillBank(l2);
@@ -48,6 +49,9 @@ void SlipScreen::exeloku(const SheetLayout &layout)
     if (!ended || layout.passesOver) // the second also where the workbook itself can't be read
         hareketSayisi.setText(QString::number(l1.rows()));
     noteRead(ended, record);
+    if (!ended && m_passedOver == 0 && l1.isEmpty())
+        bilgi.add(u"\"%1\" sayfasında bu ekranın okuduğu türden satır yok."_s.arg(sayfaAdi.text()));
+    bilgi.add(lettersLost(l1));
 }
 
 void SlipScreen::readMovements(const SheetLayout &layout, int &record)
@@ -143,16 +147,16 @@ void SlipScreen::carryOut(const SheetLayout &layout, Step &&step)
 void SlipScreen::noteRead(const std::optional<Failure> &ended, int record)
 {
     if (ended && record > 0)
-        bilgi.setText(u"Okuma %1. kayıtta bitti: %2"_s.arg(record + 1).arg(ended->description()));
+        bilgi.add(u"Okuma %1. kayıtta bitti: %2"_s.arg(record + 1).arg(ended->headline()));
     else if (ended)
         note(ended);
     else if (m_passedOver > 0)
-        bilgi.setText(u"%1 adım atlandı. İlki: %2"_s.arg(m_passedOver).arg(m_firstPassedOver));
+        bilgi.add(u"%1 adım atlandı. İlki: %2"_s.arg(m_passedOver).arg(m_firstPassedOver));
 }
 
 void SlipScreen::caridosyasikoku()
 {
-    bilgi.setText({});
+    bilgi.begin();
     const Grid::Refill refill(l1);
     l1.setColumns(metinHareketColumns());
     tumHareketler.setChecked(false);

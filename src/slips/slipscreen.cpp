@@ -3,7 +3,6 @@
 #include "slips/columns.h"
 #include "store/sidefiles.h"
 #include "store/staff.h"
-#include "transfer/notes.h"
 #include "transfer/target.h"
 
 #include <QFileInfo>
@@ -52,7 +51,7 @@ void SlipScreen::sayfanooku()
 
 void SlipScreen::sayfaadikaydet()
 {
-    bilgi.setText({});
+    bilgi.begin();
     note(endQuietly([this] {
         writeSingleValue(m_program.path(m_form.sheetFile), sayfaAdi.text());
         if (m_form.sheetButtonRests)
@@ -92,6 +91,7 @@ void SlipScreen::dosyaac(const SlipFile &file)
 void SlipScreen::dosyaac(const SlipFile &file, const QString &path)
 {
     m_dosyayolu = path;
+    bilgi.source.setText(path);
     exeloku(file.layout);
     if (file.kind == ReadKind::None)
         return;
@@ -103,7 +103,8 @@ void SlipScreen::dosyaac(const SlipFile &file, const QString &path)
 void SlipScreen::birakilandosya(const QString &path)
 {
     if (m_form.files.size() > 1 && m_kind == ReadKind::None) {
-        bilgi.setText(u"Nakit mi kredi kartı mı olduğu bilinmiyor: ilk dosyayı düğmesiyle açın."_s);
+        bilgi.begin();
+        bilgi.add(u"Nakit mi kredi kartı mı olduğu bilinmiyor: ilk dosyayı düğmesiyle açın."_s);
         return;
     }
     const bool second = m_kind == ReadKind::Card;
@@ -118,12 +119,13 @@ void SlipScreen::metindosyasiac()
     if (!name || name->isEmpty())
         return;
     m_dosyayolu = *name;
+    bilgi.source.setText(*name);
     caridosyasikoku();
 }
 
 void SlipScreen::kaydet(const SlipDocument &document)
 {
-    bilgi.setText({});
+    bilgi.begin();
     const Grid &grid = document.ofBankList ? l2 : l1;
     if (grid.isEmpty())
         return warn(document.ofBankList ? u"Banka Fişi Haraket Listesinde Kayıt Bulunamadı...!"_s
@@ -142,7 +144,9 @@ void SlipScreen::write(const SlipDocument &document, const QString &dosya)
 {
     note(endQuietly([&] {
         const Grid &grid = document.ofBankList ? l2 : l1;
-        writeSlips(document, {grid, codes(), m_form.salesman}, m_program.clock, ilerleme, dosya);
+        const int count = writeSlips(document, {grid, codes(), m_form.salesman}, m_program.clock,
+                                     ilerleme, dosya);
+        bilgi.addDocument(dosya, u"fiş"_s, count, m_program.clock.now().time());
         if (document.stores == SlipSequenceKind::Cash)
             m_cash.store();
         else if (document.stores == SlipSequenceKind::Bank)
@@ -158,7 +162,7 @@ void SlipScreen::warn(const QString &text, Icon icon)
 
 void SlipScreen::note(const std::optional<Failure> &failed)
 {
-    addNote(bilgi, failed);
+    bilgi.add(failed);
 }
 
 } // namespace kervan

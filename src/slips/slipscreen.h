@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "base/fields.h"
 #include "base/grid.h"
+#include "base/notes.h"
 #include "slips/movements.h"
 #include "slips/slipform.h"
 #include "store/program.h"
@@ -36,7 +37,7 @@ public:
     CheckField tumHareketler, tumFisler; ///< all rows of `l1`, of `l2`
     TextField baslik;
     TextField hareketSayisi;
-    TextField bilgi; ///< what a step that shows no box failed at
+    Notes bilgi; ///< what the last read or write has to tell without a box
     ProgressField ilerleme;
 
     // What the user does.

@@ -103,13 +103,14 @@ const SlipRow::Date &SlipRow::date() const
     return m_date;
 }
 
-void writeSlips(const SlipDocument &document, const SlipSource &source, const Clock &clock,
-                ProgressField &progress, const QString &path)
+int writeSlips(const SlipDocument &document, const SlipSource &source, const Clock &clock,
+               ProgressField &progress, const QString &path)
 {
     const Grid &grid = source.grid;
     const SlipTexts texts = textsOf(document, source.salesman);
     AccumulatedBody body(sablon(texts.record), placeholdersOf(document));
-    progress.start(document.barCountsAllRows ? grid.rows() : rowsTaken(document, grid));
+    const int count = rowsTaken(document, grid);
+    progress.start(document.barCountsAllRows ? grid.rows() : count);
     const auto hide = qScopeGuard([&] { progress.finish(); });
     // The line end in front of the footer belongs to it, not to the last record.
     const Belge frame{sablon(texts.header), {}, {}, "\r\n" + sablon(texts.footer)};
@@ -129,6 +130,7 @@ void writeSlips(const SlipDocument &document, const SlipSource &source, const Cl
         }
         body.handOverAll(take);
     });
+    return count;
 }
 
 } // namespace kervan

@@ -110,9 +110,9 @@ struct SlipDocument
     }
 };
 
-/// Writes the document to the file. The first row or step that fails is a Failure, and no file is
-/// written.
-void writeSlips(const SlipDocument &document, const SlipSource &source, const Clock &clock,
-                ProgressField &progress, const QString &path);
+/// Writes the document to the file and gives the number of its slips. The first row or step that
+/// fails is a Failure, and no file is written.
+int writeSlips(const SlipDocument &document, const SlipSource &source, const Clock &clock,
+               ProgressField &progress, const QString &path);
 
 } // namespace kervan

@@ -5,7 +5,7 @@
 #include "logoxml/template.h"
 #include "text/spellings.h"
 #include "transfer/linewalk.h"
-#include "transfer/notes.h"
+#include "transfer/sourcecheck.h"
 #include "transfer/target.h"
 
 #include <QScopeGuard>
@@ -46,19 +46,30 @@ void Sayimform::dosyaac()
 void Sayimform::dosyaac(const QString &path)
 {
     m_dosyayolu = path;
+    bilgi.source.setText(path);
     sayimdosyasikoku();
 }
 
 void Sayimform::sayimdosyasikoku()
 {
-    bilgi.setText({});
-    endWithReport(m_program.boxes, [this] {
+    bilgi.begin();
+    bilgi.add(endWithReport(m_program.boxes, [this] {
         const Grid::Refill refill(l1);
         const auto count = qScopeGuard([this] { sayimSayisi.setText(QString::number(l1.rows())); });
         l1.clear();
-        const auto work = m_program.busy.reading(m_dosyayolu);
-        walkLines(m_dosyayolu, ilerleme, [this](QStringView line) { takeLine(line); });
-    });
+        const auto failed = passOver([this] {
+            const auto work = m_program.busy.reading(m_dosyayolu);
+            walkLines(m_dosyayolu, ilerleme, [this](QStringView line) { takeLine(line); });
+        });
+        if (!failed)
+            return checkSource(bilgi, m_dosyayolu, SourceKind::Count, l1);
+        if (!l1.isEmpty())
+            bilgi.add(u"Okuma %1. satırda durdu (dosyada %2 satır var), liste boşaltıldı."_s
+                          .arg(l1.rows())
+                          .arg(ilerleme.maximum()));
+        l1.clear(); // half a count must not be written as if it were whole
+        throw *failed;
+    }));
 }
 
 // The look-up is sent twice a line: Logo's unit code may be another by the second time.
@@ -108,25 +119,25 @@ QByteArray Sayimform::head() const
 
 void Sayimform::kaydet(const QString &dosya)
 {
-    bilgi.setText({});
+    bilgi.begin();
     const Sablon line(sablon(u"sayim-xml2"_s) + "\r\n",
                       {"+STOKKODU+", "+SIRANO+", "+MIKTAR+", "+BIRIM+"});
-    addNote(
-        bilgi, passOver([&] {
-            ilerleme.start(l1.rows());
-            const auto hide = qScopeGuard([this] { ilerleme.finish(); });
-            QByteArray lines;
-            int sirano = 0;
-            for (int row = 0; row < l1.rows(); ++row) {
-                if (l1.cell(row, StokKodu).isEmpty())
-                    continue;
-                ilerleme.setValue(row + 1);
-                line.doldur(QStringList{l1.cell(row, StokKodu), QString::number(++sirano),
-                                        tutarnoktasil(l1.cell(row, Miktar)), l1.cell(row, Birim)},
-                            lines);
-            }
-            belgeyaz({head(), {lines}, {}, sablon(u"sayim-xml3"_s)}, DocumentEnd::LineEnd, dosya);
-        }));
+    int sirano = 0;
+    const auto failed = passOver([&] {
+        ilerleme.start(l1.rows());
+        const auto hide = qScopeGuard([this] { ilerleme.finish(); });
+        QByteArray lines;
+        for (int row = 0; row < l1.rows(); ++row) {
+            if (l1.cell(row, StokKodu).isEmpty())
+                continue;
+            ilerleme.setValue(row + 1);
+            line.doldur(QStringList{l1.cell(row, StokKodu), QString::number(++sirano),
+                                    tutarnoktasil(l1.cell(row, Miktar)), l1.cell(row, Birim)},
+                        lines);
+        }
+        belgeyaz({head(), {lines}, {}, sablon(u"sayim-xml3"_s)}, DocumentEnd::LineEnd, dosya);
+    });
+    bilgi.addDocument(dosya, u"sayım satırı"_s, sirano, m_program.clock.now().time(), failed);
     tellDone(m_program.boxes);
 }
 

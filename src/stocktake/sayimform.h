@@ -2,6 +2,7 @@
 
 #include "base/fields.h"
 #include "base/grid.h"
+#include "base/notes.h"
 #include "logolink/screenlink.h"
 #include "store/program.h"
 
@@ -26,7 +27,7 @@ public:
     Grid l1;
     TextField fisno{QStringLiteral("SYM000001")}; ///< slip number
     TextField sayimSayisi;                        ///< panel 2 of the status bar
-    TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
+    Notes bilgi; ///< what the last read or write has to tell without a box
     ProgressField ilerleme;
     ScreenLink link;
 
@@ -36,7 +37,7 @@ public:
     void xmlkaydet();
 
     // Procedures.
-    /// Reads the file into the list. A failed look-up ends the walk at its row with a box.
+    /// Reads the file into the list. A failed look-up ends the walk with a box, and empties it.
     void sayimdosyasikoku();
     /// Writes the slip of the rows that Logo knows. A step that fails is passed over.
     void kaydet(const QString &dosya);

@@ -106,6 +106,7 @@ bool Urunform::kaydet()
             throw *m_unread; // what was not read must not be written over
         LocalDb &db = m_program.db;
         OpenDb open(db, m_program.path(u"data.dbs"));
+        TogetherInDb together(db);
         db.query(Statement(u"Delete from urun"));
         for (int row = 0; row < l1.rows(); ++row) {
             if (l1.cell(row, Kod).isEmpty())
@@ -120,6 +121,7 @@ bool Urunform::kaydet()
                          .value(l1.cell(row, Bfiyat))
                          .text(u"')"));
         }
+        together.commit();
     });
     return !failed;
 }

@@ -33,8 +33,9 @@ public:
     /// on, and adds the rows that it needs. Tells why nothing of it was taken, where a price is
     /// none or the block is wider than the grid; else nothing.
     QString yapistir(int row, int column, const QString &block);
-    /// Rewrites the table from the rows that have a code, and is not atomic: a row that fails shows
-    /// the failure, and the table then holds the rows before it. True if all went well.
+    /// Rewrites the table from the rows that have a code, all at once: killed in its midst, it
+    /// leaves the old table. A row that fails shows the failure, and the table then holds the rows
+    /// before it. True if all went well.
     bool kaydet();
 
 private:

@@ -1,14 +1,17 @@
 #include "store/localdb.h"
 
-#include "base/failure.h"
+#include "base/filefault.h"
 
 #include <QDir>
+#include <QFileInfo>
 #include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlRecord>
 #include <QUrl>
 
+#include <array>
 #include <atomic>
+#include <utility>
 
 namespace kervan {
 
@@ -32,6 +35,38 @@ bool isOfTheLanguage(const QString &text)
         ")\\s*\\z"_s,
         QRegularExpression::CaseInsensitiveOption);
     return !text.contains(QChar(u'\0')) && language.match(text).hasMatch();
+}
+
+// What the engine says most, by how it begins.
+struct Fault
+{
+    QStringView engine;
+    QStringView text;
+};
+constexpr auto faults = std::to_array<Fault>({
+    {u"file is not a database", u"dosya bir veritabanı değil ya da bozuk"},
+    {u"database disk image is malformed", u"veritabanı bozuk"},
+    {u"database is locked", u"veritabanı başka bir programda açık"},
+    {u"database table is locked", u"veritabanı başka bir programda açık"},
+    {u"unable to open database file", u"veritabanı açılamıyor"},
+    {u"disk I/O error", u"disk hata veriyor"},
+    {u"database or disk is full", u"disk dolu"},
+    {u"attempt to write a readonly database", u"veritabanı salt okunur"},
+    {u"no such table", u"veritabanında bu tablo yok"},
+    {u"no such column", u"veritabanında bu alan yok"},
+    {u"access permission denied", u"veritabanına izin yok"},
+    {u"out of memory", u"bellek yetmiyor"},
+});
+
+// The engine's own sentence stands behind the words, for whoever is asked for help.
+QString faultOf(const QSqlError &error)
+{
+    const QString own = error.databaseText();
+    for (const Fault &fault : faults) {
+        if (own.startsWith(fault.engine))
+            return u"%1 (%2)"_s.arg(fault.text, own);
+    }
+    return own;
 }
 
 // "mode=rw" keeps the engine from creating a file that isn't there.
@@ -65,8 +100,10 @@ void LocalDb::open(const QString &path)
         close();
     db.setDatabaseName(existingFile(path));
     if (!db.open())
-        throw Failure(u"%1 açılamadı: %2"_s.arg(QDir::toNativeSeparators(path),
-                                                db.lastError().databaseText()));
+        throw fileFailure(path, u"açılamadı"_s,
+                          QFileInfo::exists(path)
+                              ? faultOf(db.lastError())
+                              : u"dosya yok (%1)"_s.arg(db.lastError().databaseText()));
 }
 
 void LocalDb::execute(const QString &text)
@@ -77,14 +114,17 @@ void LocalDb::execute(const QString &text)
     // A file that another program holds is waited for once, not at each statement of a long read.
     if (error.nativeErrorCode() == busyCode)
         m_result.exec(u"pragma busy_timeout=0"_s);
-    throw Failure(u"%1 (%2)"_s.arg(error.databaseText(), text.left(200)));
+    throw Failure(u"%1 (%2)"_s.arg(faultOf(error), text.left(200)));
 }
 
 void LocalDb::query(const Statement &statement)
 {
     m_atEnd = true;
-    if (const auto &value = statement.breakingValue())
-        throw Failure(u"Değerdeki kesme işareti deyimi bozuyor: %1"_s.arg(value->left(200)));
+    if (const auto &value = statement.breakingValue()) {
+        const QString mark =
+            value->contains(QChar(u'\0')) ? u"görünmez NUL harfi"_s : u"kesme işareti"_s;
+        throw Failure(u"Değerdeki %1 deyimi bozuyor: %2"_s.arg(mark, value->left(200)));
+    }
     const QString &text = statement.text();
     if (!isOfTheLanguage(text))
         throw Failure(u"Deyim anlaşılamadı: %1"_s.arg(text.left(200)));
@@ -98,9 +138,28 @@ void LocalDb::query(const Statement &statement)
         next();
         return;
     }
-    if (++m_writes == 2)
+    if (!m_together && ++m_writes == 2)
         quickenWrites();
     execute(text);
+}
+
+void LocalDb::begin()
+{
+    QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+    m_together = db.isOpen() && db.transaction();
+}
+
+void LocalDb::commit()
+{
+    if (!std::exchange(m_together, false))
+        return;
+    m_result.finish(); // a statement that still runs would keep the rows back
+    QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+    if (db.commit())
+        return;
+    const QString fault = faultOf(db.lastError());
+    db.rollback();
+    throw Failure(u"Değişiklikler kaydedilemedi: %1"_s.arg(fault));
 }
 
 // Each written row is there at once. With a write-ahead log that costs no waiting for the

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/failure.h"
 #include "base/statement.h"
 
 #include <QSqlDatabase>
@@ -12,8 +13,8 @@ namespace kervan {
 /// all screens and open only around a use. It takes one statement a call, and only these:
 ///   select * from T [where C='v']      insert into T values (Null,'v',...)
 ///   update T set C='v',... where id='v'  delete from T [where id='v']
-/// A written row is there at once for whoever opens the file; a statement that fails takes nothing
-/// back.
+/// A written row is there at once for whoever opens the file, but within a TogetherInDb; a
+/// statement that fails takes nothing back.
 class LocalDb
 {
 public:
@@ -42,6 +43,9 @@ public:
     QString field(QStringView column) const;
 
 private:
+    friend class TogetherInDb;
+    void begin();
+    void commit();
     void execute(const QString &text);
     void quickenWrites();
 
@@ -49,6 +53,31 @@ private:
     QSqlQuery m_result;
     bool m_atEnd = true;
     int m_writes = 0;
+    bool m_together = false; // the rows are kept back until commit()
+};
+
+/// Lets what is written in a scope appear together at its end, whether a failure ends it or not: a
+/// program that is killed in its midst leaves the file as it was.
+class TogetherInDb
+{
+public:
+    explicit TogetherInDb(LocalDb &db)
+        : m_db(db)
+    {
+        m_db.begin();
+    }
+    ~TogetherInDb()
+    {
+        passOver([this] { m_db.commit(); });
+    }
+    TogetherInDb(const TogetherInDb &) = delete;
+    TogetherInDb &operator=(const TogetherInDb &) = delete;
+
+    /// Ends it before the scope does; a Failure tells why nothing was written.
+    void commit() { m_db.commit(); }
+
+private:
+    LocalDb &m_db;
 };
 
 /// Opens a file for the length of a scope.

@@ -7,7 +7,6 @@
 #include "workbook/xls.h"
 #include "workbook/xlsx.h"
 
-#include <QDir>
 #include <QFile>
 #include <QFileInfo>
 #include <QStringDecoder>
@@ -26,14 +25,15 @@ constexpr qint64 mostFileBytes = 256LL * 1024 * 1024;
 
 [[noreturn]] void failAt(const QString &path, const QString &why)
 {
-    throw Failure(u"%1 okunamadı: %2"_s.arg(QDir::toNativeSeparators(path), why));
+    throw fileFailure(path, u"okunamadı"_s, why);
 }
 
 // Other programs may have it open, too: Qt asks for no more than reading, and shares it.
 void open(QFile &file)
 {
+    clearFault();
     if (!file.open(QIODevice::ReadOnly))
-        failAt(file.fileName(), filefault(file));
+        failAt(file.fileName(), filefault(file, lastFault()));
 }
 
 // Why these bytes are no workbook, for files that only bear the name of one.
@@ -120,9 +120,10 @@ std::shared_ptr<const Sheet> readSheet(const QString &path, const QString &sheet
     open(file);
     if (file.size() > mostFileBytes)
         failAt(path, u"%1 MB sınırını aşıyor"_s.arg(mostFileBytes / 1024 / 1024));
+    clearFault();
     QByteArray bytes = file.readAll();
     if (file.error() != QFile::NoError)
-        failAt(path, filefault(file));
+        failAt(path, filefault(file, lastFault()));
     file.close();
     std::shared_ptr<const Sheet> sheet;
     const auto failed = passOver([&] { sheet = parse(std::move(bytes), sheetName); });

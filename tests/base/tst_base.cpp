@@ -1,10 +1,14 @@
 #include "base/codepage.h"
+#include "base/filefault.h"
 #include "base/grid.h"
 #include "base/linereader.h"
+#include "base/notes.h"
 #include "base/statement.h"
+#include "base/wholefile.h"
 #include "support/fakes.h"
 
 #include <QAbstractItemModelTester>
+#include <QDir>
 
 using namespace kervan;
 
@@ -19,6 +23,13 @@ QStringList linesOf(const QByteArray &bytes)
     while (reader.next())
         lines << reader.line().toString();
     return lines;
+}
+
+void writeWhole(const QString &path, const QByteArray &bytes = "yeni")
+{
+    WholeFile file(path);
+    file.write(bytes);
+    file.commit();
 }
 
 } // namespace
@@ -148,6 +159,71 @@ private Q_SLOTS:
             QVERIFY(failsNaming(path, [&] { LineReader reader(path); }));
         QCOMPARE(contentOf(folder.path()), QString());
         QVERIFY_THROWS_EXCEPTION(Failure, LineReader{QString()});
+    }
+
+    void aFileThatCannotBeWrittenSaysWhy_data()
+    {
+        QTest::addColumn<QString>("name");
+        QTest::addColumn<QString>("why");
+        QTest::newRow("missing folder") << u"yok/a.xml"_s << u"klasörü yok"_s;
+        QTest::newRow("a file for a folder") << u"dolu/a.xml"_s << u"klasörü yok"_s;
+        QTest::newRow("a folder") << u"klasör"_s << u"bu bir klasör"_s;
+        QTest::newRow("long name") << QString(300, u'x') << u"adı çok uzun"_s;
+        QTest::newRow("closed folder") << u"kapalı/a.xml"_s << u"izin yok"_s;
+        QTest::newRow("read-only file") << u"salt.xml"_s << u"dosya salt okunur"_s;
+    }
+    void aFileThatCannotBeWrittenSaysWhy()
+    {
+        QFETCH(QString, name);
+        QFETCH(QString, why);
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(name);
+        QVERIFY(QDir(folder.path()).mkpath(u"klasör"_s) && QDir(folder.path()).mkpath(u"kapalı"_s));
+        for (const QString &file : {u"dolu"_s, u"salt.xml"_s})
+            writeBytes(folder.filePath(file), "eski");
+        QFile::setPermissions(folder.filePath(u"salt.xml"_s),
+                              QFile::ReadOwner | QFile::ReadGroup | QFile::ReadOther);
+        QFile::setPermissions(folder.filePath(u"kapalı"_s), QFile::ReadOwner | QFile::ExeOwner);
+        QFile::setPermissions(folder.path(), QFile::Permissions(0x7777));
+        asAnyUser([&] {
+            const auto failed = passOver([&] { writeWhole(path); });
+            QVERIFY(failed);
+            QCOMPARE(failed->description(), path + u" yazılamadı: "_s + why);
+            QCOMPARE(failed->headline(), u"Yazılamadı, %1: %2"_s.arg(why, path));
+        });
+    }
+
+    void aFullDiskAndOneThatIsReadOnlyAreToldAndTheOldFileStays()
+    {
+        const QTemporaryDir folder;
+        const SmallDisk disk(folder.path());
+        if (!disk.isThere())
+            QSKIP("no right to mount a small disk here");
+        const QString path = folder.filePath(u"a.xml"_s);
+        writeBytes(path, "eski");
+        const QByteArray large(400'000, 'x');
+        QCOMPARE(failureOf([&] { writeWhole(path, large); }), path + u" yazılamadı: disk dolu"_s);
+        QCOMPARE(readBytes(path), "eski");
+        QVERIFY(disk.makeReadOnly());
+        QCOMPARE(failureOf([&] { writeWhole(path); }), path + u" yazılamadı: disk salt okunur"_s);
+        QCOMPARE(contentOf(folder.path()), u"a.xml"_s);
+    }
+
+    void notesKeepWhatCameFirstAndLoseNothing()
+    {
+        Notes notes;
+        notes.add(fileFailure(u"/a/b.xml"_s, u"yazılamadı"_s, u"disk dolu"_s));
+        notes.add(Failure(u"sayaç"_s));
+        notes.add(Failure(u"sayaç"_s));
+        notes.add(std::optional<Failure>());
+        notes.addDocument(u"/a/c.xml"_s, u"fiş"_s, 3, QTime(9, 5));
+        notes.addDocument(u"/a/d.xml"_s, u"fiş"_s, 1, QTime(9, 5), Failure(u"olmadı"_s));
+        QCOMPARE(notes.text(), u"Yazılamadı, disk dolu: /a/b.xml • sayaç • olmadı"_s);
+        QCOMPARE(notes.details(), u"/a/b.xml yazılamadı: disk dolu\nsayaç\nolmadı"_s);
+        QCOMPARE(notes.written().size(), 1);
+        QCOMPARE(notes.written().first().what, u"3 fiş"_s);
+        notes.begin();
+        QVERIFY(notes.text().isEmpty() && notes.details().isEmpty() && notes.written().isEmpty());
     }
 };
 

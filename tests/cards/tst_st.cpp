@@ -135,7 +135,7 @@ private Q_SLOTS:
         desk.st.otomatikkaydet();
         desk.t.dialogs.answers << desk.t.program.folders.xs;
         desk.st.manualkaydet(); // quietly, but for the window's own line
-        QCOMPARE(desk.st.bilgi.text(), why);
+        QCOMPARE(desk.st.bilgi.details(), why);
         QVERIFY(!desk.st.bekle.isChecked() && !desk.st.ilerleme.isShown());
     }
 };

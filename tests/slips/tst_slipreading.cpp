@@ -184,7 +184,7 @@ private Q_SLOTS:
         QVERIFY(d.s.l1.isEmpty() && d.s.l2.isEmpty() && !d.s.ilerleme.isShown());
         QTEST(d.s.hareketSayisi.text(), "count");
         // The note names the file first: no record of it was reached.
-        QVERIFY(d.s.bilgi.text().startsWith(QDir::toNativeSeparators(book)));
+        QVERIFY(d.s.bilgi.details().startsWith(QDir::toNativeSeparators(book)));
         QVERIFY(d.s.bilgi.text().contains(u"Başka"));
         d.s.sayfaAdi.setText(u"Başka"_s);
         d.read(d.t.path(u"yok.xlsx"_s));

@@ -4,6 +4,12 @@
 
 #include <QFile>
 
+#ifdef Q_OS_UNIX
+#include <csignal>
+#include <sys/wait.h>
+#include <unistd.h>
+#endif
+
 using namespace kervan;
 
 namespace {
@@ -103,6 +109,31 @@ private Q_SLOTS:
         QVERIFY2(rows.endsWith(u"/K11|MAL 11|1234,50|11,5"), qPrintable(rows));
     }
 
+    void aSaveThatIsKilledLeavesTheWholeTable()
+    {
+#ifdef Q_OS_UNIX
+        constexpr int many = 5000;
+        TestProgram t;
+        Urunform form(t.program);
+        for (int row = 0; row < many; ++row) {
+            form.l1.addRow({});
+            put(form, row, {u"Y%1"_s.arg(row)});
+        }
+        QVERIFY(form.kaydet());
+        for (const int milliseconds : {20, 45, 90}) {
+            const pid_t child = fork();
+            while (child == 0)
+                form.kaydet();
+            QTest::qSleep(milliseconds);
+            kill(child, SIGKILL);
+            waitpid(child, nullptr, 0);
+            QCOMPARE(t.rows(u"urun kod"_s).count(u'Y'), many);
+        }
+#else
+        QSKIP("no way to kill a save here");
+#endif
+    }
+
     void aDatabaseThatIsMissingOrBrokenIsToldAndLeftAlone()
     {
         TestProgram t;
@@ -111,7 +142,8 @@ private Q_SLOTS:
         form.yukle();
         put(form, 0, {u"A"_s});
         writeBytes(path, QByteArray(8192, 'x'));
-        t.boxes.expect({u"file is not a database (Delete from urun)"_s});
+        t.boxes.expect({u"dosya bir veritabanı değil ya da bozuk (file is not a database) "
+                        "(Delete from urun)"_s});
         QVERIFY(!form.kaydet());
         QCOMPARE(readBytes(path), QByteArray(8192, 'x'));
     }
@@ -123,7 +155,7 @@ private Q_SLOTS:
         const QString path = t.path(u"data.dbs"_s);
         QVERIFY(QFile::rename(path, t.path(u"uzakta"_s)));
         Urunform form(t.program);
-        const Box box{path + u" açılamadı: unable to open database file"_s};
+        const Box box{path + u" açılamadı: dosya yok (unable to open database file)"_s};
         t.boxes.expect(box);
         form.yukle();
         QVERIFY(form.l1.isEmpty() && !QFile::exists(path));

@@ -11,6 +11,10 @@
 #include <csignal>
 #include <sys/resource.h>
 #include <sys/stat.h>
+#include <unistd.h>
+#endif
+#ifdef Q_OS_LINUX
+#include <sys/mount.h>
 #endif
 
 namespace kervan {
@@ -71,5 +75,59 @@ bool onAFullDisk(unsigned long bytes, Step &&step)
 #endif
     return false;
 }
+
+/// Carries out the step without the rights of the system's own user, if the test has them.
+template<class Step>
+void asAnyUser(Step &&step)
+{
+#ifdef Q_OS_LINUX
+    constexpr uid_t nobody = 65534;
+    const bool changed = geteuid() == 0 && setresuid(nobody, nobody, 0) == 0;
+    std::forward<Step>(step)();
+    if (changed && setresuid(0, 0, 0) != 0)
+        qFatal("the rights did not come back");
+#else
+    std::forward<Step>(step)();
+#endif
+}
+
+/// A disk of 256 KB in the place of a folder, where the system lets a test mount one.
+class SmallDisk
+{
+public:
+    explicit SmallDisk(const QString &folder)
+        : m_folder(QFile::encodeName(folder))
+    {
+#ifdef Q_OS_LINUX
+        m_there = mount("tmpfs", m_folder.constData(), "tmpfs", 0, "size=256k") == 0;
+#endif
+    }
+    ~SmallDisk()
+    {
+#ifdef Q_OS_LINUX
+        if (m_there)
+            umount2(m_folder.constData(), MNT_DETACH);
+#endif
+    }
+    SmallDisk(const SmallDisk &) = delete;
+    SmallDisk &operator=(const SmallDisk &) = delete;
+
+    bool isThere() const
+    {
+        return m_there;
+    }
+    bool makeReadOnly() const
+    {
+#ifdef Q_OS_LINUX
+        return mount(nullptr, m_folder.constData(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) == 0;
+#else
+        return false;
+#endif
+    }
+
+private:
+    QByteArray m_folder;
+    bool m_there = false;
+};
 
 } // namespace kervan

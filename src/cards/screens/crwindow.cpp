@@ -21,6 +21,7 @@ CrWindow::CrWindow(Program &program, QWidget *parent)
     setObjectName(u"cr"_s);
     setWindowTitle(u"Cari Kart Transferi"_s);
     layOutTransfer(this, {.strip = titleStrip(u"CARİ HESAP AKTARIMI"_s),
+                          .notes = &m_cr.bilgi,
                           .panels = {commands(), cards()},
                           .statusBar = statusBar(),
                           .firstButton = u"chameleonButton5"_s,

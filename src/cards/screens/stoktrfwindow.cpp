@@ -23,6 +23,7 @@ StoktrfWindow::StoktrfWindow(Program &program, QWidget *parent)
     setWindowTitle(u"Malzeme Kartları Transfer"_s);
     layOutTransfer(this,
                    {.strip = titleStrip(u"STOK KART AKTARIMI"_s),
+                    .notes = &m_stoktrf.bilgi,
                     .panels = {commands(), choices(), cards()},
                     .statusBar = transferStatusBar(u"Stok Kart Sayısı:"_s, m_stoktrf.kartSayisi,
                                                    m_stoktrf.bilgi, m_stoktrf.ilerleme),

@@ -23,6 +23,7 @@ StWindow::StWindow(Program &program, QWidget *parent)
     setObjectName(u"st"_s);
     setWindowTitle(u"Stok Kartı Transferi"_s);
     layOutTransfer(this, {.strip = titleStrip(u"STOK KART TRANSFERİ"_s),
+                          .notes = &m_st.bilgi,
                           .panels = {commands(), choices(), cards()},
                           .statusBar = transferStatusBar({}, m_nothing, m_st.bilgi, m_st.ilerleme),
                           .firstButton = u"chameleonButton5"_s,

@@ -54,12 +54,12 @@ void Fatduz::open()
 
 void Fatduz::yukle()
 {
-    endQuietly([this] {
+    note(endQuietly([this] {
         OpenDb data(m_program.db, m_program.path(u"data.dbs"));
         loadFolders(m_program.db, m_program.folders);
         tanimlar.loadVatRate();
         tanimlar.loadLists();
-    });
+    }));
 }
 
 void Fatduz::sayfanooku()
@@ -116,8 +116,7 @@ void Fatduz::satirsec(int row)
 
 void Fatduz::note(const std::optional<Failure> &failed)
 {
-    if (failed)
-        bilgi.setText(failed->description());
+    bilgi.add(failed);
 }
 
 } // namespace kervan

@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "base/fields.h"
 #include "base/grid.h"
+#include "base/notes.h"
 #include "invoices/duzey/duzeysheet.h"
 #include "invoices/exporting.h"
 #include "invoices/invoicedefinitions.h"
@@ -37,7 +38,7 @@ public:
     ChoiceField faturaTuru;                           ///< begins with the kind: 10, 20, 30 or 40
     TextField sayfaAdi{QStringLiteral("Sheet1")};     ///< name of the sheet
     TextField baslik{QStringLiteral("DÜZEY FATURA")}; ///< caption of bar1
-    TextField bilgi; ///< what a step that shows no box failed at, for a line in the window
+    Notes bilgi; ///< what the last read or write has to tell without a box
     ProgressField ilerleme;
     CheckField bekle; ///< an export is on: the pointer is an hourglass
     ScreenLink link;

@@ -34,13 +34,14 @@ void Fatduz::kaydet(const QString &dosya)
 {
     if (!hasInvoiceTarget(m_program.boxes, dosya))
         return;
-    bilgi.setText({});
+    bilgi.begin();
     bekle.setChecked(true);
     ilerleme.start(l1().tickedCount());
     IncompleteInvoices eksikler;
     const Belge belge = exportInvoices(l1(), l3, faturaTuru.text(), source(), ilerleme, eksikler);
-    bilgi.setText(eksikler.note());
-    note(passOver([&] { belgeyaz(belge, DocumentEnd::LineEnd, dosya); }));
+    bilgi.addDocument(dosya, u"fatura"_s, l1().tickedCount(), m_program.clock.now().time(),
+                      passOver([&] { belgeyaz(belge, DocumentEnd::LineEnd, dosya); }));
+    bilgi.add(eksikler.note());
     ilerleme.finish();
     bekle.setChecked(false);
     tellDone(m_program.boxes);

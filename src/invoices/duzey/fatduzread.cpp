@@ -4,12 +4,15 @@
 #include "invoices/efatura.h"
 #include "store/staff.h"
 #include "text/numbers.h"
+#include "transfer/sourcecheck.h"
 
 namespace kervan {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr qsizetype mostKinds = 5; // that a note names
 
 // What the sheet calls the chosen kind of invoices.
 QString captionOf(const QString &faturaTuru)
@@ -35,8 +38,8 @@ std::shared_ptr<const Sheet> Fatduz::openSheet()
 
 void Fatduz::umurlarfaturabaslikoku()
 {
-    bilgi.setText({});
-    endWithReport(m_program.boxes, [this] { readSheet(); });
+    bilgi.begin();
+    note(endWithReport(m_program.boxes, [this] { readSheet(); }));
     liste.listedolu = !l1().isEmpty();
 }
 
@@ -56,16 +59,25 @@ void Fatduz::readSheet()
         if (sheet->rows() == 0)
             return;
         const QString caption = captionOf(faturaTuru.text());
+        QStringList others;
         int counter = 0;
         for (int record = 0; record < sheet->rows(); ++record) {
             if (fieldOf(*sheet, record, Duzey::CariKodu).isEmpty())
                 continue;
             ++counter;
-            if (fieldOf(*sheet, record, Duzey::FaturaTipi) != caption)
+            const QString kind = fieldOf(*sheet, record, Duzey::FaturaTipi);
+            if (kind != caption) {
+                if (others.size() < mostKinds && !others.contains(kind))
+                    others << kind;
                 continue;
+            }
             takeRecord(*sheet, record);
             ilerleme.setValue(counter);
         }
+        if (l1().isEmpty())
+            bilgi.add(u"Bu sayfada \"%1\" türünde fatura satırı yok. O sütunda olanlar: %2"_s.arg(
+                caption, others.join(u", "_s)));
+        bilgi.add(lettersLost(l1()));
     }
     ilerleme.finish();
     liste.showRowCount();

@@ -29,6 +29,7 @@ FatWindow::FatWindow(Program &program, QWidget *parent)
     setWindowTitle(u"Fatura Transferi"_s);
     layOutTransfer(this,
                    {.strip = strip(),
+                    .notes = &m_fat.bilgi,
                     .panels = {commands(), choices(), filters(), invoiceLists(m_l1, m_fat.l2)},
                     .statusBar = transferStatusBar(u"Fatura Sayısı:"_s, m_fat.liste.satirSayisi,
                                                    m_fat.bilgi, m_fat.ilerleme),

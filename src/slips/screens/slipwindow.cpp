@@ -2,6 +2,7 @@
 
 #include "controls/binding.h"
 #include "controls/gridview.h"
+#include "controls/notestrip.h"
 #include "controls/transferwidgets.h"
 
 #include <QCheckBox>
@@ -35,6 +36,7 @@ SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
     column->setContentsMargins(8, 8, 8, 4);
     column->setSpacing(6);
     column->addWidget(strip);
+    column->addWidget(new NoteStrip(m_screen.bilgi));
     column->addWidget(head());
     column->addWidget(lists(), 1);
     column->addWidget(transferStatusBar(u"Cari Haraket Sayısı:"_s, m_screen.hareketSayisi,

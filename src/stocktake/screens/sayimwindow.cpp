@@ -24,6 +24,7 @@ SayimWindow::SayimWindow(Program &program, QWidget *parent)
     strip->addNote(new LinkLabel(u"Label9"_s, m_sayimform.link.durum));
     layOutTransfer(this,
                    {.strip = strip,
+                    .notes = &m_sayimform.bilgi,
                     .panels = {commands(), counts()},
                     .statusBar = transferStatusBar(u"Sayım Sayısı:"_s, m_sayimform.sayimSayisi,
                                                    m_sayimform.bilgi, m_sayimform.ilerleme),

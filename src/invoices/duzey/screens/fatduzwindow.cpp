@@ -28,6 +28,7 @@ FatduzWindow::FatduzWindow(Program &program, QWidget *parent)
                                      [this](int row) { m_fatduz.satirsec(row); });
     layOutTransfer(
         this, {.strip = strip(),
+               .notes = &m_fatduz.bilgi,
                .panels = {commands(), choices(), filters(), invoiceLists(invoices, m_fatduz.l2)},
                .statusBar = transferStatusBar(u"Fatura Sayısı:"_s, m_fatduz.liste.satirSayisi,
                                               m_fatduz.bilgi, m_fatduz.ilerleme),

@@ -1,0 +1,48 @@
+#include "base/notes.h"
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+void Notes::begin()
+{
+    m_details.clear();
+    m_text.clear();
+    m_written.clear();
+    Q_EMIT changed();
+}
+
+void Notes::add(const std::optional<Failure> &failed)
+{
+    if (failed)
+        tell(failed->headline(), failed->description());
+}
+
+void Notes::add(const QString &text)
+{
+    if (!text.isEmpty())
+        tell(text, text);
+}
+
+// Steps that meet the same fault tell it once.
+void Notes::tell(const QString &headline, const QString &details)
+{
+    if (m_details.contains(details))
+        return;
+    m_details << details;
+    if (!m_text.isEmpty())
+        m_text += u" • "_s;
+    m_text += headline;
+    Q_EMIT changed();
+}
+
+void Notes::addDocument(const QString &path, const QString &what, qsizetype count, QTime when,
+                        const std::optional<Failure> &failed)
+{
+    if (failed)
+        return add(failed);
+    m_written << Written{path, u"%1 %2"_s.arg(count).arg(what), when};
+    Q_EMIT changed();
+}
+
+} // namespace kervan

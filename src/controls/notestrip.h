@@ -1,0 +1,52 @@
+#pragma once
+
+#include "base/notes.h"
+
+#include <QFrame>
+#include <QLabel>
+
+class QPlainTextEdit;
+class QToolButton;
+
+namespace kervan {
+
+/// A label of one line that shows as much of its text as there is room for.
+class CutLabel : public QLabel
+{
+    Q_OBJECT
+
+public:
+    using QLabel::QLabel;
+    QSize minimumSizeHint() const override;
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+};
+
+/// The notes of a screen, below its caption: what failed in one line and, on demand, in full; and
+/// below that the files that were written, with the way to their folder. It takes no room while
+/// there is nothing to tell.
+class NoteStrip : public QWidget
+{
+    Q_OBJECT
+
+public:
+    explicit NoteStrip(Notes &notes);
+
+private:
+    QFrame *makeFaults();
+    QFrame *makeWritten();
+    void showNotes();
+    void openFolder();
+
+    Notes &m_notes;
+    CutLabel *m_text;
+    QToolButton *m_more;
+    QPlainTextEdit *m_details;
+    CutLabel *m_writtenText;
+    QFrame *m_faults;
+    QFrame *m_written;
+    QString m_told; // to those who do not see it
+};
+
+} // namespace kervan
