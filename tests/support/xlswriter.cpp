@@ -303,6 +303,11 @@ void writeXls(const QString &path, const QList<BookSheet> &sheets, bool starts19
     writer.write(path, starts1904);
 }
 
+void writeXls(const QString &path, const QString &sheetName, const QList<BookRow> &rows)
+{
+    writeXls(path, {{.name = sheetName, .rows = rows}});
+}
+
 void writeXls(const QString &path, const QString &sheetName, int rows,
               const std::function<BookRow(int)> &makeRow)
 {

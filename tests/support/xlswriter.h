@@ -7,6 +7,7 @@ namespace kervan {
 /// Writes an .xls workbook (BIFF8) of sheets with the same cells as writeWorkbook(); ends the
 /// program when it can't.
 void writeXls(const QString &path, const QList<BookSheet> &sheets, bool starts1904 = false);
+void writeXls(const QString &path, const QString &sheetName, const QList<BookRow> &rows);
 /// The same with rows made on demand, for sheets too large to hold twice.
 void writeXls(const QString &path, const QString &sheetName, int rows,
               const std::function<BookRow(int row)> &makeRow);

@@ -143,7 +143,7 @@ private Q_SLOTS:
         const QString text = u"Şğ"_s.repeated(16383) + u'n';
         const QList<BookRow> rows{{text, u"kısa"_s, text.toLower(), u"son"_s}};
         writeWorkbook(path(u"long.xlsx"_s), u"A"_s, rows);
-        writeXls(path(u"long.xls"_s), {{u"A"_s, rows}});
+        writeXls(path(u"long.xls"_s), u"A"_s, rows);
         for (const QString &book : {path(u"long.xlsx"_s), path(u"long.xls"_s)})
             QCOMPARE(told(*readSheet(book, u"A"_s)),
                      u"T%1|Tkısa|T%2|Tson"_s.arg(text, text.toLower()));
