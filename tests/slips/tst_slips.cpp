@@ -215,7 +215,7 @@ cash of text exports    ; chameleonButton7 ; Kasa Nakit Tahsilat)"_s);
         d.s.l2.setTicked(d.s.l2.addRow({}), true);
         d.t.dialogs.answers = {std::nullopt};
         d.press(fetch("command"));
-        const FileQuestion asked = d.t.dialogs.asked.last();
+        const FileQuestion &asked = d.t.dialogs.asked.last();
         QCOMPARE(asked.title, fetch("title") + u" Xml Dosyası Kaydet"_s);
         QCOMPARE(asked.filter, u"Xml Dosyaları (xml)|*.xml"_s);
         QCOMPARE(asked.start, d.t.path(u"logo xml"_s));
