@@ -6,6 +6,7 @@
 #include "base/statement.h"
 #include "base/wholefile.h"
 #include "support/fakes.h"
+#include "support/table.h"
 
 #include <QAbstractItemModelTester>
 #include <QDir>
@@ -92,58 +93,52 @@ private Q_SLOTS:
                  QByteArray("a??????????b?c??a??"));
     }
 
-    void linesEndInAnyOfThreeWays_data()
-    {
-        QTest::addColumn<QByteArray>("bytes");
-        QTest::addColumn<QStringList>("lines");
-        const auto add = [](const char *name, const QByteArray &bytes, const QStringList &lines) {
-            QTest::newRow(name) << bytes << lines;
-        };
-        add("all three", "\r\na\n\r\r\n\nb\r", {{}, u"a"_s, {}, {}, {}, u"b"_s});
-        add("no end of the last one", "a\r\nb", {u"a"_s, u"b"_s});
-        add("an empty file", "", {});
-        add("an empty line", "\r\n", {{}});
-        add("zero bytes", QByteArray("\xDE\0\x81", 3), {u"Ş\0\u0081"_s});
-        add("UTF-8 by its mark", "\xEF\xBB\xBF\xC5\x9E\r\n\xC4\xB1", {u"Ş"_s, u"ı"_s});
-        add("a mark alone", "\xEF\xBB\xBF", {});
-        // Around a buffer of 65536 bytes.
-        const QByteArray full(65535, 'a');
-        const QString text(65535, u'a');
-        add("CR LF across two buffers", full + "\r\nb", {text, u"b"_s});
-        add("CR at the end of one", full + "\rb", {text, u"b"_s});
-        add("CR at the end of all", full + "\r", {text});
-        add("CR LF behind a full one", full + "a\r\n\r\nb", {text + u'a', {}, u"b"_s});
-        add("a line across two", full.chopped(4) + "\n0123456789\n",
-            {text.chopped(4), u"0123456789"_s});
-        add("a letter across two", "\xEF\xBB\xBF" + full.chopped(3) + "\xC5\x9E\n",
-            {text.chopped(3) + u'Ş'});
-        add("an endless line is cut", "ilk\r\n" + QByteArray(10 << 20, 'x') + "\r\nson\r\n",
-            {u"ilk"_s, QString(LineReader::longestLine, u'x'), u"son"_s});
-    }
     void linesEndInAnyOfThreeWays()
     {
-        QFETCH(QByteArray, bytes);
-        QTEST(linesOf(bytes), "lines");
+        QCOMPARE(linesOf("\r\na\n\r\r\n\nb\r"), (QStringList{{}, u"a"_s, {}, {}, {}, u"b"_s}));
+        QCOMPARE(linesOf("a\r\nb"), (QStringList{u"a"_s, u"b"_s})); // no end of the last one
+        QCOMPARE(linesOf(""), QStringList());
+        QCOMPARE(linesOf("\r\n"), QStringList{{}});
+        QCOMPARE(linesOf("\xDE\0\x81"_ba), QStringList{u"Ş\0\u0081"_s});
+        QCOMPARE(linesOf("\xEF\xBB\xBF\xC5\x9E\r\n\xC4\xB1"), (QStringList{u"Ş"_s, u"ı"_s}));
+        QCOMPARE(linesOf("\xEF\xBB\xBF"), QStringList());
+    }
+
+    void linesRunAcrossBuffers()
+    {
+        const QByteArray full(65535, 'a'); // a byte less than a buffer
+        const QString text(65535, u'a');
+        QCOMPARE(linesOf(full + "\r\nb"), (QStringList{text, u"b"_s}));
+        QCOMPARE(linesOf(full + "\rb"), (QStringList{text, u"b"_s}));
+        QCOMPARE(linesOf(full + "\r"), QStringList{text});
+        QCOMPARE(linesOf(full + "a\r\n\r\nb"), (QStringList{text + u'a', {}, u"b"_s}));
+        QCOMPARE(linesOf(full.chopped(4) + "\n0123456789\n"),
+                 (QStringList{text.chopped(4), u"0123456789"_s}));
+        QCOMPARE(linesOf("\xEF\xBB\xBF" + full.chopped(3) + "\xC5\x9E\n"),
+                 QStringList{text.chopped(3) + u'Ş'});
+        // An endless line is cut.
+        QCOMPARE(linesOf("ilk\r\n" + QByteArray(10 << 20, 'x') + "\r\nson\r\n"),
+                 (QStringList{u"ilk"_s, QString(LineReader::longestLine, u'x'), u"son"_s}));
     }
 
     void aValueThatWouldEndItsQuotesIsNoticed_data()
     {
-        QTest::addColumn<QString>("value");
-        QTest::addColumn<bool>("breaks");
-        QTest::newRow("no apostrophe") << u"baba \"x\" --"_s << false;
-        QTest::newRow("one in the midst") << u"baba'nın"_s << true;
-        QTest::newRow("one at the end") << u"baba'"_s << true;
-        QTest::newRow("a pair") << u"baba''nın"_s << false;
-        QTest::newRow("a pair at the end") << u"baba''"_s << false;
-        QTest::newRow("a pair and one more") << u"baba'''"_s << true;
-        QTest::newRow("two apart") << u"'a'"_s << true;
+        addTable(uR"(
+case               ; value       ; breaks
+no apostrophe      ; baba "x" -- ; no
+one in the midst   ; baba'nın    ; yes
+one at the end     ; baba'       ; yes
+a pair             ; baba''nın   ; no
+a pair at the end  ; baba''      ; no
+a pair and one more; baba'''     ; yes
+two apart          ; 'a'         ; yes)"_s);
     }
     void aValueThatWouldEndItsQuotesIsNoticed()
     {
-        QFETCH(QString, value);
+        const QString value = fetch("value");
         const Statement statement = Statement(u"where kod='").value(value).text(u"'");
         QCOMPARE(statement.text(), u"where kod='"_s + value + u'\'');
-        QTEST(statement.breakingValue().has_value(), "breaks");
+        QCOMPARE(statement.breakingValue().has_value(), fetch("breaks") == u"yes");
     }
 
     void aPartOfANameHoldsLettersDigitsAndUnderscoresAlone()

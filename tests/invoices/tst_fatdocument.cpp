@@ -46,25 +46,6 @@ private Q_SLOTS:
         given.expect(t.path(u"belge-KASANAKIT.xml"_s), u"expected-kasa.xml"_s);
     }
 
-    void theSpecialCodeOfAnInvoiceIsItsPersonnelCodeAndNotTheOneChosen()
-    {
-        Desk desk;
-        desk.fat.tanimlar.ozelKod.setText(u"chosen"_s);
-        desk.open(header() + goods(u"P1"));
-        desk.tick({0});
-        const QByteArray document = desk.exported();
-        QCOMPARE(document.count("<AUXIL_CODE>LP1</AUXIL_CODE>"), 2); // of invoice and dispatch
-        QVERIFY(!document.contains("chosen"));
-    }
-
-    void theBaseOfTheExtraTaxIsTheDealersMarginAndNotTheTax()
-    {
-        Desk desk(u"P=8"_s);
-        desk.open(header() + goods(u"P", u"5", u"12.16", u"50")); // 50 - 5 * 8 = 10, and 1,8 of it
-        desk.tick({0});
-        QVERIFY(desk.exported().contains("<ADD_TAX_VAT_MATRAH>10</ADD_TAX_VAT_MATRAH>"));
-    }
-
     void allNineRatesOfALineBecomeDiscountsInTheirOrder()
     {
         Grid l3{QList<GridColumn>(L3::EkVergiTutari + 1)};

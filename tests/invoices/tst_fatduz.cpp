@@ -85,9 +85,7 @@ nothing                             ;           ; 0,0000)"_s);
     }
     void aNumberOfTheSheetGetsFourDecimalsWhateverItsMark()
     {
-        QFETCH(QString, text);
-        QFETCH(QString, expected);
-        QCOMPARE(tutarayarlama(text), expected);
+        QCOMPARE(tutarayarlama(fetch("text")), fetch("expected"));
     }
 
     void theOpeningLoadsAllItHasAndStopsAtAMissingCashCodeWithABox()

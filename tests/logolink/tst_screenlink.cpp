@@ -1,5 +1,6 @@
 #include "logolink/screenlink.h"
 #include "support/fakes.h"
+#include "support/table.h"
 
 using namespace kervan;
 
@@ -35,27 +36,25 @@ private Q_SLOTS:
 
     void anEmptyLineIsToldAndAMissingOneEndsInSilence_data()
     {
-        QTest::addColumn<QByteArray>("file");
-        QTest::addColumn<bool>("told");
-        QTest::newRow("no server") << "\r\nu\r\np\r\nd\r\n1- A\r\n"_ba << true;
-        QTest::newRow("no user") << "s\r\n\r\np\r\nd\r\n1- A\r\n"_ba << true;
-        QTest::newRow("no password") << "s\r\nu\r\n\r\nd\r\n1- A\r\n"_ba << true;
-        QTest::newRow("no database") << "s\r\nu\r\np\r\n\r\n1- A\r\n"_ba << true;
-        QTest::newRow("no firm") << "s\r\nu\r\np\r\nd\r\n\r\n"_ba << true;
-        QTest::newRow("nothing") << ""_ba << false;
-        QTest::newRow("four lines") << "s\r\nu\r\np\r\nd\r\n"_ba << false;
-        QTest::newRow("four lines with an empty one") << "s\r\n\r\np\r\nd\r\n"_ba << false;
+        addTable(uR"(
+case                          ; file                          ; told
+no server                     ; \r\nu\r\np\r\nd\r\n1- A\r\n   ; yes
+no user                       ; s\r\n\r\np\r\nd\r\n1- A\r\n   ; yes
+no password                   ; s\r\nu\r\n\r\nd\r\n1- A\r\n   ; yes
+no database                   ; s\r\nu\r\np\r\n\r\n1- A\r\n   ; yes
+no firm                       ; s\r\nu\r\np\r\nd\r\n\r\n      ; yes
+nothing                       ;                               ; no
+four lines                    ; s\r\nu\r\np\r\nd\r\n          ; no
+four lines with an empty one  ; s\r\n\r\np\r\nd\r\n           ; no)"_s);
     }
     void anEmptyLineIsToldAndAMissingOneEndsInSilence()
     {
-        QFETCH(QByteArray, file);
-        QFETCH(bool, told);
         TestProgram t;
         ScreenLink link(t.program);
         link.durum.setText(u"tasarım"_s);
         link.sqlyukle(); // no file; any box fails the test
-        writeBytes(t.path(u"sqlbaglan.kvz"_s), file);
-        if (told)
+        writeBytes(t.path(u"sqlbaglan.kvz"_s), fetch("file").toLatin1());
+        if (fetch("told") == u"yes")
             t.boxes.expectWarning(u"Bağlantı Bilgilerinde Eksikler Var..."_s, Icon::Stop);
         link.sqlyukle();
         QVERIFY(t.sqlServer.texts.isEmpty());

@@ -1,6 +1,7 @@
 #include "logolink/sqlbaglanti.h"
 #include "logolink/statements.h"
 #include "support/fakes.h"
+#include "support/table.h"
 
 #include <QFileInfo>
 
@@ -12,10 +13,11 @@ const Box incomplete{u"Bağlantı Bilgilerinde Eksikler Var..."_s, u"Dikkat"_s, 
 const Box connected{u"Bağlantı Sağlandı..."_s, u"Dikkat"_s};
 const Box notConnected{u"Bağlantı Sağlanamadı..."_s, u"Dikkat"_s};
 
-QStringList fieldsOf(const Sqlbaglanti &screen)
+QString fieldsOf(const Sqlbaglanti &screen)
 {
-    return {screen.sunucu.text(), screen.kullanici.text(), screen.sifre.text(),
-            screen.veritabani.text(), screen.firma.text()};
+    return QStringList{screen.sunucu.text(), screen.kullanici.text(), screen.sifre.text(),
+                       screen.veritabani.text(), screen.firma.text()}
+        .join(u'|');
 }
 
 class Desk
@@ -48,31 +50,26 @@ class TestSqlbaglanti : public QObject
 private Q_SLOTS:
     void openingShowsWhatTheFileHoldsAndWarnsOfGaps_data()
     {
-        QTest::addColumn<QStringList>("lines");
-        QTest::addColumn<bool>("warned");
-        const QString no;
-        QTest::newRow("no password") << QStringList{u"S"_s, u"u"_s, no, u"D"_s, u"7- A"_s} << false;
-        QTest::newRow("no firm") << QStringList{u"S"_s, u"u"_s, u"p"_s, u"D"_s, no} << true;
-        QTest::newRow("no server") << QStringList{no, u"u"_s, u"p"_s, u"D"_s, u"7- A"_s} << true;
-        QTest::newRow("no user") << QStringList{u"S"_s, no, u"p"_s, u"D"_s, u"7- A"_s} << true;
-        QTest::newRow("no database") << QStringList{u"S"_s, u"u"_s, u"p"_s, no, u"7- A"_s} << true;
-        QTest::newRow("a short file") << QStringList{u"S"_s, u"u"_s} << false;
+        addTable(uR"(
+case                          ; file                          ; fields       ; warned
+no password is no gap         ; S\r\nu\r\n\r\nD\r\n7- A\r\n   ; S|u||D|7- A  ; no
+a short file ends in silence  ; S\r\nu\r\n                    ; S|u|||       ; no
+no firm                       ; S\r\nu\r\np\r\nD\r\n\r\n      ; S|u|p|D|     ; yes
+no server                     ; \r\nu\r\np\r\nD\r\n7- A\r\n   ; |u|p|D|7- A  ; yes
+no user                       ; S\r\n\r\np\r\nD\r\n7- A\r\n   ; S||p|D|7- A  ; yes
+no database                   ; S\r\nu\r\np\r\n\r\n7- A\r\n   ; S|u|p||7- A  ; yes)"_s);
     }
     void openingShowsWhatTheFileHoldsAndWarnsOfGaps()
     {
-        QFETCH(QStringList, lines);
-        QFETCH(bool, warned);
         TestProgram t;
         Sqlbaglanti screen(t.program, nullptr);
         screen.yukle(); // without a file
-        QCOMPARE(fieldsOf(screen), QStringList({{}, u"sa"_s, {}, {}, {}}));
-        writeBytes(t.path(u"sqlbaglan.kvz"_s), (lines.join(u"\r\n"_s) + u"\r\n"_s).toLatin1());
-        if (warned)
+        QCOMPARE(fieldsOf(screen), u"|sa|||"_s);
+        writeBytes(t.path(u"sqlbaglan.kvz"_s), fetch("file").toLatin1());
+        if (fetch("warned") == u"yes")
             t.boxes.expect(incomplete);
         screen.yukle();
-        while (lines.size() < 5)
-            lines << QString();
-        QCOMPARE(fieldsOf(screen), lines);
+        QCOMPARE(fieldsOf(screen), fetch("fields"));
         QVERIFY(t.sqlServer.texts.isEmpty());
     }
 
@@ -202,23 +199,19 @@ private Q_SLOTS:
         QCOMPARE(desk.screen.ilerleme.value(), 3);
     }
 
-    void theFirmNumberStandsInTheTableNames_data()
-    {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("number");
-        QTest::newRow("two digits") << u"12- Şube"_s << u"012"_s;
-        QTest::newRow("a dash in the name") << u"1-Merkez-2"_s << u"001"_s;
-        QTest::newRow("four digits") << u"1234- A"_s << u"1234"_s;
-        QTest::newRow("no name") << u"5"_s << u"005"_s;
-        QTest::newRow("blanks") << u" 7 -x"_s << u"007"_s;
-        QTest::newRow("no number") << u"abc-"_s << u"abc"_s;
-    }
     void theFirmNumberStandsInTheTableNames()
     {
-        QFETCH(QString, line);
-        QFETCH(QString, number);
-        QCOMPARE(cardSelect(line, u"K"_s).text(),
-                 u"Select * from LG_%1_CLCARD where CODE='K'"_s.arg(number));
+        const auto table = [](const QString &line) {
+            return cardSelect(line, u"K"_s).text().section(u' ', 3, 3);
+        };
+        QCOMPARE(table(u"12- Şube"_s), u"LG_012_CLCARD"_s);
+        QCOMPARE(table(u"1-Merkez-2"_s), u"LG_001_CLCARD"_s);
+        QCOMPARE(table(u"1234- A"_s), u"LG_1234_CLCARD"_s);
+        QCOMPARE(table(u"5"_s), u"LG_005_CLCARD"_s);
+        QCOMPARE(table(u" 7 -x"_s), u"LG_007_CLCARD"_s);
+        QCOMPARE(table(u"abc-"_s), u"LG_abc_CLCARD"_s);
+        QCOMPARE(cardSelect(u"7"_s, u"K"_s).text(),
+                 u"Select * from LG_007_CLCARD where CODE='K'"_s);
     }
 
     void aStatementTakesNothingButTheNumberOfTheFirm()

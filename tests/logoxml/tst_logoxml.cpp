@@ -10,16 +10,6 @@ using namespace kervan;
 
 namespace {
 
-// Placeholders in the order of their filling.
-const QStringList &words()
-{
-    static const QStringList words{
-        u"saat"_s,    u"dakika"_s,   u"saniye"_s,      u"yil"_s,         u"ay"_s,
-        u"tarih"_s,   u"kasakodu"_s, u"kasaislemno"_s, u"cariunvan"_s,   u"tutar"_s,
-        u"carikod"_s, u"islemno"_s,  u"makbuzno"_s,    u"satiselemani"_s};
-    return words;
-}
-
 QList<QByteArray> bytesOf(const QStringList &finds)
 {
     QList<QByteArray> bytes;
@@ -36,24 +26,6 @@ QString filled(QString text, const QStringList &finds, const QStringList &values
     return text;
 }
 
-// Draws values from words, pieces of words and what else a cell may hold.
-QStringList drawn(std::mt19937 &random)
-{
-    static const QStringList others{u"&"_s,   {},        u"ŞĞİ ığş"_s, u"12.50"_s,    u"<"_s,
-                                    u">"_s,   u"A.Ş."_s, u" "_s,       u"7.3.2024"_s, u"ЖЖ"_s,
-                                    u"MAY"_s, u"KASA"_s, u"\r\n"_s};
-    static const QStringList pieces = words() + words() + others;
-    QStringList values;
-    while (values.size() < words().size()) {
-        QString value;
-        for (auto left = random() % 4; left > 0; --left)
-            value +=
-                pieces[static_cast<qsizetype>(random() % pieces.size())].mid(random() % 3 ? 0 : 2);
-        values << value;
-    }
-    return values;
-}
-
 } // namespace
 
 class TestLogoXml : public QObject
@@ -64,6 +36,7 @@ private Q_SLOTS:
     void anyTemplateAndWordsGiveThePlainText()
     {
         std::mt19937 random(5);
+        int handedOver = 0;
         const auto below = [&](unsigned limit) {
             return static_cast<int>(random() % limit);
         };
@@ -86,50 +59,28 @@ private Q_SLOTS:
             Sablon(text.toLatin1(), bytesOf(finds)).doldur(values, bytes);
             QVERIFY2(QString::fromLatin1(bytes) == filled(text, finds, values),
                      qPrintable(what + values.join(u',')));
-            // The same as slips, of which each filling runs over those before it.
+            // The same as slips, of which each filling runs over those before it. In some rounds
+            // what can't change any more goes at once.
             AccumulatedBody body(text.toLatin1(), bytesOf(finds));
             QString slips;
-            for (int slip = 0; slip < 3; ++slip) {
-                std::ranges::generate(values, [&] { return draw(3); });
-                body.add(values);
-                slips = filled(slips + u"\r\n"_s + text, finds, values);
-            }
-            QVERIFY2(QString::fromLatin1(body.records().join()) == slips,
-                     qPrintable(u"slips of "_s + what + values.join(u',')));
-        }
-    }
-
-    void aSlipBodyIsSearchedAgainForEverySlip()
-    {
-        const QString slip = u"\r\n"_s + fromCodePage(sablon(u"kasatex"_s));
-        // From the third seed on the template's last word is none of the filling's, and stays.
-        for (unsigned seed = 1; seed <= 4; ++seed) {
-            const QStringList filledWords = seed < 3 ? words() : words().first(words().size() - 1);
-            AccumulatedBody body(sablon(u"kasatex"_s), bytesOf(filledWords));
-            std::mt19937 random(seed);
-            QString plain;
             QByteArray given;
             const auto take = [&given](QByteArrayView piece) {
                 given += piece;
             };
-            int changed = 0;
-            for (int row = 1; row <= 120; ++row) {
-                const QStringList values = drawn(random).first(filledWords.size());
-                const QString before = plain;
-                plain = filled(plain + slip, filledWords, values);
-                changed += !plain.startsWith(before);
+            for (int slip = 0; slip < 4; ++slip) {
+                std::ranges::generate(values, [&] { return draw(3); });
                 body.add(values);
-                if (seed % 2 == 0) // what can't change any more goes at once
+                slips = filled(slips + u"\r\n"_s + text, finds, values);
+                if (round % 4 < 2)
                     body.handOver(take);
-                if (row % 20 == 0)
-                    QCOMPARE((given + body.records().join()).split('\n'),
-                             toCodePage(plain).split('\n'));
             }
-            QVERIFY(changed > 10);
-            QCOMPARE(given.isEmpty(), seed % 2 == 1);
+            handedOver += !given.isEmpty() && !body.records().isEmpty();
+            QVERIFY2(QString::fromLatin1(given + body.records().join()) == slips,
+                     qPrintable(u"slips of "_s + what + values.join(u',')));
             body.handOverAll(take);
-            QCOMPARE(given, toCodePage(plain));
+            QVERIFY(QString::fromLatin1(given) == slips && body.records().isEmpty());
         }
+        QVERIFY(handedOver > 100);
     }
 
     void aSlipThatDoublesWithEverySlipIsAFailureThatNamesIt()

@@ -11,6 +11,7 @@
 #include "store/screens/settingswindows.h"
 #include "support/driving.h"
 #include "support/fakes.h"
+#include "support/table.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -61,24 +62,18 @@ private Q_SLOTS:
     }
     void aRecordIsMadeChangedAndDeleted()
     {
-        QFETCH(QString, columns);
-        QFETCH(QString, listCaption);
-        QFETCH(QString, labels);
-        QFETCH(QString, headings);
-        QFETCH(QString, inserted);
-        QFETCH(QString, broughtBack);
-        QFETCH(QString, changed);
+        const QString broughtBack = fetch("broughtBack");
         TestProgram test;
-        const Definition &definition = *definitionOf(QString::fromUtf8(QTest::currentDataTag()));
+        const Definition &definition = *definitionOf(caseName());
         const auto table = [&] {
-            return test.rows(columns, definition.database);
+            return test.rows(fetch("columns"), definition.database);
         };
         DefinitionWindow window(test.program, definition);
         window.show();
         const auto *list = window.findChild<QGroupBox *>(u"fr1"_s);
         const auto *form = window.findChild<QWidget *>(u"fr2"_s);
-        QCOMPARE(list->title(), listCaption);
-        QCOMPARE(headingsOf(window), headings);
+        QCOMPARE(list->title(), fetch("listCaption"));
+        QCOMPARE(headingsOf(window), fetch("headings"));
         QCOMPARE(window.minimumSize(), window.maximumSize());
         QVERIFY(list->isVisible() && !form->isVisible());
 
@@ -90,9 +85,9 @@ private Q_SLOTS:
             seen << (edit->isVisible() ? edit->accessibleName() : QString());
             edit->setText(QString::number(i));
         }
-        QCOMPARE(seen.join(u'|'), labels);
+        QCOMPARE(seen.join(u'|'), fetch("labels"));
         press(window, u"chameleonButton7"_s);
-        QCOMPARE(table(), inserted);
+        QCOMPARE(table(), fetch("inserted"));
         QVERIFY(list->isVisible() && !form->isVisible());
         QVERIFY(text(window, u"Text1"_s)->text().isEmpty());
 
@@ -105,7 +100,7 @@ private Q_SLOTS:
         QCOMPARE(back.join(u'|'), broughtBack);
         text(window, u"Text1"_s)->setText(u"X"_s);
         press(window, u"chameleonButton7"_s);
-        QCOMPARE(table(), changed);
+        QCOMPARE(table(), fetch("changed"));
 
         view->selectRow(0);
         for (const bool yes : {false, true}) {
@@ -239,58 +234,48 @@ private Q_SLOTS:
 
     void closingTellsTheInvoiceScreen_data()
     {
-        QTest::addColumn<QString>("screen");
-        QTest::addColumn<bool>("byButton");
-        QTest::addColumn<bool>("told");
-        QTest::newRow("firms, by Esc") << u"fir"_s << false << true;
-        QTest::newRow("firms, by the button") << u"fir"_s << true << true;
-        QTest::newRow("payment plans, by Esc") << u"odmplan"_s << false << false;
-        QTest::newRow("payment plans, by the button") << u"odmplan"_s << true << true;
-        QTest::newRow("unit sets") << u"birimseti"_s << false << true;
-        QTest::newRow("personnel") << u"per"_s << false << true;
-        QTest::newRow("special codes of invoices") << u"ozkod"_s << false << true;
-        QTest::newRow("ledger codes") << u"muhkod"_s << true << false;
-        QTest::newRow("stock statuses") << u"ststatu"_s << true << false;
-        QTest::newRow("special codes of stock") << u"stokozkod"_s << true << false;
+        addTable(uR"(
+case                         ; screen    ; by     ; told
+firms, by Esc                ; fir       ; Esc    ; yes
+firms, by the button         ; fir       ; button ; yes
+payment plans, by Esc        ; odmplan   ; Esc    ; no
+payment plans, by the button ; odmplan   ; button ; yes
+unit sets                    ; birimseti ; Esc    ; yes
+personnel                    ; per       ; Esc    ; yes
+special codes of invoices    ; ozkod     ; Esc    ; yes
+ledger codes                 ; muhkod    ; button ; no
+stock statuses               ; ststatu   ; button ; no
+special codes of stock       ; stokozkod ; button ; no)"_s);
     }
     void closingTellsTheInvoiceScreen()
     {
-        QFETCH(QString, screen);
-        QFETCH(bool, byButton);
-        QFETCH(bool, told);
         TestProgram test;
         MainWindow window(test.program);
         window.show();
         window.open(u"fat"_s);
-        window.open(screen);
+        window.open(fetch("screen"));
         auto *definition = window.findChild<DefinitionWindow *>();
         test.fill({u"insert into firma values (Null ,'','','YENİ','','','','','')"_s});
-        if (byButton)
+        if (fetch("by") == u"button")
             press(*definition, u"chameleonButton8"_s);
         else
             QTest::keyClick(definition, Qt::Key_Escape);
         const auto *firms = window.findChild<FatWindow *>()->findChild<QComboBox *>(u"c3"_s);
-        QCOMPARE(firms->findText(u"YENİ"_s) >= 0, told);
+        QCOMPARE(firms->findText(u"YENİ"_s) >= 0, fetch("told") == u"yes");
     }
 
     void aValueIsWrittenWholeAndReadToItsCommaAndReachesTheTravelScreen_data()
     {
-        QTest::addColumn<QString>("label");
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QStringList>("bankAndCash");
-        QTest::newRow("bankakodu")
-            << u"Bankahesapkodu:"_s << u"bank.kvz"_s << QStringList{u"ŞB,1"_s, u"eski"_s};
-        QTest::newRow("brmset") << u"Birimsetikodu:"_s << u"brmset.kvz"_s
-                                << QStringList{u"eski"_s, u"eski"_s};
-        QTest::newRow("kskod") << u"Kasa Kodu:"_s << u"kasa.kvz"_s
-                               << QStringList{u"eski"_s, u"ŞB,1"_s};
+        // The bank and the cash code that the travel screen shows then.
+        addTable(uR"(
+case      ; label           ; file       ; bank ; cash
+bankakodu ; Bankahesapkodu: ; bank.kvz   ; ŞB,1 ; eski
+brmset    ; Birimsetikodu:  ; brmset.kvz ; eski ; eski
+kskod     ; Kasa Kodu:      ; kasa.kvz   ; eski ; ŞB,1)"_s);
     }
     void aValueIsWrittenWholeAndReadToItsCommaAndReachesTheTravelScreen()
     {
-        QFETCH(QString, label);
-        QFETCH(QString, file);
-        QFETCH(QStringList, bankAndCash);
-        const QString screen = QString::fromUtf8(QTest::currentDataTag());
+        const QString screen = caseName();
         TestProgram test;
         for (const QString &code : {u"bank.kvz"_s, u"kasa.kvz"_s})
             writeBytes(test.path(code), "eski\r\n");
@@ -301,19 +286,18 @@ private Q_SLOTS:
         window.open(screen);
         auto *dialog = window.findChild<ValueWindow *>(screen);
         auto *edit = text(*dialog, u"bankahesapno1"_s);
-        QCOMPARE(edit->accessibleName(), label);
+        QCOMPARE(edit->accessibleName(), fetch("label"));
         QCOMPARE(edit->text(), QString());
         edit->setText(u"ŞB,1"_s);
         press(*dialog, u"chameleonButton5"_s);
-        QCOMPARE(readBytes(test.path(file)), toCodePage(u"ŞB,1\r\n"));
+        QCOMPARE(readBytes(test.path(fetch("file"))), toCodePage(u"ŞB,1\r\n"));
         QTRY_VERIFY(!window.findChild<ValueWindow *>(screen));
         window.open(screen);
-        QCOMPARE(text(*window.findChild<ValueWindow *>(screen), u"bankahesapno1"_s)->text(),
-                 u"ŞB"_s);
-        const auto *travel = window.findChild<SlipWindow *>();
-        QCOMPARE((QStringList{travel->findChild<QLineEdit *>(u"bankahesapno1"_s)->text(),
-                              travel->findChild<QLabel *>(u"kskod"_s)->text()}),
-                 bankAndCash);
+        dialog = window.findChild<ValueWindow *>(screen);
+        QCOMPARE(text(*dialog, u"bankahesapno1"_s)->text(), u"ŞB"_s);
+        auto *travel = window.findChild<SlipWindow *>();
+        QCOMPARE(text(*travel, u"bankahesapno1"_s)->text(), fetch("bank"));
+        QCOMPARE(travel->findChild<QLabel *>(u"kskod"_s)->text(), fetch("cash"));
     }
 
     void theStockScreenIsToldAndMadeUnseen()

@@ -218,7 +218,8 @@ private Q_SLOTS:
         screen->close();
         QTRY_VERIFY(!window.findChild<QWidget *>(u"urunform"_s));
         QVERIFY(QFile::remove(t.path(u"data.dbs"_s)));
-        t.boxes.expect({t.path(u"data.dbs"_s) + u" açılamadı: dosya yok (unable to open database file)"_s});
+        t.boxes.expect(
+            {t.path(u"data.dbs"_s) + u" açılamadı: dosya yok (unable to open database file)"_s});
         window.findChild<QAction *>(u"urunformu"_s)->trigger();
         QVERIFY(window.findChild<QWidget *>(u"urunform"_s)); // empty, but there
     }

@@ -3,6 +3,7 @@
 #include "slips/columns.h"
 #include "slips/desk.h"
 #include "support/ruler.h"
+#include "support/table.h"
 
 #include <QDir>
 
@@ -50,30 +51,22 @@ private Q_SLOTS:
         QCOMPARE(d.s.bilgi.text(), QString());
     }
 
-    void classesAreToldByExactCodes_data()
-    {
-        QTest::addColumn<QString>("line");
-        QTest::addColumn<QString>("classes"); // type, way of payment, side
-        QTest::newRow("cash, debit with a blank")
-            << u"20          K1 "_s << u"Nakit Tahsil|Nakit|Borç"_s;
-        QTest::newRow("debit at the line's end")
-            << u"20          C1"_s << u"Nakit Tahsil|Çek/Senet|Borç"_s;
-        QTest::newRow("card, credit")
-            << u"50          T-1"_s << u"Kredi Kartı|Kredi Kartı|Alacak"_s;
-        QTest::newRow("unknown type, small letter, blank in front")
-            << u"99          k 1"_s << u"||"_s;
-        QTest::newRow("half a code") << u"2           K 1"_s << u"|Nakit|"_s;
-        QTest::newRow("cheque, short line") << u"30"_s << u"Çek||"_s;
-        QTest::newRow("note, short line") << u"40"_s << u"Senet||"_s;
-    }
     void classesAreToldByExactCodes()
     {
-        QFETCH(QString, line);
         SlipDesk d(cafis3());
-        d.readText(line.toLatin1());
-        QTEST(cells(d.s.l1, 0,
-                    {MetinHareket::IslemTipi, MetinHareket::IslemTuru, MetinHareket::BakiyeTuru}),
-              "classes");
+        const auto classes = [&](const QByteArray &line) { // type, way of payment, side
+            d.readText(line);
+            return cells(
+                d.s.l1, 0,
+                {MetinHareket::IslemTipi, MetinHareket::IslemTuru, MetinHareket::BakiyeTuru});
+        };
+        QCOMPARE(classes("20          K1 "), u"Nakit Tahsil|Nakit|Borç"_s); // debit with a blank
+        QCOMPARE(classes("20          C1"), u"Nakit Tahsil|Çek/Senet|Borç"_s);
+        QCOMPARE(classes("50          T-1"), u"Kredi Kartı|Kredi Kartı|Alacak"_s);
+        QCOMPARE(classes("99          k 1"), u"||"_s); // no such type, small letter, blank in front
+        QCOMPARE(classes("2           K 1"), u"|Nakit|"_s); // half a code
+        QCOMPARE(classes("30"), u"Çek||"_s);
+        QCOMPARE(classes("40"), u"Senet||"_s);
     }
 
     void eachClassIsCountedOnItsOwnAcrossReads()
@@ -87,31 +80,23 @@ private Q_SLOTS:
 
     void aDuzeySheetIsReadTrimmed_data()
     {
-        for (const char *name : {"open", "lines", "movement", "save"})
-            QTest::addColumn<QString>(name);
-        QTest::newRow("cash") << u"buton1"_s
-                              << u"T|K|Ü|A|S||T\n 5.3.2021 9:30 | 1,2 | GÜL | AÇ | 7 || 1,234.5 "_s
-                              << u"1|5.3.2021 9:30|12|GÜL|1.234,5000|KN000001|100|102|P7|AÇ"_s
-                              << u"buton2"_s;
-        QTest::newRow("cards")
-            << u"lvButtons_H3"_s
-            << u"X|S|A|K|Ü|T||T\n| 7 | AÇ | 1,2 | GÜL | 5.3.2021 9:30 || 1,234.5 "_s
-            << u"1|5.3.2021 9:30|12|GÜL|1.234,5000|KK000001|100|102|P7|AÇ"_s << u"lvButtons_H2"_s;
+        addTable(uR"(
+case  ; open         ; lines                                                                    ; numbered ; save
+cash  ; buton1       ; T|K|Ü|A|S||T\n 5.3.2021 9:30 | 1,2 | GÜL | AÇ | 7 || 1,234.5             ; KN000001 ; buton2
+cards ; lvButtons_H3 ; X|S|A|K|Ü|T||T\n| 7 | AÇ | 1,2 | GÜL | 5.3.2021 9:30 || 1,234.5          ; KK000001 ; lvButtons_H2)"_s);
     }
     void aDuzeySheetIsReadTrimmed()
     {
-        QFETCH(QString, open);
-        QFETCH(QString, lines);
-        QFETCH(QString, save);
         SlipDesk d(carifisduzey());
         d.t.fill({u"insert into per values (Null,'P7','7')"_s});
         writeBytes(d.t.path(u"kasa.kvz"_s), "100\r\n");
         writeBytes(d.t.path(u"bank.kvz"_s), "102\r\n");
         d.s.load();
-        d.readBook(u"a.xlsx"_s, lines, open);
-        QTEST(textOf(d.s.l1), "movement");
+        d.readBook(u"a.xlsx"_s, fetch("lines") + u' ', fetch("open"));
+        QCOMPARE(textOf(d.s.l1),
+                 u"1|5.3.2021 9:30|12|GÜL|1.234,5000|%1|100|102|P7|AÇ"_s.arg(fetch("numbered")));
         d.t.boxes.expectDone();
-        QVERIFY(d.save(save).contains("<DATE>05.03.2021</DATE>")); // the time is left out
+        QVERIFY(d.save(fetch("save")).contains("<DATE>05.03.2021</DATE>")); // without the time
     }
 
     void anAmountThatIsNoNumberEndsOneReadAndIsPassedOverByTheOther()
@@ -163,18 +148,17 @@ private Q_SLOTS:
 
     void aSheetThatCannotBeReadLeavesTheListsEmpty_data()
     {
-        QTest::addColumn<QString>("screen");
-        QTest::addColumn<QString>("count");
         // A screen that passes over failures goes on to its count, the others leave the old one.
-        QTest::newRow("cafis ends") << u"cafis"_s << u"7"_s;
-        QTest::newRow("cafis2 goes on") << u"cafis2"_s << u"0"_s;
-        QTest::newRow("cafis3 goes on") << u"cafis3"_s << u"0"_s;
-        QTest::newRow("carifisduzey ends") << u"carifisduzey"_s << u"7"_s;
+        addTable(uR"(
+case         ; count
+cafis        ; 7
+cafis2       ; 0
+cafis3       ; 0
+carifisduzey ; 7)"_s);
     }
     void aSheetThatCannotBeReadLeavesTheListsEmpty()
     {
-        QFETCH(QString, screen);
-        SlipDesk d(slipForm(screen));
+        SlipDesk d(slipForm(caseName()));
         d.s.l1.addRow({});
         d.s.l2.addRow({});
         d.s.hareketSayisi.setText(u"7"_s);
@@ -182,7 +166,7 @@ private Q_SLOTS:
         writeWorkbook(book, u"Başka"_s, bookRows(movements()));
         d.read(book);
         QVERIFY(d.s.l1.isEmpty() && d.s.l2.isEmpty() && !d.s.ilerleme.isShown());
-        QTEST(d.s.hareketSayisi.text(), "count");
+        QCOMPARE(d.s.hareketSayisi.text(), fetch("count"));
         // The note names the file first: no record of it was reached.
         QVERIFY(d.s.bilgi.details().startsWith(QDir::toNativeSeparators(book)));
         QVERIFY(d.s.bilgi.text().contains(u"Başka"));
@@ -195,28 +179,28 @@ private Q_SLOTS:
 
     void theNameOfTheSheetIsRemembered_data()
     {
-        QTest::addColumn<QString>("file");
-        QTest::addColumn<QString>("first");
-        QTest::addColumn<bool>("canBeStoredAgain");
-        QTest::newRow("cafis") << u"exelsayfano.kvz"_s << u"Sayfa1"_s << false;
-        QTest::newRow("cafis2") << u"exelsayfano2.kvz"_s << u"Sayfa1"_s << false;
-        QTest::newRow("cafis3") << u"exelsayfano3.kvz"_s << u"Sayfa1"_s << false;
-        QTest::newRow("carifisduzey") << u"carifisexelsayfano.kvz"_s << u"Sheet1"_s << true;
+        addTable(uR"(
+case         ; file                    ; first  ; again
+cafis        ; exelsayfano.kvz         ; Sayfa1 ; no
+cafis2       ; exelsayfano2.kvz        ; Sayfa1 ; no
+cafis3       ; exelsayfano3.kvz        ; Sayfa1 ; no
+carifisduzey ; carifisexelsayfano.kvz  ; Sheet1 ; yes)"_s);
     }
     void theNameOfTheSheetIsRemembered()
     {
-        QFETCH(QString, file);
-        SlipDesk d(slipForm(QString::fromLatin1(QTest::currentDataTag())));
+        const QString file = fetch("file");
+        const bool canBeStoredAgain = fetch("again") == u"yes";
+        SlipDesk d(slipForm(caseName()));
         d.s.load();
-        QTEST(d.s.sayfaAdi.text(), "first");
+        QCOMPARE(d.s.sayfaAdi.text(), fetch("first"));
         QVERIFY(d.s.sayfaKaydedilir.isChecked()); // there is no file
         d.s.sayfaAdi.setText(u"Ocak, Şubat"_s);
         d.s.sayfaadikaydet();
         QCOMPARE(d.bytes(file), toCodePage(u"Ocak, Şubat\r\n"));
-        QTEST(d.s.sayfaKaydedilir.isChecked(), "canBeStoredAgain");
+        QCOMPARE(d.s.sayfaKaydedilir.isChecked(), canBeStoredAgain);
         d.s.load();
         QCOMPARE(d.s.sayfaAdi.text(), u"Ocak"_s); // a comma ends the value
-        QTEST(d.s.sayfaKaydedilir.isChecked(), "canBeStoredAgain");
+        QCOMPARE(d.s.sayfaKaydedilir.isChecked(), canBeStoredAgain);
         d.s.sayfaAdi.setText(u"Mart"_s);
         QVERIFY(d.s.sayfaKaydedilir.isChecked());
         QVERIFY(QFile::remove(d.t.path(file)));
@@ -231,43 +215,24 @@ private Q_SLOTS:
     // One of them was saved by LibreOffice.
     void aSampleFitsItsScreen_data()
     {
-        for (const char *name : {"screen", "open", "lastMovement", "lastOfBankList"})
-            QTest::addColumn<QString>(name);
-        QTest::newRow("tahsilatlar.xlsx")
-            << u"cafis"_s << u"buton1"_s
-            << u"16|23.03.202|120.01.108|GÜLER ŞARKÜTERİ|45,10|NT000016|KN000016|100.01.001"_s
-            << u"3|10.3.2021|1.236.529,00|BT000003|100.01.003"_s;
-        QTest::newRow("15032021-00100101.xls")
-            << u"cafis2"_s << u"buton1"_s
-            << u"8|15/03/2021|120.01.108|GÜLER ŞARKÜTERİ|45,10|NT000008|KN000008|PER01"_s
-            << u"1|15/03/2021|1.249.401,00|BT000001|PER01"_s;
-        QTest::newRow("POSANALIZ-20210315.xlsx")
-            << u"cafis3"_s << u"buton1"_s
-            << u"12|15/03/2021|120.01.102|IŞIK BÜFE|347,50|NT000012|KN000012|POS02"_s
-            << u"2|15/03/2021|1.361,60|BT000002|POS02"_s;
-        QTest::newRow("duzey-nakit.xlsx")
-            << u"carifisduzey"_s << u"buton1"_s
-            << u"5|15.03.2021|120.01.105|ŞİRİN'İN YERİ|1.234,5000|KN000005|||PER01|Nakit tahsilat 5"_s
-            << QString();
-        QTest::newRow("duzey-kredikarti.xlsx")
-            << u"carifisduzey"_s << u"lvButtons_H3"_s
-            << u"5|15.03.2021|120.01.105|ŞİRİN'İN YERİ|1.234,5000|KK000005|||PER01|Kredi kartı 5"_s
-            << QString();
+        addTable(uR"(
+case                    ; screen       ; open         ; lastMovement ; lastOfBankList
+tahsilatlar.xlsx        ; cafis        ; buton1       ; 16|23.03.202|120.01.108|GÜLER ŞARKÜTERİ|45,10|NT000016|KN000016|100.01.001 ; 3|10.3.2021|1.236.529,00|BT000003|100.01.003
+15032021-00100101.xls   ; cafis2       ; buton1       ; 8|15/03/2021|120.01.108|GÜLER ŞARKÜTERİ|45,10|NT000008|KN000008|PER01      ; 1|15/03/2021|1.249.401,00|BT000001|PER01
+POSANALIZ-20210315.xlsx ; cafis3       ; buton1       ; 12|15/03/2021|120.01.102|IŞIK BÜFE|347,50|NT000012|KN000012|POS02          ; 2|15/03/2021|1.361,60|BT000002|POS02
+duzey-nakit.xlsx        ; carifisduzey ; buton1       ; 5|15.03.2021|120.01.105|ŞİRİN'İN YERİ|1.234,5000|KN000005|||PER01|Nakit tahsilat 5 ;
+duzey-kredikarti.xlsx   ; carifisduzey ; lvButtons_H3 ; 5|15.03.2021|120.01.105|ŞİRİN'İN YERİ|1.234,5000|KK000005|||PER01|Kredi kartı 5    ;)"_s);
     }
     void aSampleFitsItsScreen()
     {
-        QFETCH(QString, screen);
-        QFETCH(QString, open);
-        SlipDesk d(slipForm(screen));
+        SlipDesk d(slipForm(fetch("screen")));
         d.t.fill({u"insert into per values (Null,'PER01','00100101')"_s});
         d.s.load();
-        d.read(QStringLiteral(TEST_DATA "/../../samples/") +
-                   QString::fromLatin1(QTest::currentDataTag()),
-               open);
+        d.read(QStringLiteral(TEST_DATA "/../../samples/") + caseName(), fetch("open"));
         QCOMPARE(d.s.bilgi.text(), QString());
-        QCOMPARE(d.s.persl.isEmpty(), screen == u"cafis");
-        QTEST(textOf(d.s.l1).section(u'\n', -1), "lastMovement");
-        QTEST(textOf(d.s.l2).section(u'\n', -1), "lastOfBankList");
+        QCOMPARE(d.s.persl.isEmpty(), fetch("screen") == u"cafis");
+        QCOMPARE(textOf(d.s.l1).section(u'\n', -1), fetch("lastMovement"));
+        QCOMPARE(textOf(d.s.l2).section(u'\n', -1), fetch("lastOfBankList"));
     }
 };
 

@@ -7,6 +7,7 @@
 
 #include "slips/columns.h"
 #include "slips/desk.h"
+#include "support/table.h"
 
 #include <QDir>
 
@@ -197,27 +198,25 @@ private Q_SLOTS:
 
     void aSaveAsksForItsDocument_data()
     {
-        QTest::addColumn<QString>("command");
-        QTest::addColumn<QString>("title");
-        QTest::newRow("cash") << u"buton2"_s << u"Kasa Nakit Tahsilat"_s;
-        QTest::newRow("bank") << u"lvButtons_H2"_s << u"Banka İşlem Fişi"_s;
-        QTest::newRow("cash without a template") << u"chameleonButton1"_s << u"Nakit Tahsilat"_s;
-        QTest::newRow("cards of text exports") << u"chameleonButton2"_s << u"Kredi Kartı"_s;
-        QTest::newRow("notes") << u"chameleonButton3"_s << u"Senet"_s;
-        QTest::newRow("cheques") << u"chameleonButton6"_s << u"Çek"_s;
-        QTest::newRow("cash of text exports") << u"chameleonButton7"_s << u"Kasa Nakit Tahsilat"_s;
+        addTable(uR"(
+case                    ; command          ; title
+cash                    ; buton2           ; Kasa Nakit Tahsilat
+bank                    ; lvButtons_H2     ; Banka İşlem Fişi
+cash without a template ; chameleonButton1 ; Nakit Tahsilat
+cards of text exports   ; chameleonButton2 ; Kredi Kartı
+notes                   ; chameleonButton3 ; Senet
+cheques                 ; chameleonButton6 ; Çek
+cash of text exports    ; chameleonButton7 ; Kasa Nakit Tahsilat)"_s);
     }
     void aSaveAsksForItsDocument()
     {
-        QFETCH(QString, command);
-        QFETCH(QString, title);
         SlipDesk d(cafis());
         d.s.l1.setTicked(d.s.l1.addRow({}), true);
         d.s.l2.setTicked(d.s.l2.addRow({}), true);
         d.t.dialogs.answers = {std::nullopt};
-        d.press(command);
-        const FileQuestion asked = d.t.dialogs.asked.last();
-        QCOMPARE(asked.title, title + u" Xml Dosyası Kaydet"_s);
+        d.press(fetch("command"));
+        const FileQuestion &asked = d.t.dialogs.asked.last();
+        QCOMPARE(asked.title, fetch("title") + u" Xml Dosyası Kaydet"_s);
         QCOMPARE(asked.filter, u"Xml Dosyaları (xml)|*.xml"_s);
         QCOMPARE(asked.start, d.t.path(u"logo xml"_s));
     }
@@ -258,41 +257,35 @@ private Q_SLOTS:
 
     void duzeySavesOnlyTheKindReadLast_data()
     {
-        for (const char *name : {"open", "save", "otherSave", "kind", "otherKind", "title"})
-            QTest::addColumn<QString>(name);
-        QTest::newRow("cash") << u"buton1"_s << u"buton2"_s << u"lvButtons_H2"_s << u"Nakit"_s
-                              << u"Kredi Kartı"_s << u"Kasa Nakit Tahsilat Xml Dosyası Kaydet"_s;
-        QTest::newRow("card") << u"lvButtons_H3"_s << u"lvButtons_H2"_s << u"buton2"_s
-                              << u"Kredi Kartı"_s << u"Nakit"_s
-                              << u"Kredi Kartı Tahsilat Xml Dosyası Kaydet"_s;
+        addTable(uR"(
+case ; open         ; save         ; otherSave    ; kind        ; otherKind   ; title
+cash ; buton1       ; buton2       ; lvButtons_H2 ; Nakit       ; Kredi Kartı ; Kasa Nakit Tahsilat Xml Dosyası Kaydet
+card ; lvButtons_H3 ; lvButtons_H2 ; buton2       ; Kredi Kartı ; Nakit       ; Kredi Kartı Tahsilat Xml Dosyası Kaydet)"_s);
     }
     void duzeySavesOnlyTheKindReadLast()
     {
-        QFETCH(QString, open);
-        QFETCH(QString, save);
-        QFETCH(QString, otherSave);
-        QFETCH(QString, kind);
-        QFETCH(QString, otherKind);
+        const QString save = fetch("save");
         SlipDesk d(carifisduzey());
         d.t.boxes.expectWarning(u"Cari Haraket Listesinde Kayıt Bulunamadı...!"_s);
         d.press(save);
         d.s.l1.addRow({});
-        d.t.boxes.expectWarning(kind + u" Dosyası Okutmanız Gerekiyor..."_s);
+        d.t.boxes.expectWarning(fetch("kind") + u" Dosyası Okutmanız Gerekiyor..."_s);
         d.press(save); // nothing was read yet
         // A read that fails counts as one, and the kind is asked for before the ticks.
-        d.read(d.t.path(u"yok.xls"_s), open);
-        QCOMPARE(d.t.dialogs.asked.last().title, u"Cari Haraket %1 Dosyası Seçin"_s.arg(kind));
+        d.read(d.t.path(u"yok.xls"_s), fetch("open"));
+        QCOMPARE(d.t.dialogs.asked.last().title,
+                 u"Cari Haraket %1 Dosyası Seçin"_s.arg(fetch("kind")));
         QCOMPARE(d.t.dialogs.asked.last().start, QString());
         QCOMPARE(d.s.baslik.text(), u"DÜZEY CARİ FİŞ AKTARIMLARI  [yok.xls]"_s);
         d.s.l1.addRow({});
-        d.t.boxes.expectWarning(otherKind + u" Dosyası Okutmanız Gerekiyor..."_s);
-        d.press(otherSave);
+        d.t.boxes.expectWarning(fetch("otherKind") + u" Dosyası Okutmanız Gerekiyor..."_s);
+        d.press(fetch("otherSave"));
         d.t.boxes.expectWarning(u"Listeden Seçim Yapınız..."_s, Icon::None);
         d.press(save);
         d.s.l1.setTicked(0, true);
         d.t.dialogs.answers = {std::nullopt};
         d.press(save);
-        QTEST(d.t.dialogs.asked.last().title, "title");
+        QCOMPARE(d.t.dialogs.asked.last().title, fetch("title"));
     }
 };
 

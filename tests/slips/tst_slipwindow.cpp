@@ -4,6 +4,7 @@
 #include "slips/desk.h"
 #include "slips/screens/slipwindow.h"
 #include "support/driving.h"
+#include "support/table.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -71,34 +72,24 @@ class TestSlipWindow : public QObject
 private Q_SLOTS:
     void aWorkbookBecomesADocumentOnEachScreen_data()
     {
-        // A file of these lines, the heading then, and what the documents of both saves hold.
-        for (const char *name : {"file", "lines", "heading", "ofButon2", "ofBankSave"})
-            QTest::addColumn<QString>(name);
-        QTest::newRow("cafis") << u"a.xlsx"_s
-                               << u"T|||K|||Ü|||||D\n#12.5|||K1||C1|BİR|||||1.4.2021"_s
-                               << u"CARİ HESAP FİŞ AKTARIMLARI-1"_s << u"<SD_CODE>K1<"_s
-                               << u"<BANKACC_CODE>102<"_s;
-        QTest::newRow("cafis2") << u"15032021-7.xls"_s
-                                << u"1\n2\n3\n4\n5\nC1||BİR||||||||||||#12.5"_s
-                                << u"SEYAHAT EXEL AKTARIMI"_s << u"<SD_CODE>P7<"_s << QString();
-        QTest::newRow("cafis3") << u"POSANALIZ_20210315.xlsx"_s
-                                << u"K||C|||||T|TÜR\nK1||C1|BİR||||#12.5|HHSATIS"_s
-                                << u"POS ANALİZ EXEL AKTARIMI"_s << u"<SD_CODE>K1<"_s
-                                << u"<AUXIL_CODE>K1<"_s;
-        QTest::newRow("carifisduzey")
-            << u"a.xlsx"_s << u"D|C|U|A|S||T\n1.3.2021|C1|BİR|AÇ|7||12.5"_s
-            << u"DÜZEY CARİ FİŞ AKTARIMLARI  [a.xlsx]"_s << u"<SALESMAN_CODE>P7<"_s << QString();
+        // A file of these lines, the heading then, the caption of the list of bank slips if there
+        // is one, and what the documents of both saves hold.
+        addTable(uR"(
+case         ; file                    ; lines                                                    ; heading                              ; bankList                   ; ofButon2           ; ofBankSave
+cafis        ; a.xlsx                  ; T|||K|||Ü|||||D\n#12.5|||K1||C1|BİR|||||1.4.2021         ; CARİ HESAP FİŞ AKTARIMLARI-1         ; Banka Fişi Haraket Listesi ; <SD_CODE>K1<       ; <BANKACC_CODE>102<
+cafis2       ; 15032021-7.xls          ; 1\n2\n3\n4\n5\nC1||BİR||||||||||||#12.5                  ; SEYAHAT EXEL AKTARIMI                ; Fiş Toplamları             ; <SD_CODE>P7<       ;
+cafis3       ; POSANALIZ_20210315.xlsx ; K||C|||||T|TÜR\nK1||C1|BİR||||#12.5|HHSATIS              ; POS ANALİZ EXEL AKTARIMI             ; Banka Fişi Haraket Listesi ; <SD_CODE>K1<       ; <AUXIL_CODE>K1<
+carifisduzey ; a.xlsx                  ; D|C|U|A|S||T\n1.3.2021|C1|BİR|AÇ|7||12.5                 ; DÜZEY CARİ FİŞ AKTARIMLARI  [a.xlsx] ;                            ; <SALESMAN_CODE>P7< ;)"_s);
     }
     void aWorkbookBecomesADocumentOnEachScreen()
     {
-        QFETCH(QString, file);
-        QFETCH(QString, lines);
-        QFETCH(QString, ofButon2);
-        QFETCH(QString, ofBankSave);
-        const SlipForm &form = slipForm(QString::fromLatin1(QTest::currentDataTag()));
+        const SlipForm &form = slipForm(caseName());
         Shown s(form);
         QCOMPARE(s.find<QLineEdit>(u"bankahesapno1"_s)->text(), u"102"_s);
         QCOMPARE(s.find<QLabel>(u"kskod"_s)->text(), u"100"_s);
+        QCOMPARE(s.find<QGroupBox>(u"f1"_s)->title(), u"CH Kasa Nakit Haraket Listesi"_s);
+        const auto *bankList = s.find<QGroupBox>(u"f3"_s);
+        QCOMPARE(bankList ? bankList->title() : QString(), fetch("bankList"));
         auto *keep = s.find<QAbstractButton>(u"lvButtons_H1"_s);
         QCOMPARE(keep->isEnabled(), form.screen == u"carifisduzey");
         QTest::keyClicks(s.find<QLineEdit>(u"Text1"_s), u"2"_s);
@@ -106,41 +97,16 @@ private Q_SLOTS:
         QTest::keyClick(&s.window, Qt::Key_D, Qt::ControlModifier);
         QCOMPARE(readBytes(s.t.path(form.sheetFile)), QByteArray("Mart2\r\n"));
 
-        s.writeBook(file, u"Mart2"_s, lines);
-        s.pick(u"buton1"_s, file);
-        QTEST(s.find<QLabel>(u"bart"_s)->text(), "heading");
+        s.writeBook(fetch("file"), u"Mart2"_s, fetch("lines"));
+        s.pick(u"buton1"_s, fetch("file"));
+        QCOMPARE(s.find<QLabel>(u"bart"_s)->text(), fetch("heading"));
         QCOMPARE(s.find<QLabel>(u"sb1_2"_s)->text(), u"1"_s);
         s.press(u"Check1"_s);
-        QVERIFY(s.saved(u"buton2"_s).contains(ofButon2.toLatin1()));
-        if (ofBankSave.isEmpty()) // no such list, or none of its commands is shown
+        QVERIFY(s.saved(u"buton2"_s).contains(fetch("ofButon2").toLatin1()));
+        if (fetch("ofBankSave").isEmpty()) // no such list, or none of its commands is shown
             return;
         s.press(u"Check2"_s);
-        QVERIFY(s.saved(u"lvButtons_H2"_s).contains(ofBankSave.toLatin1()));
-    }
-
-    void eachScreenHasItsCaptions_data()
-    {
-        for (const char *name : {"window", "bankList", "save"})
-            QTest::addColumn<QString>(name);
-        const QString bankList = u"Banka Fişi Haraket Listesi"_s;
-        const QString save = u"CH Kasa Nakit Xml Kaydet"_s;
-        QTest::newRow("cafis") << u"Cari Fiş Transferi-1"_s << bankList << save;
-        QTest::newRow("cafis2") << u"Cari Fiş Transferi-2"_s << u"Fiş Toplamları"_s
-                                << u"Logoya Tahsilatları Aktar"_s;
-        QTest::newRow("cafis3") << u"Cari Fiş Transferi-3"_s << bankList << save;
-        QTest::newRow("carifisduzey")
-            << u"DÜZEY CARİ FİŞ AKTARIMLARI"_s << QString() << u"Kasa Nakit Xml Kaydet"_s;
-    }
-    void eachScreenHasItsCaptions()
-    {
-        const SlipForm &form = slipForm(QString::fromLatin1(QTest::currentDataTag()));
-        Shown s(form);
-        QTEST(s.window.windowTitle(), "window");
-        QCOMPARE(s.find<QGroupBox>(u"f1"_s)->title(), u"CH Kasa Nakit Haraket Listesi"_s);
-        const auto *bankList = s.find<QGroupBox>(u"f3"_s);
-        QTEST(bankList ? bankList->title() : QString(), "bankList");
-        QTEST(s.find<QAbstractButton>(u"buton2"_s)->text(), "save");
-        QCOMPARE(s.find<QAbstractButton>(u"lvButtons_H2"_s)->isVisible(), form.screen != u"cafis2");
+        QVERIFY(s.saved(u"lvButtons_H2"_s).contains(fetch("ofBankSave").toLatin1()));
     }
 
     void bothListsAreTickedByBoxesAndKeys()

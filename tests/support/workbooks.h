@@ -23,21 +23,16 @@ struct BookCell
     };
 
     BookCell() = default;
-    BookCell(const QString &text)
-        : value(text)
+    template<class Value>
+    requires(std::is_arithmetic_v<Value> || std::same_as<Value, QString> ||
+             std::same_as<Value, Formula>)
+        BookCell(const Value &given, const QString &numberFormat = {})
+        : format(numberFormat)
     {
-    }
-    template<std::same_as<bool> Truth>
-    BookCell(Truth truth)
-        : value(truth)
-    {
-    }
-    template<class Number>
-    requires(std::floating_point<Number> || (std::integral<Number> && !std::same_as<Number, bool>))
-        BookCell(Number number, const QString &numberFormat = {})
-        : value(static_cast<double>(number))
-        , format(numberFormat)
-    {
+        if constexpr (std::is_arithmetic_v<Value> && !std::same_as<Value, bool>)
+            value = static_cast<double>(given);
+        else
+            value = given;
     }
     BookCell(QDate date, const QString &numberFormat = QStringLiteral("dd.mm.yyyy"))
         : value(date.startOfDay(Qt::UTC))
@@ -48,10 +43,6 @@ struct BookCell
              const QString &numberFormat = QStringLiteral("dd.mm.yyyy hh:mm:ss"))
         : value(moment)
         , format(numberFormat)
-    {
-    }
-    BookCell(const Formula &formula)
-        : value(formula)
     {
     }
     static BookCell emptyUnder(const QString &numberFormat)

@@ -12,134 +12,92 @@ class TestText : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
-    void everyMaskSpellsItsDigits_data()
-    {
-        QTest::addColumn<Mask>("mask");
-        QTest::addColumn<QString>("many");     // 1234,5678
-        QTest::addColumn<QString>("negative"); // -1234,5678
-        QTest::addColumn<QString>("half");     // 0,5
-        QTest::addColumn<QString>("zero");
-        const auto add = [](const char *name, Mask mask, const QStringList &spelled) {
-            QTestData &row = QTest::newRow(name) << mask;
-            for (const QString &text : spelled)
-                row << text;
-        };
-        add("#.00", "#.00"_mask, {u"1234,57"_s, u"-1234,57"_s, u",50"_s, u",00"_s});
-        add("#.0000", "#.0000"_mask, {u"1234,5678"_s, u"-1234,5678"_s, u",5000"_s, u",0000"_s});
-        add("#0.0000", "#0.0000"_mask, {u"1234,5678"_s, u"-1234,5678"_s, u"0,5000"_s, u"0,0000"_s});
-        add("#0.000000", "#0.000000"_mask,
-            {u"1234,567800"_s, u"-1234,567800"_s, u"0,500000"_s, u"0,000000"_s});
-        add("##0.00", "##0.00"_mask, {u"1234,57"_s, u"-1234,57"_s, u"0,50"_s, u"0,00"_s});
-        add("#,###.00", "#,###.00"_mask, {u"1.234,57"_s, u"-1.234,57"_s, u",50"_s, u",00"_s});
-        add("#,##0.00", "#,##0.00"_mask, {u"1.234,57"_s, u"-1.234,57"_s, u"0,50"_s, u"0,00"_s});
-        add("00", "00"_mask, {u"1235"_s, u"-1235"_s, u"01"_s, u"00"_s});
-        add("000000", "000000"_mask, {u"001235"_s, u"-001235"_s, u"000001"_s, u"000000"_s});
-    }
     void everyMaskSpellsItsDigits()
     {
-        QFETCH(Mask, mask);
-        QTEST(masked(u"1234,5678"_s, mask), "many");
-        QTEST(masked(u"-1234,5678"_s, mask), "negative");
-        QTEST(masked(u"0,5"_s, mask), "half");
-        QTEST(masked(u"0"_s, mask), "zero");
+        const auto spelled = [](Mask mask) {
+            QStringList all;
+            for (const QString &number : {u"1234,5678"_s, u"-1234,5678"_s, u"0,5"_s, u"0"_s})
+                all << masked(number, mask);
+            return all.join(u'|');
+        };
+        QCOMPARE(spelled("#.00"_mask), u"1234,57|-1234,57|,50|,00"_s);
+        QCOMPARE(spelled("#.0000"_mask), u"1234,5678|-1234,5678|,5000|,0000"_s);
+        QCOMPARE(spelled("#0.0000"_mask), u"1234,5678|-1234,5678|0,5000|0,0000"_s);
+        QCOMPARE(spelled("#0.000000"_mask), u"1234,567800|-1234,567800|0,500000|0,000000"_s);
+        QCOMPARE(spelled("##0.00"_mask), u"1234,57|-1234,57|0,50|0,00"_s);
+        QCOMPARE(spelled("#,###.00"_mask), u"1.234,57|-1.234,57|,50|,00"_s);
+        QCOMPARE(spelled("#,##0.00"_mask), u"1.234,57|-1.234,57|0,50|0,00"_s);
+        QCOMPARE(spelled("00"_mask), u"1235|-1235|01|00"_s);
+        QCOMPARE(spelled("000000"_mask), u"001235|-001235|000001|000000"_s);
     }
 
-    void aMaskedNumberIsRoundedHalfAwayFromZero_data()
-    {
-        QTest::addColumn<QString>("spelled");
-        QTest::addColumn<QString>("expected");
-        const auto add = [](const char *name, const auto &number, Mask mask, const QString &text) {
-            QTest::newRow(name) << masked(number, mask) << text;
-        };
-        add("a half that lies below it in binary", u"1,005"_s, "##0.00"_mask, u"1,01"_s);
-        add("another one", u"2,675"_s, "##0.00"_mask, u"2,68"_s);
-        add("a negative half", u"-2,675"_s, "##0.00"_mask, u"-2,68"_s);
-        add("a half in binary, too", u"0,125"_s, "##0.00"_mask, u"0,13"_s);
-        add("15 digits below a half", u"1,00499999999999"_s, "##0.00"_mask, u"1,00"_s);
-        add("16 digits count as 15", u"1,004999999999999"_s, "##0.00"_mask, u"1,01"_s);
-        add("no digit left but the half", u"0,005"_s, "##0.00"_mask, u"0,01"_s);
-        add("less than that", u"0,0049"_s, "##0.00"_mask, u"0,00"_s);
-        add("less by a place", u"0,0006"_s, "##0.00"_mask, u"0,00"_s);
-        add("nothing left of a negative one", u"-0,004"_s, "#.00"_mask, u",00"_s);
-        add("a carry into the whole part", u"0,99995"_s, "#.0000"_mask, u"1,0000"_s);
-        add("a carry into a new group", u"999999,995"_s, "#,###.00"_mask, u"1.000.000,00"_s);
-        add("a carry into a second digit", u"9,5"_s, "00"_mask, u"10"_s);
-        add("three digits and a sign", u"-999,99"_s, "#,###.00"_mask, u"-999,99"_s);
-        add("group marks and blanks in the text", u" 1.234.567,8 "_s, "#.00"_mask, u"1234567,80"_s);
-        add("18 digits", u"123456789012345678"_s, "#.00"_mask, u"123456789012346000,00"_s);
-        add("21 digits in groups", u"100000000000000000000"_s, "#,##0.00"_mask,
-            u"100.000.000.000.000.000.000,00"_s);
-        add("no number", u"yok "_s, "#.00"_mask, u"yok "_s);
-        add("a single has 7 digits", 1234567.89F, "#,##0.00"_mask, u"1.234.568,00"_s);
-        add("a single below a half", 123456.785F, "#.00"_mask, u"123456,80"_s);
-        add("a single half", 1.005F, "##0.00"_mask, u"1,01"_s);
-        add("a double", -0.5, "#.0000"_mask, u"-,5000"_s);
-    }
     void aMaskedNumberIsRoundedHalfAwayFromZero()
     {
-        QFETCH(QString, spelled);
-        QTEST(spelled, "expected");
+        // Halves that lie below it in binary, and one that is one there, too.
+        QCOMPARE(masked(u"1,005"_s, "##0.00"_mask), u"1,01"_s);
+        QCOMPARE(masked(u"-2,675"_s, "##0.00"_mask), u"-2,68"_s);
+        QCOMPARE(masked(u"0,125"_s, "##0.00"_mask), u"0,13"_s);
+        // Of 16 digits 15 count.
+        QCOMPARE(masked(u"1,00499999999999"_s, "##0.00"_mask), u"1,00"_s);
+        QCOMPARE(masked(u"1,004999999999999"_s, "##0.00"_mask), u"1,01"_s);
+        // No digit is left but the half; less than that; less by a place.
+        QCOMPARE(masked(u"0,005"_s, "##0.00"_mask), u"0,01"_s);
+        QCOMPARE(masked(u"0,0049"_s, "##0.00"_mask), u"0,00"_s);
+        QCOMPARE(masked(u"0,0006"_s, "##0.00"_mask), u"0,00"_s);
+        QCOMPARE(masked(u"-0,004"_s, "#.00"_mask), u",00"_s); // nothing left of a negative one
+        // Carries: into the whole part, a new group, a second digit.
+        QCOMPARE(masked(u"0,99995"_s, "#.0000"_mask), u"1,0000"_s);
+        QCOMPARE(masked(u"999999,995"_s, "#,###.00"_mask), u"1.000.000,00"_s);
+        QCOMPARE(masked(u"9,5"_s, "00"_mask), u"10"_s);
+        QCOMPARE(masked(u"-999,99"_s, "#,###.00"_mask), u"-999,99"_s); // three digits and a sign
+        QCOMPARE(masked(u" 1.234.567,8 "_s, "#.00"_mask), u"1234567,80"_s);
+        QCOMPARE(masked(u"123456789012345678"_s, "#.00"_mask), u"123456789012346000,00"_s);
+        QCOMPARE(masked(u"100000000000000000000"_s, "#,##0.00"_mask),
+                 u"100.000.000.000.000.000.000,00"_s);
+        QCOMPARE(masked(u"yok "_s, "#.00"_mask), u"yok "_s); // no number
+        // Singles have 7 digits.
+        QCOMPARE(masked(1234567.89F, "#,##0.00"_mask), u"1.234.568,00"_s);
+        QCOMPARE(masked(123456.785F, "#.00"_mask), u"123456,80"_s);
+        QCOMPARE(masked(1.005F, "##0.00"_mask), u"1,01"_s);
+        QCOMPARE(masked(-0.5, "#.0000"_mask), u"-,5000"_s);
     }
 
-    void withoutMaskANumberIsShortAndHasNoExponent_data()
-    {
-        QTest::addColumn<QString>("spelled");
-        QTest::addColumn<QString>("expected");
-        QTest::newRow("whole") << toText(100.0) << u"100"_s;
-        QTest::newRow("with decimals") << toText(-1234.5) << u"-1234,5"_s;
-        QTest::newRow("below 1") << toText(0.25) << u"0,25"_s;
-        QTest::newRow("zero without a sign") << toText(-0.0) << u"0"_s;
-        QTest::newRow("small") << toText(1e-7) << u"0,0000001"_s;
-        QTest::newRow("large") << toText(1e20) << u"100000000000000000000"_s;
-        QTest::newRow("the 16th digit is lost") << toText(0.1 + 0.2) << u"0,3"_s;
-        QTest::newRow("15 digits") << toText(2.0 / 3) << u"0,666666666666667"_s;
-        QTest::newRow("18 digits") << toText(123456789012345678.0) << u"123456789012346000"_s;
-        QTest::newRow("the 8th digit of a single is lost") << toText(0.1F * 3) << u"0,3"_s;
-        QTest::newRow("7 digits of a single") << toText(1.0F / 3) << u"0,3333333"_s;
-        QTest::newRow("8 digits of a single") << toText(16777216.F) << u"16777220"_s;
-        QTest::newRow("small single") << toText(1e-7F) << u"0,0000001"_s;
-        QTest::newRow("large single") << toText(1e20F) << u"100000000000000000000"_s;
-    }
     void withoutMaskANumberIsShortAndHasNoExponent()
     {
-        QFETCH(QString, spelled);
-        QTEST(spelled, "expected");
+        QCOMPARE(toText(100.0), u"100"_s);
+        QCOMPARE(toText(-1234.5), u"-1234,5"_s);
+        QCOMPARE(toText(-0.0), u"0"_s); // zero without a sign
+        QCOMPARE(toText(1e-7), u"0,0000001"_s);
+        QCOMPARE(toText(1e20), u"100000000000000000000"_s);
+        QCOMPARE(toText(0.1 + 0.2), u"0,3"_s); // the 16th digit is lost
+        QCOMPARE(toText(2.0 / 3), u"0,666666666666667"_s);
+        QCOMPARE(toText(123456789012345678.0), u"123456789012346000"_s);
+        QCOMPARE(toText(0.1F * 3), u"0,3"_s); // the 8th digit of a single is lost
+        QCOMPARE(toText(1.0F / 3), u"0,3333333"_s);
+        QCOMPARE(toText(16777216.F), u"16777220"_s);
+        QCOMPARE(toText(1e-7F), u"0,0000001"_s);
+        QCOMPARE(toText(1e20F), u"100000000000000000000"_s);
     }
 
-    void aTextIsANumberUnderTheTurkishMarks_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<double>("number");
-        QTest::newRow("whole") << u"1234"_s << 1234.0;
-        QTest::newRow("decimals") << u"000012,3400"_s << 12.34;
-        QTest::newRow("groups") << u"1.234.567,8"_s << 1234567.8;
-        QTest::newRow("a point is a group mark") << u"12.50"_s << 1250.0;
-        QTest::newRow("decimals alone") << u",5"_s << 0.5;
-        QTest::newRow("zeros alone") << u",00"_s << 0.0;
-        QTest::newRow("minus") << u"-,5"_s << -0.5;
-        QTest::newRow("plus") << u"+7"_s << 7.0;
-        QTest::newRow("blanks around") << u"  -12,5  "_s << -12.5;
-        QTest::newRow("21 digits") << u"100000000000000000000"_s << 1e20;
-    }
     void aTextIsANumberUnderTheTurkishMarks()
     {
-        QFETCH(QString, text);
-        QTEST(toNumber(text), "number");
+        QCOMPARE(toNumber(u"000012,3400"_s), 12.34);
+        QCOMPARE(toNumber(u"1.234.567,8"_s), 1234567.8);
+        QCOMPARE(toNumber(u"12.50"_s), 1250.0); // a point is a group mark
+        QCOMPARE(toNumber(u",00"_s), 0.0);
+        QCOMPARE(toNumber(u"-,5"_s), -0.5);
+        QCOMPARE(toNumber(u"+7"_s), 7.0);
+        QCOMPARE(toNumber(u"  -12,5  "_s), -12.5);
+        QCOMPARE(toNumber(u"100000000000000000000"_s), 1e20);
     }
 
-    void aTextThatIsNoNumberIsAFailure_data()
+    void aTextThatIsNoNumberIsAFailure()
     {
-        QTest::addColumn<QString>("text");
         for (const char *text :
              {"",   "   ",   "abc", "12a",  "a12", "1,2,3", "1 234", "--5", "+-5", "-", ",", ".",
               ".5", "1,5.0", "1e5", "0x10", "nan", "inf",   "&H10",  "12%", "1;2", "٣", "½"})
-            QTest::addRow("\"%s\"", text) << QString::fromUtf8(text);
-        QTest::newRow("very long") << QString(100000, u'x');
-    }
-    void aTextThatIsNoNumberIsAFailure()
-    {
-        QFETCH(QString, text);
-        QVERIFY_THROWS_EXCEPTION(Failure, toNumber(text));
+            QVERIFY2(passOver([&] { toNumber(QString::fromUtf8(text)); }), text);
+        QVERIFY_THROWS_EXCEPTION(Failure, toNumber(QString(100000, u'x')));
     }
 
     void arithmeticThatHasNoResultIsAFailure()
@@ -152,44 +110,27 @@ private Q_SLOTS:
         QCOMPARE(divided(1, -4), -0.25);
     }
 
-    void aDateIsTurnedByPositionWhateverItHolds_data()
-    {
-        QTest::addColumn<QString>("fileDate");
-        QTest::addColumn<QString>("shown");
-        QTest::newRow("a date") << u"20240307"_s << u"07.03.2024"_s;
-        QTest::newRow("a digit short") << u"2024117"_s << u"7.11.2024"_s;
-        QTest::newRow("year and a digit") << u"20241"_s << u".1.2024"_s;
-        QTest::newRow("half a year") << u"20"_s << u"..20"_s;
-        QTest::newRow("nothing") << QString() << u".."_s;
-        QTest::newRow("letters, and more of them") << u"abcdefghij"_s << u"gh.ef.abcd"_s;
-    }
     void aDateIsTurnedByPositionWhateverItHolds()
     {
-        QFETCH(QString, fileDate);
-        QTEST(tarihcevir(fileDate), "shown");
+        QCOMPARE(tarihcevir(u"20240307"_s), u"07.03.2024"_s);
+        QCOMPARE(tarihcevir(u"2024117"_s), u"7.11.2024"_s);
+        QCOMPARE(tarihcevir(u"20241"_s), u".1.2024"_s);
+        QCOMPARE(tarihcevir(u"20"_s), u"..20"_s);
+        QCOMPARE(tarihcevir({}), u".."_s);
+        QCOMPARE(tarihcevir(u"abcdefghij"_s), u"gh.ef.abcd"_s);
     }
 
-    void aShownDateIsReadAndAnythingElseIsAFailure_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::addColumn<QDate>("date"); // none: a failure
-        QTest::newRow("two digits each") << u"07.03.2024"_s << QDate(2024, 3, 7);
-        QTest::newRow("one digit and blanks") << u" 7-3-2024 "_s << QDate(2024, 3, 7);
-        QTest::newRow("the last short year of this century") << u"7/3/29"_s << QDate(2029, 3, 7);
-        QTest::newRow("the first one of the last") << u"7/3/30"_s << QDate(1930, 3, 7);
-        QTest::newRow("a year of one digit") << u"7/3/4"_s << QDate(2004, 3, 7);
-        QTest::newRow("a year of three digits") << u"7/3/204"_s << QDate(204, 3, 7);
-        for (const char *text : {"", "..", "31.02.2024", "20240307", "07.03", "03.2024",
-                                 "07.13.2024", "bugün", "07.03.2024x"})
-            QTest::addRow("\"%s\"", text) << QString::fromUtf8(text) << QDate();
-    }
     void aShownDateIsReadAndAnythingElseIsAFailure()
     {
-        QFETCH(QString, text);
-        QDate date;
-        const auto failed = passOver([&] { date = toDate(text); });
-        QTEST(date, "date");
-        QCOMPARE(failed.has_value(), date.isNull());
+        QCOMPARE(toDate(u"07.03.2024"_s), QDate(2024, 3, 7));
+        QCOMPARE(toDate(u" 7-3-2024 "_s), QDate(2024, 3, 7));
+        QCOMPARE(toDate(u"7/3/29"_s), QDate(2029, 3, 7)); // the last short year of this century
+        QCOMPARE(toDate(u"7/3/30"_s), QDate(1930, 3, 7));
+        QCOMPARE(toDate(u"7/3/4"_s), QDate(2004, 3, 7));
+        QCOMPARE(toDate(u"7/3/204"_s), QDate(204, 3, 7));
+        for (const char *text : {"", "..", "31.02.2024", "20240307", "07.03", "03.2024",
+                                 "07.13.2024", "bugün", "07.03.2024x"})
+            QVERIFY2(passOver([&] { toDate(QString::fromUtf8(text)); }), text);
     }
 
     void aTypedDateIsTheOneMeant_data()

@@ -1,42 +1,14 @@
 #include "parts.h"
+#include "support/table.h"
 #include "support/xlswriter.h"
 
 using namespace kervan;
 
 namespace {
 
-using Kind = Sheet::Kind;
-
 constexpr char dateStyles[] = "<cellXfs><xf numFmtId='0'/><xf numFmtId='22'/></cellXfs>";
 
-// Every kind of cell, the first of them at C3.
-QList<BookRow> everyKind()
-{
-    const BookCell none;
-    return {
-        {none, BookCell::emptyUnder(u"0.00"_s)},
-        {},
-        {none, none, u"Ünvan"_s, u" önde, arkada "_s, u"iki\nsatır"_s, u"_xyz & <b>"_s, u"12,5"_s},
-        {none, none, 0.1 + 0.2, 1.5e-7, -1234.5, 1e15, 123456789012345.0, 0},
-        {none, none, {42, u"00000"_s}, {-7, u"00000"_s}, {12.5, u"000"_s}, {1234567, u"000"_s}},
-        {none,
-         none,
-         QDate(2021, 3, 15),
-         QDateTime(QDate(2021, 3, 15), QTime(13, 45, 30), Qt::UTC),
-         {0.5, u"hh:mm"_s},
-         {44270, u"#,##0.00\\ \"gün\""_s},
-         {44270, u"[Red]0.0"_s},
-         {-3, u"dd.mm.yyyy"_s}},
-        {},
-        {none, none, true, false, BookCell::Formula{u"=1/4"_s, 0.25},
-         BookCell::Formula{u"=IF(NOW()>0,\"ab\",0)"_s, u"ab"_s}, BookCell::emptyUnder(u"0.00"_s),
-         BookCell::emptyUnder(u"0.00"_s), BookCell::emptyUnder(u"0.00"_s)},
-        {},
-        {none, none, none, u"son"_s},
-        {none, BookCell::emptyUnder(u"0.00"_s)},
-    };
-}
-
+// The first cell stands at C3.
 constexpr QStringView everyKindTold =
     u"TÜnvan|T önde, arkada |Tiki\nsatır|T_xyz & <b>|T12,5|.\n"
     "N0,3|N0,00000015|N-1234,5|N1000000000000000|N123456789012345|N0\n"
@@ -57,114 +29,86 @@ class TestCells : public QObject
     QString path(const QString &name) const { return m_folder.filePath(name); }
 
 private Q_SLOTS:
-    // kinds-lo.xlsx and kinds-lo.xls were saved by LibreOffice 7.4 from kinds.xlsx.
+    // kinds.xlsx and kinds.xls were written by the writers of support; kinds-lo.xlsx and
+    // kinds-lo.xls were saved from it by LibreOffice 7.4.
     void everyProgramsWorkbookGivesTheSameGrid()
     {
-        const QList<BookSheet> sheets{{u"Sayfa1"_s, everyKind()}};
-        writeWorkbook(path(u"kinds.xlsx"_s), sheets);
-        writeXls(path(u"kinds.xls"_s), sheets);
         const QString data = QStringLiteral(TEST_DATA "/workbook/");
-        for (const QString &book : {path(u"kinds.xlsx"_s), path(u"kinds.xls"_s),
-                                    data + u"kinds-lo.xlsx"_s, data + u"kinds-lo.xls"_s})
-            QVERIFY2(told(*readSheet(book, u"Sayfa1"_s)) == everyKindTold,
-                     qPrintable(book + u'\n' + told(*readSheet(book, u"Sayfa1"_s))));
+        for (const QString &name :
+             {u"kinds.xlsx"_s, u"kinds.xls"_s, u"kinds-lo.xlsx"_s, u"kinds-lo.xls"_s})
+            QVERIFY2(told(*readSheet(data + name, u"Sayfa1"_s)) == everyKindTold,
+                     qPrintable(name + u'\n' + told(*readSheet(data + name, u"Sayfa1"_s))));
     }
 
     void aCellHasItsKindAndText_data()
     {
-        QTest::addColumn<QByteArray>("cell"); // s='1' is a date with its time
-        QTest::addColumn<Kind>("kind");
-        QTest::addColumn<QString>("text");
-        const auto number = [](const char *name, const char *value, const QString &text) {
-            QTest::newRow(name) << QByteArray("<c><v>") + value + "</v></c>" << Kind::Number
-                                << text;
-        };
-        number("16 digits", "1234567890123456", u"1234567890123456"_s);
-        number("an exponent", "1E+20", u"100000000000000000000"_s);
-        number("a digit too many", "1234.5600000000001", u"1234,56"_s);
-        number("zero without a sign", "-0", u"0"_s);
-        number("blanks around", " 7.0 ", u"7"_s);
-        const auto day = [](const char *name, const char *serial, const QString &text,
-                            Kind kind = Kind::Date) {
-            QTest::newRow(name) << QByteArray("<c s='1'><v>") + serial + "</v></c>" << kind << text;
-        };
-        day("no day", "0", u"00:00:00"_s);
-        day("a time alone", "0.25", u"06:00:00"_s);
-        day("the first day", "1", u"01.01.1900"_s);
-        day("the last day of the first February", "59", u"28.02.1900"_s);
-        day("the leap day that never was", "60", u"29.02.1900"_s);
-        day("the day behind it", "61", u"01.03.1900"_s);
-        day("nearly a day", "44270.9999999", u"16.03.2021"_s);
-        day("the last day", "2958465.5", u"31.12.9999 12:00:00"_s);
-        day("beyond the calendar", "2958466", u"2958466"_s, Kind::Number);
-        day("before it", "-1", u"-1"_s, Kind::Number);
-        const auto typed = [](const char *name, const char *type, const char *value, Kind kind,
-                              const QString &text) {
-            QTest::newRow(name) << QByteArray("<c t='") + type + "'><v>" + value + "</v></c>"
-                                << kind << text;
-        };
-        typed("a date", "d", "2021-03-15", Kind::Date, u"15.03.2021"_s);
-        typed("a moment", "d", "2021-03-15T08:00:00Z", Kind::Date, u"15.03.2021 08:00:00"_s);
-        typed("a time of day", "d", "08:30:00", Kind::Date, u"08:30:00"_s);
-        typed("the first date", "d", "1900-01-01", Kind::Date, u"01.01.1900"_s);
-        typed("before the leap day", "d", "1900-02-28", Kind::Date, u"28.02.1900"_s);
-        typed("behind it", "d", "1900-03-01", Kind::Date, u"01.03.1900"_s);
-        typed("a date before the calendar", "d", "1899-12-30", Kind::Text, u"1899-12-30"_s);
-        typed("no date", "d", "dün", Kind::Text, u"dün"_s);
-        typed("true", "b", "1", Kind::Boolean, u"Doğru"_s);
-        typed("false", "b", "0", Kind::Boolean, u"Yanlış"_s);
-        typed("an error", "e", "#N/A", Kind::Empty, {});
-        typed("a number that is none", "n", "x", Kind::Text, u"x"_s);
-        typed("a number too large", "n", "1e400", Kind::Text, u"1e400"_s);
-        typed("an empty text", "str", "", Kind::Empty, {});
-        typed("the text of a formula", "str", " f_x0041_", Kind::Text, u" fA"_s);
-        QTest::newRow("no value") << "<c t='n'/>"_ba << Kind::Empty << QString();
-        QTest::newRow("a formula")
-            << "<c t='b'><f>x</f><v>1</v></c>"_ba << Kind::Boolean << u"Doğru"_s;
-        QTest::newRow("a text of its own")
-            << "<c t='inlineStr'><is><t>i\r\nç</t></is></c>"_ba << Kind::Text << u"i\nç"_s;
+        // The kind stands in front of the text; s='1' is a date with its time.
+        addTable(uR"(
+case                             ; cell                                           ; expected
+16 digits                        ; <c><v>1234567890123456</v></c>                 ; N1234567890123456
+an exponent                      ; <c><v>1E+20</v></c>                            ; N100000000000000000000
+a digit too many                 ; <c><v>1234.5600000000001</v></c>               ; N1234,56
+zero without a sign              ; <c><v>-0</v></c>                               ; N0
+blanks around                    ; <c><v> 7.0 </v></c>                            ; N7
+no day                           ; <c s='1'><v>0</v></c>                          ; D00:00:00
+a time alone                     ; <c s='1'><v>0.25</v></c>                       ; D06:00:00
+the first day                    ; <c s='1'><v>1</v></c>                          ; D01.01.1900
+the end of the first February    ; <c s='1'><v>59</v></c>                         ; D28.02.1900
+the leap day that never was      ; <c s='1'><v>60</v></c>                         ; D29.02.1900
+the day behind it                ; <c s='1'><v>61</v></c>                         ; D01.03.1900
+nearly a day                     ; <c s='1'><v>44270.9999999</v></c>              ; D16.03.2021
+the last day                     ; <c s='1'><v>2958465.5</v></c>                  ; D31.12.9999 12:00:00
+beyond the calendar              ; <c s='1'><v>2958466</v></c>                    ; N2958466
+before the calendar              ; <c s='1'><v>-1</v></c>                         ; N-1
+a date                           ; <c t='d'><v>2021-03-15</v></c>                 ; D15.03.2021
+a moment                         ; <c t='d'><v>2021-03-15T08:00:00Z</v></c>       ; D15.03.2021 08:00:00
+a time of day                    ; <c t='d'><v>08:30:00</v></c>                   ; D08:30:00
+the first date                   ; <c t='d'><v>1900-01-01</v></c>                 ; D01.01.1900
+a date before the leap day       ; <c t='d'><v>1900-02-28</v></c>                 ; D28.02.1900
+a date behind it                 ; <c t='d'><v>1900-03-01</v></c>                 ; D01.03.1900
+a date before the calendar       ; <c t='d'><v>1899-12-30</v></c>                 ; T1899-12-30
+no date                          ; <c t='d'><v>dün</v></c>                        ; Tdün
+true                             ; <c t='b'><v>1</v></c>                          ; BDoğru
+false                            ; <c t='b'><v>0</v></c>                          ; BYanlış
+an error                         ; <c t='e'><v>#N/A</v></c>                       ; .
+a number that is none            ; <c t='n'><v>x</v></c>                          ; Tx
+a number too large               ; <c t='n'><v>1e400</v></c>                      ; T1e400
+an empty text                    ; <c t='str'><v></v></c>                         ; .
+the text of a formula            ; <c t='str'><v> f_x0041_</v></c>                ; T fA
+no value                         ; <c t='n'/>                                     ; .
+a formula                        ; <c t='b'><f>x</f><v>1</v></c>                  ; BDoğru
+a text of its own                ; <c t='inlineStr'><is><t>i\r\nç</t></is></c>    ; Ti\nç)"_s);
     }
     void aCellHasItsKindAndText()
     {
-        QFETCH(QByteArray, cell);
         // The cells beside and below keep an empty one in its place.
         const QByteArray other = "<c t='str'><v>x</v></c>";
-        const auto sheet =
-            sheetOf({.rows = "<row>" + cell + other + "</row><row>" + other + "</row>",
-                     .styles = dateStyles});
-        QTEST(sheet->kind(0, 0), "kind");
-        QTEST(sheet->text(0, 0), "text");
+        const auto sheet = sheetOf(
+            {.rows = "<row>" + fetch("cell").toUtf8() + other + "</row><row>" + other + "</row>",
+             .styles = dateStyles});
+        QCOMPARE(told(*sheet), fetch("expected") + u"|Tx\nTx|."_s);
     }
 
-    void aSharedTextIsReadHoweverItIsWritten_data()
-    {
-        QTest::addColumn<QByteArray>("written");
-        QTest::addColumn<QString>("text");
-        const auto add = [](const char *name, const QByteArray &runs, const QString &text) {
-            QTest::newRow(name) << runs << text;
-        };
-        add("blanks around", "<t> sade </t>", u"sade"_s);
-        add("blanks that count", "<t xml:space='preserve'> boşluk </t>", u" boşluk "_s);
-        add("blanks between runs",
-            "<r><t> Ali </t></r><r><t>Veli</t></r><r><t>\n</t></r><r><t> Ltd \n</t></r>",
-            u"Ali Veli\n Ltd"_s);
-        add("blanks that count before others that don't",
-            "<r><t xml:space='preserve'>a </t></r><r><t> </t></r>", u"a "_s);
-        add("runs and reading aids",
-            "<r><t>zen</t></r><r><rPr/><t xml:space=\"preserve\">gin </t></r><rPh><t>x</t></rPh>"
-            "<phoneticPr/>",
-            u"zengin "_s);
-        add("escaped characters", "<t>a_x000D__x005F_x0041_ _xD83D__xDE00__x00_</t>",
-            u"a\r_x0041_ 😀_x00_"_s);
-        add("references, a remark and CDATA",
-            "<t>&lt;&#304;&#x130;&amp;<!-- - -> -->&gt;<![CDATA[&lt;<]]></t>", u"<İİ&>&lt;<"_s);
-    }
     void aSharedTextIsReadHoweverItIsWritten()
     {
-        QFETCH(QByteArray, written);
-        const auto sheet = sheetOf({.rows = "<row><c t='s'><v>1</v></c></row>",
-                                    .strings = "<si/><si>" + written + "</si>"});
-        QTEST(sheet->text(0, 0), "text");
+        const auto read = [](const QByteArray &written) {
+            return sheetOf({.rows = "<row><c t='s'><v>1</v></c></row>",
+                            .strings = "<si/><si>" + written + "</si>"})
+                ->text(0, 0);
+        };
+        QCOMPARE(read("<t> sade </t>"), u"sade"_s);
+        QCOMPARE(read("<t xml:space='preserve'> boşluk </t>"), u" boşluk "_s);
+        // Blanks between runs; those that count before others that don't.
+        QCOMPARE(read("<r><t> Ali </t></r><r><t>Veli</t></r><r><t>\n</t></r><r><t> Ltd \n</t></r>"),
+                 u"Ali Veli\n Ltd"_s);
+        QCOMPARE(read("<r><t xml:space='preserve'>a </t></r><r><t> </t></r>"), u"a "_s);
+        // Runs and reading aids, escaped characters, references with a remark and CDATA.
+        QCOMPARE(read("<r><t>zen</t></r><r><rPr/><t xml:space=\"preserve\">gin </t></r><rPh><t>x"
+                      "</t></rPh><phoneticPr/>"),
+                 u"zengin "_s);
+        QCOMPARE(read("<t>a_x000D__x005F_x0041_ _xD83D__xDE00__x00_</t>"), u"a\r_x0041_ 😀_x00_"_s);
+        QCOMPARE(read("<t>&lt;&#304;&#x130;&amp;<!-- - -> -->&gt;<![CDATA[&lt;<]]></t>"),
+                 u"<İİ&>&lt;<"_s);
     }
 
     void aWorkbookMayCountItsDaysFrom1904()
@@ -178,41 +122,32 @@ private Q_SLOTS:
         QCOMPARE(told(*readSheet(path(u"1904.xls"_s), u"A"_s)), u"D15.03.2021"_s);
     }
 
-    void aFormatWithPartsOfADateMakesADate_data()
-    {
-        QTest::addColumn<QString>("text");
-        QTest::newRow("dd/mm/yy") << u"15.03.2021"_s;
-        QTest::newRow("[$-41F]d mmmm yyyy;@") << u"15.03.2021"_s;
-        QTest::newRow("[h]:mm") << u"15.03.2021"_s;
-        QTest::newRow("\"tarih\" y") << u"15.03.2021"_s;
-        for (const char *format : {"General", "\"gün\" 0", "0\\d", "0_s*d", "[Red]#,##0.00", "@",
-                                   "0.00E+00", "00000.00"})
-            QTest::newRow(format) << u"44270"_s;
-        QTest::newRow("0000000") << u"0044270"_s;
-    }
     void aFormatWithPartsOfADateMakesADate()
     {
-        const QString format = QString::fromUtf8(QTest::currentDataTag());
-        writeXls(path(u"format.xls"_s), u"A"_s, {{BookCell(44270, format)}});
-        QTEST(readSheet(path(u"format.xls"_s), u"A"_s)->text(0, 0), "text");
+        const auto shown = [this](const QString &format) {
+            writeXls(path(u"format.xls"_s), {{u"A"_s, {{BookCell(44270, format)}}}});
+            return readSheet(path(u"format.xls"_s), u"A"_s)->text(0, 0);
+        };
+        for (const QString &format :
+             {u"dd/mm/yy"_s, u"[$-41F]d mmmm yyyy;@"_s, u"[h]:mm"_s, u"\"tarih\" y"_s})
+            QVERIFY2(shown(format) == u"15.03.2021", qPrintable(format));
+        for (const QString &format : {u"General"_s, u"\"gün\" 0"_s, u"0\\d"_s, u"0_s*d"_s, u"@"_s,
+                                      u"[Red]#,##0.00"_s, u"0.00E+00"_s, u"00000.00"_s})
+            QVERIFY2(shown(format) == u"44270", qPrintable(format));
+        QCOMPARE(shown(u"0000000"_s), u"0044270"_s);
     }
 
-    void someFormatsAreDatesByTheirNumber_data()
-    {
-        QTest::addColumn<int>("format");
-        QTest::addColumn<Kind>("kind");
-        for (const int format : {14, 22, 27, 36, 45, 47, 50, 58})
-            QTest::addRow("%d", format) << format << Kind::Date;
-        for (const int format : {0, 13, 23, 26, 37, 44, 48, 49, 59})
-            QTest::addRow("%d", format) << format << Kind::Number;
-    }
     void someFormatsAreDatesByTheirNumber()
     {
-        QFETCH(int, format);
-        const auto sheet = sheetOf(
-            {.rows = "<row><c s='0'><v>44270</v></c></row>",
-             .styles = "<cellXfs><xf numFmtId='" + QByteArray::number(format) + "'/></cellXfs>"});
-        QTEST(sheet->kind(0, 0), "kind");
+        const auto kindUnder = [](const QByteArray &format) {
+            return sheetOf({.rows = "<row><c s='0'><v>44270</v></c></row>",
+                            .styles = "<cellXfs><xf numFmtId='" + format + "'/></cellXfs>"})
+                ->kind(0, 0);
+        };
+        for (const char *format : {"14", "22", "27", "36", "45", "47", "50", "58"})
+            QVERIFY2(kindUnder(format) == Sheet::Kind::Date, format);
+        for (const char *format : {"0", "13", "23", "26", "37", "44", "48", "49", "59"})
+            QVERIFY2(kindUnder(format) == Sheet::Kind::Number, format);
     }
 
     void cellsAndRowsFindTheirPlaces()

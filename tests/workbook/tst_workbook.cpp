@@ -1,4 +1,5 @@
 #include "parts.h"
+#include "support/table.h"
 #include "support/xlswriter.h"
 
 using namespace kervan;
@@ -83,26 +84,21 @@ private Q_SLOTS:
                  u"BDoğru|.|.|N1,5|.|BYanlış|N0,25|N10|T"_s + QString(8215, u'a') + u"b|Tz|Tk"_s);
     }
 
-    void aStreamIsReadFromItsSectors_data()
-    {
-        QTest::addColumn<int>("size");
-        QTest::addColumn<int>("sectorBits");
-        QTest::newRow("the longest in small sectors") << 4095 << 9;
-        QTest::newRow("the shortest in large ones") << 4096 << 9;
-        QTest::newRow("sectors of 4096 bytes") << 8192 << 12;
-        QTest::newRow("small ones in those") << 4095 << 12;
-    }
     void aStreamIsReadFromItsSectors()
     {
-        QFETCH(int, size);
-        QFETCH(int, sectorBits);
         const QByteArray cell = biffRecord(0x205, "\0\0\6\0\0\0\1\0"_ba);
-        const qsizetype missing = size - records(cell + biffRecord(0x5C, {})).size();
-        const QByteArray stream = records(cell + biffRecord(0x5C, QByteArray(missing, ' ')));
-        QCOMPARE(stream.size(), size);
-        const QString book = write(
-            compoundFile({{u"x"_s, QByteArray(5000, 'y')}, {u"Workbook"_s, stream}}, sectorBits));
-        QCOMPARE(told(*readSheet(book, u"A"_s)), u"BDoğru"_s);
+        const auto read = [&](qsizetype size, int sectorBits) {
+            const qsizetype missing = size - records(cell + biffRecord(0x5C, {})).size();
+            const QByteArray stream = records(cell + biffRecord(0x5C, QByteArray(missing, ' ')));
+            const QByteArray other(5000, 'y');
+            return told(*readSheet(
+                write(compoundFile({{u"x"_s, other}, {u"Workbook"_s, stream}}, sectorBits)),
+                u"A"_s));
+        };
+        QCOMPARE(read(4095, 9), u"BDoğru"_s); // the longest in small sectors
+        QCOMPARE(read(4096, 9), u"BDoğru"_s);
+        QCOMPARE(read(8192, 12), u"BDoğru"_s); // sectors of 4096 bytes
+        QCOMPARE(read(4095, 12), u"BDoğru"_s);
     }
 
     void whatOtherProgramsNameAndWriteOtherwiseIsRead()
@@ -252,9 +248,6 @@ private Q_SLOTS:
     {
         QTest::addColumn<QByteArray>("bytes");
         QTest::addColumn<QString>("why");
-        const auto add = [](const char *name, const QByteArray &bytes, const QString &why) {
-            QTest::newRow(name) << bytes << why;
-        };
         const auto compound = [](const QString &name, const QByteArray &bytes) {
             return compoundFile({{u"x"_s, "y"}, {name, bytes}});
         };
@@ -264,34 +257,34 @@ private Q_SLOTS:
         writeZip(path(u"a.docx"_s), {{"word/document.xml", "<x/>"}});
         const QByteArray xlsx = readBytes(path(u"a.xlsx"_s));
         const QByteArray xls = readBytes(path(u"a.xls"_s));
-        add("nothing", "", u"dosya boş"_s);
-        add("HTML", "\xEF\xBB\xBF\r\n <html>", u"HTML ya da XML metni"_s);
-        add("HTML in UTF-16", utf16(u"<table>"_s), u"HTML ya da XML metni"_s);
-        add("text", "a;b;c\r\n1;2;3", u"düz metin"_s);
-        add("a picture", QByteArray("\x89PNG\0\0", 6), u"çalışma kitabı değil"_s);
-        add("an OpenDocument sheet", readBytes(path(u"a.ods"_s)), u"OpenDocument"_s);
-        add("a .docx", readBytes(path(u"a.docx"_s)), u"çalışma kitabı değil"_s);
-        add("half an .xlsx", xlsx.first(xlsx.size() / 2), u"yarım kalmış"_s);
-        add("half an .xls", xls.first(xls.size() / 2), u"yarım kalmış"_s);
-        add("half a header", xls.first(300), u"yarım kalmış"_s);
-        add("an encrypted .xlsx", compound(u"EncryptedPackage"_s, "abc"),
-            u"parola ile korunuyor"_s);
-        add("an encrypted .xls, cut off",
-            compound(u"Workbook"_s, head(0x600, 5) + biffRecord(0x2F, "ab")), u"yarım kalmış"_s);
-        add("an .xls of 1995", compound(u"Book"_s, head(0x500, 5)), u"Excel 95"_s);
-        add("an older one", QByteArray("\x09\0\x04\0\0\0\x10\0", 8), u"Excel 95"_s);
-        add("a .doc", compound(u"WordDocument"_s, "abc"), u"çalışma kitabı değil"_s);
-        add("a number cut short", records(biffRecord(0x203, QByteArray(13, '\0'))),
-            u"yarım kalmış"_s);
-        add("records without an end", compound(u"Workbook"_s, head(0x600, 5)), u"yarım kalmış"_s);
+        const QByteArray start = head(0x600, 5);
+        QTest::newRow("nothing") << ""_ba << u"dosya boş"_s;
+        QTest::newRow("HTML") << "\xEF\xBB\xBF\r\n <html>"_ba << u"HTML ya da XML metni"_s;
+        QTest::newRow("HTML in UTF-16") << utf16(u"<table>"_s) << u"HTML ya da XML metni"_s;
+        QTest::newRow("text") << "a;b;c\r\n1;2;3"_ba << u"düz metin"_s;
+        QTest::newRow("a picture") << "\x89PNG\0\0"_ba << u"çalışma kitabı değil"_s;
+        QTest::newRow("an .ods") << readBytes(path(u"a.ods"_s)) << u"OpenDocument"_s;
+        QTest::newRow("a .docx") << readBytes(path(u"a.docx"_s)) << u"çalışma kitabı değil"_s;
+        QTest::newRow("half an .xlsx") << xlsx.first(xlsx.size() / 2) << u"yarım kalmış"_s;
+        QTest::newRow("half an .xls") << xls.first(xls.size() / 2) << u"yarım kalmış"_s;
+        QTest::newRow("half a header") << xls.first(300) << u"yarım kalmış"_s;
+        const QByteArray secret = compound(u"Workbook"_s, start + biffRecord(0x2F, "ab"));
+        QTest::newRow("an encrypted .xls, cut off") << secret << u"yarım kalmış"_s;
+        const QByteArray package = compound(u"EncryptedPackage"_s, "abc");
+        QTest::newRow("an encrypted .xlsx") << package << u"parola ile korunuyor"_s;
+        QTest::newRow("an .xls of 1995") << compound(u"Book"_s, head(0x500, 5)) << u"Excel 95"_s;
+        QTest::newRow("an older one") << "\x09\0\x04\0\0\0\x10\0"_ba << u"Excel 95"_s;
+        QTest::newRow("a .doc") << compound(u"WordDocument"_s, "") << u"çalışma kitabı değil"_s;
+        const QByteArray cutShort = records(biffRecord(0x203, QByteArray(13, '\0')));
+        QTest::newRow("a number cut short") << cutShort << u"yarım kalmış"_s;
+        QTest::newRow("no end") << compound(u"Workbook"_s, start) << u"yarım kalmış"_s;
     }
     void aFileThatIsNoWorkbookSaysWhatItIs()
     {
         QFETCH(QByteArray, bytes);
-        QFETCH(QString, why);
         const QString book = write(bytes);
         const QString failure = failureOf([&] { readSheet(book, u"A"_s); });
-        QVERIFY2(failure.startsWith(book + u" okunamadı: "_s) && failure.contains(why),
+        QVERIFY2(failure.startsWith(book + u" okunamadı: "_s) && failure.contains(fetch("why")),
                  qPrintable(failure));
     }
 
@@ -311,42 +304,40 @@ private Q_SLOTS:
 
     void whatADamagedOrHostileSheetHoldsIsRefused_data()
     {
-        QTest::addColumn<Parts>("parts");
-        QTest::addColumn<QString>("why");
-        const auto add = [](const char *name, const Parts &parts, const QString &why) {
-            QTest::newRow(name) << parts << why;
+        addTable(uR"(
+case                        ; rows                                                  ; why
+a row too far               ; <row><c r='A1048577'><v>1</v></c></row>               ; sınırını aşıyor
+a column too far            ; <row><c r='XFE1'><v>1</v></c></row>                   ; sınırını aşıyor
+no place                    ; <row><c r='1A'><v>1</v></c></row>                     ; bozuk
+a text that is not there    ; <row><c t='s'><v>1</v></c></row>                      ; bozuk
+no end                      ; <row><c><v>1</v>                                      ; yarım kalmış
+an end too many             ; </sheetData></worksheet></x>                          ; fazla kapanış)"_s);
+        const auto inText = [](const QByteArray &text) {
+            return QString::fromLatin1("<row><c t='str'><v>" + text + "</v></c></row>");
         };
-        add("20 MB out of nothing", {.rows = "<row>" + QByteArray(20'000'000, ' ') + "</row>"},
-            u"sınırı aşıyor"_s);
-        add("33 MB of styles", {.rows = {}, .styles = wellFilled(33)}, u"sınırı aşıyor"_s);
-        add("a text of 17 MB",
-            {.rows = "<row><c t='str'><v>" + wellFilled(17).replace('<', ' ') + "</v></c></row>"},
-            u"parça çok uzun"_s);
-        add("a row too far", {.rows = "<row><c r='A1048577'><v>1</v></c></row>"},
-            u"sınırını aşıyor"_s);
-        add("a column too far", {.rows = "<row><c r='XFE1'><v>1</v></c></row>"},
-            u"sınırını aşıyor"_s);
-        add("no place", {.rows = "<row><c r='1A'><v>1</v></c></row>"}, u"bozuk"_s);
-        add("a text that is not there",
-            {.rows = "<row><c t='s'><v>1</v></c></row>", .strings = "<si/>"}, u"bozuk"_s);
-        add("an entity", {.rows = "<row><c t='str'><v>&x;</v></c></row>"}, u"tanımsız varlık"_s);
-        add("no character", {.rows = "<row><c t='str'><v>&#x110000;</v></c></row>"},
-            u"karakter numarası"_s);
-        add("no end", {.rows = "<row><c><v>1</v>"}, u"yarım kalmış"_s);
-        add("an end too many", {.rows = "</sheetData></worksheet></x>"}, u"fazla kapanış"_s);
-        add("a document type", {.rows = {}, .beforeSheet = "<!DOCTYPE w [<!ENTITY x 'x'>]>"},
-            u"belge türü"_s);
-        add("another encoding",
-            {.rows = {}, .beforeSheet = "<?xml version='1.0' encoding='ISO-8859-9'?>"},
-            u"UTF-8 değil"_s);
-        add("a chart", {.rows = {}, .beforeSheet = "<chartsheet/>"}, u"çalışma sayfası değil"_s);
+        QTest::newRow("an entity") << inText("&x;") << u"tanımsız varlık"_s;
+        QTest::newRow("no character") << inText("&#x110000;") << u"karakter numarası"_s;
+        QTest::newRow("a text of 17 MB")
+            << inText(wellFilled(17).replace('<', ' ')) << u"parça çok uzun"_s;
+        QTest::newRow("20 MB out of nothing") << QString(20'000'000, u' ') << u"sınırı aşıyor"_s;
     }
     void whatADamagedOrHostileSheetHoldsIsRefused()
     {
-        QFETCH(Parts, parts);
-        QFETCH(QString, why);
+        const Parts parts{.rows = fetch("rows").toUtf8(), .strings = "<si/>"};
         const QString failure = failureOf([&] { sheetOf(parts); });
-        QVERIFY2(failure.contains(why), qPrintable(failure));
+        QVERIFY2(failure.contains(fetch("why")), qPrintable(failure));
+    }
+
+    void partsThatAreNoneOfASheetAreRefused()
+    {
+        const auto refusal = [](const QByteArray &beforeSheet) {
+            return failureOf([&] { sheetOf({.rows = {}, .beforeSheet = beforeSheet}); });
+        };
+        QVERIFY(refusal("<!DOCTYPE w [<!ENTITY x 'x'>]>").contains(u"belge türü"));
+        QVERIFY(refusal("<?xml version='1.0' encoding='ISO-8859-9'?>").contains(u"UTF-8 değil"));
+        QVERIFY(refusal("<chartsheet/>").contains(u"çalışma sayfası değil"));
+        const Parts styles{.rows = {}, .styles = wellFilled(33)};
+        QVERIFY(failureOf([&] { sheetOf(styles); }).contains(u"sınırı aşıyor"));
     }
 
     void anUnchangedWorkbookIsParsedOnce()
