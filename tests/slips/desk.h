@@ -77,6 +77,12 @@ struct SlipDesk
         press(control);
         return QFileInfo::exists(target) ? readBytes(target) : QByteArray();
     }
+    /// The same behind the box of success.
+    QByteArray saved(const QString &control)
+    {
+        t.boxes.expectDone();
+        return save(control);
+    }
     QByteArray bytes(const QString &name) const { return readBytes(t.path(name)); }
 };
 

@@ -20,25 +20,4 @@ void writeZip(const QString &path, const ZipEntries &entries)
         qFatal("not written: %s", qPrintable(path));
 }
 
-ZipEntries readZip(const QString &path)
-{
-    ZipEntries entries;
-    zip_t *const archive = zip_open(QFile::encodeName(path).constData(), ZIP_RDONLY, nullptr);
-    if (!archive)
-        qFatal("no archive: %s", qPrintable(path));
-    const auto count = static_cast<zip_uint64_t>(zip_get_num_entries(archive, 0));
-    for (zip_uint64_t i = 0; i < count; ++i) {
-        zip_stat_t about;
-        zip_stat_index(archive, i, 0, &about);
-        QByteArray contents(static_cast<qsizetype>(about.size), '\0');
-        zip_file_t *const file = zip_fopen_index(archive, i, 0);
-        if (!file || zip_fread(file, contents.data(), about.size) != qint64(about.size))
-            qFatal("not read: %s", about.name);
-        zip_fclose(file);
-        entries.append({about.name, contents});
-    }
-    zip_discard(archive);
-    return entries;
-}
-
 } // namespace kervan

@@ -11,8 +11,7 @@ namespace kervan {
 /// The entries of a zip archive, by name and contents.
 using ZipEntries = QList<std::pair<QByteArray, QByteArray>>;
 
-/// Both end the program when they can't.
+/// Ends the program when it can't.
 void writeZip(const QString &path, const ZipEntries &entries);
-ZipEntries readZip(const QString &path);
 
 } // namespace kervan

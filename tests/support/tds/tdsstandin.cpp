@@ -320,20 +320,18 @@ int TdsStandin::connections() const
 
 void fillLogo(TdsStandin &standin, int firm)
 {
-    const QString prefix = u"LG_%1_"_s.arg(firm, 3, 10, QChar(u'0'));
-    standin.run(u"create table if not exists L_CAPIFIRM (NR smallint, NAME varchar(51))"_s);
-    standin.run(u"insert into L_CAPIFIRM values (%1, 'ÖRNEK GIDA LTD. ŞTİ.')"_s.arg(firm));
-    const QList<std::pair<QString, QString>> tables{
-        {u"CLCARD"_s, u"LOGICALREF int, CODE varchar(17), DEFINITION_ varchar(201), "
-                      "ACCEPTEINV smallint"_s},
-        {u"UNITBARCODE"_s, u"BARCODE varchar(101), ITEMREF int, UNITLINEREF int"_s},
-        {u"ITEMS"_s, u"LOGICALREF int, CODE varchar(25), NAME varchar(51)"_s},
-        {u"UNITSETL"_s, u"LOGICALREF int, CODE varchar(11), NAME varchar(51)"_s}};
-    for (const auto &[ending, columns] : tables)
-        standin.run(u"create table %1%2 (%3)"_s.arg(prefix, ending, columns));
-    standin.run(u"create index %1C on %1CLCARD (CODE)"_s.arg(prefix));
-    standin.run(u"create index %1B on %1UNITBARCODE (BARCODE)"_s.arg(prefix));
-    standin.run(u"create index %1I on %1ITEMS (LOGICALREF)"_s.arg(prefix));
+    const QString statements =
+        uR"(create table if not exists L_CAPIFIRM (NR smallint, NAME varchar(51))
+insert into L_CAPIFIRM values (%1, 'ÖRNEK GIDA LTD. ŞTİ.')
+create table LG_%1_CLCARD (LOGICALREF int, CODE varchar(17), DEFINITION_ varchar(201), ACCEPTEINV smallint)
+create table LG_%1_UNITBARCODE (BARCODE varchar(101), ITEMREF int, UNITLINEREF int)
+create table LG_%1_ITEMS (LOGICALREF int, CODE varchar(25), NAME varchar(51))
+create table LG_%1_UNITSETL (LOGICALREF int, CODE varchar(11), NAME varchar(51))
+create index LG_%1_C on LG_%1_CLCARD (CODE)
+create index LG_%1_B on LG_%1_UNITBARCODE (BARCODE)
+create index LG_%1_I on LG_%1_ITEMS (LOGICALREF))"_s;
+    for (const QString &statement : statements.arg(firm, 3, 10, QChar(u'0')).split(u'\n'))
+        standin.run(statement);
 }
 
 } // namespace kervan
