@@ -229,6 +229,7 @@ private Q_SLOTS:
         add("a .docx", readBytes(path(u"a.docx"_s)), u"çalışma kitabı değil"_s);
         add("half an .xlsx", xlsx.first(xlsx.size() / 2), u"yarım kalmış"_s);
         add("half an .xls", xls.first(xls.size() / 2), u"yarım kalmış"_s);
+        add("less than half", xls.first(70), u"yarım kalmış"_s);
         add("half a header", xls.first(300), u"yarım kalmış"_s);
         add("an encrypted .xlsx", compound(u"EncryptedPackage"_s, "abc"),
             u"parola ile korunuyor"_s);
