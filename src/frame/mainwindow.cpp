@@ -156,8 +156,11 @@ void MainWindow::openTransfer(const Screen &screen)
     window->raise();
     window->setFocus(); // from the button back to the screen, whose keys work only there
     if (isNew && screen.load) {
-        // Laid out and painted; what the user does meanwhile waits.
-        QApplication::processEvents(QEventLoop::ExcludeUserInputEvents);
+        // Laid out and painted, in the two rounds that a list takes; nothing else comes in.
+        for (int round = 0; round < 2; ++round) {
+            QApplication::sendPostedEvents();
+            window->repaint();
+        }
         screen.load(window->widget());
     }
 }

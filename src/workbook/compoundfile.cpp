@@ -58,7 +58,7 @@ Entry entry(QByteArrayView directory, quint32 index)
 CompoundFile::CompoundFile(QByteArrayView bytes)
     : m_bytes(bytes)
 {
-    if (!bytes.startsWith(mark))
+    if (!bytes.startsWith(mark) || bytes.size() < headerSize)
         failDamaged();
     m_sectorBits = numberAt<quint16>(bytes, 30);
     if (m_sectorBits != 9 && m_sectorBits != 12)
@@ -82,7 +82,7 @@ QByteArrayView CompoundFile::sector(quint32 number) const
 void CompoundFile::readTable()
 {
     QList<quint32> places;
-    appendNumbers(places, m_bytes.sliced(76, std::min(m_bytes.size(), headerSize) - 76));
+    appendNumbers(places, m_bytes.sliced(76, headerSize - 76));
     places.resize(tableSectorsInHeader, lastSector);
     const qsizetype mostSectors = (m_bytes.size() >> m_sectorBits) + 1;
     auto list = numberAt<quint32>(m_bytes, 68);

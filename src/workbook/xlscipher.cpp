@@ -120,8 +120,9 @@ Cipher firstRc4(QByteArrayView data)
     const BlockKey keyOf = [key](quint32 block) {
         return Hash::hash(key + blockNumber(block), Hash::Md5);
     };
-    return fits(keyOf, Hash::Md5, part(data, 22, 16), part(data, 38, 16)) ? rc4Cipher(keyOf)
-                                                                          : Cipher();
+    if (!fits(keyOf, Hash::Md5, part(data, 22, 16), part(data, 38, 16)))
+        return {};
+    return rc4Cipher(keyOf);
 }
 
 // A key of 40 to 128 bits, hashed with SHA-1; one of 40 bits is filled up.
@@ -138,19 +139,21 @@ Cipher laterRc4(QByteArrayView data)
         const QByteArray key = Hash::hash(salted + blockNumber(block), Hash::Sha1).first(keyBytes);
         return keyBytes == 5 ? key.leftJustified(16, '\0') : key;
     };
-    return fits(keyOf, Hash::Sha1, part(data, verifier + 20, 16), part(data, verifier + 40, 20))
-               ? rc4Cipher(keyOf)
-               : Cipher();
+    if (!fits(keyOf, Hash::Sha1, part(data, verifier + 20, 16), part(data, verifier + 40, 20)))
+        return {};
+    return rc4Cipher(keyOf);
 }
 
 Cipher cipherOf(QByteArrayView data)
 {
     if (numberAt<quint16>(data, 0) == 0) { // key and hash of the password are in the open
-        const bool isKnown =
-            numberAt<quint16>(data, 2) == 0xB359 && numberAt<quint16>(data, 4) == 0x9A0A;
-        return isKnown ? xorCipher() : Cipher();
+        if (numberAt<quint16>(data, 2) != 0xB359 || numberAt<quint16>(data, 4) != 0x9A0A)
+            return {};
+        return xorCipher();
     }
-    return numberAt<quint16>(data, 2) == 1 ? firstRc4(data) : laterRc4(data);
+    if (numberAt<quint16>(data, 2) == 1)
+        return firstRc4(data);
+    return laterRc4(data);
 }
 
 bool isOpen(quint16 type)

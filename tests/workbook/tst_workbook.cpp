@@ -267,6 +267,7 @@ private Q_SLOTS:
         QTest::newRow("a .docx") << readBytes(path(u"a.docx"_s)) << u"çalışma kitabı değil"_s;
         QTest::newRow("half an .xlsx") << xlsx.first(xlsx.size() / 2) << u"yarım kalmış"_s;
         QTest::newRow("half an .xls") << xls.first(xls.size() / 2) << u"yarım kalmış"_s;
+        QTest::newRow("less than half") << xls.first(70) << u"yarım kalmış"_s;
         QTest::newRow("half a header") << xls.first(300) << u"yarım kalmış"_s;
         const QByteArray secret = compound(u"Workbook"_s, start + biffRecord(0x2F, "ab"));
         QTest::newRow("an encrypted .xls, cut off") << secret << u"yarım kalmış"_s;
