@@ -10,11 +10,13 @@
 #include <QGuiApplication>
 #include <QKeyEvent>
 #include <QScreen>
+#include <QSet>
 #include <QStyle>
 #include <QToolTip>
 #include <QVBoxLayout>
 
 #include <array>
+#include <utility>
 
 namespace kervan {
 
@@ -23,6 +25,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QStringView spelling = u"dd.MM.yyyy";
+constexpr int wholeDate = 6; // characters, at least
 constexpr QColor impossibleText(0xc4, 0x60, 0x4a);
 
 /// The day, month or year of a text that is parted by points, and where it stands.
@@ -91,9 +94,14 @@ void DateEdit::take(QDate date)
 
 void DateEdit::takeText()
 {
-    const QDate now = m_date.isValid() ? m_date : QDate::currentDate();
-    if (text() != m_date.toString(spelling))
-        take(typedDate(text(), now.year()).value_or(QDate()));
+    const int year = (m_date.isValid() ? m_date : QDate::currentDate()).year();
+    const QString typed = std::exchange(m_typed, {});
+    if (text() == m_date.toString(spelling))
+        return;
+    auto date = typedDate(text(), year);
+    if (!date && typed.size() >= wholeDate) // a whole one, typed amidst the old one
+        date = typedDate(typed, year);
+    take(date.value_or(QDate()));
 }
 
 void DateEdit::mark(bool impossible)
@@ -122,6 +130,7 @@ void DateEdit::pasteDate()
     if (typedDate(pasted, QDate::currentDate().year()))
         selectAll();
     insert(pasted);
+    m_typed.clear();
     mark(false);
 }
 
@@ -165,6 +174,12 @@ void DateEdit::keyPressEvent(QKeyEvent *event)
     if (event->matches(QKeySequence::Paste))
         return pasteDate();
     const QString typed = event->text();
+    static const QSet<int> breaking{Qt::Key_Backspace, Qt::Key_Delete, Qt::Key_Left,
+                                    Qt::Key_Right,     Qt::Key_Home,   Qt::Key_End};
+    if (breaking.contains(event->key()))
+        m_typed.clear();
+    else if (typed.size() == 1 && typed[0].isPrint())
+        m_typed += typed;
     if (typed.size() == 1 && typed[0].isDigit())
         makeWay();
     const bool isMark = typed.size() == 1 && u".,/-"_s.contains(typed[0]);
@@ -176,8 +191,16 @@ void DateEdit::keyPressEvent(QKeyEvent *event)
 
 void DateEdit::focusInEvent(QFocusEvent *event)
 {
+    m_typed.clear();
     m_clickedInto = event->reason() == Qt::MouseFocusReason;
     QLineEdit::focusInEvent(event);
+}
+
+void DateEdit::mousePressEvent(QMouseEvent *event)
+{
+    m_typed.clear();
+    m_clickedInto = m_clickedInto || !hasFocus(); // not yet, where the click wakes the window
+    QLineEdit::mousePressEvent(event);
 }
 
 // The first click chooses the whole date, so that one can be typed; the next sets the cursor.

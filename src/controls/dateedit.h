@@ -26,6 +26,7 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void focusInEvent(QFocusEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
 
 private:
@@ -39,6 +40,7 @@ private:
 
     QDate m_date;
     QAction *m_warning;
+    QString m_typed;            // in one go, without moving the cursor
     bool m_clickedInto = false; // by the press that gave it the focus
 };
 

@@ -9,6 +9,7 @@
 #include <QDir>
 #include <QDropEvent>
 #include <QFileInfo>
+#include <QKeyEvent>
 #include <QLabel>
 #include <QMimeData>
 #include <QProgressBar>
@@ -98,10 +99,20 @@ QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, Not
     return bar;
 }
 
-bool closeDropDown()
+DropDownFirst::DropDownFirst(QWidget *window)
+    : QObject(window)
 {
-    QWidget *popup = QApplication::activePopupWidget();
-    return popup && popup->close();
+    QCoreApplication::instance()->installEventFilter(this);
+}
+
+// A combo box closes its list at this event already, and lets the shortcut follow all the same.
+bool DropDownFirst::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() != QEvent::ShortcutOverride || !QApplication::activePopupWidget() ||
+        static_cast<QKeyEvent *>(event)->key() != Qt::Key_Escape)
+        return QObject::eventFilter(watched, event);
+    event->accept();
+    return true;
 }
 
 FileDrop::FileDrop(QWidget *window)

@@ -44,20 +44,24 @@ QFrame *plainFrame(GridView *view);
 QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, Notes &notes,
                               ProgressField &progress);
 
-/// Closes the list or calendar that is dropped down; false when there is none.
-bool closeDropDown();
+/// While a list, menu or calendar is dropped down, Esc is its own key and no shortcut of a window.
+class DropDownFirst : public QObject
+{
+public:
+    explicit DropDownFirst(QWidget *window);
 
-/// The button of the strip and Esc, anywhere on the window, ask for its closing. While something
-/// is dropped down, Esc closes that: a shortcut of the window gets the key before the popup does.
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+};
+
+/// The button of the strip and Esc, anywhere on the window, ask for its closing.
 template<class Window>
 void letClose(Window *window, TitleStrip *strip)
 {
     auto *escape = new QShortcut(Qt::Key_Escape, window);
     escape->setContext(Qt::WidgetWithChildrenShortcut);
-    QObject::connect(escape, &QShortcut::activated, window, [window] {
-        if (!closeDropDown())
-            Q_EMIT window->closeWanted();
-    });
+    new DropDownFirst(window);
+    QObject::connect(escape, &QShortcut::activated, window, &Window::closeWanted);
     QObject::connect(strip->closeButton(), &QAbstractButton::clicked, window, &Window::closeWanted);
 }
 
