@@ -2,6 +2,7 @@
 // ratio.
 // QT_QPA_PLATFORM=offscreen build/release/bench/bench_slips
 
+#include "logoxml/accumulated.h"
 #include "measure.h"
 #include "slips/slipscreen.h"
 #include "support/quietdesk.h"
@@ -87,6 +88,23 @@ void writeBytes(benchmark::State &state)
     writeAgain(state, desk.target);
 }
 
+// Each value brings three placeholder words, which all later rows change; the text itself grows by
+// the square of the rows.
+void fillWordsOfTheTemplate(benchmark::State &state)
+{
+    const QList<QByteArray> words{"saat", "yil", "tutar"};
+    const QStringList values{u"9"_s, u"2024"_s, u"tutar saat yil"_s};
+    qsizetype written = 0;
+    for (auto _ : state) {
+        AccumulatedBody body(sablon(u"kasatex"_s), words);
+        for (qint64 row = 0; row < state.range(0); ++row)
+            body.add(values);
+        body.handOverAll([&](QByteArrayView piece) { written += piece.size(); });
+    }
+    state.SetBytesProcessed(written);
+}
+
+BENCHMARK(fillWordsOfTheTemplate)->Arg(350)->Arg(3500)->Unit(benchmark::kMillisecond);
 BENCHMARK(readMovements)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(writeCashSlips)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(writeBytes)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();

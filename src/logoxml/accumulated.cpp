@@ -53,6 +53,7 @@ void AccumulatedBody::add(std::span<const QString> values)
 
 void AccumulatedBody::fillRuns(std::span<const QString> values)
 {
+    ++m_fillings;
     const QList<Fill> fills = fillsOf(m_placeholders, values);
     const auto live = std::exchange(m_live, {});
     for (const qsizetype run : live) {
@@ -105,57 +106,50 @@ qsizetype AccumulatedBody::runOf(const QByteArray &text, qsizetype record)
     return m_runs.size() - 1;
 }
 
-// The run that one has become where nothing else stands beside it. A chain of such is shortened, so
-// that no row walks all of it again.
-qsizetype AccumulatedBody::resolved(qsizetype run)
+const QByteArray *AccumulatedBody::textOf(const Piece &piece) const
 {
-    const auto next = [this](qsizetype i) {
-        const Run &at = m_runs[i];
-        return !at.live && at.becomes.size() == 1 ? at.becomes.first().run : -1;
-    };
-    qsizetype last = run;
-    while (next(last) >= 0)
-        last = next(last);
-    while (run != last)
-        run = std::exchange(m_runs[run].becomes.first().run, last);
-    return last;
+    if (piece.run < 0)
+        return &piece.text;
+    const Run &run = m_runs[piece.run];
+    if (run.live)
+        return &run.text;
+    return run.fillings == m_fillings ? &run.joined : nullptr;
 }
 
-QByteArray AccumulatedBody::joined(const Pieces &record, qsizetype number)
+// Runs that stand in each other by the thousand are walked from the innermost outwards, each once.
+void AccumulatedBody::join(qsizetype outermost, qsizetype record)
 {
-    if (record.size() == 1 && record.first().run < 0)
-        return record.first().text;
-    struct Place
-    {
-        const Pieces *pieces;
-        qsizetype at;
-    };
-    QByteArray text;
-    QList<Place> places{{&record, 0}};
-    while (!places.isEmpty()) {
-        Place &place = places.last();
-        if (place.at == place.pieces->size()) {
-            places.removeLast();
+    QList<qsizetype> waiting{outermost};
+    while (!waiting.isEmpty()) {
+        Run &run = m_runs[waiting.last()];
+        const auto unknown =
+            std::ranges::find_if(run.becomes, [this](const Piece &p) { return !textOf(p); });
+        if (unknown != run.becomes.end()) {
+            waiting << unknown->run;
             continue;
         }
-        const Piece &piece = (*place.pieces)[place.at++];
-        if (place.at == place.pieces->size())
-            places.removeLast(); // a long row of runs, one in the other, needs no long memory
-        if (piece.run < 0) {
-            text += piece.text;
-        } else if (const Run &run = m_runs[resolved(piece.run)]; run.live) {
-            text += run.text;
-        } else {
-            places << Place{&run.becomes, 0};
-        }
-        if (text.size() > largestRecord)
-            throw grown(number);
+        run.joined = joined(run.becomes, record);
+        run.fillings = m_fillings;
+        waiting.removeLast();
     }
-    m_swollen += text.size();
-    for (const Piece &piece : record)
-        m_swollen -= piece.text.size();
-    if (m_swollen > largestGrowth)
-        throw grown(number);
+}
+
+QByteArray AccumulatedBody::joined(const Pieces &pieces, qsizetype record)
+{
+    for (const Piece &piece : pieces) {
+        if (!textOf(piece))
+            join(piece.run, record);
+    }
+    if (pieces.size() == 1)
+        return *textOf(pieces.first()); // shared and not copied
+    QByteArray text;
+    for (const Piece &piece : pieces) {
+        text += *textOf(piece);
+        if (piece.run >= 0)
+            m_swollen += textOf(piece)->size();
+        if (text.size() > largestRecord || m_swollen > largestGrowth)
+            throw grown(record);
+    }
     return text;
 }
 

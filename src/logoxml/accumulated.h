@@ -46,16 +46,19 @@ private:
     struct Run
     {
         QByteArray text;
-        qsizetype record; // the first that holds it
-        Pieces becomes;   // by the filling behind it; names only runs made later
-        bool live = true; // it was not yet filled
+        qsizetype record;       // the first that holds it
+        Pieces becomes;         // by the filling behind it; names only runs made later
+        bool live = true;       // it was not yet filled
+        QByteArray joined = {}; // what it has become behind so many fillings
+        qsizetype fillings = -1;
     };
 
     void fillRuns(std::span<const QString> values);
     Pieces split(const QByteArray &text, qsizetype record);
     qsizetype runOf(const QByteArray &text, qsizetype record);
-    qsizetype resolved(qsizetype run);
-    QByteArray joined(const Pieces &record, qsizetype number);
+    const QByteArray *textOf(const Piece &piece) const; // null where it is to be joined
+    void join(qsizetype outermost, qsizetype record);
+    QByteArray joined(const Pieces &pieces, qsizetype record);
     void handOver(qsizetype count, const TakePiece &take);
     bool holdsPlaceholder(QByteArrayView text) const;
 
@@ -66,6 +69,7 @@ private:
     QList<Run> m_runs;
     QHash<QByteArray, qsizetype> m_live; // runs by their text
     qsizetype m_handedOver = 0;
+    qsizetype m_fillings = 0;
     qsizetype m_searched = 0; // bytes of runs that were filled
     qsizetype m_swollen = 0;  // bytes that runs brought into records
 };

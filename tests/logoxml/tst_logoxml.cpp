@@ -96,6 +96,16 @@ private Q_SLOTS:
                  u"3. kayıt çok büyüdü."_s);
     }
 
+    void aSlipThatSwellsBeyondMeasureIsAFailureAndNoDocument()
+    {
+        AccumulatedBody body("<A>a</A>", {"a"});
+        const QString twice = u"a a"_s;
+        for (int row = 0; row < 60; ++row)
+            body.add(std::span(&twice, 1));
+        QVERIFY(
+            failureOf([&] { body.handOverAll([](QByteArrayView) {}); }).startsWith(u"1. kayıt"));
+    }
+
     void aTargetThatCannotBeWrittenKeepsTheOldDocument()
     {
         // 1001003 bytes
