@@ -28,6 +28,7 @@ int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Kervan Transfer"_s);
+    QApplication::setOrganizationName(u"Kervan"_s);
     QLockFile instance(lockPath());
     instance.setStaleLockTime(0);
     if (!instance.tryLock() && instance.error() == QLockFile::LockFailedError)

@@ -18,7 +18,7 @@ struct Colours
 constexpr Colours light{.window = {0xf4, 0xf5, 0xf7},
                         .text = {0x23, 0x2a, 0x31},
                         .base = {0xff, 0xff, 0xff},
-                        .alternate = {0xf7, 0xf9, 0xfa},
+                        .alternate = {0xef, 0xf3, 0xf5},
                         .button = {0xfb, 0xfc, 0xfd},
                         .highlight = {0x2f, 0x6f, 0x7e},
                         .highlightedText = {0xff, 0xff, 0xff},
@@ -29,7 +29,7 @@ constexpr Colours light{.window = {0xf4, 0xf5, 0xf7},
 constexpr Colours dark{.window = {0x2b, 0x2e, 0x33},
                        .text = {0xe3, 0xe6, 0xe9},
                        .base = {0x23, 0x26, 0x2a},
-                       .alternate = {0x28, 0x2b, 0x30},
+                       .alternate = {0x2d, 0x31, 0x36},
                        .button = {0x37, 0x3b, 0x41},
                        .highlight = {0x3f, 0x87, 0x97},
                        .highlightedText = {0xff, 0xff, 0xff},
@@ -94,6 +94,18 @@ void applyTheme(QApplication &application, bool isDark)
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QApplication::setPalette(paletteOf(colours));
     application.setStyleSheet(styleOf(colours));
+}
+
+QColor tint(const QPalette &palette)
+{
+    constexpr int share = 20; // of a hundred
+    const QColor base = palette.color(QPalette::Base);
+    const QColor accent = palette.color(QPalette::Highlight);
+    const auto mixed = [](int below, int above) {
+        return (below * (100 - share) + above * share) / 100;
+    };
+    return {mixed(base.red(), accent.red()), mixed(base.green(), accent.green()),
+            mixed(base.blue(), accent.blue())};
 }
 
 } // namespace kervan

@@ -1,6 +1,8 @@
 #pragma once
 
 class QApplication;
+class QColor;
+class QPalette;
 
 namespace kervan {
 
@@ -9,5 +11,8 @@ void applyTheme(QApplication &application);
 
 /// The same with the choice made by the caller.
 void applyTheme(QApplication &application, bool dark);
+
+/// The ground of a ticked row.
+QColor tint(const QPalette &palette);
 
 } // namespace kervan

@@ -2,6 +2,7 @@
 
 #include "controls/binding.h"
 #include "controls/gridview.h"
+#include "controls/keyedbutton.h"
 #include "controls/pictures.h"
 
 #include <QDropEvent>
@@ -28,7 +29,8 @@ TitleStrip *titleStrip(const QString &title)
 QPushButton *commandButton(QWidget *window, const QString &name, const QString &caption,
                            const QString &pictureName, const QString &keys)
 {
-    auto *button = new QPushButton(picture(pictureName), caption);
+    auto *button = new KeyedButton(caption, keys);
+    button->setIcon(picture(pictureName));
     button->setObjectName(name);
     button->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
     button->setAutoDefault(true); // Enter presses it
@@ -98,8 +100,8 @@ FileDrop::FileDrop(QWidget *window)
 void layOutParts(QWidget *window, const TransferParts &parts)
 {
     auto *column = new QVBoxLayout(window);
-    column->setContentsMargins(8, 8, 8, 4);
-    column->setSpacing(6);
+    column->setContentsMargins(screenMargins);
+    column->setSpacing(screenSpacing);
     column->addWidget(parts.strip);
     for (QWidget *panel : parts.panels)
         column->addWidget(panel, panel == parts.panels.last() ? 1 : 0);

@@ -4,6 +4,7 @@
 #include "controls/titlestrip.h"
 
 #include <QList>
+#include <QMargins>
 #include <QObject>
 #include <QShortcut>
 #include <QString>
@@ -22,6 +23,9 @@ namespace kervan {
 class GridView;
 
 // The pieces that the windows of the transfers are made of.
+
+constexpr QMargins screenMargins(6, 2, 6, 0);
+constexpr int screenSpacing = 4;
 
 /// The strip `bar1` with its title `bart` in the middle.
 TitleStrip *titleStrip(const QString &title);

@@ -9,12 +9,14 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
+#include <QScrollArea>
 
 class QDialog;
 class QMenu;
 
 namespace kervan {
 
+class ButtonBand;
 class Resim;
 
 /// The frame `MDIForm1`: holds every transfer screen as a child and opens the definition screens
@@ -25,6 +27,7 @@ class MainWindow : public QMainWindow
 
 public:
     explicit MainWindow(Program &program, QWidget *parent = nullptr);
+    ~MainWindow() override;
 
     /// Makes the screen or brings the one that is open forward. A failure at its opening is shown
     /// in a plain box, and the screen is then not there.
@@ -39,7 +42,7 @@ public:
     Window *openScreen(QStringView screen) const
     {
         const auto window = m_transfers.value(screen);
-        return window ? qobject_cast<Window *>(window->widget()) : nullptr;
+        return window ? qobject_cast<Window *>(screenIn(window)) : nullptr;
     }
     /// The transfer's window, which is made unseen if it isn't open, and stays so; the user goes on
     /// where he was.
@@ -47,22 +50,31 @@ public:
     Window *inBackground(QStringView screen)
     {
         QMdiSubWindow *active = m_area->activeSubWindow();
-        auto *window = qobject_cast<Window *>(transfer(*screenOf(screen))->widget());
+        auto *window = qobject_cast<Window *>(screenIn(transfer(*screenOf(screen))));
         if (active) {
             m_area->setActiveSubWindow(active);
             active->setFocus();
         }
         return window;
     }
+    /// The child of the frame that a transfer's window stands in.
+    static QMdiSubWindow *subWindowOf(QWidget *screen);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
     bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    QWidget *buttonBand();
+    static QWidget *screenIn(const QMdiSubWindow *window);
+    void fillBand();
     void buildMenus();
+    /// As large as it was left, and never larger than the screen that it opens on.
+    void placeItself();
+    /// Shows by the buttons whether a screen is open, and which one is in front.
+    void showFront();
+    void bringIntoView(QWidget *before, QWidget *now);
     /// The transfer's window in the frame, made unseen if it isn't open.
     QMdiSubWindow *transfer(const Screen &screen);
     void openTransfer(const Screen &screen);
@@ -72,6 +84,7 @@ private:
 
     Program &m_program;
     QMdiArea *m_area;
+    ButtonBand *m_band;
     Resim *m_resim;
     QMenu *m_seminmenu = nullptr;
     QHash<QStringView, QPointer<QMdiSubWindow>> m_transfers;

@@ -1,9 +1,9 @@
 #include "cards/screens/crwindow.h"
 
+#include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/transferwidgets.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QStatusBar>
@@ -33,8 +33,7 @@ QWidget *CrWindow::commands()
 {
     auto *bar = new QWidget;
     bar->setObjectName(u"f1"_s);
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *row = new FlowLayout(bar);
     const auto add = [&](const QString &name, const QString &caption, const QString &picture,
                          const QString &keys) {
         auto *button = commandButton(this, name, caption, picture, keys);
