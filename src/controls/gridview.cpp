@@ -20,7 +20,6 @@ namespace {
 constexpr int twipsPerPixel = 15;
 constexpr int rowsLookedAt = 200; // for the width of a column
 constexpr int widestColumn = 420;
-constexpr int rowsWished = 4;
 constexpr int rowsNeeded = 2;
 
 } // namespace
@@ -276,7 +275,7 @@ int GridView::heightOf(int rows) const
 
 QSize GridView::sizeHint() const
 {
-    return {QTableView::sizeHint().width(), heightOf(rowsWished)};
+    return {QTableView::sizeHint().width(), heightOf(rowsNeeded)};
 }
 
 QSize GridView::minimumSizeHint() const
@@ -284,10 +283,11 @@ QSize GridView::minimumSizeHint() const
     return {QTableView::minimumSizeHint().width(), heightOf(rowsNeeded)};
 }
 
-void GridView::enter()
+void GridView::enter(int row)
 {
-    if (!currentIndex().isValid() && !m_grid.isEmpty())
-        selectionModel()->setCurrentIndex(m_grid.index(0, 0), QItemSelectionModel::NoUpdate);
+    if (row >= 0 || !currentIndex().isValid())
+        selectionModel()->setCurrentIndex(m_grid.index(qMax(row, 0), 0),
+                                          QItemSelectionModel::NoUpdate);
     setFocus();
 }
 

@@ -31,8 +31,8 @@ public:
     void setCustomerColumn(int column) { m_customerColumn = column; }
     /// An empty list takes only the room of what it says.
     void shrinkWhenEmpty();
-    /// Takes the focus with its first row, which is not selected by that.
-    void enter();
+    /// Takes the focus with this row, or its first one; it is not selected by that.
+    void enter(int row = -1);
     bool isTicked(int row) const;
 
     QModelIndex indexAt(const QPoint &point) const override;

@@ -47,6 +47,10 @@ QFrame *plainFrame(GridView *view);
 QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, TextField &bilgi,
                               ProgressField &progress);
 
+/// Lets the hands stay on the keys: F6 and Shift+F6 go from pane to pane of the window, a list or a
+/// panel of its layout, and a read that its button began leads to the first row.
+void leadThroughPanes(QWidget *window);
+
 /// The button of the strip and Esc, anywhere on the window, ask for its closing.
 template<class Window>
 void letClose(Window *window, TitleStrip *strip)

@@ -67,8 +67,12 @@ MainWindow::MainWindow(Program &program, QWidget *parent)
 void MainWindow::bringIntoView(QWidget *, QWidget *now)
 {
     QMdiSubWindow *window = subWindowOf(now);
-    if (window && window->mdiArea() == m_area)
-        static_cast<QScrollArea *>(window->widget())->ensureWidgetVisible(now, 4, 4);
+    if (!window || window->mdiArea() != m_area)
+        return;
+    auto *scroller = static_cast<QScrollArea *>(window->widget());
+    const QPoint top = now->mapTo(window, QPoint()) - scroller->widget()->mapTo(window, QPoint());
+    for (const int y : {top.y() + now->height(), top.y()}) // of what is too high, the upper part
+        scroller->ensureVisible(top.x(), y, 4, 4);
 }
 
 // The screens go after it, and it no longer follows what becomes of them.
@@ -178,6 +182,7 @@ QMdiSubWindow *MainWindow::transfer(const Screen &screen)
         scroller->setFocusPolicy(Qt::NoFocus);
         scroller->setWidgetResizable(true);
         QWidget *made = screen.make(*this, screen.word);
+        m_start = made->focusWidget(); // which it forgets when it is put into the frame
         scroller->setWidget(made);
         // It fills the frame, and its own strip tells its name: a title bar would only take room.
         window = m_area->addSubWindow(scroller, Qt::SubWindow | Qt::FramelessWindowHint);
@@ -186,8 +191,6 @@ QMdiSubWindow *MainWindow::transfer(const Screen &screen)
         window->setWindowIcon(windowIcon());
         window->setWindowTitle(made->windowTitle());
         window->setGeometry(m_area->viewport()->rect());
-        if (QWidget *start = made->focusWidget())
-            start->setFocus(); // known to the screen alone so far, and now to those around it
         connect(window, &QObject::destroyed, this, &MainWindow::showFront);
     }
     return window;
@@ -225,6 +228,9 @@ void MainWindow::openTransfer(const Screen &screen)
     m_area->setActiveSubWindow(window);
     window->raise();
     window->setFocus(); // from the button back to the screen, whose keys work only there
+    if (m_start && window->isAncestorOf(m_start))
+        m_start->setFocus();
+    m_start = nullptr;
 }
 
 void MainWindow::openDialog(const Screen &screen)

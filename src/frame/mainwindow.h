@@ -87,6 +87,7 @@ private:
     ButtonBand *m_band;
     Resim *m_resim;
     QMenu *m_seminmenu = nullptr;
+    QPointer<QWidget> m_start; ///< where work begins on the screen that was made last
     QHash<QStringView, QPointer<QMdiSubWindow>> m_transfers;
     QHash<QStringView, QPointer<QDialog>> m_dialogs;
 };

@@ -121,8 +121,12 @@ QWidget *FatWindow::filters()
     search->setPlaceholderText(u"Enter ile ara"_s);
     search->setMaximumWidth(260);
     bind(search, list.arananUnvan);
-    connect(search, &QLineEdit::returnPressed, this,
-            [this] { m_l1->markRows(m_fat.liste.unvanara()); });
+    connect(search, &QLineEdit::returnPressed, this, [this] {
+        const QList<int> found = m_fat.liste.unvanara();
+        m_l1->markRows(found);
+        if (!found.isEmpty())
+            m_l1->enter(found.first());
+    });
     row->addPair(labelFor(search, u"Cari Unvanı:"_s), search);
     row->addStretch();
     auto *range = addDateFilter(row, list, [this] { m_fat.tarihdegisti(); });

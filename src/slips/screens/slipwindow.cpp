@@ -43,6 +43,7 @@ SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
     addHidden();
 
     letClose(this, strip);
+    leadThroughPanes(this);
     connect(new FileDrop(this), &FileDrop::dropped, this,
             [this](const QString &path) { m_screen.birakilandosya(path); });
     m_screen.load();

@@ -59,7 +59,7 @@ DefinitionWindow::DefinitionWindow(Program &program, const Definition &definitio
     connect(&m_screen.kayitta, &CheckField::changed, this, &DefinitionWindow::showFrame);
     m_screen.yukle();
     const QSize wished = sizeHint().expandedTo({listWidth(definition), wishedHeight});
-    resize(wished.boundedTo(QWidget::screen()->availableSize() - roomForItsFrame));
+    setFixedSize(wished.boundedTo(QWidget::screen()->availableSize() - roomForItsFrame));
     showFrame();
 }
 
