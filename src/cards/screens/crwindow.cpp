@@ -49,11 +49,12 @@ QWidget *CrWindow::commands()
                 u"Ctrl+Shift+S"_s),
             &QAbstractButton::clicked, this, [this] { m_cr.guncellemexmlkaydet(); });
     row->addStretch();
-    connect(add(u"chameleonButton3"_s, u"Cari Güncelleme"_s, u"reread"_s, u"Ctrl+G"_s),
-            &QAbstractButton::clicked, this, [this] {
-                if (m_cr.guncellemekontrol())
-                    Q_EMIT guncellemeWanted();
-            });
+    auto *update = add(u"chameleonButton3"_s, u"Cari Güncelleme"_s, u"update"_s, u"Ctrl+G"_s);
+    update->setProperty("writes", true);
+    connect(update, &QAbstractButton::clicked, this, [this] {
+        if (m_cr.guncellemekontrol())
+            Q_EMIT guncellemeWanted();
+    });
     return bar;
 }
 
