@@ -1,11 +1,13 @@
 #include "controls/gridview.h"
 
+#include "controls/frozenheader.h"
+#include "controls/griddelegate.h"
+
 #include <QClipboard>
 #include <QGuiApplication>
-#include <QHeaderView>
 #include <QKeyEvent>
 #include <QPainter>
-#include <QStyledItemDelegate>
+#include <QScrollBar>
 
 #include <algorithm>
 
@@ -18,35 +20,16 @@ namespace {
 constexpr int twipsPerPixel = 15;
 constexpr int rowsLookedAt = 200; // for the width of a column
 constexpr int widestColumn = 420;
-
-// Where whole rows are chosen, no single cell stands out.
-class RowDelegate : public QStyledItemDelegate
-{
-public:
-    explicit RowDelegate(GridView *view)
-        : QStyledItemDelegate(view)
-        , m_view(view)
-    {
-    }
-    void paint(QPainter *painter, const QStyleOptionViewItem &option,
-               const QModelIndex &index) const override
-    {
-        QStyleOptionViewItem shown = option;
-        if (m_view->selectionBehavior() == QAbstractItemView::SelectRows)
-            shown.state &= ~QStyle::State_HasFocus;
-        QStyledItemDelegate::paint(painter, shown, index);
-    }
-
-private:
-    GridView *m_view;
-};
+constexpr int rowsNeeded = 2;
 
 } // namespace
 
 GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
     : QTableView(parent)
     , m_grid(grid)
+    , m_header(new FrozenHeader(this))
 {
+    setHorizontalHeader(m_header);
     setObjectName(name);
     setModel(&grid);
     setSelectionBehavior(SelectRows);
@@ -59,8 +42,7 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
     setEditTriggers(NoEditTriggers);
     verticalHeader()->hide();
     verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
-    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 8);
-    horizontalHeader()->setHighlightSections(false);
+    verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     horizontalHeader()->setResizeContentsPrecision(rowsLookedAt);
     for (int column = 0; column < grid.columnCount(); ++column)
         setColumnWidth(column, grid.columns()[column].twips / twipsPerPixel);
@@ -69,7 +51,12 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
         if (m_fitted && !m_fitting)
             m_setByUser << column;
     });
-    setItemDelegate(new RowDelegate(this));
+    setItemDelegate(new GridDelegate(this));
+    // A tick is told of by the first cell, and tints its whole row.
+    connect(&grid, &QAbstractItemModel::dataChanged, viewport(), qOverload<>(&QWidget::update));
+    m_header->setContextMenuPolicy(Qt::CustomContextMenu);
+    connect(m_header, &QWidget::customContextMenuRequested, this,
+            [this](const QPoint &place) { showColumnMenu(m_header->mapToGlobal(place)); });
 }
 
 void GridView::setEmptyText(const QString &text)
@@ -86,7 +73,7 @@ void GridView::fitColumns()
     m_fitting = true;
     for (int column = 0; column < m_grid.columnCount(); ++column) {
         const int contents =
-            qMax(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)) + 8;
+            qMax(sizeHintForColumn(column), horizontalHeader()->sectionSizeHint(column)) + 2;
         const int wanted = qMin(contents, widestColumn);
         if (!m_setByUser.contains(column) && (!m_fitted || wanted > columnWidth(column)))
             setColumnWidth(column, wanted);
@@ -123,17 +110,22 @@ void GridView::markRows(const QList<int> &rows)
         scrollTo(m_grid.index(rows.first(), 0), PositionAtCenter);
 }
 
-void GridView::copySelection() const
+void GridView::copySelection(Headings headings) const
 {
+    const QList<int> rows = selectedPositions();
     QStringList lines;
-    for (const int row : selectedPositions()) {
+    const auto addLine = [&](int row, const auto &textOf) {
         QStringList cells;
         for (int column = 0; column < m_grid.columnCount(); ++column) {
             if (!isColumnHidden(column) && selectionModel()->isSelected(m_grid.index(row, column)))
-                cells << m_grid.cell(row, column);
+                cells << textOf(column);
         }
         lines << cells.join(u'\t');
-    }
+    };
+    if (headings == Headings::With && !rows.isEmpty())
+        addLine(rows.first(), [this](int column) { return m_grid.columns()[column].heading; });
+    for (const int row : rows)
+        addLine(row, [this, row](int column) { return m_grid.cell(row, column); });
     if (!lines.isEmpty())
         QGuiApplication::clipboard()->setText(lines.join(u'\n'));
 }
@@ -141,7 +133,9 @@ void GridView::copySelection() const
 // All selected rows take the state that the current one does not have.
 void GridView::tickSelection()
 {
-    const QList<int> rows = selectedPositions();
+    QList<int> rows = selectedPositions();
+    if (rows.isEmpty() && currentIndex().isValid())
+        rows << currentIndex().row();
     if (rows.isEmpty())
         return;
     const int leading = rows.contains(currentIndex().row()) ? currentIndex().row() : rows.first();
@@ -152,10 +146,12 @@ void GridView::tickSelection()
 
 void GridView::keyPressEvent(QKeyEvent *event)
 {
-    const bool tickable = m_grid.flags(m_grid.index(0, 0)).testFlag(Qt::ItemIsUserCheckable);
     if (event->matches(QKeySequence::Copy))
         copySelection();
-    else if (event->key() == Qt::Key_Space && tickable)
+    else if (event->key() == Qt::Key_C &&
+             event->modifiers() == (Qt::ControlModifier | Qt::ShiftModifier))
+        copySelection(Headings::With);
+    else if (event->key() == Qt::Key_Space && isTickable())
         tickSelection();
     else
         moveByKey(event);
@@ -180,12 +176,119 @@ void GridView::moveByKey(QKeyEvent *event)
 void GridView::paintEvent(QPaintEvent *event)
 {
     QTableView::paintEvent(event);
+    QPainter painter(viewport());
+    paintFrozen(painter, event->rect());
+    const QModelIndex current = currentIndex();
+    if (hasFocus() && selectionBehavior() == SelectRows && current.isValid()) {
+        painter.setPen(palette().color(QPalette::Highlight));
+        painter.drawRect(0, rowViewportPosition(current.row()),
+                         qMin(m_header->length(), viewport()->width()) - 1,
+                         rowHeight(current.row()) - 1);
+    }
     if (!m_grid.isEmpty() || m_emptyText.isEmpty())
         return;
-    QPainter painter(viewport());
     painter.setPen(palette().color(QPalette::PlaceholderText));
-    painter.drawText(viewport()->rect().adjusted(20, 20, -20, -20),
+    painter.drawText(viewport()->rect().adjusted(20, 2, -20, -2),
                      Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
+}
+
+void GridView::freeze(int columns)
+{
+    m_header->setFrozen(columns);
+}
+
+QModelIndex GridView::indexAt(const QPoint &point) const
+{
+    const bool isFrozen = point.x() < m_header->frozenWidth();
+    return QTableView::indexAt(isFrozen ? point - QPoint(m_header->offset(), 0) : point);
+}
+
+QRect GridView::visualRect(const QModelIndex &index) const
+{
+    QRect rect = QTableView::visualRect(index);
+    if (index.isValid() && m_header->visualIndex(index.column()) < m_header->frozen())
+        rect.translate(m_header->offset(), 0);
+    return rect;
+}
+
+void GridView::scrollTo(const QModelIndex &index, ScrollHint hint)
+{
+    QTableView::scrollTo(index, hint);
+    const int hidden = m_header->frozenWidth() - visualRect(index).left();
+    if (hidden > 0 && m_header->visualIndex(index.column()) >= m_header->frozen())
+        horizontalScrollBar()->setValue(horizontalScrollBar()->value() - hidden);
+}
+
+// What stays can't be moved along with the rest of the picture.
+void GridView::scrollContentsBy(int dx, int dy)
+{
+    QTableView::scrollContentsBy(dx, dy);
+    if (dx == 0)
+        return;
+    viewport()->update();
+    m_header->viewport()->update();
+}
+
+void GridView::paintFrozen(QPainter &painter, const QRect &area)
+{
+    const int end = m_header->frozenWidth();
+    if (end == 0 || area.left() > end || m_grid.isEmpty())
+        return;
+    QStyleOptionViewItem option;
+    initViewItemOption(&option);
+    const int last = rowAt(area.bottom()) < 0 ? m_grid.rows() - 1 : rowAt(area.bottom());
+    for (int row = qMax(rowAt(area.top()), 0); row <= last; ++row) {
+        for (int visual = 0; visual < m_header->frozen(); ++visual) {
+            const QModelIndex index = m_grid.index(row, m_header->logicalIndex(visual));
+            option.rect = visualRect(index);
+            const auto ground = row % 2 ? QPalette::AlternateBase : QPalette::Base;
+            painter.fillRect(option.rect, palette().brush(ground));
+            option.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(index));
+            itemDelegateForIndex(index)->paint(&painter, option, index);
+        }
+    }
+    painter.setPen(palette().color(QPalette::Mid));
+    painter.drawLine(end - 1, area.top(), end - 1, area.bottom());
+}
+
+void GridView::shrinkWhenEmpty()
+{
+    m_shrinks = true;
+    const auto show = [this] {
+        m_header->setVisible(!m_grid.isEmpty());
+        setHorizontalScrollBarPolicy(m_grid.isEmpty() ? Qt::ScrollBarAlwaysOff
+                                                      : Qt::ScrollBarAsNeeded);
+        updateGeometry();
+    };
+    show();
+    connect(&m_grid, &QAbstractItemModel::modelReset, this, show);
+    connect(&m_grid, &QAbstractItemModel::rowsInserted, this, show);
+}
+
+int GridView::heightOf(int rows) const
+{
+    if (m_shrinks && model()->rowCount() == 0) // the grid itself may be gone, behind its screen
+        return fontMetrics().height() + 8;
+    return m_header->sizeHint().height() + rows * verticalHeader()->defaultSectionSize() +
+           horizontalScrollBar()->sizeHint().height() + 2 * frameWidth();
+}
+
+QSize GridView::sizeHint() const
+{
+    return {QTableView::sizeHint().width(), heightOf(rowsNeeded)};
+}
+
+QSize GridView::minimumSizeHint() const
+{
+    return {QTableView::minimumSizeHint().width(), heightOf(rowsNeeded)};
+}
+
+void GridView::enter(int row)
+{
+    if (row >= 0 || !currentIndex().isValid())
+        selectionModel()->setCurrentIndex(m_grid.index(qMax(row, 0), 0),
+                                          QItemSelectionModel::NoUpdate);
+    setFocus();
 }
 
 } // namespace kervan

@@ -7,8 +7,11 @@
 
 namespace kervan {
 
+class FrozenHeader;
+
 /// A list over a Grid: whole rows are selected, the blank key ticks them, Ctrl+C copies them as
-/// tab-separated text, and the columns fit their contents at the first fill.
+/// tab-separated text, a menu offers this too, and the columns fit their contents at the first
+/// fill. What the user makes of the columns is there again when the list is shown the next time.
 class GridView : public QTableView
 {
     Q_OBJECT
@@ -20,7 +23,23 @@ public:
     void setEmptyText(const QString &text);
     /// Adds these rows to the selection and makes the first of them visible.
     void markRows(const QList<int> &rows);
-    void copySelection() const;
+    enum class Headings { Without, With };
+    void copySelection(Headings headings = Headings::Without) const;
+    /// The first columns stay in view while the others are scrolled.
+    void freeze(int columns);
+    /// Rows with the same text in this column belong to one customer.
+    void setCustomerColumn(int column) { m_customerColumn = column; }
+    /// An empty list takes only the room of what it says.
+    void shrinkWhenEmpty();
+    /// Takes the focus with this row, or its first one; it is not selected by that.
+    void enter(int row = -1);
+    bool isTicked(int row) const;
+
+    QModelIndex indexAt(const QPoint &point) const override;
+    QRect visualRect(const QModelIndex &index) const override;
+    void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
     /// The current row was moved by a key.
@@ -29,8 +48,21 @@ Q_SIGNALS:
 protected:
     void keyPressEvent(QKeyEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
+    void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    int heightOf(int rows) const;
+    void paintFrozen(QPainter &painter, const QRect &area);
+    bool isTickable() const;
+    void tickRows(bool tick);
+    void tickCustomer();
+    void showColumnMenu(const QPoint &place);
+    QString memoryKey(QStringView what) const;
+    void recallColumns();
+    void keepColumns() const;
     QList<int> selectedPositions() const;
     void tickSelection();
     void moveByKey(QKeyEvent *event);
@@ -38,6 +70,11 @@ private:
 
     Grid &m_grid;
     QString m_emptyText;
+    FrozenHeader *m_header;
+    int m_customerColumn = -1;
+    bool m_shrinks = false;
+    bool m_recalled = false;
+    QSet<int> m_hiddenByUser;
     bool m_fitted = false;
     bool m_fitting = false;
     QSet<int> m_setByUser; // columns whose width the user has set

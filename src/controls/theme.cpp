@@ -3,6 +3,7 @@
 #include <QApplication>
 #include <QPalette>
 #include <QStyleFactory>
+#include <QTimer>
 
 namespace kervan {
 
@@ -12,33 +13,36 @@ namespace {
 
 struct Colours
 {
-    QColor window, text, base, alternate, button, highlight, highlightedText, line, faint, accent;
-    QColor fault, faultBase; // what failed, and the strip that tells it
+    QColor window, text, base, alternate, button, highlight, highlightedText, line, faint, accent,
+        handle;
+    QColor fault, faultBase; // what failed or writes into Logo, and the strip that tells it
 };
 
 constexpr Colours light{.window = {0xf4, 0xf5, 0xf7},
                         .text = {0x23, 0x2a, 0x31},
                         .base = {0xff, 0xff, 0xff},
-                        .alternate = {0xf7, 0xf9, 0xfa},
+                        .alternate = {0xef, 0xf3, 0xf5},
                         .button = {0xfb, 0xfc, 0xfd},
                         .highlight = {0x2f, 0x6f, 0x7e},
                         .highlightedText = {0xff, 0xff, 0xff},
                         .line = {0xd3, 0xd9, 0xde},
-                        .faint = {0x76, 0x82, 0x8c},
+                        .faint = {0x60, 0x6b, 0x75},
                         .accent = {0x2f, 0x6f, 0x7e},
+                        .handle = {0xa9, 0xb4, 0xbc},
                         .fault = {0xa1, 0x2d, 0x1c},
                         .faultBase = {0xfd, 0xf1, 0xee}};
 
 constexpr Colours dark{.window = {0x2b, 0x2e, 0x33},
                        .text = {0xe3, 0xe6, 0xe9},
-                       .base = {0x23, 0x26, 0x2a},
-                       .alternate = {0x28, 0x2b, 0x30},
+                       .base = {0x1c, 0x1f, 0x22},
+                       .alternate = {0x26, 0x2a, 0x2e},
                        .button = {0x37, 0x3b, 0x41},
                        .highlight = {0x3f, 0x87, 0x97},
                        .highlightedText = {0xff, 0xff, 0xff},
                        .line = {0x47, 0x4c, 0x53},
                        .faint = {0x97, 0xa1, 0xa9},
                        .accent = {0x7f, 0xbc, 0xc9},
+                       .handle = {0x6b, 0x73, 0x7b},
                        .fault = {0xf5, 0xa8, 0x98},
                        .faultBase = {0x40, 0x2b, 0x28}};
 
@@ -68,40 +72,140 @@ QPalette paletteOf(const Colours &c)
 
 QString styleOf(const Colours &c)
 {
-    return u"QGroupBox { font-weight: 600; border: 1px solid %1; border-radius: 6px;"
-           "  margin-top: 0.8em; padding-top: 0.35em; }"
-           "QGroupBox::title { subcontrol-origin: margin; left: 10px; padding: 0 4px; color: %2; }"
-           "QTableView { border: none; gridline-color: %1; }"
-           "QHeaderView::section { background: %3; border: none; border-right: 1px solid %1;"
-           "  border-bottom: 1px solid %1; padding: 4px 6px; }"
-           "#bar1 { background: %4; border: 1px solid %1; border-radius: 6px; }"
-           "#bar1 QLabel { color: %2; font-weight: 600; }"
-           "QCheckBox::indicator, QTableView::indicator { width: 13px; height: 13px;"
-           "  border: 1px solid %5; border-radius: 3px; background: %6; }"
-           "QCheckBox::indicator:checked, QTableView::indicator:checked { background: %2;"
-           "  border-color: %2; image: url(:/pictures/tick.svg); }"
-           "QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: %2; }"
-           "#odmplnkod, #kdyaz { color: %2; font-weight: 600; }"
-           "#bilgi { color: %7; }"
-           "#arizalar { background: %8; border: 1px solid %7; border-radius: 6px; }"
-           "#yazilanlar { background: %4; border: 1px solid %2; border-radius: 6px; }"_s.arg(
-               c.line.name(), c.accent.name(), c.window.name(), c.button.name(), c.faint.name(),
-               c.base.name(), c.fault.name(), c.faultBase.name());
+    const QString lists =
+        u"QGroupBox { font-weight: 600; border: 1px solid %1; border-radius: 6px;"
+        "  margin-top: 0.8em; padding-top: 0.35em; }"
+        "QGroupBox::title { subcontrol-origin: margin; left: 10px; padding: 0 4px; color: %2; }"
+        "QTableView { border: none; gridline-color: %1; }"
+        "QHeaderView::section { background: %3; border: none; border-right: 1px solid %1;"
+        "  border-bottom: 1px solid %1; padding: 3px 6px; }"
+        "#bar1 { background: %4; border: 1px solid %1; border-radius: 6px; }"
+        "#bar1 QLabel { color: %2; font-weight: 600; }"
+        "#odmplnkod, #kdyaz { color: %2; font-weight: 600; }"_s.arg(
+            c.line.name(), c.accent.name(), c.window.name(), c.button.name());
+    const QString boxes =
+        u"QCheckBox::indicator, QTableView::indicator { width: 13px; height: 13px;"
+        "  border: 1px solid %1; border-radius: 3px; background: %2; }"
+        "QCheckBox::indicator:checked, QTableView::indicator:checked { background: %3;"
+        "  border-color: %3; image: url(:/pictures/tick.svg); }"
+        "QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: %3; }"_s.arg(
+            c.faint.name(), c.base.name(), c.highlight.name());
+    // The handle stands out from its ground, and stays whole at scales like 150 %.
+    const QString scrolling =
+        u"QScrollBar { background: %1; border: none; margin: 0; }"
+        "QScrollBar:vertical { width: 12px; } QScrollBar:horizontal { height: 12px; }"
+        "QScrollBar::handle { background: %2; border-radius: 4px; margin: 2px; }"
+        "QScrollBar::handle:hover { background: %3; }"
+        "QScrollBar::handle:vertical { min-height: 24px; }"
+        "QScrollBar::handle:horizontal { min-width: 24px; }"
+        "QScrollBar::add-line, QScrollBar::sub-line { width: 0; height: 0; }"
+        "QScrollBar::add-page, QScrollBar::sub-page { background: none; }"_s.arg(
+            c.window.name(), c.handle.name(), c.accent.name());
+    // What writes into Logo itself does not look like what makes a file.
+    const QString warning =
+        u"#bilgi { color: %1; }"
+        "#arizalar { background: %4; border: 1px solid %1; border-radius: 6px; }"
+        "#yazilanlar { background: %2; border: 1px solid %3; border-radius: 6px; }"
+        "QPushButton[writes=\"true\"] { color: %1; background: %2; border: 2px solid %1;"
+        "  border-radius: 4px; padding: 2px 8px; font-weight: 600; }"
+        "QPushButton[writes=\"true\"]:pressed, QPushButton[writes=\"true\"]:focus"
+        "  { border-color: %3; }"_s.arg(c.fault.name(), c.button.name(), c.accent.name(),
+                                        c.faultBase.name());
+    return lists + boxes + scrolling + warning;
 }
+
+void dress(QApplication &application, const QPalette &palette, const Colours &colours)
+{
+    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
+    QApplication::setPalette(palette);
+    application.setStyleSheet(styleOf(colours));
+}
+
+// A desktop of high contrast draws with its own few colours, and so does the program then.
+Colours coloursOf(const QPalette &palette)
+{
+    const QColor text = palette.color(QPalette::WindowText);
+    return {.window = palette.color(QPalette::Window),
+            .text = text,
+            .base = palette.color(QPalette::Base),
+            .alternate = palette.color(QPalette::AlternateBase),
+            .button = palette.color(QPalette::Button),
+            .highlight = palette.color(QPalette::Highlight),
+            .highlightedText = palette.color(QPalette::HighlightedText),
+            .line = text,
+            .faint = text,
+            .accent = text,
+            .handle = text,
+            .fault = text,
+            .faultBase = palette.color(QPalette::Base)};
+}
+
+// Dresses the program again when the desktop changes its colours.
+class ThemeFollower : public QObject
+{
+public:
+    explicit ThemeFollower(QApplication &application)
+        : QObject(&application)
+        , m_application(application)
+    {
+        application.installEventFilter(this);
+    }
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        if (event->type() == QEvent::ThemeChange && !m_isDue) {
+            m_isDue = true; // each window is told
+            QTimer::singleShot(0, this, [this] {
+                QApplication::setPalette(QPalette()); // the desktop's again
+                applyTheme(m_application, QApplication::palette());
+                m_isDue = false;
+            });
+        }
+        return false;
+    }
+
+private:
+    QApplication &m_application;
+    bool m_isDue = false;
+};
 
 } // namespace
 
 void applyTheme(QApplication &application)
 {
-    applyTheme(application, QApplication::palette().color(QPalette::Window).lightness() < 128);
+    applyTheme(application, QApplication::palette());
+    new ThemeFollower(application);
+}
+
+void applyTheme(QApplication &application, const QPalette &desktop)
+{
+    if (isHighContrast(desktop))
+        dress(application, desktop, coloursOf(desktop));
+    else
+        applyTheme(application, desktop.color(QPalette::Window).lightness() < 128);
 }
 
 void applyTheme(QApplication &application, bool isDark)
 {
     const Colours &colours = isDark ? dark : light;
-    QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
-    QApplication::setPalette(paletteOf(colours));
-    application.setStyleSheet(styleOf(colours));
+    dress(application, paletteOf(colours), colours);
+}
+
+bool isHighContrast(const QPalette &palette)
+{
+    const QColor ground = palette.color(QPalette::Window);
+    return ground == QColor(Qt::black) || ground == QColor(Qt::white);
+}
+
+QColor tint(const QPalette &palette)
+{
+    constexpr int share = 20; // of a hundred
+    const QColor base = palette.color(QPalette::Base);
+    const QColor accent = palette.color(QPalette::Highlight);
+    const auto mixed = [](int below, int above) {
+        return (below * (100 - share) + above * share) / 100;
+    };
+    return {mixed(base.red(), accent.red()), mixed(base.green(), accent.green()),
+            mixed(base.blue(), accent.blue())};
 }
 
 } // namespace kervan

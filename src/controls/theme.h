@@ -1,13 +1,23 @@
 #pragma once
 
 class QApplication;
+class QColor;
+class QPalette;
 
 namespace kervan {
 
 /// Dresses the program: Fusion with a quiet palette, light or dark as the desktop is.
 void applyTheme(QApplication &application);
 
+/// The same over a palette of the desktop's, as that of a high contrast, which is obeyed.
+void applyTheme(QApplication &application, const QPalette &desktop);
+/// Whether all of a palette is to be taken as it is: its ground is plain black or plain white.
+bool isHighContrast(const QPalette &palette);
+
 /// The same with the choice made by the caller.
 void applyTheme(QApplication &application, bool dark);
+
+/// The ground of a ticked row.
+QColor tint(const QPalette &palette);
 
 } // namespace kervan

@@ -21,8 +21,9 @@ TitleStrip::TitleStrip(QWidget *parent)
     m_close->setIcon(picture(u"close"_s));
     m_close->setToolTip(u"Kapat (Esc)"_s);
     m_close->setAccessibleName(u"Kapat"_s);
+    m_close->setAutoRaise(true);
     auto *row = new QHBoxLayout(this);
-    row->setContentsMargins(12, 4, 4, 4);
+    row->setContentsMargins(10, 1, 1, 1);
     row->addWidget(m_caption, 1);
     row->addWidget(m_close);
 }

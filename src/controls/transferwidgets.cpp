@@ -2,6 +2,7 @@
 
 #include "controls/binding.h"
 #include "controls/gridview.h"
+#include "controls/keyedbutton.h"
 #include "controls/notestrip.h"
 #include "controls/pictures.h"
 
@@ -16,6 +17,8 @@
 #include <QPushButton>
 #include <QStatusBar>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace kervan {
 
@@ -33,7 +36,8 @@ TitleStrip *titleStrip(const QString &title)
 QPushButton *commandButton(QWidget *window, const QString &name, const QString &caption,
                            const QString &pictureName, const QString &keys)
 {
-    auto *button = new QPushButton(picture(pictureName), caption);
+    auto *button = new KeyedButton(caption, keys);
+    button->setIcon(picture(pictureName));
     button->setObjectName(name);
     button->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
     button->setAutoDefault(true); // Enter presses it
@@ -115,6 +119,80 @@ bool DropDownFirst::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
+namespace {
+
+bool isReached(const QWidget *control)
+{
+    return control->isVisible() && control->isEnabled() && control->focusPolicy() & Qt::TabFocus;
+}
+
+QList<QWidget *> panesOf(const QWidget *window)
+{
+    QList<QWidget *> panes;
+    for (int i = 1; i < window->layout()->count() - 1;
+         ++i) { // between the strip and the status bar
+        QWidget *panel = window->layout()->itemAt(i)->widget();
+        QList<GridView *> lists = panel->findChildren<GridView *>();
+        std::ranges::sort(lists, {}, [window](const GridView *list) {
+            return list->mapTo(window, QPoint()).y();
+        });
+        for (GridView *list : lists)
+            panes << list;
+        if (lists.isEmpty())
+            panes << panel;
+    }
+    return panes;
+}
+
+bool goInto(QWidget *pane)
+{
+    if (auto *list = qobject_cast<GridView *>(pane)) {
+        list->enter();
+        return true;
+    }
+    const QList<QWidget *> controls = pane->findChildren<QWidget *>();
+    const auto first = std::ranges::find_if(controls, isReached);
+    if (first != controls.end())
+        (*first)->setFocus(Qt::ShortcutFocusReason);
+    return first != controls.end();
+}
+
+void goToPane(const QWidget *window, int step)
+{
+    const QList<QWidget *> panes = panesOf(window);
+    const auto count = static_cast<int>(panes.size());
+    const auto here = std::ranges::find_if(panes, [at = window->focusWidget()](QWidget *pane) {
+        return at && (pane == at || pane->isAncestorOf(at));
+    });
+    auto next = static_cast<int>(here == panes.end() ? 0 : here - panes.begin());
+    for (int tries = 0; tries < count; ++tries) {
+        next = (next + step + count) % count;
+        if (goInto(panes[next]))
+            return;
+    }
+}
+
+} // namespace
+
+void leadThroughPanes(QWidget *window)
+{
+    const auto step = [window](const QKeySequence &keys, int by) {
+        auto *shortcut = new QShortcut(keys, window);
+        shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+        QObject::connect(shortcut, &QShortcut::activated, window,
+                         [window, by] { goToPane(window, by); });
+    };
+    step(Qt::Key_F6, 1);
+    step(Qt::SHIFT | Qt::Key_F6, -1);
+    auto *list = window->findChild<GridView *>(u"l1"_s);
+    QObject::connect(list->model(), &QAbstractItemModel::modelReset, window, [window, list] {
+        const QWidget *at = window->focusWidget();
+        const bool wasRead = at == list || qobject_cast<const QPushButton *>(at);
+        if (wasRead && list->model()->rowCount() > 0)
+            list->enter();
+    });
+}
+
 FileDrop::FileDrop(QWidget *window)
     : QObject(window)
 {
@@ -125,14 +203,15 @@ FileDrop::FileDrop(QWidget *window)
 void layOutParts(QWidget *window, const TransferParts &parts)
 {
     auto *column = new QVBoxLayout(window);
-    column->setContentsMargins(8, 8, 8, 4);
-    column->setSpacing(6);
+    column->setContentsMargins(screenMargins);
+    column->setSpacing(screenSpacing);
     column->addWidget(parts.strip);
     column->addWidget(new NoteStrip(*parts.notes));
     for (QWidget *panel : parts.panels)
         column->addWidget(panel, panel == parts.panels.last() ? 1 : 0);
     column->addWidget(parts.statusBar);
     QObject::connect(new FileDrop(window), &FileDrop::dropped, window, parts.openFile);
+    leadThroughPanes(window);
     window->findChild<QPushButton *>(parts.firstButton)->setFocus();
 }
 

@@ -4,6 +4,7 @@
 #include "controls/titlestrip.h"
 
 #include <QList>
+#include <QMargins>
 #include <QObject>
 #include <QShortcut>
 #include <QString>
@@ -22,6 +23,9 @@ namespace kervan {
 class GridView;
 
 // The pieces that the windows of the transfers are made of.
+
+constexpr QMargins screenMargins(6, 2, 6, 0);
+constexpr int screenSpacing = 4;
 
 /// The strip `bar1` with its title `bart` in the middle.
 TitleStrip *titleStrip(const QString &title);
@@ -53,6 +57,10 @@ public:
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 };
+
+/// Lets the hands stay on the keys: F6 and Shift+F6 go from pane to pane of the window, a list or a
+/// panel of its layout, and a read that its button began leads to the first row.
+void leadThroughPanes(QWidget *window);
 
 /// The button of the strip and Esc, anywhere on the window, ask for its closing.
 template<class Window>

@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "controls/bigbutton.h"
 #include "controls/pictures.h"
+#include "controls/remembered.h"
 #include "frame/entries.h"
 #include "frame/resim.h"
 #include "invoices/duzey/screens/fatduzwindow.h"
@@ -15,6 +16,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QVBoxLayout>
@@ -23,10 +25,19 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr QSize wishedSize(1280, 860);
+constexpr QSize roomForItsFrame(16, 40);
+constexpr QStringView placeKey = u"MDIForm1/place";
+
+} // namespace
+
 MainWindow::MainWindow(Program &program, QWidget *parent)
     : QMainWindow(parent)
     , m_program(program)
     , m_area(new QMdiArea)
+    , m_band(new ButtonBand)
     , m_seminmenu(new QMenu(u"secim"_s, this))
 {
     setObjectName(u"MDIForm1"_s);
@@ -37,29 +48,59 @@ MainWindow::MainWindow(Program &program, QWidget *parent)
         if (window)
             window->setFocus();
     });
-    // A screen keeps its size when the frame gets smaller; what then lies beyond is scrolled to.
-    m_area->setHorizontalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_area->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_area->setBackground(palette().brush(QPalette::Window));
+    connect(m_area, &QMdiArea::subWindowActivated, this, &MainWindow::showFront);
+    m_area->setBackground(QBrush(Qt::NoBrush)); // the window shows through
+    m_area->viewport()->installEventFilter(this);
     m_resim = new Resim(m_area->viewport());
     auto *content = new QWidget;
     auto *column = new QVBoxLayout(content);
     column->setContentsMargins(0, 0, 0, 0);
     column->setSpacing(0);
-    column->addWidget(buttonBand());
+    fillBand();
+    column->addWidget(m_band);
     column->addWidget(m_area, 1);
     setCentralWidget(content);
     buildMenus();
     connect(&program.busy, &Busy::changed, this, &MainWindow::showBusy);
-    resize(1280, 860);
+    connect(qApp, &QApplication::focusChanged, this, &MainWindow::bringIntoView);
+    placeItself();
 }
 
-QWidget *MainWindow::buttonBand()
+// Keys lead to controls that may be scrolled away.
+void MainWindow::bringIntoView(QWidget *, QWidget *now)
 {
-    auto *band = new QWidget;
-    auto *row = new QHBoxLayout(band);
-    row->setContentsMargins(8, 6, 8, 6);
-    row->setSpacing(6);
+    QMdiSubWindow *window = subWindowOf(now);
+    if (!window || window->mdiArea() != m_area)
+        return;
+    auto *scroller = static_cast<QScrollArea *>(window->widget());
+    const QPoint top = now->mapTo(window, QPoint()) - scroller->widget()->mapTo(window, QPoint());
+    for (const int y : {top.y() + now->height(), top.y()}) // of what is too high, the upper part
+        scroller->ensureVisible(top.x(), y, 4, 4);
+}
+
+// The screens go after it, and it no longer follows what becomes of them.
+MainWindow::~MainWindow()
+{
+    disconnect(qApp, nullptr, this, nullptr);
+    disconnect(m_area, nullptr, this, nullptr);
+    for (const QPointer<QMdiSubWindow> &window : std::as_const(m_transfers)) {
+        if (window)
+            disconnect(window, nullptr, this, nullptr);
+    }
+}
+
+void MainWindow::placeItself()
+{
+    const QSize room = screen()->availableSize();
+    resize(wishedSize.boundedTo(room));
+    if (wishedSize.boundedTo(room - roomForItsFrame) != wishedSize)
+        setWindowState(windowState() | Qt::WindowMaximized);
+    if (const QByteArray left = remembered(placeKey).toByteArray(); !left.isEmpty())
+        restoreGeometry(left);
+}
+
+void MainWindow::fillBand()
+{
     int key = 1;
     for (const Entry &entry : bigButtons()) {
         const QString keys = u"Ctrl+%1"_s.arg(key++);
@@ -68,14 +109,14 @@ QWidget *MainWindow::buttonBand()
         button->setText(entry.caption);
         button->setIcon(picture(entry.picture));
         button->setToolTip(u"%1 (%2)"_s.arg(entry.caption, keys));
+        button->setKeys(keys);
         const auto openScreen = [this, screen = entry.screen] {
             open(screen);
         };
         connect(button, &QAbstractButton::clicked, this, openScreen);
         connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, openScreen);
-        row->addWidget(button);
+        m_band->add(button);
     }
-    return band;
 }
 
 void MainWindow::buildMenus()
@@ -137,31 +178,68 @@ QMdiSubWindow *MainWindow::transfer(const Screen &screen)
 {
     QMdiSubWindow *window = m_transfers.value(screen.word);
     if (!window) {
-        window = m_area->addSubWindow(screen.make(*this, screen.word));
+        // On a small desktop a screen is scrolled rather than cut off.
+        auto *scroller = new QScrollArea;
+        scroller->setFrameShape(QFrame::NoFrame);
+        scroller->setFocusPolicy(Qt::NoFocus);
+        scroller->setWidgetResizable(true);
+        QWidget *made = screen.make(*this, screen.word);
+        m_start = made->focusWidget(); // which it forgets when it is put into the frame
+        scroller->setWidget(made);
+        // It fills the frame, and its own strip tells its name: a title bar would only take room.
+        window = m_area->addSubWindow(scroller, Qt::SubWindow | Qt::FramelessWindowHint);
         m_transfers[screen.word] = window;
         window->setWindowIcon(windowIcon());
+        window->setWindowTitle(made->windowTitle());
         window->setGeometry(m_area->viewport()->rect());
+        connect(window, &QObject::destroyed, this, &MainWindow::showFront);
     }
     return window;
+}
+
+QMdiSubWindow *MainWindow::subWindowOf(QWidget *screen)
+{
+    while (screen && !qobject_cast<QMdiSubWindow *>(screen))
+        screen = screen->parentWidget();
+    return static_cast<QMdiSubWindow *>(screen);
+}
+
+QWidget *MainWindow::screenIn(const QMdiSubWindow *window)
+{
+    return static_cast<QScrollArea *>(window->widget())->widget();
+}
+
+void MainWindow::showFront()
+{
+    const QMdiSubWindow *front = nullptr;
+    for (const QPointer<QMdiSubWindow> &window : std::as_const(m_transfers)) {
+        if (window && window->isVisible() && (!front || window == m_area->activeSubWindow()))
+            front = window;
+    }
+    m_band->setCompact(front);
+    const QString word = front ? screenIn(front)->objectName() : QString();
+    for (int i = 0; i < m_band->buttons().size(); ++i)
+        m_band->buttons()[i]->setFront(bigButtons()[i].screen == word);
 }
 
 void MainWindow::openTransfer(const Screen &screen)
 {
     const bool isNew = !m_transfers.value(screen.word);
     QMdiSubWindow *window = transfer(screen);
-    if (window->isMinimized())
-        window->showNormal();
     window->show();
     m_area->setActiveSubWindow(window);
     window->raise();
     window->setFocus(); // from the button back to the screen, whose keys work only there
+    if (m_start && window->isAncestorOf(m_start))
+        m_start->setFocus();
+    m_start = nullptr;
     if (isNew && screen.load) {
         // Laid out and painted, in the two rounds that a list takes; nothing else comes in.
         for (int round = 0; round < 2; ++round) {
             QApplication::sendPostedEvents();
             window->repaint();
         }
-        screen.load(window->widget());
+        screen.load(screenIn(window));
     }
 }
 
@@ -220,6 +298,15 @@ void MainWindow::resizeEvent(QResizeEvent *event)
     m_resim->place(size());
 }
 
+bool MainWindow::eventFilter(QObject *watched, QEvent *event)
+{
+    if (watched == m_area->viewport() && event->type() == QEvent::Resize) {
+        for (QMdiSubWindow *window : m_area->subWindowList())
+            window->setGeometry(m_area->viewport()->rect());
+    }
+    return QMainWindow::eventFilter(watched, event);
+}
+
 bool MainWindow::event(QEvent *event)
 {
     if (event->type() == QEvent::WindowActivate)
@@ -230,6 +317,7 @@ bool MainWindow::event(QEvent *event)
 // The whole program ends with the frame; open screens are not asked.
 void MainWindow::closeEvent(QCloseEvent *event)
 {
+    remember(placeKey, saveGeometry());
     QMainWindow::closeEvent(event);
     QApplication::quit();
 }

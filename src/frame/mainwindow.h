@@ -9,6 +9,7 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
+#include <QScrollArea>
 
 class QDialog;
 class QMenu;
@@ -16,6 +17,7 @@ class QStatusBar;
 
 namespace kervan {
 
+class ButtonBand;
 class Resim;
 struct Entry;
 
@@ -27,6 +29,7 @@ class MainWindow : public QMainWindow
 
 public:
     explicit MainWindow(Program &program, QWidget *parent = nullptr);
+    ~MainWindow() override;
 
     /// Makes the screen or brings the one that is open forward. A failure at its opening is shown
     /// in a plain box, and the screen is then not there.
@@ -41,7 +44,7 @@ public:
     Window *openScreen(QStringView screen) const
     {
         const auto window = m_transfers.value(screen);
-        return window ? qobject_cast<Window *>(window->widget()) : nullptr;
+        return window ? qobject_cast<Window *>(screenIn(window)) : nullptr;
     }
     /// The transfer's window, which is made unseen if it isn't open, and stays so; the user goes on
     /// where he was.
@@ -49,24 +52,33 @@ public:
     Window *inBackground(QStringView screen)
     {
         QMdiSubWindow *active = m_area->activeSubWindow();
-        auto *window = qobject_cast<Window *>(transfer(*screenOf(screen))->widget());
+        auto *window = qobject_cast<Window *>(screenIn(transfer(*screenOf(screen))));
         if (active) {
             m_area->setActiveSubWindow(active);
             active->setFocus();
         }
         return window;
     }
+    /// The child of the frame that a transfer's window stands in.
+    static QMdiSubWindow *subWindowOf(QWidget *screen);
 
 protected:
     void resizeEvent(QResizeEvent *event) override;
     bool event(QEvent *event) override;
+    bool eventFilter(QObject *watched, QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;
 
 private:
-    QWidget *buttonBand();
+    static QWidget *screenIn(const QMdiSubWindow *window);
+    void fillBand();
     void buildMenus();
     void addMenu(const QString &name, const QString &caption, const QString &keys,
                  const QList<Entry> &entries);
+    /// As large as it was left, and never larger than the screen that it opens on.
+    void placeItself();
+    /// Shows by the buttons whether a screen is open, and which one is in front.
+    void showFront();
+    void bringIntoView(QWidget *before, QWidget *now);
     /// The transfer's window in the frame, made unseen if it isn't open.
     QMdiSubWindow *transfer(const Screen &screen);
     void openTransfer(const Screen &screen);
@@ -77,10 +89,12 @@ private:
 
     Program &m_program;
     QMdiArea *m_area;
+    ButtonBand *m_band;
     QMenu *m_seminmenu;
     Resim *m_resim;
     bool m_isBusy = false;
     QPointer<QStatusBar> m_busyBar; // tells what is being done
+    QPointer<QWidget> m_start;      // where work begins on the screen that was made last
     QHash<QStringView, QPointer<QMdiSubWindow>> m_transfers;
     QHash<QStringView, QPointer<QDialog>> m_dialogs;
 };

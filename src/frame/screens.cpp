@@ -68,7 +68,7 @@ template<class Window>
 Window *closable(Window *window)
 {
     QObject::connect(window, &Window::closeWanted, window,
-                     [window] { window->parentWidget()->close(); });
+                     [window] { MainWindow::subWindowOf(window)->close(); });
     return window;
 }
 

@@ -3,6 +3,7 @@
 #include "invoices/columns.h"
 #include "invoices/screens/fatwindow.h"
 #include "odbc/odbcserver.h"
+#include "stocktake/screens/sayimwindow.h"
 #include "store/sidefiles.h"
 #include "support/cells.h"
 #include "support/driving.h"

@@ -1,9 +1,9 @@
 #include "cards/screens/crwindow.h"
 
+#include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/transferwidgets.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QPushButton>
 #include <QStatusBar>
@@ -34,8 +34,7 @@ QWidget *CrWindow::commands()
 {
     auto *bar = new QWidget;
     bar->setObjectName(u"f1"_s);
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *row = new FlowLayout(bar);
     const auto add = [&](const QString &name, const QString &caption, const QString &picture,
                          const QString &keys) {
         auto *button = commandButton(this, name, caption, picture, keys);
@@ -51,11 +50,12 @@ QWidget *CrWindow::commands()
                 u"Ctrl+Shift+S"_s),
             &QAbstractButton::clicked, this, [this] { m_cr.guncellemexmlkaydet(); });
     row->addStretch();
-    connect(add(u"chameleonButton3"_s, u"Cari Güncelleme"_s, u"reread"_s, u"Ctrl+G"_s),
-            &QAbstractButton::clicked, this, [this] {
-                if (m_cr.guncellemekontrol())
-                    Q_EMIT guncellemeWanted();
-            });
+    auto *update = add(u"chameleonButton3"_s, u"Cari Güncelleme"_s, u"update"_s, u"Ctrl+G"_s);
+    update->setProperty("writes", true);
+    connect(update, &QAbstractButton::clicked, this, [this] {
+        if (m_cr.guncellemekontrol())
+            Q_EMIT guncellemeWanted();
+    });
     return bar;
 }
 

@@ -1,12 +1,11 @@
 #include "cards/screens/stoktrfwindow.h"
 
 #include "controls/binding.h"
+#include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/transferwidgets.h"
 
 #include <QComboBox>
-#include <QGridLayout>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -37,8 +36,7 @@ StoktrfWindow::StoktrfWindow(Program &program, QWidget *parent)
 QWidget *StoktrfWindow::commands()
 {
     auto *bar = new QWidget;
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *row = new FlowLayout(bar);
     auto *open =
         commandButton(this, u"chameleonButton5"_s, u"Stok Dosyası Aç"_s, u"open"_s, u"Ctrl+O"_s);
     connect(open, &QAbstractButton::clicked, this, [this] { m_stoktrf.dosyaac(); });
@@ -58,23 +56,15 @@ QWidget *StoktrfWindow::commands()
 
 QWidget *StoktrfWindow::choices()
 {
-    auto *panel = new QWidget;
-    auto *grid = new QGridLayout(panel);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(8);
-    int place = 0;
+    auto *panel = new FieldPanel(3);
     const auto put = [&](const QString &caption, QWidget *field) {
-        const int row = place / 3;
-        const int column = place++ % 3 * 2;
-        grid->addWidget(labelFor(field, caption), row, column);
-        grid->addWidget(field, row, column + 1);
-        grid->setColumnStretch(column + 1, 1);
+        panel->add(labelFor(field, caption), field);
     };
     for (std::size_t i = 0; i < m_stoktrf.ozelKodlar.size(); ++i) {
         auto *list = new QComboBox;
         list->setObjectName(u"c%1"_s.arg(i + 1));
         list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-        list->setMinimumContentsLength(14);
+        list->setMinimumContentsLength(6);
         bind(list, m_stoktrf.ozelKodlar[i]);
         put(i == 0 ? u"Özel Kod"_s : u"Özel Kod %1"_s.arg(i + 1), list);
     }

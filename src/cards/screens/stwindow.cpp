@@ -1,12 +1,12 @@
 #include "cards/screens/stwindow.h"
 
 #include "controls/binding.h"
+#include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/transferwidgets.h"
 
 #include <QComboBox>
 #include <QGroupBox>
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -37,8 +37,7 @@ StWindow::StWindow(Program &program, QWidget *parent)
 QWidget *StWindow::commands()
 {
     auto *bar = new QWidget;
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *row = new FlowLayout(bar);
     auto *open = commandButton(this, u"chameleonButton5"_s, u"Manual Aç"_s, u"open"_s, u"Ctrl+O"_s);
     connect(open, &QAbstractButton::clicked, this, [this] { m_st.manualac(); });
     auto *automatic = new QPushButton(u"Otomatik Aç"_s);
@@ -62,15 +61,15 @@ QWidget *StWindow::commands()
 QWidget *StWindow::choices()
 {
     auto *bar = new QWidget;
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *row = new FlowLayout(bar);
     const auto add = [&](const QString &name, const QString &label, ChoiceField &field) {
         auto *list = new QComboBox;
         list->setObjectName(name);
-        list->setMinimumContentsLength(14);
+        list->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+        list->setMinimumContentsLength(10);
+        list->setSizePolicy(QSizePolicy::Expanding, QSizePolicy::Fixed);
         bind(list, field);
-        row->addWidget(labelFor(list, label));
-        row->addWidget(list, 1);
+        row->addPair(labelFor(list, label), list);
         return list;
     };
     connect(add(u"c1"_s, u"Kdv Oranı:"_s, m_st.kdvOrani), &QComboBox::activated, this,
@@ -84,8 +83,7 @@ QWidget *StWindow::choices()
     count->setMaximumWidth(90);
     count->setAlignment(Qt::AlignRight);
     bind(count, m_st.kayitSayisi);
-    row->addWidget(labelFor(count, u"Kayıt Sayısı:"_s));
-    row->addWidget(count);
+    row->addPair(labelFor(count, u"Kayıt Sayısı:"_s), count);
     return bar;
 }
 

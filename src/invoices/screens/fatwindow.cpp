@@ -1,6 +1,7 @@
 #include "invoices/screens/fatwindow.h"
 
 #include "controls/binding.h"
+#include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/linklabel.h"
 #include "controls/pictures.h"
@@ -9,7 +10,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -59,8 +60,7 @@ QPushButton *FatWindow::command(const QString &name, const QString &caption,
 QWidget *FatWindow::commands()
 {
     auto *bar = new QWidget;
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *row = new FlowLayout(bar);
     row->addWidget(command(u"chameleonButton5"_s, u"Fatura Dosyası Aç"_s, u"open"_s, u"Ctrl+O"_s,
                            &Fat::dosyaac));
     row->addWidget(
@@ -84,39 +84,35 @@ QComboBox *FatWindow::chosen(QComboBox *box, void (Fat::*action)())
 
 QWidget *FatWindow::choices()
 {
-    auto *panel = new QWidget;
-    auto *grid = choiceLayout(panel);
+    auto *panel = new FieldPanel(4);
     InvoiceDefinitions &tanimlar = m_fat.tanimlar;
-    addField(grid, 0, 0, u"Firma Seçimi:"_s,
-             chosen(choiceBox(u"c3"_s, tanimlar.firma), &Fat::firmasec));
-    addField(grid, 0, 2, u"Kdv Oranı:"_s,
-             chosen(choiceBox(u"c1"_s, m_fat.kdvOrani), &Fat::kdvoranisec));
+    addField(panel, u"Firma Seçimi:"_s, chosen(choiceBox(u"c3"_s, tanimlar.firma), &Fat::firmasec));
+    addField(panel, u"Kdv Oranı:"_s, chosen(choiceBox(u"c1"_s, m_fat.kdvOrani), &Fat::kdvoranisec));
     // What a user types is all that this list ever holds.
-    addField(grid, 0, 4, u"Birim:"_s,
+    addField(panel, u"Birim:"_s,
              chosen(choiceBox(u"c2"_s, m_fat.birimSeti, true), &Fat::birimsetisec));
-    grid->addWidget(chosen(kindBox(m_fat.faturaTuru), &Fat::yenidenoku), 0, 6, 1, 2);
-    addField(grid, 1, 0, u"Ödeme Plan Kodu:"_s,
+    panel->add(chosen(kindBox(m_fat.faturaTuru), &Fat::yenidenoku));
+    addField(panel, u"Ödeme Plan Kodu:"_s,
              chosen(choiceBox(u"c5"_s, m_fat.odemePlani), &Fat::odemeplanisec));
     auto *plan = valueLabel(u"odmplnkod"_s, m_fat.odemePlaniKodu);
     plan->setToolTip(u"Belgeye yazılan ödeme planı"_s);
-    grid->addWidget(plan, 1, 2, 1, 2);
-    addField(grid, 1, 4, u"Fatura Özel Kodu:"_s, choiceBox(u"c4"_s, tanimlar.ozelKod));
-    grid->addWidget(chosen(staffBox(tanimlar.personel), &Fat::yenidenoku), 1, 6);
-    auto *vat = new QWidget;
-    auto *vatRow = new QHBoxLayout(vat);
-    vatRow->setContentsMargins(0, 0, 0, 0);
+    panel->add(plan);
+    addField(panel, u"Fatura Özel Kodu:"_s, choiceBox(u"c4"_s, tanimlar.ozelKod));
+    auto *last = new QWidget;
+    auto *row = new QHBoxLayout(last);
+    row->setContentsMargins(0, 0, 0, 0);
+    row->addWidget(chosen(staffBox(tanimlar.personel), &Fat::yenidenoku), 1);
     auto *rate = valueLabel(u"kdyaz"_s, tanimlar.genelKdv);
-    vatRow->addWidget(labelFor(rate, u"Gen.Kdv:"_s));
-    vatRow->addWidget(rate, 1);
-    grid->addWidget(vat, 1, 7);
+    row->addWidget(labelFor(rate, u"Gen.Kdv:"_s));
+    row->addWidget(rate);
+    panel->add(last);
     return panel;
 }
 
 QWidget *FatWindow::filters()
 {
     auto *panel = new QWidget;
-    auto *row = new QHBoxLayout(panel);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *row = new FlowLayout(panel);
     InvoiceList &list = m_fat.liste;
     row->addWidget(allRowsBox(list));
     row->addSpacing(16);
@@ -126,10 +122,13 @@ QWidget *FatWindow::filters()
     search->setPlaceholderText(u"Enter ile ara"_s);
     search->setMaximumWidth(260);
     bind(search, list.arananUnvan);
-    connect(search, &QLineEdit::returnPressed, this,
-            [this] { m_l1->markRows(m_fat.liste.unvanara()); });
-    row->addWidget(labelFor(search, u"Cari Unvanı:"_s));
-    row->addWidget(search);
+    connect(search, &QLineEdit::returnPressed, this, [this] {
+        const QList<int> found = m_fat.liste.unvanara();
+        m_l1->markRows(found);
+        if (!found.isEmpty())
+            m_l1->enter(found.first());
+    });
+    row->addPair(labelFor(search, u"Cari Unvanı:"_s), search);
     row->addStretch();
     auto *range = addDateFilter(row, list, [this] { m_fat.tarihdegisti(); });
     connect(range, &QCheckBox::clicked, this, [this] { m_fat.tariharaligisec(); });

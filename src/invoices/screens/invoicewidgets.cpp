@@ -2,18 +2,19 @@
 
 #include "controls/binding.h"
 #include "controls/dateedit.h"
+#include "controls/flowlayout.h"
 #include "controls/gridview.h"
+#include "controls/panes.h"
 #include "controls/transferwidgets.h"
+#include "invoices/columns.h"
 
 #include <QBoxLayout>
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGridLayout>
 #include <QGroupBox>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
-#include <QSplitter>
 
 namespace kervan {
 
@@ -33,6 +34,7 @@ GridView *lineView(Grid &l2)
 {
     auto *view = new GridView(l2, u"l2"_s);
     view->setAccessibleName(u"Fatura Kalemleri"_s);
+    view->freeze(L2::UrunAdi + 1);
     view->setEmptyText(u"Kalemlerini görmek için listeden bir faturaya tıklayın."_s);
     return view;
 }
@@ -50,7 +52,7 @@ QGroupBox *listFrame(const QString &caption, GridView *view)
 {
     auto *frame = new QGroupBox(caption);
     auto *column = new QVBoxLayout(frame);
-    column->setContentsMargins(4, 4, 4, 4);
+    column->setContentsMargins(4, 2, 4, 2);
     column->addWidget(view);
     return frame;
 }
@@ -64,7 +66,7 @@ QComboBox *choiceBox(const QString &name, ChoiceField &field, bool editable)
     box->setEditable(editable);
     box->setInsertPolicy(QComboBox::NoInsert);
     box->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
-    box->setMinimumContentsLength(14);
+    box->setMinimumContentsLength(6); // the layouts give it what there is
     bind(box, field);
     return box;
 }
@@ -81,7 +83,7 @@ QComboBox *staffBox(ChoiceField &personel)
                     u"Personel listesi: seçim dosyayı yeniden okutur, listeyi süzmez"_s);
 }
 
-void addListCommands(QBoxLayout *row, QWidget *window, InvoiceList &list,
+void addListCommands(FlowLayout *row, QWidget *window, InvoiceList &list,
                      const std::function<void(const QPoint &place)> &menuWanted)
 {
     auto *menu = commandButton(window, u"lvButtons_H2"_s, u"Fatura Liste Seçim"_s, u"listmenu"_s,
@@ -97,19 +99,9 @@ void addListCommands(QBoxLayout *row, QWidget *window, InvoiceList &list,
     row->addWidget(remove);
 }
 
-QGridLayout *choiceLayout(QWidget *panel)
+void addField(FieldPanel *panel, const QString &label, QWidget *field)
 {
-    auto *grid = new QGridLayout(panel);
-    grid->setContentsMargins(0, 0, 0, 0);
-    grid->setHorizontalSpacing(8);
-    return grid;
-}
-
-void addField(QGridLayout *grid, int row, int column, const QString &label, QWidget *field)
-{
-    grid->addWidget(labelFor(field, label), row, column);
-    grid->addWidget(field, row, column + 1);
-    grid->setColumnStretch(column + 1, 1);
+    panel->add(labelFor(field, label), field);
 }
 
 QCheckBox *allRowsBox(InvoiceList &list)
@@ -119,7 +111,7 @@ QCheckBox *allRowsBox(InvoiceList &list)
     return box;
 }
 
-QCheckBox *addDateFilter(QBoxLayout *row, InvoiceList &list, const std::function<void()> &changed)
+QCheckBox *addDateFilter(FlowLayout *row, InvoiceList &list, const std::function<void()> &changed)
 {
     auto *range = check(u"Check1"_s, u"Tarih Aralığı Belirle"_s, list.tarihAraligi);
     row->addWidget(range);
@@ -132,8 +124,7 @@ QCheckBox *addDateFilter(QBoxLayout *row, InvoiceList &list, const std::function
             if (entered.isValid())
                 changed();
         });
-        row->addWidget(labelFor(edit, label));
-        row->addWidget(edit);
+        row->addPair(labelFor(edit, label), edit);
     };
     date(u"d1"_s, u"İlk Tarih"_s, list.ilkTarih);
     date(u"d2"_s, u"Son Tarih"_s, list.sonTarih);
@@ -145,6 +136,8 @@ GridView *invoiceView(InvoiceList &list, const QString &source, TextField &capti
 {
     auto *view = new GridView(list.l1, u"l1"_s);
     view->setAccessibleName(u"Fatura Listesi"_s);
+    view->freeze(L1::Unvani + 1);
+    view->setCustomerColumn(L1::CariKodu);
     view->setEmptyText(u"\"Fatura Dosyası Aç\" ile bir %1 dosyası seçin ya da dosyayı buraya "
                        "sürükleyin."_s.arg(source));
     QObject::connect(&caption, &TextField::changed, view,
@@ -165,13 +158,9 @@ GridView *invoiceView(InvoiceList &list, const QString &source, TextField &capti
 
 QWidget *invoiceLists(GridView *invoices, Grid &l2)
 {
-    auto *lists = new QSplitter(Qt::Vertical);
-    lists->addWidget(listFrame(u"Fatura Listesi"_s, invoices));
-    lists->addWidget(listFrame(u"Fatura Kalemleri"_s, lineView(l2)));
-    lists->setStretchFactor(0, 3);
-    lists->setStretchFactor(1, 2);
-    lists->setChildrenCollapsible(false);
-    return lists;
+    GridView *lines = lineView(l2);
+    return new Panes(listFrame(u"Fatura Listesi"_s, invoices),
+                     listFrame(u"Fatura Kalemleri"_s, lines), lines, u"invoices/lines"_s);
 }
 
 } // namespace kervan

@@ -6,15 +6,15 @@
 
 #include <functional>
 
-class QBoxLayout;
 class QCheckBox;
 class QComboBox;
-class QGridLayout;
 class QPoint;
 class QWidget;
 
 namespace kervan {
 
+class FieldPanel;
+class FlowLayout;
 class GridView;
 
 // The pieces that the windows of both invoice transfers are made of.
@@ -28,19 +28,17 @@ QComboBox *staffBox(ChoiceField &personel);
 
 /// Adds the commands of the list at the end of a row: its menu, which is wanted at a place of the
 /// desktop, and the removal of the ticked invoices.
-void addListCommands(QBoxLayout *row, QWidget *window, InvoiceList &list,
+void addListCommands(FlowLayout *row, QWidget *window, InvoiceList &list,
                      const std::function<void(const QPoint &place)> &menuWanted);
 
-/// The layout of the panel of choices, which addField() fills.
-QGridLayout *choiceLayout(QWidget *panel);
-/// A field and its label in the cell before it; the field takes the room that there is.
-void addField(QGridLayout *grid, int row, int column, const QString &label, QWidget *field);
+/// Adds a field and its label to the panel of choices.
+void addField(FieldPanel *panel, const QString &label, QWidget *field);
 
 /// The box that ticks all rows of the list.
 QCheckBox *allRowsBox(InvoiceList &list);
 /// Adds the date filter to the row: its box, and two pickers that tell when a user changes them.
 /// Gives the box.
-QCheckBox *addDateFilter(QBoxLayout *row, InvoiceList &list, const std::function<void()> &changed);
+QCheckBox *addDateFilter(FlowLayout *row, InvoiceList &list, const std::function<void()> &changed);
 
 /// The view on an invoice list. A row is chosen by a click or by moving to it, and the Delete key
 /// removes the ticked ones. Until a source is opened, which `caption` shows, it says how to open

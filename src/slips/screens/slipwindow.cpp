@@ -1,8 +1,10 @@
 #include "slips/screens/slipwindow.h"
 
 #include "controls/binding.h"
+#include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/notestrip.h"
+#include "controls/panes.h"
 #include "controls/transferwidgets.h"
 
 #include <QCheckBox>
@@ -10,7 +12,6 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
-#include <QSplitter>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
@@ -33,8 +34,8 @@ SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
     auto *strip = titleStrip({});
     bind(strip->caption(), m_screen.baslik);
     auto *column = new QVBoxLayout(this);
-    column->setContentsMargins(8, 8, 8, 4);
-    column->setSpacing(6);
+    column->setContentsMargins(screenMargins);
+    column->setSpacing(screenSpacing);
     column->addWidget(strip);
     column->addWidget(new NoteStrip(m_screen.bilgi));
     column->addWidget(head());
@@ -44,6 +45,7 @@ SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
     addHidden();
 
     letClose(this, strip);
+    leadThroughPanes(this);
     connect(new FileDrop(this), &FileDrop::dropped, this,
             [this](const QString &path) { m_screen.birakilandosya(path); });
     m_screen.load();
@@ -56,7 +58,7 @@ QWidget *SlipWindow::head()
     frame->setObjectName(u"f2"_s);
     auto *column = new QVBoxLayout(frame);
     column->setContentsMargins(0, 0, 0, 0);
-    column->setSpacing(6);
+    column->setSpacing(screenSpacing);
     column->addWidget(commands());
     column->addWidget(settings());
     return frame;
@@ -65,8 +67,7 @@ QWidget *SlipWindow::head()
 QWidget *SlipWindow::commands()
 {
     auto *bar = new QWidget;
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *row = new FlowLayout(bar);
     bool opens = true; // the buttons that open stand in front of those that save
     for (const SlipCommand &command : m_screen.form().commands) {
         if (!command.shown)
@@ -89,16 +90,13 @@ QWidget *SlipWindow::commands()
 QWidget *SlipWindow::settings()
 {
     auto *panel = new QWidget;
-    auto *row = new QHBoxLayout(panel);
-    row->setContentsMargins(0, 0, 0, 0);
-    row->setSpacing(8);
+    auto *row = new FlowLayout(panel);
     const auto edit = [&](const QString &name, const QString &label, TextField &field) {
         auto *box = new QLineEdit;
         box->setObjectName(name);
         box->setMaximumWidth(220);
         bind(box, field);
-        row->addWidget(labelFor(box, label));
-        row->addWidget(box, 1);
+        row->addPair(labelFor(box, label), box);
     };
     edit(u"Text1"_s, u"Exel Sayfa Adı"_s, m_screen.sayfaAdi);
     auto *keep = commandButton(this, u"lvButtons_H1"_s, {}, u"keep"_s, u"Ctrl+D"_s);
@@ -115,9 +113,7 @@ QWidget *SlipWindow::settings()
     edit(u"bankahesapno1"_s, u"Banka Hesap Kodu:"_s, m_screen.bankaHesapKodu);
     row->addSpacing(16);
     auto *cash = valueLabel(u"kskod"_s, m_screen.kasaKodu);
-    row->addWidget(labelFor(cash, u"Kasa Kodu:"_s));
-    row->addWidget(cash);
-    row->addStretch(1);
+    row->addPair(labelFor(cash, u"Kasa Kodu:"_s), cash);
     return panel;
 }
 
@@ -133,13 +129,7 @@ QWidget *SlipWindow::lists()
     view->setEmptyText(u"Hareketler okununca kod başına bir satır burada görünür."_s);
     auto *bank = listFrame(u"f3"_s, form.bankListCaption, u"Check2"_s, m_screen.tumFisler,
                            &SlipScreen::tumfislerisec, view);
-    auto *both = new QSplitter(Qt::Vertical);
-    both->addWidget(cash);
-    both->addWidget(bank);
-    both->setStretchFactor(0, 3);
-    both->setStretchFactor(1, 2);
-    both->setChildrenCollapsible(false);
-    return both;
+    return new Panes(cash, bank, view, u"slips/bank"_s);
 }
 
 GridView *SlipWindow::movements()
@@ -167,7 +157,8 @@ QGroupBox *SlipWindow::listFrame(const QString &name, const QString &caption,
     bind(box, check);
     connect(box, &QCheckBox::toggled, this, [this, tickAll] { (m_screen.*tickAll)(); });
     auto *column = new QVBoxLayout(frame);
-    column->setContentsMargins(6, 4, 6, 6);
+    column->setContentsMargins(4, 2, 4, 2);
+    column->setSpacing(3);
     column->addWidget(box);
     column->addWidget(view);
     return frame;

@@ -1,11 +1,11 @@
 #include "stocktake/screens/sayimwindow.h"
 
 #include "controls/binding.h"
+#include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/linklabel.h"
 #include "controls/transferwidgets.h"
 
-#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -37,8 +37,7 @@ SayimWindow::SayimWindow(Program &program, QWidget *parent)
 QWidget *SayimWindow::commands()
 {
     auto *bar = new QWidget;
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *row = new FlowLayout(bar);
     auto *open = commandButton(this, u"chameleonButton5"_s, u"Sayım Text Dosyası Aç"_s, u"open"_s,
                                u"Ctrl+O"_s);
     connect(open, &QAbstractButton::clicked, this, [this] { m_sayimform.dosyaac(); });
@@ -54,8 +53,7 @@ QWidget *SayimWindow::commands()
     updating->setToolTip(u"Bu düğmenin bir işlevi yoktur"_s);
     row->addWidget(open);
     row->addSpacing(12);
-    row->addWidget(labelFor(number, u"Fisno"_s));
-    row->addWidget(number);
+    row->addPair(labelFor(number, u"Fisno"_s), number);
     row->addSpacing(12);
     row->addWidget(save);
     row->addWidget(updating);

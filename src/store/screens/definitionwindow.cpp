@@ -2,6 +2,7 @@
 
 #include "controls/binding.h"
 #include "controls/gridview.h"
+#include "controls/keyedbutton.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -10,6 +11,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QShortcut>
 #include <QStackedLayout>
 #include <QVBoxLayout>
@@ -21,13 +23,15 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int twipsPerPixel = 15;
+constexpr int wishedHeight = 420;
+constexpr QSize roomForItsFrame(16, 40);
 
 int listWidth(const Definition &definition)
 {
     int twips = 0;
     for (const DefinitionColumn &column : definition.grid)
         twips += column.twips;
-    return qBound(420, twips / twipsPerPixel + 40, 1000);
+    return qBound(460, twips / twipsPerPixel + 80, 1046);
 }
 
 } // namespace
@@ -57,14 +61,15 @@ DefinitionWindow::DefinitionWindow(Program &program, const Definition &definitio
     connect(m_list->selectionModel(), &QItemSelectionModel::selectionChanged, this,
             &DefinitionWindow::showChoice);
     m_screen.yukle();
-    setFixedSize(sizeHint());
+    const QSize wished = sizeHint().expandedTo({listWidth(definition), wishedHeight});
+    setFixedSize(wished.boundedTo(QWidget::screen()->availableSize() - roomForItsFrame));
     showFrame();
 }
 
 QPushButton *DefinitionWindow::button(const QString &name, const QString &caption,
                                       const QString &keys, void (DefinitionWindow::*action)())
 {
-    auto *made = new QPushButton(caption);
+    auto *made = new KeyedButton(caption, keys);
     made->setObjectName(name);
     made->setAutoDefault(false);
     connect(made, &QAbstractButton::clicked, this, action);
@@ -86,7 +91,6 @@ QGroupBox *DefinitionWindow::listFrame()
     m_list->setAccessibleName(definition.listCaption);
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
     m_list->setEmptyText(u"Kayıt yok. \"Yeni\" ile ekleyin."_s);
-    m_list->setMinimumSize(listWidth(definition), 300);
     connect(m_list, &QAbstractItemView::doubleClicked, this, &DefinitionWindow::degistir);
     auto *column = new QVBoxLayout(frame);
     column->addWidget(m_list, 1);

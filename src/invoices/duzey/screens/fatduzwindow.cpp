@@ -1,6 +1,7 @@
 #include "invoices/duzey/screens/fatduzwindow.h"
 
 #include "controls/binding.h"
+#include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/linklabel.h"
 #include "controls/transferwidgets.h"
@@ -8,7 +9,7 @@
 
 #include <QCheckBox>
 #include <QComboBox>
-#include <QGridLayout>
+#include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
@@ -59,8 +60,7 @@ QPushButton *FatduzWindow::command(const QString &name, const QString &caption,
 QWidget *FatduzWindow::commands()
 {
     auto *bar = new QWidget;
-    auto *row = new QHBoxLayout(bar);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *row = new FlowLayout(bar);
     row->addWidget(
         command(u"buton1"_s, u"Fatura Dosyası Aç"_s, u"open"_s, u"Ctrl+O"_s, &Fatduz::dosyaac));
     row->addSpacing(12);
@@ -75,20 +75,19 @@ QWidget *FatduzWindow::commands()
 
 QWidget *FatduzWindow::choices()
 {
-    auto *panel = new QWidget;
-    auto *grid = choiceLayout(panel);
+    auto *panel = new FieldPanel(3);
     const auto chosen = [this](QComboBox *box, void (Fatduz::*action)()) {
         connect(box, &QComboBox::activated, this, [this, action] { (m_fatduz.*action)(); });
         return box;
     };
     InvoiceDefinitions &tanimlar = m_fatduz.tanimlar;
-    addField(grid, 0, 0, u"Firma Seçimi:"_s,
+    addField(panel, u"Firma Seçimi:"_s,
              chosen(choiceBox(u"c3"_s, tanimlar.firma), &Fatduz::firmasec));
-    addField(grid, 0, 2, u"Fatura Özel Kodu:"_s, choiceBox(u"c4"_s, tanimlar.ozelKod));
-    grid->addWidget(chosen(kindBox(m_fatduz.faturaTuru), &Fatduz::yenidenoku), 0, 4, 1, 2);
-    grid->addWidget(sheetName(), 1, 0, 1, 2);
-    grid->addWidget(chosen(staffBox(tanimlar.personel), &Fatduz::personelsec), 1, 2, 1, 2);
-    addField(grid, 1, 4, u"Gen.Kdv:"_s, valueLabel(u"kdyaz"_s, tanimlar.genelKdv));
+    addField(panel, u"Fatura Özel Kodu:"_s, choiceBox(u"c4"_s, tanimlar.ozelKod));
+    panel->add(chosen(kindBox(m_fatduz.faturaTuru), &Fatduz::yenidenoku));
+    panel->add(sheetName());
+    panel->add(chosen(staffBox(tanimlar.personel), &Fatduz::personelsec));
+    addField(panel, u"Gen.Kdv:"_s, valueLabel(u"kdyaz"_s, tanimlar.genelKdv));
     return panel;
 }
 
@@ -113,8 +112,7 @@ QWidget *FatduzWindow::sheetName()
 QWidget *FatduzWindow::filters()
 {
     auto *panel = new QWidget;
-    auto *row = new QHBoxLayout(panel);
-    row->setContentsMargins(0, 0, 0, 0);
+    auto *row = new FlowLayout(panel);
     row->addWidget(allRowsBox(m_fatduz.liste));
     row->addStretch();
     // Only a date starts the filter here; its box alone does nothing.

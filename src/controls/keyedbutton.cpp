@@ -1,0 +1,44 @@
+#include "controls/keyedbutton.h"
+
+#include <QStyleOptionButton>
+#include <QStylePainter>
+
+namespace kervan {
+
+namespace {
+
+constexpr int gap = 8;
+
+} // namespace
+
+KeyedButton::KeyedButton(const QString &caption, const QString &keys)
+    : QPushButton(caption)
+    , m_keys(keys)
+{
+}
+
+int KeyedButton::roomForKeys() const
+{
+    return m_keys.isEmpty() || text().isEmpty() ? 0 : fontMetrics().horizontalAdvance(m_keys) + gap;
+}
+
+QSize KeyedButton::sizeHint() const
+{
+    return QPushButton::sizeHint() + QSize(roomForKeys(), 0);
+}
+
+void KeyedButton::paintEvent(QPaintEvent *event)
+{
+    if (roomForKeys() == 0 || width() < sizeHint().width())
+        return QPushButton::paintEvent(event);
+    QStylePainter painter(this);
+    QStyleOptionButton option;
+    initStyleOption(&option);
+    painter.drawControl(QStyle::CE_PushButtonBevel, option);
+    option.rect.setRight(option.rect.right() - roomForKeys());
+    painter.drawControl(QStyle::CE_PushButtonLabel, option);
+    painter.setPen(palette().color(QPalette::PlaceholderText));
+    painter.drawText(rect().adjusted(0, 0, -gap, 0), Qt::AlignRight | Qt::AlignVCenter, m_keys);
+}
+
+} // namespace kervan

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QPushButton>
+
+namespace kervan {
+
+/// A button that shows, behind its caption, the keys that press it, where there is room for them.
+class KeyedButton : public QPushButton
+{
+    Q_OBJECT
+
+public:
+    KeyedButton(const QString &caption, const QString &keys);
+
+    QSize sizeHint() const override;
+    QSize minimumSizeHint() const override { return QPushButton::sizeHint(); }
+
+protected:
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    int roomForKeys() const;
+
+    QString m_keys;
+};
+
+} // namespace kervan
