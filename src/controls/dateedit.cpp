@@ -25,7 +25,8 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QStringView spelling = u"dd.MM.yyyy";
-constexpr int wholeDate = 6; // characters, at least
+constexpr int roomForSigns = 60; // the warning in front, the calendar behind
+constexpr int wholeDate = 6;     // characters, at least
 constexpr QColor impossibleText(0xc4, 0x60, 0x4a);
 
 /// The day, month or year of a text that is parted by points, and where it stands.
@@ -62,8 +63,7 @@ DateEdit::DateEdit(QWidget *parent)
     m_warning->setVisible(false);
     setPlaceholderText(u"gg.aa.yyyy"_s);
     setToolTip(u"Tarih: 07.04.2025, 7.4.25 ya da 070425; takvim için F4"_s);
-    setMinimumWidth(fontMetrics().horizontalAdvance(u"00.00.0000"_s) + 72);
-    setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
+    setFixedWidth(fontMetrics().horizontalAdvance(u"00.00.0000"_s) + roomForSigns);
     auto *calendar = addAction(picture(u"calendar"_s), TrailingPosition);
     calendar->setText(u"Takvim"_s);
     calendar->setToolTip(u"Takvim (F4)"_s);

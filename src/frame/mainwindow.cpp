@@ -45,8 +45,12 @@ MainWindow::MainWindow(Program &program, QWidget *parent)
     setWindowIcon(picture(u"kervan"_s));
     // The keys of a screen work only inside it, also when the one above it has closed.
     connect(m_area, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow *window) {
-        if (window)
-            window->setFocus();
+        if (!window)
+            return;
+        QWidget *at = screenIn(window)->focusWidget();
+        window->setFocus();
+        if (at)
+            at->setFocus();
     });
     connect(m_area, &QMdiArea::subWindowActivated, this, &MainWindow::showFront);
     m_area->setBackground(QBrush(Qt::NoBrush)); // the window shows through

@@ -52,10 +52,13 @@ public:
     Window *inBackground(QStringView screen)
     {
         QMdiSubWindow *active = m_area->activeSubWindow();
+        const QPointer<QWidget> focus = focusWidget();
         auto *window = qobject_cast<Window *>(screenIn(transfer(*screenOf(screen))));
         if (active) {
             m_area->setActiveSubWindow(active);
             active->setFocus();
+            if (focus)
+                focus->setFocus();
         }
         return window;
     }

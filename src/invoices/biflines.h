@@ -9,6 +9,7 @@
 #include <QSet>
 #include <QString>
 
+#include <functional>
 #include <optional>
 
 namespace kervan {
@@ -18,14 +19,19 @@ namespace kervan {
 class BifLines
 {
 public:
-    /// A file or database that can't be read fails at each invoice asked for, and not here.
+    /// A file or database that can't be read does not fail here: it is tried anew at each invoice
+    /// that is asked for.
     BifLines(Program &program, const QString &path, const QSet<QString> &numbers);
 
     /// Fills `l3` with the lines of one of these invoices: prices, margin, net unit price, and the
     /// units of `lbrm`. An empty number has none. The first Failure leaves the lines before it.
     void liste3yukle(const QString &faturano, const Grid &lbrm, Grid &l3);
 
+    /// What could not be read at the beginning.
+    const std::optional<Failure> &unreadable() const { return m_unreadable; }
+
 private:
+    std::function<void()> m_open;
     std::optional<Prices> m_prices;
     std::optional<BifIndex> m_file;
     std::optional<Failure> m_unreadable;

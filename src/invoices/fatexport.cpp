@@ -63,13 +63,18 @@ void Fat::kaydet(const QString &dosya)
     bilgi.begin();
     ilerleme.start(l1().tickedCount());
     IncompleteInvoices eksikler;
-    const Belge belge = [&] {
+    std::optional<Failure> unreadable;
+    const Belge belge = [&] { // the database is let go before the document is written
         BifLines lines(m_program, m_dosyaadi, tickedNumbers());
+        unreadable = lines.unreadable();
         return exportInvoices(l1(), l3, faturaTuru.text(), sourceOf(lines), ilerleme, eksikler);
     }();
     bilgi.addDocument(dosya, u"fatura"_s, l1().tickedCount(), m_program.clock.now().time(),
                       passOver([&] { belgeyaz(belge, DocumentEnd::LineEnd, dosya); }));
-    bilgi.add(eksikler.note());
+    if (eksikler.note().isEmpty()) // with no invoice that lacks lines, nothing else tells it
+        bilgi.add(unreadable);
+    else
+        bilgi.add(eksikler.note());
     ilerleme.finish();
     // What is stored runs ahead of the numbers given out: it counts collections too.
     note(passOver([this] { kasacariislemnokaydet(m_program, m_kasaislemsayac); }));

@@ -93,7 +93,7 @@ private Q_SLOTS:
                      for (int slip = 0; slip < 25; ++slip)
                          body.add(QStringList{u"tutartutar"_s});
                  }),
-                 u"3. kayıt çok büyüdü."_s);
+                 u"3. kayıt çok büyüdü: değerlerinde şablonun sözcükleri var."_s);
     }
 
     void aSlipThatSwellsBeyondMeasureIsAFailureAndNoDocument()

@@ -158,7 +158,7 @@ private Q_SLOTS:
         QCOMPARE(frame.invoices().tickedCount(), 0);
         QCOMPARE(duzey.tickedCount(), 1);
         duzey.setAllTicked(false);
-        frame.window.findChild<FatWindow *>()->parentWidget()->close();
+        MainWindow::subWindowOf(frame.window.findChild<FatWindow *>())->close();
         QTRY_VERIFY(!frame.window.findChild<FatWindow *>());
         frame.t.program.aktifform = u"1"_s;
         frame.trigger(u"fattumsec"_s);

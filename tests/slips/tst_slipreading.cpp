@@ -119,7 +119,7 @@ cards ; lvButtons_H3 ; X|S|A|K|Ü|T||T\n| 7 | AÇ | 1,2 | GÜL | 5.3.2021 9:30 |
         for (SlipDesk *d : {&ends, &goesOn}) {
             QVERIFY(!d->s.ilerleme.isShown());
             d->readBook(u"bos.xlsx"_s, u"K"_s); // the next read begins anew
-            QCOMPARE(d->s.bilgi.text(), QString());
+            QVERIFY(d->s.bilgi.text().startsWith(u"\"Sayfa1\" sayfasında bu ekranın"_s));
         }
     }
 

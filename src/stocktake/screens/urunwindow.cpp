@@ -12,6 +12,7 @@
 #include <QLineEdit>
 #include <QPushButton>
 #include <QRegularExpression>
+#include <QScreen>
 #include <QShortcut>
 #include <QStyledItemDelegate>
 #include <QTimer>
@@ -125,7 +126,7 @@ UrunWindow::UrunWindow(Program &program, QWidget *parent)
     buttons->addWidget(save);
     buttons->addWidget(close);
     column->addLayout(buttons);
-    resize(820, 560);
+    resize(QSize(820, 560).boundedTo(screen()->availableSize() - QSize(16, 40)));
     m_urunform.yukle();
     view->setCurrentIndex(m_urunform.l1.index(0, Urunform::Kod));
     connect(&m_urunform.l1, &Grid::dataChanged, this, [this] {
