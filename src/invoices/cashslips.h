@@ -22,8 +22,8 @@ void faturakasafisnoyaz(const Program &program, Grid &l1);
 /// Writes the slips of the ticked rows whose grand total lies below the cash limit into the file
 /// named like the invoice document `dosya`, its last four characters replaced by "-KASANAKIT.xml",
 /// and shows the box behind it. The file is written without a slip too. The first cell that can't
-/// be read, and a file that can't be written, is a Failure, and the old file stays. A file that is
-/// written is told in the notes.
+/// be read, a file that can't be written, and a name of fewer than four characters is a Failure,
+/// and the old file stays. A file that is written is told in the notes.
 void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kasakodu,
                             const QString &dosya, Notes &notes);
 

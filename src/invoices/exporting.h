@@ -31,7 +31,8 @@ struct GeneralDiscount
 struct InvoiceSource
 {
     InvoiceTemplates templates;
-    /// Fills `l3` with the lines of an invoice; a Failure leaves those before it.
+    /// Fills the `l3` that the export is given with the lines of an invoice; a Failure leaves those
+    /// before it.
     std::function<void(const QString &faturano)> liste3yukle;
     /// The head of a row of `l1`.
     std::function<InvoiceHead(int row)> headOf;
@@ -62,7 +63,8 @@ private:
 
 /// The document of the ticked rows of `l1`; `faturaTuru` begins with the kind of the invoices. The
 /// lines of each invoice pass through `l3`. An invoice whose lines fail is written with those
-/// before the failure, and counted.
+/// before the failure, and counted. The bar goes a step for each of them; the caller starts and
+/// finishes it.
 Belge exportInvoices(const Grid &l1, const Grid &l3, const QString &faturaTuru,
                      const InvoiceSource &source, ProgressField &progress,
                      IncompleteInvoices &incomplete);

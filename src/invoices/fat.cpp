@@ -77,7 +77,7 @@ void Fat::kdvoranisec()
     });
 }
 
-// The rules look the unit set up and take nothing of what is found; the unit of a line comes from
+// The unit set is looked up and nothing of what is found is taken: the unit of a line comes from
 // `lbrm`.
 void Fat::birimsetisec()
 {

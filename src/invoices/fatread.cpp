@@ -21,7 +21,7 @@ void Fat::umurlarfaturabaslikoku()
     {
         const Grid::Refill refill(l1());
         l1().clear();
-        liste.tumunuSec.setChecked(false); // as the ticks are
+        liste.tumunuSec.setChecked(false); // no new row is ticked
         std::optional<Prices> prices;
         note(passOver([&] { prices.emplace(m_program.db, m_program.path(u"data.dbs")); }));
         if (!m_dosyaadi.isEmpty()) {

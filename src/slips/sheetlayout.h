@@ -37,7 +37,7 @@ public:
         , m_treat(treat)
     {
     }
-    /// Of more than a field's text; some of these look at a field all the same.
+    /// Worked out from the whole reading; `field` says at which field it looks, if at any.
     CellRule(int cell, QString (*value)(const Reading &reading, int field), int field = -1)
         : m_cell(cell)
         , m_field(field)

@@ -126,8 +126,8 @@ bool SlipScreen::bankalistebul(const QString &kod, float tutar)
     const auto found = m_bankRows.constFind(kod);
     if (found == m_bankRows.cend())
         return false;
-    // The rule wants single precision: a sum beyond seven digits loses its cents, in the document
-    // too.
+    // In single precision, deliberately: a sum beyond seven digits loses its cents, in the
+    // document too.
     const float sum = toSingleNumber(l2.cell(*found, BankaFisi::Tutar)) + tutar;
     l2.setCell(*found, BankaFisi::Tutar, masked(sum, "#,###.00"_mask));
     return true;

@@ -147,7 +147,7 @@ Definition per()
 Definition ozkod()
 {
     return {.screen = u"ozkod"_s,
-            .caption = u"Form1"_s, // the name that the window was drawn under is its caption
+            .caption = u"Form1"_s, // as users know it
             .listCaption = u"Fatura Özel Kod Listesi"_s,
             .database = u"fatozkod.dbs"_s,
             .table = u"ozkod"_s,

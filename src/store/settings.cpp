@@ -21,7 +21,9 @@ const QList<ValueDialog> &valueDialogs()
 
 const ValueDialog &valueDialogOf(QStringView screen)
 {
-    return *std::ranges::find(valueDialogs(), screen, &ValueDialog::screen);
+    const auto found = std::ranges::find(valueDialogs(), screen, &ValueDialog::screen);
+    Q_ASSERT(found != valueDialogs().cend());
+    return *found;
 }
 
 ValueSetting::ValueSetting(Program &program, const ValueDialog &dialog)

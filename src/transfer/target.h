@@ -15,8 +15,8 @@ namespace kervan {
 QString xmlAdi(const QString &name);
 
 /// What a save dialog for documents starts with: the program's folder "logo xml" while the target
-/// of cari documents `xc` is empty, else the target of invoice documents `xf`. The rules
-/// test the one and take the other, and both halves are part of them.
+/// of cari documents `xc` is empty, else the target of invoice documents `xf`. That
+/// the one is tested and the other taken is deliberate.
 QString ilkKlasor(const QString &programFolder, const QString &xc, const QString &xf);
 
 /// Asks for the document's name, which then ends in ".xml"; nothing on cancel.

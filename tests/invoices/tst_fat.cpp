@@ -314,6 +314,24 @@ no date but beyond the limit ;          ; 7000   ; no)"_s);
         const QByteArray heads = desk.exported();
         QCOMPARE(heads.count("</INVOICE>"), 2);
         QCOMPARE(heads.count("<TRANSACTION>"), 0);
+        QVERIFY(desk.fat.bilgi.text().contains(u"2 faturanın satırları eksik"_s));
+        desk.fat.liste.l1.setAllTicked(false);
+        QCOMPARE(desk.exported().count("</INVOICE>"), 0);
+        QVERIFY(
+            desk.fat.bilgi.text().contains(u"kaynak.bif"_s)); // without an invoice that tells it
+    }
+
+    void aSourceThatIsBackBeforeAnInvoiceGivesItsLines()
+    {
+        Desk desk;
+        desk.open(three());
+        const QString source = desk.t.path(u"kaynak.bif"_s);
+        QVERIFY(QFile::rename(source, source + u'x'));
+        BifLines lines(desk.t.program, source, {desk.l1.cell(0, L1::FaturaNumarasi)});
+        QVERIFY(lines.unreadable().has_value());
+        QVERIFY(QFile::rename(source + u'x', source));
+        lines.liste3yukle(desk.l1.cell(0, L1::FaturaNumarasi), desk.fat.tanimlar.lbrm, desk.fat.l3);
+        QCOMPARE(desk.fat.l3.rows(), 1);
     }
 
     void theListsSayWhatTheirColumnsAre()

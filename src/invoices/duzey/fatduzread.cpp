@@ -51,7 +51,7 @@ void Fatduz::readSheet()
         const Grid::Refill refillLines(l2);
         l1().clear();
         l2.clear();
-        liste.tumunuSec.setChecked(false); // as the ticks are
+        liste.tumunuSec.setChecked(false); // no new row is ticked
         m_onceki.clear();
         const auto work = m_program.busy.reading(m_dosyaadi);
         const auto sheet = openSheet();
