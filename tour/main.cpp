@@ -42,7 +42,8 @@ int run(const QString &samples, const QString &folder)
         return 1;
     }
     kervan::MainWindow window(program);
-    window.show();
+    window.showNormal();
+    window.resize(1280, 860); // the desktop without a display is smaller
     kervan::TdsStandin logo;
     kervan::Tour tour(window, folder);
     kervan::visitAll(tour, logo);

@@ -41,8 +41,8 @@ FlowLayout::FlowLayout(QWidget *parent)
 
 FlowLayout::~FlowLayout()
 {
-    while (QLayoutItem *item = takeAt(0))
-        delete item;
+    while (!m_items.isEmpty()) // a layout among them takes itself out as well
+        delete m_items.takeFirst();
 }
 
 void FlowLayout::addPair(QWidget *label, QWidget *control)
@@ -73,7 +73,7 @@ void FlowLayout::addItem(QLayoutItem *item)
 
 QLayoutItem *FlowLayout::takeAt(int index)
 {
-    return index >= 0 && index < count() ? m_items.takeAt(index) : nullptr;
+    return index >= 0 && index < m_items.size() ? m_items.takeAt(index) : nullptr;
 }
 
 int FlowLayout::widthOf(const Line &line) const

@@ -14,8 +14,8 @@ bool isKept()
 
 QSettings settings()
 {
-    return QSettings(QSettings::IniFormat, QSettings::UserScope,
-                     QCoreApplication::organizationName(), QCoreApplication::applicationName());
+    return {QSettings::IniFormat, QSettings::UserScope, QCoreApplication::organizationName(),
+            QCoreApplication::applicationName()};
 }
 
 } // namespace

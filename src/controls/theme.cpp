@@ -149,22 +149,25 @@ public:
         , m_application(application)
     {
         application.installEventFilter(this);
+        m_soon.setSingleShot(true);
+        connect(&m_soon, &QTimer::timeout, this, [this] {
+            QApplication::setPalette(QPalette()); // the desktop's again
+            applyTheme(m_application, QApplication::palette());
+            m_isDue = false;
+        });
     }
     bool eventFilter(QObject *, QEvent *event) override
     {
         if (event->type() == QEvent::ThemeChange && !m_isDue) {
             m_isDue = true; // each window is told
-            QTimer::singleShot(0, this, [this] {
-                QApplication::setPalette(QPalette()); // the desktop's again
-                applyTheme(m_application, QApplication::palette());
-                m_isDue = false;
-            });
+            m_soon.start(0);
         }
         return false;
     }
 
 private:
     QApplication &m_application;
+    QTimer m_soon;
     bool m_isDue = false;
 };
 

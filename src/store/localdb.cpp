@@ -61,7 +61,7 @@ constexpr auto faults = std::to_array<Fault>({
 // The engine's own sentence stands behind the words, for whoever is asked for help.
 QString faultOf(const QSqlError &error)
 {
-    const QString own = error.databaseText();
+    QString own = error.databaseText();
     for (const Fault &fault : faults) {
         if (own.startsWith(fault.engine))
             return u"%1 (%2)"_s.arg(fault.text, own);

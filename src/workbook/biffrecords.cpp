@@ -121,7 +121,7 @@ double biffDouble(QByteArrayView data, qsizetype at)
 // The lowest bit divides by 100, the next tells a whole number from the upper part of a double.
 double biffPacked(QByteArrayView data, qsizetype at)
 {
-    const quint32 packed = numberAt<quint32>(data, at);
+    const auto packed = numberAt<quint32>(data, at);
     const double number = (packed & 2U) != 0 ? static_cast<double>(static_cast<qint32>(packed) >> 2)
                                              : std::bit_cast<double>(quint64(packed & ~3U) << 32U);
     return (packed & 1U) != 0 ? number / 100 : number;

@@ -148,7 +148,7 @@ private:
         const QByteArrayView data = record.data;
         switch (record.type) {
         case BiffRecords::SharedText: {
-            const quint32 index = numberAt<quint32>(data, 6);
+            const auto index = numberAt<quint32>(data, 6);
             if (index >= m_texts.size())
                 throw Failure(u"dosya bozuk (metin numarası)"_s);
             m_builder.add(place(data), m_texts[index]);
