@@ -52,7 +52,9 @@ MainWindow::MainWindow(Program &program, QWidget *parent)
         if (at)
             at->setFocus();
     });
-    connect(m_area, &QMdiArea::subWindowActivated, this, &MainWindow::showFront);
+    // Later: while a screen goes, it is told of as well, and is no child window any more.
+    connect(m_area, &QMdiArea::subWindowActivated, this, &MainWindow::showFront,
+            Qt::QueuedConnection);
     m_area->setBackground(QBrush(Qt::NoBrush)); // the window shows through
     m_area->viewport()->installEventFilter(this);
     m_resim = new Resim(m_area->viewport());
@@ -196,7 +198,7 @@ QMdiSubWindow *MainWindow::transfer(const Screen &screen)
         window->setWindowIcon(windowIcon());
         window->setWindowTitle(made->windowTitle());
         window->setGeometry(m_area->viewport()->rect());
-        connect(window, &QObject::destroyed, this, &MainWindow::showFront);
+        connect(window, &QObject::destroyed, this, &MainWindow::showFront, Qt::QueuedConnection);
     }
     return window;
 }

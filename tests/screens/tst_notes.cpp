@@ -52,7 +52,7 @@ double contrast(const QColor &a, const QColor &b)
         return 0.2126 * part(colour.redF()) + 0.7152 * part(colour.greenF()) +
                0.0722 * part(colour.blueF());
     };
-    const auto [dark, bright] = std::minmax(luminance(a), luminance(b));
+    const auto [dark, bright] = std::minmax({luminance(a), luminance(b)});
     return (bright + 0.05) / (dark + 0.05);
 }
 
