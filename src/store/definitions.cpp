@@ -147,7 +147,7 @@ Definition per()
 Definition ozkod()
 {
     return {.screen = u"ozkod"_s,
-            .caption = u"Form1"_s, // as users know it
+            .caption = u"Form1"_s,
             .listCaption = u"Fatura Özel Kod Listesi"_s,
             .database = u"fatozkod.dbs"_s,
             .table = u"ozkod"_s,
