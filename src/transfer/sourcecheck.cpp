@@ -173,7 +173,10 @@ void checkSource(Notes &notes, const QString &path, SourceKind wanted, const Gri
 {
     notes.add(wrongEncoding(path));
     notes.add(wrongSource(path, wanted, !grid.isEmpty()));
-    notes.add(lettersLost(grid));
+    // Cards hold what stands in their file alone, and a file in the code page no other letters.
+    const bool isOfFile = wanted == SourceKind::Accounts || wanted == SourceKind::Stock;
+    if (!isOfFile || beginningOf(path).startsWith(utf8Mark))
+        notes.add(lettersLost(grid));
 }
 
 } // namespace kervan
