@@ -1,0 +1,141 @@
+; The installer: for the current user, without administrator's rights. It lays out the program and
+; what is missing of its data, and its uninstaller takes away the program alone.
+
+Unicode true
+Target amd64-unicode
+SetCompressor /SOLID lzma
+RequestExecutionLevel user
+ManifestDPIAware true
+
+!define NAME "Kervan Transfer"
+!define OWN "Software\Kervan\Kurulum"
+!define LISTED "Software\Microsoft\Windows\CurrentVersion\Uninstall\KervanTransfer"
+
+!include MUI2.nsh
+!include FileFunc.nsh
+!include LogicLib.nsh
+!include StrFunc.nsh
+${Using:StrFunc} StrStr
+
+Name "${NAME}"
+OutFile "${TARGET}"
+BrandingText "${NAME} ${VERSION}"
+InstallDir "$LOCALAPPDATA\Programs\${NAME}"
+InstallDirRegKey HKCU "${OWN}" "Klasor"
+ShowInstDetails nevershow
+ShowUninstDetails show
+VIProductVersion "${VERSION}.0.0"
+VIAddVersionKey /LANG=1055 ProductName "${NAME}"
+VIAddVersionKey /LANG=1055 FileDescription "${NAME} kurulumu"
+VIAddVersionKey /LANG=1055 FileVersion "${VERSION}"
+VIAddVersionKey /LANG=1055 ProductVersion "${VERSION}"
+VIAddVersionKey /LANG=1055 LegalCopyright ""
+
+!define MUI_ICON "${ICON}"
+!define MUI_UNICON "${ICON}"
+!define MUI_ABORTWARNING
+!define MUI_WELCOMEPAGE_TEXT "Bu sihirbaz ${NAME} ${VERSION} programını kurar; yönetici hakkı istemez.$\r$\n$\r$\nEski bir sürümün üzerine kurulursa veritabanları, tanımlar, ayarlar ve belgeler olduğu gibi kalır. Program açıksa önce kapatın."
+!define MUI_DIRECTORYPAGE_TEXT_TOP "Programın verileri de bu klasörde durur. Yazma hakkınız olan bir klasör seçin; Program Files altına kurulmaz."
+!define MUI_FINISHPAGE_RUN "$INSTDIR\kervan-transfer.exe"
+!define MUI_FINISHPAGE_SHOWREADME "$INSTDIR\Yenilikler.txt"
+!define MUI_FINISHPAGE_SHOWREADME_NOTCHECKED
+!define MUI_UNCONFIRMPAGE_TEXT_TOP "Yalnız program kaldırılır. Veritabanları, tanımlar, ayarlar, kaynak dosyalar ve belgeler bu klasörde kalır:"
+
+!insertmacro MUI_PAGE_WELCOME
+!insertmacro MUI_PAGE_DIRECTORY
+!insertmacro MUI_PAGE_COMPONENTS
+!insertmacro MUI_PAGE_INSTFILES
+!insertmacro MUI_PAGE_FINISH
+!insertmacro MUI_UNPAGE_CONFIRM
+!insertmacro MUI_UNPAGE_INSTFILES
+!insertmacro MUI_LANGUAGE Turkish
+
+; Tells why nothing is done; a silent run tells it by its exit status.
+!macro Refuse WHY STATUS
+    ${IfNot} ${Silent}
+        MessageBox MB_OK|MB_ICONEXCLAMATION "${WHY}"
+    ${EndIf}
+    SetErrorLevel ${STATUS}
+    Quit
+!macroend
+
+; The program's own files can't be replaced or removed while it runs.
+!macro QuitWhileOpen
+    ${If} ${FileExists} "$INSTDIR\kervan-transfer.exe"
+        ClearErrors
+        FileOpen $0 "$INSTDIR\kervan-transfer.exe" a
+        ${If} ${Errors}
+            !insertmacro Refuse "${NAME} açık. Programı kapatıp yeniden deneyin." 3
+        ${EndIf}
+        FileClose $0
+    ${EndIf}
+!macroend
+
+; "\" behind both, so that a folder whose name only begins alike is none below.
+Function .onVerifyInstDir
+    ${StrStr} $0 "$INSTDIR\" "$PROGRAMFILES64\"
+    ${StrStr} $1 "$INSTDIR\" "$PROGRAMFILES32\"
+    ${If} "$0$1" != ""
+        Abort
+    ${EndIf}
+FunctionEnd
+
+Section "-Program"
+    ${StrStr} $0 "$INSTDIR\" "$PROGRAMFILES64\"
+    ${StrStr} $1 "$INSTDIR\" "$PROGRAMFILES32\"
+    ${If} "$0$1" != "" ; a silent run shows no page that asks for the folder
+        !insertmacro Refuse "${NAME} Program Files altına kurulmaz." 5
+    ${EndIf}
+    !insertmacro QuitWhileOpen
+    ; What an older version laid out goes by its own list.
+    ${If} ${FileExists} "$INSTDIR\kaldir.exe"
+        ExecWait '"$INSTDIR\kaldir.exe" /S _?=$INSTDIR'
+    ${EndIf}
+    SetOutPath "$INSTDIR"
+    File /r "${PROGRAM}/*"
+    WriteUninstaller "$INSTDIR\kaldir.exe"
+    nsExec::ExecToStack '"$INSTDIR\kervan-kurulum.exe" "$INSTDIR"'
+    Pop $0
+    Pop $1
+    ${If} $0 != 0
+        !insertmacro Refuse "Program klasörü hazırlanamadı:$\r$\n$1" 4
+    ${EndIf}
+    WriteRegStr HKCU "${OWN}" "Klasor" "$INSTDIR"
+    WriteRegStr HKCU "${LISTED}" "DisplayName" "${NAME}"
+    WriteRegStr HKCU "${LISTED}" "DisplayVersion" "${VERSION}"
+    WriteRegStr HKCU "${LISTED}" "DisplayIcon" "$INSTDIR\kervan-transfer.exe"
+    WriteRegStr HKCU "${LISTED}" "InstallLocation" "$INSTDIR"
+    WriteRegStr HKCU "${LISTED}" "UninstallString" '"$INSTDIR\kaldir.exe"'
+    WriteRegStr HKCU "${LISTED}" "QuietUninstallString" '"$INSTDIR\kaldir.exe" /S'
+    WriteRegDWORD HKCU "${LISTED}" "EstimatedSize" ${SIZE}
+    WriteRegDWORD HKCU "${LISTED}" "NoModify" 1
+    WriteRegDWORD HKCU "${LISTED}" "NoRepair" 1
+SectionEnd
+
+Section "Başlat menüsü"
+    CreateShortcut "$SMPROGRAMS\${NAME}.lnk" "$INSTDIR\kervan-transfer.exe"
+SectionEnd
+
+Section "Masaüstü kısayolu"
+    CreateShortcut "$DESKTOP\${NAME}.lnk" "$INSTDIR\kervan-transfer.exe"
+SectionEnd
+
+Section /o "Örnek dosyalar ve tanımlar"
+    nsExec::ExecToStack '"$INSTDIR\kervan-kurulum.exe" "$INSTDIR" "$INSTDIR\ornekler"'
+    Pop $0
+    Pop $1
+    ${If} $0 != 0
+        !insertmacro Refuse "Örnekler kopyalanamadı:$\r$\n$1" 4
+    ${EndIf}
+SectionEnd
+
+Section Uninstall
+    !insertmacro QuitWhileOpen
+    !include "${FILES}"
+    Delete "$INSTDIR\kaldir.exe"
+    RMDir "$INSTDIR" ; goes only when nothing of the user's is in it
+    Delete "$SMPROGRAMS\${NAME}.lnk"
+    Delete "$DESKTOP\${NAME}.lnk"
+    DeleteRegKey HKCU "${LISTED}"
+    DetailPrint "Veritabanları, tanımlar, ayarlar ve belgeler $INSTDIR klasöründe kaldı."
+SectionEnd
