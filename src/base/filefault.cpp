@@ -8,7 +8,11 @@
 #include <cerrno>
 
 #ifdef Q_OS_WIN
+#include <QRegularExpression>
+
 #include <windows.h>
+
+#include <string>
 #endif
 
 namespace kervan {
@@ -35,6 +39,8 @@ constexpr QStringView damaged = u"disk hata veriyor";
 constexpr QStringView noMemory = u"bellek yetmiyor";
 
 #ifdef Q_OS_WIN
+constexpr QStringView unusableLetter = u"dosya adında kullanılamayan bir harf var";
+
 constexpr auto words = std::to_array<Word>({
     {ERROR_ACCESS_DENIED, noRight},
     {ERROR_BAD_NETPATH, noNetwork},
@@ -54,7 +60,7 @@ constexpr auto words = std::to_array<Word>({
     {ERROR_LOCK_VIOLATION, inUse},
     {ERROR_USER_MAPPED_FILE, inUse},
     {ERROR_FILENAME_EXCED_RANGE, longName},
-    {ERROR_INVALID_NAME, u"dosya adında kullanılamayan bir harf var"},
+    {ERROR_INVALID_NAME, unusableLetter},
     {ERROR_FILE_TOO_LARGE, tooLarge},
     {ERROR_TOO_MANY_OPEN_FILES, tooMany},
     {ERROR_NOT_READY, u"sürücü hazır değil"},
@@ -86,6 +92,21 @@ constexpr auto words = std::to_array<Word>({
     {EIO, damaged},
     {ENOMEM, noMemory},
 });
+#endif
+
+#ifdef Q_OS_WIN
+// Another file can't take the place of one that is open; the system calls that forbidden.
+bool isOpenElsewhere(const QString &path)
+{
+    const std::wstring name = QDir::toNativeSeparators(path).toStdWString();
+    const HANDLE file = CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, OPEN_EXISTING,
+                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file != INVALID_HANDLE_VALUE) {
+        CloseHandle(file);
+        return false;
+    }
+    return GetLastError() == ERROR_SHARING_VIOLATION;
+}
 #endif
 
 QStringView wordOf(int fault)
@@ -122,6 +143,10 @@ QString filefault(const QFileDevice &file, int fault)
         return word.toString();
     if (info.isDir())
         return u"bu bir klasör"_s;
+#ifdef Q_OS_WIN
+    if (word == noRight && isOpenElsewhere(file.fileName()))
+        return inUse.toString();
+#endif
     // A folder that may not be looked into looks empty, and a name too long is nowhere.
     if (word.isEmpty() && !info.dir().exists())
         return u"klasörü yok"_s;
@@ -142,6 +167,20 @@ QString filefault(const QFileDevice &file, int fault)
         break;
     }
     return file.errorString(); // in the words of the desktop
+}
+
+QString faultOfName([[maybe_unused]] const QString &path)
+{
+#ifdef Q_OS_WIN
+    static const QRegularExpression device(u"^(?:CON|PRN|AUX|NUL|COM[1-9]|LPT[1-9])\\s*(?:\\.|$)"_s,
+                                           QRegularExpression::CaseInsensitiveOption);
+    const QString name = QFileInfo(path).fileName();
+    if (device.match(name).hasMatch())
+        return u"bu ad Windows'a ayrılmış"_s;
+    if (name.contains(u':'))
+        return unusableLetter.toString();
+#endif
+    return {};
 }
 
 Failure fileFailure(const QString &path, const QString &step, const QString &why)

@@ -1,7 +1,9 @@
 #include "base/wholefile.h"
 
 #include "base/filefault.h"
+#include "base/rights.h"
 
+#include <QDir>
 #include <QFile>
 
 namespace kervan {
@@ -10,6 +12,8 @@ using namespace Qt::StringLiterals;
 
 WholeFile::WholeFile(const QString &path)
     : m_file(path)
+    , m_nameFault(faultOfName(path))
+    , m_fine(m_nameFault.isEmpty())
 {
     attempt([&] { return m_file.open(QIODevice::WriteOnly); });
 }
@@ -27,7 +31,10 @@ void WholeFile::attempt(Step &&step)
 
 void WholeFile::keepToOwner()
 {
-    attempt([&] { return m_file.setPermissions(QFile::ReadOwner | QFile::WriteOwner); });
+    m_isForOwner = true;
+#ifndef Q_OS_WIN
+    m_isKept = m_file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
+#endif
 }
 
 void WholeFile::write(QByteArrayView bytes)
@@ -40,7 +47,15 @@ void WholeFile::commit()
     // The last buffer is flushed here, since commit() does not look at what its own flush gives.
     attempt([&] { return m_file.flush() && m_file.commit(); });
     if (!m_fine)
-        throw fileFailure(m_file.fileName(), u"yazılamadı"_s, filefault(m_file, m_fault));
+        throw fileFailure(m_file.fileName(), u"yazılamadı"_s,
+                          m_nameFault.isEmpty() ? filefault(m_file, m_fault) : m_nameFault);
+#ifdef Q_OS_WIN // where a file that takes another's place brings its own rights along
+    m_isKept = !m_isForOwner || keepToUser(m_file.fileName());
+#endif
+    if (!m_isKept)
+        throw Failure(
+            u"%1 yazıldı, ama bu diskte dosyalara hak verilemiyor: klasörü açabilen herkes "
+            "onu okuyabilir."_s.arg(QDir::toNativeSeparators(m_file.fileName())));
 }
 
 } // namespace kervan

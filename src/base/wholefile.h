@@ -12,7 +12,9 @@ class WholeFile
 {
 public:
     explicit WholeFile(const QString &path);
-    /// Lets its owner alone read the file, from before its first byte.
+    /// Lets its owner alone read the file: from before its first byte, on Windows from the commit
+    /// on. Where the disk knows no rights, the file is written all the same, and then told as a
+    /// Failure.
     void keepToOwner();
     void write(QByteArrayView bytes);
     /// Puts the new file in the old one's place. Any failure since the opening is told here, as a
@@ -24,8 +26,11 @@ private:
     void attempt(Step &&step);
 
     QSaveFile m_file;
-    bool m_fine = true;
-    int m_fault = 0; // of the system, once it is no longer fine
+    QString m_nameFault;
+    bool m_fine;
+    bool m_isForOwner = false;
+    bool m_isKept = true; // to its owner
+    int m_fault = 0;      // of the system, once it is no longer fine
 };
 
 } // namespace kervan

@@ -80,6 +80,11 @@ void make(const QString &path, const QStringList &statements)
 
 } // namespace
 
+bool isNewFolder(const QString &programFolder)
+{
+    return QDir(programFolder).entryList({u"*.dbs"_s, u"*.kvz"_s}, QDir::Files).isEmpty();
+}
+
 void install(const QString &programFolder)
 {
     const QDir folder(programFolder);

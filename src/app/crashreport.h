@@ -1,0 +1,16 @@
+#pragma once
+
+#include <QString>
+
+namespace kervan {
+
+/// From here on a crash leaves a small file in the program folder: when, which version, and the
+/// places in the program that led there; nothing of what the program held. The crash itself goes
+/// its way.
+void reportCrashes(const QString &programFolder);
+
+/// The file that a crash left there, told once: from now on it has a name of its own, so that a
+/// later crash does not write over it. Empty if there is none.
+QString leftByCrash(const QString &programFolder);
+
+} // namespace kervan

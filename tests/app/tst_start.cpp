@@ -1,0 +1,96 @@
+#include "app/crashreport.h"
+#include "store/installation.h"
+#include "support/fakes.h"
+#include "support/table.h"
+
+#include <QCoreApplication>
+#include <QProcess>
+#include <QTemporaryDir>
+#include <QTest>
+
+#include <array>
+#include <cstdlib>
+
+using namespace kervan;
+
+namespace {
+
+// NOLINTNEXTLINE(misc-no-recursion): it is meant to end the stack
+int deeper(int depth)
+{
+    std::array<volatile int, 1024> room{};
+    room[0] = depth;
+    return depth < 0 ? 0 : deeper(depth + 1) + room[0];
+}
+
+// What this program does when it is called to crash.
+int crash(const QString &folder, const QString &how)
+{
+    reportCrashes(folder);
+    if (how == u"abort")
+        std::abort();
+    if (how == u"stack")
+        return deeper(0);
+    volatile int *nowhere = nullptr;
+    *nowhere = 1;
+    return 0;
+}
+
+} // namespace
+
+class TestStart : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aCrashLeavesItsPlaceAndVersionAndIsToldOnce_data()
+    {
+        QTest::addColumn<QString>("how");
+        QTest::newRow("nowhere") << u"nowhere"_s;
+        QTest::newRow("abort") << u"abort"_s;
+        QTest::newRow("stack") << u"stack"_s;
+    }
+    void aCrashLeavesItsPlaceAndVersionAndIsToldOnce()
+    {
+        const QTemporaryDir folder;
+        QCOMPARE(leftByCrash(folder.path()), QString());
+        QProcess process;
+        process.start(QCoreApplication::applicationFilePath(),
+                      {u"crash"_s, folder.path(), fetch("how")});
+        QVERIFY(process.waitForFinished(20000));
+        QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+        const QString report = leftByCrash(folder.path());
+        const QByteArray text = readBytes(report);
+        QVERIFY2(text.startsWith("Kervan Transfer 9.99, Qt 6."), text);
+        QVERIFY2(text.contains("\r\ntst_start"), text); // and a distance
+        QVERIFY2(!text.contains(folder.path().toLocal8Bit()), text);
+        QVERIFY(QFileInfo(report).fileName().startsWith(u"cokme-2"_s));
+        QCOMPARE(leftByCrash(folder.path()), QString());
+        QVERIFY(QFile::exists(report));
+    }
+
+    void onlyAFolderWithoutDataIsNew()
+    {
+        const QTemporaryDir folder;
+        QVERIFY(isNewFolder(folder.path()));
+        install(folder.path());
+        QVERIFY(!isNewFolder(folder.path()));
+        for (const QString &name : {u"data.dbs"_s, u"fatozkod.dbs"_s})
+            QFile::remove(folder.filePath(name));
+        QVERIFY(!isNewFolder(folder.path())); // it has lost them
+    }
+};
+
+int main(int argc, char **argv)
+{
+    const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationName(u"Kervan Transfer"_s);
+    QCoreApplication::setApplicationVersion(u"9.99"_s);
+    const QStringList arguments = QCoreApplication::arguments();
+    if (arguments.value(1) == u"crash")
+        return crash(arguments.value(2), arguments.value(3));
+    TestStart test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_start.moc"
