@@ -1,3 +1,4 @@
+# shellcheck shell=bash disable=SC2034
 # Sourced by the scripts: what the project needs on Debian 12, and how it gets there.
 
 build_packages=(g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl-dev libxkbcommon-dev

@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by ./windows: puts together what a user gets, and makes the zip and the installer of it.
 
 # The folders where a DLL may come from; what is in none of them belongs to Windows.
@@ -20,8 +21,8 @@ add_dlls() { # FOLDER
                 added=1
                 break
             done < <(windows_dll_folders)
-        done < <(find "$folder" -name '*.exe' -o -name '*.dll' \
-            | xargs -r -d '\n' x86_64-w64-mingw32-objdump -p | sed -n 's/.*DLL Name: //p' | sort -u)
+        done < <(find "$folder" \( -name '*.exe' -o -name '*.dll' \) \
+            -exec x86_64-w64-mingw32-objdump -p {} + | sed -n 's/.*DLL Name: //p' | sort -u)
     done
 }
 
@@ -53,7 +54,7 @@ stage_program() { # BUILD FOLDER
     as_windows_text CHANGELOG.md "$folder/Yenilikler.txt"
     cp -r samples "$folder/ornekler"
     rm -r "$folder"/ornekler/{make,README.md}
-    find "$folder" -name '*.exe' -o -name '*.dll' | xargs -d '\n' x86_64-w64-mingw32-strip
+    find "$folder" \( -name '*.exe' -o -name '*.dll' \) -exec x86_64-w64-mingw32-strip {} +
 }
 
 make_zip() { # FOLDER FILE
@@ -63,7 +64,9 @@ make_zip() { # FOLDER FILE
 
 # The installer removes later exactly what it laid out, so it is given the list.
 make_installer() { # FOLDER FILE VERSION ICON
-    local folder=$1 list=$folder.nsh
+    local folder=$1
+    local list=$folder.nsh
+    # shellcheck disable=SC1003,SC2016 # for the installer, not for this shell
     {
         (cd "$folder" && find . -type f -printf '%P\n') | sort | tr / '\\' \
             | sed 's/.*/Delete "$INSTDIR\\&"/'

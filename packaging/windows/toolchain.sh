@@ -1,3 +1,4 @@
+# shellcheck shell=bash
 # Sourced by ./windows: the libraries of the Windows program, built once from Debian's sources.
 #
 # They stand in a folder of the cache whose name is a digest of this recipe, of the versions below

@@ -1,0 +1,100 @@
+# shellcheck shell=bash
+# Sourced by ./windows: runs under Wine what it built, on a display of its own.
+
+# A new Windows each time, without what only browsers and .NET need.
+wine_start() {
+    export WINEPREFIX=$PWD/build/wine WINEARCH=win64 WINEDEBUG=-all LC_ALL=C.UTF-8
+    export TZ=Europe/Istanbul WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
+    rm -rf "$WINEPREFIX"
+    mkdir -p "$WINEPREFIX"
+    exec {display_number}< <(exec Xvfb -displayfd 1 -screen 0 1366x768x24 -nolisten tcp 2>/dev/null)
+    xvfb_process=$!
+    trap wine_stop EXIT
+    read -r -u "$display_number" number
+    export DISPLAY=:$number
+    wine wineboot -i
+    # Windows' own font isn't here, and Wine would take one with serifs.
+    wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Segoe UI' /d 'DejaVu Sans' /f
+    wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Tahoma' /d 'DejaVu Sans' /f
+    wineserver -w
+}
+
+wine_stop() {
+    wineserver -k || true
+    kill "$xvfb_process" 2>/dev/null || true
+}
+
+say() {
+    echo "== $*"
+}
+
+# The tests' own programs find the DLLs of the libraries by this path.
+wine_path() {
+    windows_dll_folders | while read -r folder; do winepath -w "$folder"; done | paste -sd ';'
+}
+
+same_documents() { # FOLDER FOLDER
+    local name count=0
+    for name in "$1"/*.xml; do
+        cmp "$name" "$2/$(basename "$name")"
+        count=$((count + 1))
+    done
+    [[ $count -eq $(find "$2" -name '*.xml' | wc -l) && $count -gt 0 ]]
+    echo "$count documents are the same, byte for byte"
+}
+
+# The tour of both systems: the same documents, and the pictures to look at.
+wine_tour() {
+    cmake --preset release
+    cmake --build --preset release --target kervan-tour
+    cmake --build --preset mingw --target kervan-tour
+    rm -rf build/tour build/windows/tour
+    env -u DISPLAY QT_QPA_PLATFORM=offscreen build/release/tour/kervan-tour samples build/tour
+    WINEPATH=$(wine_path) QT_PLUGIN_PATH=$(winepath -w "$KERVAN_WINDOWS_LIBRARIES/plugins") \
+        wine build/mingw/tour/kervan-tour.exe samples build/windows/tour
+    same_documents "build/tour/logo xml" "build/windows/tour/logo xml"
+}
+
+wine_tests() {
+    cmake --build --preset mingw
+    WINEPATH=$(wine_path) QT_PLUGIN_PATH=$(winepath -w "$KERVAN_WINDOWS_LIBRARIES/plugins") \
+        ctest --test-dir build/mingw --output-on-failure
+}
+
+# What is the user's own in a program folder, by name and contents.
+own_files() { # FOLDER
+    (cd "$1" && find . \( -name '*.dbs' -o -name '*.kvz' -o -path './txt/*' -o -path './logo xml/*' \) \
+        -type f -exec sha256sum {} + | sort -k 2)
+}
+
+# Installed, used, installed again and taken away: what is the user's own stays as it was.
+wine_install() { # INSTALLER
+    local folder=$WINEPREFIX/drive_c/Deneme/Kervan before after
+    local target='C:\Deneme\Kervan'
+    wine "$1" /S "/D=$target"
+    [[ -f $folder/kervan-transfer.exe && -f $folder/data.dbs && -f $folder/kilavuz/kullanim.md ]]
+    wine "$folder/kervan-kurulum.exe" "$target" "$target\\ornekler"
+    echo "belge" >"$folder/logo xml/belge.xml"
+    before=$(own_files "$folder")
+    wine "$1" /S "/D=$target"
+    [[ $(own_files "$folder") == "$before" ]]
+    wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\KervanTransfer' /v DisplayVersion
+    if wine "$1" /S '/D=C:\Program Files\Kervan'; then
+        echo "It went under Program Files" >&2
+        return 1
+    fi
+    wine "$folder/kaldir.exe" /S "_?=$target"
+    after=$(own_files "$folder")
+    [[ $after == "$before" && ! -e $folder/kervan-transfer.exe && ! -e $folder/plugins ]]
+    echo "Installed twice and uninstalled; what was the user's own stayed: $(wc -l <<<"$after") files"
+}
+
+wine_test() { # INSTALLER
+    wine_start
+    say "tests"
+    wine_tests
+    say "tour"
+    wine_tour
+    say "installer"
+    wine_install "$1"
+}
