@@ -1,4 +1,4 @@
-// Lays out a program folder: kervan-kurulum FOLDER [SAMPLES]
+// Lays out a program folder: kervan-kurulum FOLDER [SAMPLES], or tells its version: --version
 
 #include "app/samples.h"
 #include "base/failure.h"
@@ -13,8 +13,12 @@ using namespace Qt::StringLiterals;
 int main(int argc, char **argv)
 {
     const QCoreApplication application(argc, argv);
+    QCoreApplication::setApplicationVersion(QStringLiteral(KERVAN_VERSION));
     const QStringList arguments = QCoreApplication::arguments();
     QTextStream out(stdout);
+    out << "kervan-kurulum " << QCoreApplication::applicationVersion() << '\n';
+    if (arguments.value(1) == u"--version")
+        return 0;
     if (arguments.size() < 2 || arguments.size() > 3) {
         out << "kervan-kurulum FOLDER [SAMPLES]\n";
         return 2;

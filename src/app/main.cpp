@@ -13,6 +13,7 @@ int main(int argc, char **argv)
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Kervan Transfer"_s);
     QApplication::setOrganizationName(u"Kervan"_s);
+    QApplication::setApplicationVersion(QStringLiteral(KERVAN_VERSION));
     kervan::InstanceLock instance(QApplication::applicationDirPath());
     if (!instance.take())
         return 0; // another one is running; this one ends without a word

@@ -2,12 +2,13 @@
 
 #include "controls/theme.h"
 
-#include <QFile>
+#include <QDir>
 #include <QGuiApplication>
 #include <QIconEngine>
 #include <QPainter>
 #include <QPalette>
-#include <QSvgRenderer>
+
+#include <algorithm>
 
 namespace kervan {
 
@@ -15,25 +16,34 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// Drawn anew at each size and in the colours of the moment, so that it follows the desktop's.
+// Takes the PNG for each size and for the colours of the moment, so that it follows the desktop's.
 class Picture : public QIconEngine
 {
 public:
     explicit Picture(const QString &name)
+        : m_folder(u":/pictures/"_s + name)
     {
-        QFile file(u":/pictures/%1.svg"_s.arg(name));
-        if (!file.open(QIODevice::ReadOnly))
+        for (const QString &file : QDir(m_folder + u"/light"_s).entryList())
+            m_widths << file.chopped(4).toInt(); // ".png"
+        std::ranges::sort(m_widths);
+        if (m_widths.isEmpty())
             qFatal("picture %s is missing", qPrintable(name));
-        m_svg = file.readAll();
+        m_shape = png(u"light"_s, m_widths.first()).size();
     }
+    // Lies on whole pixels of the device, since it would blur between them.
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
     {
-        QSvgRenderer renderer(inColours());
-        const int side = qMin(rect.width(), rect.height());
-        QRectF place(0, 0, side, side);
+        const qreal ratio = painter->device()->devicePixelRatio();
+        QPixmap pixmap = inColours(m_shape.scaled(rect.size() * ratio, Qt::KeepAspectRatio));
+        pixmap.setDevicePixelRatio(ratio);
+        QRectF place({}, pixmap.deviceIndependentSize());
         place.moveCenter(QRectF(rect).center());
-        painter->setOpacity(mode == QIcon::Disabled ? 0.4 : 1);
-        renderer.render(painter, place);
+        const QTransform toDevice = painter->deviceTransform();
+        const QPointF corner = toDevice.map(place.topLeft()).toPoint();
+        const qreal opacity = painter->opacity();
+        painter->setOpacity(mode == QIcon::Disabled ? 0.4 : opacity);
+        painter->drawPixmap(toDevice.inverted().map(corner), pixmap);
+        painter->setOpacity(opacity);
     }
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override
     {
@@ -46,24 +56,33 @@ public:
     QIconEngine *clone() const override { return new Picture(*this); }
 
 private:
-    QByteArray inColours() const
+    QPixmap png(const QString &ground, int width) const
     {
-        QByteArray svg = m_svg;
+        return QPixmap(u"%1/%2/%3.png"_s.arg(m_folder, ground).arg(width));
+    }
+    // A picture that has no dark sister has grounds of its own, and is the same everywhere.
+    QPixmap inColours(const QSize &size) const
+    {
+        const auto enough = std::ranges::lower_bound(m_widths, size.width());
+        const int width = enough == m_widths.end() ? m_widths.last() : *enough;
         const QPalette palette = QGuiApplication::palette();
-        if (!svg.contains("viewBox=\"0 0 24 24\""))
-            return svg; // a big one has grounds of its own
-        if (isHighContrast(palette)) {
-            const QByteArray text = palette.color(QPalette::ButtonText).name().toLatin1();
-            for (const char *colour : {"#2f6f7e", "#55636f", "#d9a55b", "#c4604a"})
-                svg.replace(colour, text);
-        } else if (palette.color(QPalette::Window).lightness() < 128) {
-            svg.replace("#2f6f7e", "#8db6be").replace("#55636f", "#b8c2ca");
-            svg.replace("#c4604a", "#f0a08a");
+        const bool isOfLines = QDir(m_folder + u"/dark"_s).exists();
+        const bool isOnDark = palette.color(QPalette::Window).lightness() < 128;
+        const bool isPlain = isHighContrast(palette);
+        QPixmap pixmap = png(isOfLines && isOnDark && !isPlain ? u"dark"_s : u"light"_s, width);
+        if (isOfLines && isPlain) {
+            QPainter painter(&pixmap);
+            painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
+            painter.fillRect(pixmap.rect(), palette.color(QPalette::ButtonText));
         }
-        return svg;
+        if (pixmap.size() == size)
+            return pixmap;
+        return pixmap.scaled(size, Qt::IgnoreAspectRatio, Qt::SmoothTransformation);
     }
 
-    QByteArray m_svg;
+    QString m_folder;
+    QList<int> m_widths; // of the PNGs, in pixels, rising
+    QSize m_shape;
 };
 
 } // namespace

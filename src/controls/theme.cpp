@@ -87,7 +87,7 @@ QString styleOf(const Colours &c)
         u"QCheckBox::indicator, QTableView::indicator { width: 13px; height: 13px;"
         "  border: 1px solid %1; border-radius: 3px; background: %2; }"
         "QCheckBox::indicator:checked, QTableView::indicator:checked { background: %3;"
-        "  border-color: %3; image: url(:/pictures/tick.svg); }"
+        "  border-color: %3; image: url(:/pictures/tick.png); }"
         "QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: %3; }"_s.arg(
             c.faint.name(), c.base.name(), c.highlight.name());
     // The handle stands out from its ground, and stays whole at scales like 150 %.

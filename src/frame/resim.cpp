@@ -1,7 +1,8 @@
 #include "frame/resim.h"
 
+#include "controls/pictures.h"
+
 #include <QPainter>
-#include <QSvgRenderer>
 
 namespace kervan {
 
@@ -15,6 +16,7 @@ constexpr QSize pictureSize(640, 360);
 
 Resim::Resim(QWidget *parent)
     : QWidget(parent)
+    , m_picture(picture(u"resim"_s))
 {
     setObjectName(u"resim"_s);
     setAttribute(Qt::WA_TransparentForMouseEvents);
@@ -29,9 +31,8 @@ void Resim::place(const QSize &frame)
 
 void Resim::paintEvent(QPaintEvent *)
 {
-    QSvgRenderer renderer(u":/pictures/resim.svg"_s);
     QPainter painter(this);
-    renderer.render(&painter);
+    m_picture.paint(&painter, rect());
 }
 
 } // namespace kervan

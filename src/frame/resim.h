@@ -18,6 +18,9 @@ public:
 
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    QIcon m_picture;
 };
 
 } // namespace kervan

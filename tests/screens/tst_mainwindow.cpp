@@ -61,6 +61,24 @@ private Q_SLOTS:
         QTRY_COMPARE(picture->pos(), QPoint(700 - 320, 400 - 180));
     }
 
+    void whatTellsTheVersionAgrees()
+    {
+        const QString version = QStringLiteral(VERSION);
+        TestProgram t;
+        const MainWindow window(t.program);
+        QCOMPARE(window.windowTitle(), u"Kervan Transfer v"_s + version);
+        QProcess installer;
+        installer.start(QStringLiteral(INSTALLER), {u"--version"_s});
+        QVERIFY(installer.waitForFinished());
+        QCOMPARE(QString::fromUtf8(installer.readAll()), u"kervan-kurulum %1\n"_s.arg(version));
+        QCOMPARE(installer.exitCode(), 0);
+        QFile changes(QStringLiteral(CHANGES));
+        QVERIFY(changes.open(QIODevice::ReadOnly));
+        const QString text = QString::fromUtf8(changes.readAll());
+        const qsizetype newest = text.indexOf(u"\n## "_s) + 1;
+        QVERIFY(text.mid(newest).startsWith(u"## %1\n"_s.arg(version)));
+    }
+
     void theMenusHoldTheirEntries_data()
     {
         QTest::addColumn<QStringList>("entries");

@@ -1,0 +1,131 @@
+#include "controls/pictures.h"
+#include "controls/theme.h"
+
+#include <QApplication>
+#include <QDir>
+#include <QImageReader>
+#include <QPainter>
+#include <QTest>
+
+using namespace Qt::StringLiterals;
+using namespace kervan;
+
+namespace {
+
+void dress(bool dark)
+{
+    applyTheme(*static_cast<QApplication *>(QCoreApplication::instance()), dark);
+}
+
+QImage png(const QString &path)
+{
+    return QImage(u":/pictures/"_s + path).convertToFormat(QImage::Format_ARGB32_Premultiplied);
+}
+
+// What a widget of this ratio shows of a picture in a rectangle, of which `at` is the corner.
+QImage shown(const QString &name, const QSize &size, qreal ratio, const QPoint &at = {})
+{
+    const QSize canvas = QSize(at.x(), at.y()) + size;
+    QImage image((QSizeF(canvas) * ratio).toSize(), QImage::Format_ARGB32_Premultiplied);
+    image.fill(Qt::transparent);
+    image.setDevicePixelRatio(ratio);
+    QPainter painter(&image);
+    picture(name).paint(&painter, {at, size});
+    painter.end();
+    image.setDevicePixelRatio(1);
+    return image;
+}
+
+} // namespace
+
+class PicturesTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void cleanup() { dress(false); }
+
+    void everyPictureIsThereForEachScaleAndBothGrounds_data()
+    {
+        QTest::addColumn<QSize>("size");
+        QTest::addColumn<bool>("isOfLines");
+        for (const QFileInfo &file : QDir(QStringLiteral(PICTURES)).entryInfoList({u"*.svg"_s})) {
+            const QString name = file.baseName();
+            QFile svg(file.filePath());
+            QVERIFY(svg.open(QIODevice::ReadOnly));
+            const bool isOfLines = svg.readAll().contains(R"(viewBox="0 0 24 24")");
+            if (name == u"tick")
+                continue;
+            QTest::addRow("%s", qPrintable(name))
+                << (name == u"resim"                 ? QSize(640, 360)
+                    : isOfLines || name == u"kervan" ? QSize(16, 16)
+                                                     : QSize(48, 48))
+                << isOfLines;
+        }
+        QTest::addRow("cari") << QSize(22, 22) << false; // on a compact button
+        QTest::addRow("kervan") << QSize(32, 32) << false;
+    }
+    void everyPictureIsThereForEachScaleAndBothGrounds()
+    {
+        QFETCH(QSize, size);
+        QFETCH(bool, isOfLines);
+        const QString name = QString::fromUtf8(QTest::currentDataTag());
+        for (const qreal scale : {1.0, 1.5, 2.0, 3.0}) {
+            const QString file =
+                name + u"/%1/"_s + QString::number(size.width() * scale) + u".png"_s;
+            const QImage light = png(file.arg(u"light"_s));
+            QCOMPARE(light.size(), size * scale);
+            dress(false);
+            QCOMPARE(shown(name, size, scale), light);
+            dress(true);
+            const QImage onDark = shown(name, size, scale);
+            QCOMPARE(onDark != light, isOfLines);
+            QVERIFY(!isOfLines || onDark == png(file.arg(u"dark"_s)));
+        }
+    }
+
+    void theTickOfABoxHasLargerOnesThatStyleSheetsFind()
+    {
+        QCOMPARE(png(u"tick.png"_s).size(), QSize(13, 13));
+        QCOMPARE(png(u"tick@2x.png"_s).size(), QSize(26, 26));
+        QCOMPARE(png(u"tick@3x.png"_s).size(), QSize(39, 39));
+    }
+
+    void aPictureLiesOnWholePixelsAndIsNeverBlownUp()
+    {
+        // Its corner would be at 4.5, half way into a pixel.
+        QCOMPARE(shown(u"cari"_s, {48, 48}, 1.5, {3, 3}).copy(5, 5, 70, 70),
+                 png(u"cari/light/72.png"_s).copy(0, 0, 70, 70));
+        const QSize between(18, 18);
+        QCOMPARE(shown(u"save"_s, between, 1),
+                 png(u"save/light/20.png"_s)
+                     .scaled(between, Qt::IgnoreAspectRatio, Qt::SmoothTransformation));
+        // In a room of another shape it keeps its own, in the middle.
+        QCOMPARE(shown(u"save"_s, {40, 20}, 1).copy(10, 0, 20, 20), png(u"save/light/20.png"_s));
+    }
+
+    void aDisabledPictureIsFaint()
+    {
+        const auto middle = [](QIcon::Mode mode) {
+            return picture(u"close"_s).pixmap({16, 16}, 1, mode).toImage().pixelColor(8, 8).alpha();
+        };
+        QCOMPARE(middle(QIcon::Normal), 255);
+        QVERIFY(qAbs(middle(QIcon::Disabled) - 102) <= 1); // four tenths
+    }
+
+    void theIconOfTheProgramFilesHoldsItsSizes()
+    {
+        QImageReader reader(QStringLiteral(ICON));
+        QList<int> widths;
+        do {
+            const QImage image = reader.read();
+            QCOMPARE(image.width(), image.height());
+            QVERIFY(image.pixelColor(image.rect().center()).alpha() == 255);
+            widths << image.width();
+        } while (reader.jumpToNextImage());
+        QCOMPARE(widths, (QList<int>{16, 24, 32, 48, 64, 256}));
+    }
+};
+
+QTEST_MAIN(PicturesTest)
+#include "tst_pictures.moc"
