@@ -57,7 +57,7 @@ build_sqlite() { # SOURCE
 # Only what the program, its tests and its tour use.
 build_qt() { # SOURCE BUILD
     local off=() feature
-    for feature in androiddeployqt brotli concurrent dbus direct2d direct2d1_1 dynamicgl gif glib \
+    for feature in androiddeployqt brotli concurrent dbus direct2d1_1 dynamicgl gif glib \
         gssapi icu itemmodeltester jpeg networklistmanager opengl openssl pkg_config printsupport \
         schannel sql_mysql sql_odbc sql_psql ssl tabletevent textmarkdownwriter textodfwriter \
         vulkan xml zstd; do
