@@ -2,8 +2,11 @@
 
 #include <QApplication>
 #include <QCheckBox>
+#include <QDir>
+#include <QFile>
 #include <QLineEdit>
 #include <QMenu>
+#include <QMenuBar>
 #include <QTableView>
 #include <QTest>
 
@@ -32,6 +35,7 @@ void dealerPrices(Tour &tour)
         QTest::qWait(20);
     }
     tour.picture(prices, u"bayi-fiyatlari"_s);
+    tour.guidePicture(prices, u"bayi-fiyatlari"_s);
     tour.click(prices, "chameleonButton7");
 }
 
@@ -44,6 +48,11 @@ void definitions(Tour &tour)
     tour.choose("firtanım");
     QWidget *firms = tour.screen("fir");
     tour.picture(firms, u"firmalar"_s);
+    tour.guidePicture(firms, u"firmalar"_s,
+                      {{firms, "l1"},
+                       {firms, "chameleonButton1"},
+                       {firms, "chameleonButton2"},
+                       {firms, "chameleonButton3"}});
     tour.click(firms, "chameleonButton1");
     QTest::keyClicks(tour.find<QLineEdit>(firms, "Text3"), u"BURSA"_s);
     tour.picture(firms, u"firma-kaydi"_s);
@@ -84,7 +93,27 @@ void connectToLogo(Tour &tour, const TdsStandin &logo)
     tour.click(settings, "chameleonButton1");
     tour.choose(settings, "c1", 0);
     tour.picture(settings, u"sql-baglanti"_s);
+    tour.guidePicture(settings, u"sql-baglanti"_s,
+                      {{settings, "Text1"},
+                       {settings, "Text3"},
+                       {settings, "chameleonButton1"},
+                       {settings, "c1"},
+                       {settings, "chameleonButton7"}});
     tour.click(settings, "chameleonButton7");
+}
+
+// A date that is none stays, and is told.
+void impossibleDate(Tour &tour, QWidget *fat)
+{
+    auto *date = tour.find<QLineEdit>(fat, "d1");
+    const QString before = date->text();
+    tour.type(fat, "d1", u"31.02.2024"_s);
+    QTest::keyClick(date, Qt::Key_Return);
+    const QRect around(fat->mapFromGlobal(date->mapToGlobal(QPoint())) - QPoint(330, 12),
+                       QSize(640, 60));
+    tour.guidePicture(fat, u"tarih"_s, {{fat, "d1"}}, around);
+    tour.type(fat, "d1", before);
+    QTest::keyClick(date, Qt::Key_Return);
 }
 
 void invoices(Tour &tour)
@@ -109,6 +138,17 @@ void invoices(Tour &tour)
     tour.nextFile(tour.folder() + u"/logo xml/satis"_s);
     tour.click(fat, "chameleonButton1");
     tour.picture(u"fatura-aktarildi"_s);
+    tour.guidePicture(&tour.window(), u"fatura"_s,
+                      {{fat, "chameleonButton5"},
+                       {fat, "chameleonButton2"},
+                       {fat, "c3"},
+                       {fat, "c1"},
+                       {fat, "c5"},
+                       {fat, "fatbilgi"},
+                       {fat, "Check1"},
+                       {fat, "chameleonButton1"},
+                       {fat, "yazilanlar"}});
+    impossibleDate(tour, fat);
 }
 
 void cariCards(Tour &tour, TdsStandin &logo)
@@ -124,12 +164,18 @@ void cariCards(Tour &tour, TdsStandin &logo)
     tour.nextFile(tour.folder() + u"/logo xml/cari-guncelleme"_s);
     tour.click(cr, "chameleonButton2");
     tour.picture(u"cari-kaydedildi"_s);
+    tour.guidePicture(&tour.window(), u"cari"_s,
+                      {{cr, "chameleonButton5"},
+                       {cr, "chameleonButton1"},
+                       {cr, "chameleonButton2"},
+                       {cr, "chameleonButton3"}});
     tour.click(cr, "chameleonButton3");
     QWidget *update = tour.screen("sqlbaglanti");
     tour.click(update, "chameleonButton1");
     tour.picture(update, u"cari-guncelleme"_s);
     tour.click(update, "chameleonButton2"); // ends at the title with an apostrophe
     tour.picture(update, u"cari-guncelleme-durdu"_s);
+    tour.guidePicture(update, u"cari-guncelleme"_s, {{update, "chameleonButton2"}, {update, "c1"}});
     if (logo.run(u"select * from LG_001_CLCARD where DEFINITION_ <> 'Eski Unvan'"_s).size() != 4)
         qFatal("the titles before the apostrophe did not reach Logo");
     tour.click(update, "chameleonButton8");
@@ -142,9 +188,31 @@ void stocktake(Tour &tour)
     tour.nextFile(tour.folder() + u"/txt/sayim.txt"_s);
     tour.click(sayim, "chameleonButton5");
     tour.picture(u"sayim"_s);
+    tour.guidePicture(&tour.window(), u"sayim"_s,
+                      {{sayim, "Text1"}, {sayim, "Label9"}, {sayim, "l1"}});
     tour.nextFile(tour.folder() + u"/logo xml/sayim"_s);
     tour.click(sayim, "chameleonButton1");
     tour.picture(u"sayim-kaydedildi"_s);
+}
+
+// What was written, and below the caption what could not be: a folder stands where the list of
+// codes would.
+void strips(Tour &tour, QWidget *stoktrf)
+{
+    const QDir list(tour.folder() + u"/stokkontrol.kvz"_s);
+    QFile::remove(list.path());
+    list.mkpath(u"."_s);
+    tour.nextFile(tour.folder() + u"/logo xml/stok"_s);
+    tour.click(stoktrf, "chameleonButton1");
+    const int height =
+        tour.find<QWidget>(stoktrf, "chameleonButton1")->mapTo(stoktrf, QPoint()).y();
+    tour.guidePicture(stoktrf, u"serit"_s,
+                      {{stoktrf, "arizalar"},
+                       {stoktrf, "ayrinti"},
+                       {stoktrf, "yazilanlar"},
+                       {stoktrf, "klasorac"}},
+                      {0, 0, stoktrf->width(), height});
+    list.rmdir(list.path());
 }
 
 void stockCards(Tour &tour)
@@ -156,9 +224,12 @@ void stockCards(Tour &tour)
     for (int list = 0; list < 5; ++list)
         tour.choose(stoktrf, qPrintable(u"c%1"_s.arg(list + 1)), 1 + list % 4);
     tour.picture(u"stok-kartlari"_s);
+    tour.guidePicture(&tour.window(), u"stok"_s,
+                      {{stoktrf, "c1"}, {stoktrf, "brmseti"}, {stoktrf, "meystok"}});
     tour.nextFile(tour.folder() + u"/logo xml/stok"_s);
     tour.click(stoktrf, "chameleonButton1");
     tour.picture(u"stok-kaydedildi"_s);
+    strips(tour, stoktrf);
 }
 
 // A slip screen that is open: reads a workbook, ticks all, writes what its buttons give.
@@ -168,6 +239,8 @@ struct SlipStop
     const char *open;
     const char *source;
     QList<std::pair<const char *, QString>> saves; // button, document
+    QString picture{};                             // of the guide
+    QList<const char *> numbered{};                // controls of it
 };
 
 void slips(Tour &tour, const SlipStop &stop)
@@ -182,6 +255,11 @@ void slips(Tour &tour, const SlipStop &stop)
             tour.click(screen, all);
     }
     tour.picture(name);
+    QList<Tour::Spot> spots;
+    for (const char *control : stop.numbered)
+        spots << Tour::Spot{screen, control};
+    if (!stop.picture.isEmpty())
+        tour.guidePicture(&tour.window(), stop.picture, spots);
     for (const auto &[button, document] : stop.saves) {
         tour.nextFile(tour.folder() + u"/logo xml/"_s + document);
         tour.click(screen, button);
@@ -194,16 +272,29 @@ void collections(Tour &tour)
     slips(tour, {"cafis",
                  "buton1",
                  "tahsilatlar.xlsx",
-                 {{"buton2", u"cafis-kasa"_s}, {"lvButtons_H2", u"cafis-banka"_s}}});
+                 {{"buton2", u"cafis-kasa"_s}, {"lvButtons_H2", u"cafis-banka"_s}},
+                 u"cari-fis"_s,
+                 {"l1", "l2", "bankahesapno1"}});
     tour.click(&tour.window(), "lvButtons_H2");
-    slips(tour, {"cafis2", "buton1", "15032021-00100101.xls", {{"buton2", u"seyahat"_s}}});
+    slips(tour, {"cafis2",
+                 "buton1",
+                 "15032021-00100101.xls",
+                 {{"buton2", u"seyahat"_s}},
+                 u"seyahat"_s,
+                 {"l1", "l2"}});
     tour.click(&tour.window(), "lvButtons_H3");
     slips(tour, {"cafis3",
                  "buton1",
                  "POSANALIZ-20210315.xlsx",
-                 {{"buton2", u"pos-kasa"_s}, {"lvButtons_H2", u"pos-banka"_s}}});
+                 {{"buton2", u"pos-kasa"_s}, {"lvButtons_H2", u"pos-banka"_s}},
+                 u"pos-analizi"_s});
     tour.click(&tour.window(), "lvButtons_H1");
-    slips(tour, {"carifisduzey", "buton1", "duzey-nakit.xlsx", {{"buton2", u"duzey-nakit"_s}}});
+    slips(tour, {"carifisduzey",
+                 "buton1",
+                 "duzey-nakit.xlsx",
+                 {{"buton2", u"duzey-nakit"_s}},
+                 u"duzey-tahsilat"_s,
+                 {"buton1", "buton2", "lvButtons_H3", "lvButtons_H2"}});
     slips(tour, {"carifisduzey",
                  "lvButtons_H3",
                  "duzey-kredikarti.xlsx",
@@ -220,6 +311,9 @@ void duzeyInvoices(Tour &tour)
     tour.clickRow(fatduz, "l1", 0, 2);
     tour.click(fatduz, "Check2");
     tour.picture(u"duzey-fatura"_s);
+    tour.guidePicture(
+        &tour.window(), u"duzey-fatura"_s,
+        {{fatduz, "fatbilgi"}, {fatduz, "c3"}, {fatduz, "Text1"}, {fatduz, "lvButtons_H1"}});
     tour.nextFile(tour.folder() + u"/logo xml/duzey-satis"_s);
     tour.click(fatduz, "chameleonButton1");
 }
@@ -234,6 +328,8 @@ void meyStock(Tour &tour)
     tour.choose(st, "c1", 0);
     tour.choose(st, "c2", 0);
     tour.picture(u"mey-stok"_s);
+    tour.guidePicture(&tour.window(), u"mey-stok"_s,
+                      {{st, "c1"}, {st, "c2"}, {st, "chameleonButton1"}, {st, "chameleonButton3"}});
     tour.nextFile(tour.folder() + u"/logo xml/mey-stok"_s);
     tour.click(st, "chameleonButton1");
 }
@@ -244,6 +340,10 @@ void visitAll(Tour &tour, TdsStandin &logo)
 {
     fillShop(logo);
     tour.picture(u"ana-pencere"_s);
+    tour.guidePicture(&tour.window(), u"ana-pencere"_s,
+                      {{&tour.window(), "chameleonButton1"},
+                       {tour.window().menuBar()},
+                       {&tour.window(), "kilavuzac"}});
     definitions(tour);
     connectToLogo(tour, logo);
     invoices(tour);

@@ -3,15 +3,54 @@
 #include <QAbstractButton>
 #include <QApplication>
 #include <QComboBox>
+#include <QDir>
 #include <QFileDialog>
+#include <QHash>
 #include <QLineEdit>
 #include <QMessageBox>
+#include <QPainter>
 #include <QTableView>
 #include <QTest>
+
+#include <algorithm>
 
 namespace kervan {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int spotSize = 26;
+constexpr QColor spotColour(0xb3, 0x3a, 0x1f);
+
+// Windows are drawn in few colours; the seldom ones, of the edges of letters, give way to those
+// next to them, and the file is a third of its size.
+QImage withFewColours(const QImage &picture)
+{
+    constexpr qsizetype most = 256;
+    QHash<QRgb, int> counts;
+    for (int y = 0; y < picture.height(); ++y) {
+        for (int x = 0; x < picture.width(); ++x)
+            ++counts[picture.pixel(x, y)];
+    }
+    QList<QRgb> colours = counts.keys();
+    std::ranges::sort(colours, [&counts](QRgb one, QRgb other) {
+        return std::pair(counts[one], one) > std::pair(counts[other], other);
+    });
+    colours.resize(std::min(colours.size(), most));
+    return picture.convertToFormat(QImage::Format_Indexed8, colours, Qt::ThresholdDither);
+}
+
+void drawSpot(QPainter &painter, const QPoint &centre, int number)
+{
+    const QRect circle(centre - QPoint(spotSize / 2, spotSize / 2), QSize(spotSize, spotSize));
+    painter.setBrush(spotColour);
+    painter.setPen(QPen(Qt::white, 2));
+    painter.drawEllipse(circle);
+    painter.drawText(circle, Qt::AlignCenter, QString::number(number));
+}
+
+} // namespace
 
 Tour::Tour(MainWindow &window, const QString &folder)
     : m_window(window)
@@ -69,6 +108,42 @@ void Tour::picture(QWidget *widget, const QString &name)
     const QString file = u"%1-%2.png"_s.arg(++m_pictures, 2, 10, QChar(u'0')).arg(name);
     widget->grab().save(m_folder + u'/' + file);
     m_made << file;
+}
+
+void Tour::guidePicture(QWidget *widget, const QString &name, const QList<Spot> &spots,
+                        const QRect &area)
+{
+    QTest::qWait(100);
+    const QDir folder(m_folder + u"/pictures"_s);
+    folder.mkpath(u"."_s);
+    const QImage whole = shot(widget, spots);
+    withFewColours(area.isEmpty() ? whole : whole.copy(area))
+        .save(folder.filePath(name + u".png"_s), "PNG", 0); // packed as small as it goes
+}
+
+// A number stands at the left end of its control, or in the corner of a large one.
+QImage Tour::shot(QWidget *widget, const QList<Spot> &spots)
+{
+    QImage picture = widget->grab().toImage();
+    QPainter painter(&picture);
+    painter.setRenderHint(QPainter::Antialiasing);
+    QFont font = painter.font();
+    font.setBold(true);
+    font.setPixelSize(15);
+    painter.setFont(font);
+    const QRect room =
+        widget->rect().adjusted(spotSize / 2, spotSize / 2, -spotSize / 2, -spotSize / 2);
+    int number = 0;
+    for (const Spot &spot : spots) {
+        const QWidget *control = spot.name ? find<QWidget>(spot.inside, spot.name) : spot.inside;
+        const QPoint corner = control->mapTo(widget, QPoint());
+        const int down = std::min(control->height(), 2 * spotSize) / 2;
+        drawSpot(painter,
+                 {std::clamp(corner.x(), room.left(), room.right()),
+                  std::clamp(corner.y() + down, room.top(), room.bottom())},
+                 ++number);
+    }
+    return picture;
 }
 
 // Boxes and file dialogs block the click that brought them up, so a timer answers them.

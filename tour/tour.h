@@ -2,6 +2,7 @@
 
 #include "frame/mainwindow.h"
 
+#include <QImage>
 #include <QString>
 #include <QStringList>
 #include <QTimer>
@@ -38,12 +39,23 @@ public:
     void type(QWidget *inside, const char *edit, const QString &text);
     void picture(QWidget *widget, const QString &name);
     void picture(const QString &name) { picture(&m_window, name); }
+    /// A control of a picture of the guide that its text speaks of; it gets the next number.
+    struct Spot
+    {
+        QWidget *inside;
+        const char *name = nullptr; ///< without it, what is numbered is `inside`
+    };
+    /// A picture for the guide, with the numbers drawn onto it; of the part that the area names,
+    /// if it does.
+    void guidePicture(QWidget *widget, const QString &name, const QList<Spot> &spots = {},
+                      const QRect &area = {});
     /// What the next file dialog is answered with.
     void nextFile(const QString &path) { m_nextFile = path; }
     const QStringList &made() const { return m_made; }
 
 private:
     void answerModal();
+    QImage shot(QWidget *widget, const QList<Spot> &spots);
 
     MainWindow &m_window;
     QString m_folder;

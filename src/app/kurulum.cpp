@@ -1,5 +1,7 @@
-// Lays out a program folder: kervan-kurulum FOLDER [SAMPLES], or tells its version: --version
+// Lays out a program folder with the user guide: kervan-kurulum FOLDER [SAMPLES]
+// or tells its version: kervan-kurulum --version
 
+#include "app/guidefiles.h"
 #include "app/samples.h"
 #include "base/failure.h"
 #include "store/installation.h"
@@ -26,6 +28,7 @@ int main(int argc, char **argv)
     const auto failed = kervan::passOver([&] {
         const QString folder = QDir(arguments[1]).absolutePath();
         kervan::install(folder);
+        kervan::layOutGuide(folder);
         if (arguments.size() == 3)
             kervan::layOutSamples(arguments[2], folder);
         out << "Program folder: " << folder << '\n';

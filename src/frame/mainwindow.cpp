@@ -5,13 +5,16 @@
 #include "controls/pictures.h"
 #include "controls/remembered.h"
 #include "frame/entries.h"
+#include "frame/guidewindow.h"
 #include "frame/resim.h"
 #include "invoices/duzey/screens/fatduzwindow.h"
 #include "invoices/screens/fatwindow.h"
 
 #include <QApplication>
 #include <QDialog>
+#include <QDir>
 #include <QHBoxLayout>
+#include <QKeyEvent>
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QMenu>
@@ -19,6 +22,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QStatusBar>
+#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace kervan {
@@ -30,6 +34,10 @@ namespace {
 constexpr QSize wishedSize(1280, 860);
 constexpr QSize roomForItsFrame(16, 40);
 constexpr QStringView placeKey = u"MDIForm1/place";
+constexpr QStringView guideFile = u"kilavuz/kullanim.md";
+constexpr QStringView guideAtStart = u"bir-sabahın-akışı";
+constexpr int readingTime = 20000;      // milliseconds
+constexpr auto guideProperty = "guide"; // of a screen: its page
 
 } // namespace
 
@@ -69,6 +77,7 @@ MainWindow::MainWindow(Program &program, QWidget *parent)
     buildMenus();
     connect(&program.busy, &Busy::changed, this, &MainWindow::showBusy);
     connect(qApp, &QApplication::focusChanged, this, &MainWindow::bringIntoView);
+    qApp->installEventFilter(this); // for F1, which dialogs have as well
     placeItself();
 }
 
@@ -129,6 +138,7 @@ void MainWindow::buildMenus()
 {
     addMenu(u"trans"_s, u"   Aktarım   "_s, u"Alt+A"_s, transferEntries());
     addMenu(u"ay"_s, u"İşlemler"_s, u"Alt+I"_s, definitionEntries());
+    hintAtGuide();
     for (const ListEntry &entry : invoiceListEntries()) {
         QAction *action =
             entry.operation ? m_seminmenu->addAction(entry.caption) : m_seminmenu->addSeparator();
@@ -190,6 +200,7 @@ QMdiSubWindow *MainWindow::transfer(const Screen &screen)
         scroller->setFocusPolicy(Qt::NoFocus);
         scroller->setWidgetResizable(true);
         QWidget *made = screen.make(*this, screen.word);
+        made->setProperty(guideProperty, screen.guide.toString());
         m_start = made->focusWidget(); // which it forgets when it is put into the frame
         scroller->setWidget(made);
         // It fills the frame, and its own strip tells its name: a title bar would only take room.
@@ -255,6 +266,7 @@ void MainWindow::openDialog(const Screen &screen)
     if (!dialog) {
         dialog = qobject_cast<QDialog *>(screen.make(*this, screen.word));
         m_dialogs[screen.word] = dialog;
+        dialog->setProperty(guideProperty, screen.guide.toString());
         dialog->setAttribute(Qt::WA_DeleteOnClose);
         dialog->setModal(screen.kind == Screen::Modal);
     }
@@ -274,10 +286,8 @@ void MainWindow::showBusy()
         else
             QApplication::restoreOverrideCursor();
     }
-    if (!m_busyBar) {
-        const QMdiSubWindow *window = m_area->currentSubWindow();
-        m_busyBar = window ? window->findChild<QStatusBar *>(u"sb1"_s) : nullptr;
-    }
+    if (!m_busyBar)
+        m_busyBar = frontStatusBar();
     if (!m_busyBar)
         return;
     m_busyBar->showMessage(text);
@@ -285,6 +295,53 @@ void MainWindow::showBusy()
     m_busyBar->repaint();
     if (text.isEmpty())
         m_busyBar = nullptr;
+}
+
+QStatusBar *MainWindow::frontStatusBar() const
+{
+    const QMdiSubWindow *window = m_area->currentSubWindow();
+    return window ? window->findChild<QStatusBar *>(u"sb1"_s) : nullptr;
+}
+
+void MainWindow::hintAtGuide()
+{
+    auto *hint = new QToolButton;
+    hint->setObjectName(u"kilavuzac"_s);
+    hint->setText(u"Kılavuz: F1"_s);
+    hint->setToolTip(u"Öndeki ekranın kılavuzdaki sayfasını açar (F1)"_s);
+    hint->setAutoRaise(true);
+    hint->setFocusPolicy(Qt::NoFocus); // the screen keeps its place
+    connect(hint, &QAbstractButton::clicked, this, [this] { showGuide(this); });
+    menuBar()->setCornerWidget(hint);
+}
+
+QString MainWindow::guideOf(const QWidget *part) const
+{
+    for (; part && part != this; part = part->parentWidget()) {
+        if (const QString page = part->property(guideProperty).toString(); !page.isEmpty())
+            return page;
+    }
+    const QMdiSubWindow *front = m_area->currentSubWindow();
+    if (part && front && front->isVisible())
+        return screenIn(front)->property(guideProperty).toString();
+    return part ? guideAtStart.toString() : QString();
+}
+
+void MainWindow::showGuide(const QWidget *part)
+{
+    if (!m_guide)
+        m_guide = std::make_unique<GuideWindow>();
+    const QString path = m_program.path(guideFile);
+    if (m_guide->isEmpty() && !m_guide->open(path)) {
+        QStatusBar *bar = frontStatusBar();
+        return (bar ? bar : statusBar())
+            ->showMessage(u"Kılavuz yok: %1. kervan-kurulum'u bu program klasörü için yeniden "
+                          "çalıştırın, sonra F1'e basın."_s.arg(QDir::toNativeSeparators(path)),
+                          readingTime);
+    }
+    while (QWidget *popup = QApplication::activePopupWidget())
+        popup->close();
+    m_guide->showSection(guideOf(part));
 }
 
 InvoiceList *MainWindow::activeList()
@@ -306,6 +363,13 @@ void MainWindow::resizeEvent(QResizeEvent *event)
 
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::KeyPress && watched->isWidgetType()) {
+        auto *key = static_cast<QKeyEvent *>(event);
+        if (key->key() == Qt::Key_F1 && key->modifiers() == Qt::NoModifier) {
+            showGuide(static_cast<QWidget *>(watched));
+            return true;
+        }
+    }
     if (watched == m_area->viewport() && event->type() == QEvent::Resize) {
         for (QMdiSubWindow *window : m_area->subWindowList())
             window->setGeometry(m_area->viewport()->rect());

@@ -11,6 +11,8 @@
 #include <QPointer>
 #include <QScrollArea>
 
+#include <memory>
+
 class QDialog;
 class QMenu;
 class QStatusBar;
@@ -18,6 +20,7 @@ class QStatusBar;
 namespace kervan {
 
 class ButtonBand;
+class GuideWindow;
 class Resim;
 struct Entry;
 
@@ -75,6 +78,11 @@ private:
     static QWidget *screenIn(const QMdiSubWindow *window);
     void fillBand();
     void buildMenus();
+    /// Tells at the end of the menu bar that there is a guide.
+    void hintAtGuide();
+    /// Opens the guide at the page of the screen that this is a part of.
+    void showGuide(const QWidget *part);
+    QString guideOf(const QWidget *part) const;
     void addMenu(const QString &name, const QString &caption, const QString &keys,
                  const QList<Entry> &entries);
     /// As large as it was left, and never larger than the screen that it opens on.
@@ -87,6 +95,8 @@ private:
     void openTransfer(const Screen &screen);
     void openDialog(const Screen &screen);
     void showBusy();
+    /// The status bar of the screen in front, or null.
+    QStatusBar *frontStatusBar() const;
     /// The list of the open invoice screen that `aktifform` points at, or null.
     InvoiceList *activeList();
 
@@ -95,6 +105,7 @@ private:
     ButtonBand *m_band;
     QMenu *m_seminmenu;
     Resim *m_resim;
+    std::unique_ptr<GuideWindow> m_guide; // once it was asked for
     bool m_isBusy = false;
     QPointer<QStatusBar> m_busyBar; // tells what is being done
     QPointer<QWidget> m_start;      // where work begins on the screen that was made last

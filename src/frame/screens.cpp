@@ -117,7 +117,8 @@ QWidget *cr(MainWindow &frame, QStringView)
 {
     auto *window = closable(new CrWindow(frame.program()));
     QObject::connect(window, &CrWindow::guncellemeWanted, &frame, [&frame] {
-        frame.open({u"sqlbaglanti", Screen::Modal, &sqlbaglanti<SqlbaglantiWindow::Way::Update>});
+        frame.open({u"sqlbaglanti", Screen::Modal, u"cari-unvanlarını-logoda-güncelleme",
+                    &sqlbaglanti<SqlbaglantiWindow::Way::Update>});
     });
     return window;
 }
@@ -171,38 +172,44 @@ QWidget *kdvmu(MainWindow &frame, QStringView)
 
 using enum Screen::Kind;
 
-// Every screen, how it stands to the frame, and how it is made; in the angle brackets, of what it
-// is made or who is told afterwards. A screen is added by adding its row here, and an entry that
-// opens it in entries.cpp.
+// Every screen, how it stands to the frame, its page in the guide, and how it is made; in the angle
+// brackets, of what it is made or who is told afterwards. A screen is added by adding its row here,
+// and an entry that opens it in entries.cpp.
 constexpr auto screens = std::to_array<Screen>({
-    {u"cr", Transfer, &cr},
-    {u"stoktrf", Transfer, &stoktrf},
-    {u"st", Transfer, &transfer<StWindow>},
-    {u"fat", Transfer, &invoices<FatWindow>, &load<FatWindow>},
-    {u"fatduz", Transfer, &invoices<FatduzWindow>, &load<FatduzWindow>},
-    {u"cafis", Transfer, &slips<cafis>},
-    {u"cafis2", Transfer, &slips<cafis2>},
-    {u"cafis3", Transfer, &slips<cafis3>},
-    {u"carifisduzey", Transfer, &slips<carifisduzey>},
-    {u"sayimform", Transfer, &transfer<SayimWindow>, &load<SayimWindow>},
-    {u"urunform", Modal, &dialog<UrunWindow>},
-    {u"ayr", Modal, &dialog<AyrWindow>},
-    {u"fir", Modal, &definition<tellInvoices>},
-    {u"muhkod", Modal, &definition<tellNobody>},
-    {u"odmplan", Modal, &definition<tellInvoicesIfByButton>},
-    {u"birimseti", Modal, &definition<tellInvoices>},
-    {u"ststatu", Modal, &definition<tellNobody>},
-    {u"per", Modal, &definition<tellInvoices>},
-    {u"ozkod", Modal, &definition<tellInvoices>},
-    {u"stokozkod", Modal, &definition<tellStockCards>},
-    {u"bankakodu", Modal, &value<tellBankCode>},
-    {u"brmset", Modal, &value<tellUnitSet>},
-    {u"kskod", Modal, &value<tellCashCode>},
-    {u"kdvmu", Beside, &kdvmu},
-    {u"sqlbaglanti", Modal, &sqlbaglanti<SqlbaglantiWindow::Way::Settings>},
+    {u"cr", Transfer, u"cari-kartlar", &cr},
+    {u"stoktrf", Transfer, u"stok-kartları", &stoktrf},
+    {u"st", Transfer, u"mey-stok-listesi", &transfer<StWindow>},
+    {u"fat", Transfer, u"sap-faturaları", &invoices<FatWindow>, &load<FatWindow>},
+    {u"fatduz", Transfer, u"düzey-faturaları", &invoices<FatduzWindow>, &load<FatduzWindow>},
+    {u"cafis", Transfer, u"cari-fişler", &slips<cafis>},
+    {u"cafis2", Transfer, u"seyahat-tahsilatları", &slips<cafis2>},
+    {u"cafis3", Transfer, u"pos-analizi", &slips<cafis3>},
+    {u"carifisduzey", Transfer, u"düzey-tahsilatları", &slips<carifisduzey>},
+    {u"sayimform", Transfer, u"sayım", &transfer<SayimWindow>, &load<SayimWindow>},
+    {u"urunform", Modal, u"bayi-fiyatları", &dialog<UrunWindow>},
+    {u"ayr", Modal, u"dosya-konumları", &dialog<AyrWindow>},
+    {u"fir", Modal, u"firma-tanımlaması", &definition<tellInvoices>},
+    {u"muhkod", Modal, u"muhasebe-hesap-kodları", &definition<tellNobody>},
+    {u"odmplan", Modal, u"ödeme-plan-kodu", &definition<tellInvoicesIfByButton>},
+    {u"birimseti", Modal, u"birim-setleri", &definition<tellInvoices>},
+    {u"ststatu", Modal, u"stok-statü-kayıtları", &definition<tellNobody>},
+    {u"per", Modal, u"personel-kayıtları", &definition<tellInvoices>},
+    {u"ozkod", Modal, u"fatura-özel-kodları", &definition<tellInvoices>},
+    {u"stokozkod", Modal, u"stok-özel-kodları", &definition<tellStockCards>},
+    {u"bankakodu", Modal, u"banka-hesap-kodu", &value<tellBankCode>},
+    {u"brmset", Modal, u"stok-birim-seti-kodu", &value<tellUnitSet>},
+    {u"kskod", Modal, u"kasa-kodu", &value<tellCashCode>},
+    {u"kdvmu", Beside, u"kdv-muafiyet-yazısı", &kdvmu},
+    {u"sqlbaglanti", Modal, u"sql-server-bağlantısı",
+     &sqlbaglanti<SqlbaglantiWindow::Way::Settings>},
 });
 
 } // namespace
+
+std::span<const Screen> allScreens()
+{
+    return screens;
+}
 
 const Screen *screenOf(QStringView word)
 {
