@@ -16,19 +16,44 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+QString folderOf(const QString &name)
+{
+    return u":/pictures/"_s + name;
+}
+
+// Those of the PNGs, in pixels, rising.
+QList<int> widthsIn(const QString &folder)
+{
+    QList<int> widths;
+    for (const QString &file : QDir(folder + u"/light"_s).entryList())
+        widths << file.chopped(4).toInt(); // ".png"
+    if (widths.isEmpty())
+        qFatal("%s is missing", qPrintable(folder));
+    std::ranges::sort(widths);
+    return widths;
+}
+
+// The least that needs not be blown up.
+int enough(const QList<int> &widths, int wanted)
+{
+    const auto found = std::ranges::lower_bound(widths, wanted);
+    return found == widths.end() ? widths.last() : *found;
+}
+
+QString fileIn(const QString &folder, const QString &ground, int width)
+{
+    return u"%1/%2/%3.png"_s.arg(folder, ground).arg(width);
+}
+
 // Takes the PNG for each size and for the colours of the moment, so that it follows the desktop's.
 class Picture : public QIconEngine
 {
 public:
     explicit Picture(const QString &name)
-        : m_folder(u":/pictures/"_s + name)
+        : m_folder(folderOf(name))
+        , m_widths(widthsIn(m_folder))
+        , m_shape(QPixmap(fileIn(m_folder, u"light"_s, m_widths.first())).size())
     {
-        for (const QString &file : QDir(m_folder + u"/light"_s).entryList())
-            m_widths << file.chopped(4).toInt(); // ".png"
-        std::ranges::sort(m_widths);
-        if (m_widths.isEmpty())
-            qFatal("picture %s is missing", qPrintable(name));
-        m_shape = png(u"light"_s, m_widths.first()).size();
     }
     // Lies on whole pixels of the device, since it would blur between them.
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
@@ -56,20 +81,15 @@ public:
     QIconEngine *clone() const override { return new Picture(*this); }
 
 private:
-    QPixmap png(const QString &ground, int width) const
-    {
-        return QPixmap(u"%1/%2/%3.png"_s.arg(m_folder, ground).arg(width));
-    }
     // A picture that has no dark sister has grounds of its own, and is the same everywhere.
     QPixmap inColours(const QSize &size) const
     {
-        const auto enough = std::ranges::lower_bound(m_widths, size.width());
-        const int width = enough == m_widths.end() ? m_widths.last() : *enough;
         const QPalette palette = QGuiApplication::palette();
         const bool isOfLines = QDir(m_folder + u"/dark"_s).exists();
         const bool isOnDark = palette.color(QPalette::Window).lightness() < 128;
         const bool isPlain = isHighContrast(palette);
-        QPixmap pixmap = png(isOfLines && isOnDark && !isPlain ? u"dark"_s : u"light"_s, width);
+        const QString ground = isOfLines && isOnDark && !isPlain ? u"dark"_s : u"light"_s;
+        QPixmap pixmap(fileIn(m_folder, ground, enough(m_widths, size.width())));
         if (isOfLines && isPlain) {
             QPainter painter(&pixmap);
             painter.setCompositionMode(QPainter::CompositionMode_SourceIn);
@@ -81,7 +101,7 @@ private:
     }
 
     QString m_folder;
-    QList<int> m_widths; // of the PNGs, in pixels, rising
+    QList<int> m_widths;
     QSize m_shape;
 };
 
@@ -90,6 +110,13 @@ private:
 QIcon picture(const QString &name)
 {
     return QIcon(new Picture(name));
+}
+
+QString pictureFile(const QString &name, int width)
+{
+    const QString folder = folderOf(name);
+    const int pixels = qRound(width * qApp->devicePixelRatio());
+    return fileIn(folder, u"light"_s, enough(widthsIn(folder), pixels));
 }
 
 } // namespace kervan

@@ -9,4 +9,7 @@ namespace kervan {
 /// a dark palette line pictures are drawn lighter.
 QIcon picture(const QString &name);
 
+/// The file of a picture for a style sheet, which takes one for all screens: that of the sharpest.
+QString pictureFile(const QString &name, int width);
+
 } // namespace kervan

@@ -1,5 +1,7 @@
 #include "controls/theme.h"
 
+#include "controls/pictures.h"
+
 #include <QApplication>
 #include <QPalette>
 #include <QStyleFactory>
@@ -87,9 +89,9 @@ QString styleOf(const Colours &c)
         u"QCheckBox::indicator, QTableView::indicator { width: 13px; height: 13px;"
         "  border: 1px solid %1; border-radius: 3px; background: %2; }"
         "QCheckBox::indicator:checked, QTableView::indicator:checked { background: %3;"
-        "  border-color: %3; image: url(:/pictures/tick.png); }"
+        "  border-color: %3; image: url(%4); }"
         "QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: %3; }"_s.arg(
-            c.faint.name(), c.base.name(), c.highlight.name());
+            c.faint.name(), c.base.name(), c.highlight.name(), pictureFile(u"tick"_s, 13));
     // The handle stands out from its ground, and stays whole at scales like 150 %.
     const QString scrolling =
         u"QScrollBar { background: %1; border: none; margin: 0; }"
