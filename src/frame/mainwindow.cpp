@@ -174,6 +174,12 @@ void MainWindow::addMenu(const QString &name, const QString &caption, const QStr
     });
 }
 
+void MainWindow::tell(const QString &text)
+{
+    if (!text.isEmpty())
+        statusBar()->showMessage(text);
+}
+
 void MainWindow::open(QStringView screen)
 {
     if (const Screen *found = screenOf(screen))

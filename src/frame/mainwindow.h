@@ -39,6 +39,9 @@ public:
     void open(QStringView screen);
     void open(const Screen &screen);
 
+    /// Tells it in a line below the screens; an empty text leaves the line away.
+    void tell(const QString &text);
+
     Program &program() { return m_program; }
     /// The menu `seminmenu` of the operations on an invoice list.
     QMenu *listMenu() const { return m_seminmenu; }
