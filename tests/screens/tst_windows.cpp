@@ -283,6 +283,7 @@ private Q_SLOTS:
             auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
             auto *name = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
             seen << QDir(dialog->directory()).canonicalPath() << name->text();
+            QVERIFY(QTest::qWaitForWindowActive(dialog)); // a name without the focus is passed over
             name->setFocus();
             for (const QString &typed : {u"var.xml"_s, u"var"_s, u"yeni"_s}) {
                 name->setText(typed);
