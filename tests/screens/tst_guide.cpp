@@ -10,6 +10,7 @@
 #include <QDialog>
 #include <QFileInfo>
 #include <QLabel>
+#include <QMenu>
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QScrollBar>
@@ -198,6 +199,16 @@ private Q_SLOTS:
         frame.window.open(u"cafis3"_s);
         press(frame.window, u"kilavuzac"_s);
         QCOMPARE(shownSection(), u"pos-analizi"_s);
+    }
+
+    void f1OverAnOpenMenuLeavesTheMenu()
+    {
+        Frame frame;
+        auto *menu = frame.window.findChild<QMenu *>(u"ay"_s);
+        menu->popup({});
+        QTest::keyClick(menu, Qt::Key_F1);
+        QCOMPARE(shownSection(), u"bir-sabahın-akışı"_s);
+        QVERIFY(!menu->isVisible());
     }
 
     void theGuideIsReadByContentsLinksSearchAndBack()
