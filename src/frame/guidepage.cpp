@@ -200,6 +200,7 @@ void GuidePage::dressTables(const QTextDocument *document)
         form.setCellPadding(5);
         form.setTopMargin(4);
         form.setBottomMargin(14);
+        form.setRightMargin(2); // for its border
         table->setFormat(form);
         for (int column = 0; column < table->columns(); ++column) {
             QTextTableCell cell = table->cellAt(0, column);

@@ -11,6 +11,7 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
+#include <QTimer>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
@@ -217,7 +218,7 @@ void GuideWindow::standWithDialog()
 bool GuideWindow::event(QEvent *event)
 {
     if (event->type() == QEvent::WindowBlocked) // the dialog is not there yet
-        QMetaObject::invokeMethod(this, &GuideWindow::standWithDialog, Qt::QueuedConnection);
+        QTimer::singleShot(0, this, &GuideWindow::standWithDialog);
     return QWidget::event(event);
 }
 

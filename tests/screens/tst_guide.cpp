@@ -17,6 +17,7 @@
 #include <QStatusBar>
 #include <QTextBlock>
 #include <QTreeWidget>
+#include <QWindow>
 
 using namespace kervan;
 
@@ -193,6 +194,16 @@ private Q_SLOTS:
         QVERIFY(box.isVisible());
     }
 
+    void theGuideStaysOfUseBesideADialogThatOpensBehindIt()
+    {
+        Frame frame;
+        pressF1();
+        frame.window.open(u"ayr"_s);
+        const auto *dialog = frame.window.findChild<QDialog *>(u"ayr"_s);
+        QTRY_COMPARE(guideWindow()->windowHandle()->transientParent(), dialog->windowHandle());
+        QVERIFY(guideWindow()->isVisible());
+    }
+
     void theButtonOfTheMenuBarOpensItToo()
     {
         Frame frame;
@@ -254,7 +265,7 @@ private Q_SLOTS:
         for (const int width : {1600, 700}) {
             guide->resize(width, 700);
             QTest::qWait(200);
-            QCOMPARE(page->horizontalScrollBar()->maximum(), 0);
+            QTRY_COMPARE(page->horizontalScrollBar()->maximum(), 0);
             const QTextFrameFormat margins = page->document()->rootFrame()->frameFormat();
             const double column =
                 page->viewport()->width() - margins.leftMargin() - margins.rightMargin();
