@@ -11,7 +11,6 @@
 #include <QScreen>
 #include <QShortcut>
 #include <QSplitter>
-#include <QTimer>
 #include <QToolButton>
 #include <QTreeWidget>
 #include <QTreeWidgetItemIterator>
@@ -84,6 +83,7 @@ GuideWindow::GuideWindow()
     connect(m_contents, &QTreeWidget::itemClicked, this,
             [this](QTreeWidgetItem *item) { m_page->goTo(item->data(0, anchorRole).toString()); });
     connect(m_page, &GuidePage::sectionChanged, this, &GuideWindow::markSection);
+    connect(this, &GuideWindow::blocked, this, &GuideWindow::standWithDialog, Qt::QueuedConnection);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
 
     resize(wishedSize.boundedTo(screen()->availableSize() - roomForItsFrame));
@@ -218,7 +218,7 @@ void GuideWindow::standWithDialog()
 bool GuideWindow::event(QEvent *event)
 {
     if (event->type() == QEvent::WindowBlocked) // the dialog is not there yet
-        QTimer::singleShot(0, this, &GuideWindow::standWithDialog);
+        Q_EMIT blocked();
     return QWidget::event(event);
 }
 
