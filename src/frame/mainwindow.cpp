@@ -324,7 +324,7 @@ void MainWindow::hintAtGuide()
 QString MainWindow::guideOf(const QWidget *part) const
 {
     for (; part && part != this; part = part->parentWidget()) {
-        if (const QString page = part->property(guideProperty).toString(); !page.isEmpty())
+        if (QString page = part->property(guideProperty).toString(); !page.isEmpty())
             return page;
     }
     const QMdiSubWindow *front = m_area->currentSubWindow();
