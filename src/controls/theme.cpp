@@ -5,6 +5,8 @@
 #include <QStyleFactory>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -45,6 +47,19 @@ constexpr Colours dark{.window = {0x2b, 0x2e, 0x33},
                        .handle = {0x6b, 0x73, 0x7b},
                        .fault = {0xf5, 0xa8, 0x98},
                        .faultBase = {0x40, 0x2b, 0x28}};
+
+bool isDark(const QColor &colour)
+{
+    return colour.lightness() < 128;
+}
+
+// More than the breath of blue or brown that everyday greys have.
+bool isTinted(const QColor &colour)
+{
+    constexpr int breath = 40;
+    const auto [least, most] = std::minmax({colour.red(), colour.green(), colour.blue()});
+    return most - least > breath;
+}
 
 QPalette paletteOf(const Colours &c)
 {
@@ -87,9 +102,10 @@ QString styleOf(const Colours &c)
         u"QCheckBox::indicator, QTableView::indicator { width: 13px; height: 13px;"
         "  border: 1px solid %1; border-radius: 3px; background: %2; }"
         "QCheckBox::indicator:checked, QTableView::indicator:checked { background: %3;"
-        "  border-color: %3; image: url(:/pictures/tick.svg); }"
+        "  border-color: %3; image: url(:/pictures/%4.svg); }"
         "QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: %3; }"_s.arg(
-            c.faint.name(), c.base.name(), c.highlight.name());
+            c.faint.name(), c.base.name(), c.highlight.name(),
+            isDark(c.highlightedText) ? u"tickdark"_s : u"tick"_s);
     // The handle stands out from its ground, and stays whole at scales like 150 %.
     const QString scrolling =
         u"QScrollBar { background: %1; border: none; margin: 0; }"
@@ -140,6 +156,16 @@ Colours coloursOf(const QPalette &palette)
             .faultBase = palette.color(QPalette::Base)};
 }
 
+// What such a desktop leaves to be derived would be too faint.
+QPalette withLines(QPalette palette)
+{
+    const QColor text = palette.color(QPalette::WindowText);
+    for (const QPalette::ColorRole role :
+         {QPalette::Mid, QPalette::Midlight, QPalette::PlaceholderText})
+        palette.setColor(role, text);
+    return palette;
+}
+
 // Dresses the program again when the desktop changes its colours.
 class ThemeFollower : public QObject
 {
@@ -182,9 +208,9 @@ void applyTheme(QApplication &application)
 void applyTheme(QApplication &application, const QPalette &desktop)
 {
     if (isHighContrast(desktop))
-        dress(application, desktop, coloursOf(desktop));
+        dress(application, withLines(desktop), coloursOf(desktop));
     else
-        applyTheme(application, desktop.color(QPalette::Window).lightness() < 128);
+        applyTheme(application, isDark(desktop.color(QPalette::Window)));
 }
 
 void applyTheme(QApplication &application, bool isDark)
@@ -196,7 +222,17 @@ void applyTheme(QApplication &application, bool isDark)
 bool isHighContrast(const QPalette &palette)
 {
     const QColor ground = palette.color(QPalette::Window);
-    return ground == QColor(Qt::black) || ground == QColor(Qt::white);
+    const bool isPlain = ground == QColor(Qt::black) || ground == QColor(Qt::white);
+    const bool isFlat =
+        ground == palette.color(QPalette::Base) && ground == palette.color(QPalette::Button);
+    return isPlain || isFlat || isTinted(ground) || isTinted(palette.color(QPalette::WindowText));
+}
+
+QColor faultText(const QPalette &palette)
+{
+    if (isHighContrast(palette))
+        return palette.color(QPalette::WindowText);
+    return (isDark(palette.color(QPalette::Window)) ? dark : light).fault;
 }
 
 QColor tint(const QPalette &palette)
