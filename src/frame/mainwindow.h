@@ -96,6 +96,7 @@ private:
     QMenu *m_seminmenu;
     Resim *m_resim;
     bool m_isBusy = false;
+    QString m_busyWith;
     QPointer<QStatusBar> m_busyBar; // tells what is being done
     QPointer<QWidget> m_start;      // where work begins on the screen that was made last
     QHash<QStringView, QPointer<QMdiSubWindow>> m_transfers;
