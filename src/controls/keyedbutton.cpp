@@ -2,6 +2,7 @@
 
 #include "controls/pictures.h"
 
+#include <QGuiApplication>
 #include <QShortcut>
 #include <QStyleOptionButton>
 #include <QStylePainter>
@@ -42,7 +43,8 @@ void KeyedButton::paintEvent(QPaintEvent *event)
     painter.drawControl(QStyle::CE_PushButtonBevel, option);
     option.rect.setRight(option.rect.right() - roomForKeys());
     painter.drawControl(QStyle::CE_PushButtonLabel, option);
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    // The program's: where a style sheet colours the caption, the button's own would be half of it.
+    painter.setPen(QGuiApplication::palette().color(QPalette::PlaceholderText));
     painter.drawText(rect().adjusted(0, 0, -gap, 0), Qt::AlignRight | Qt::AlignVCenter, m_keys);
 }
 

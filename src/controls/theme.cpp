@@ -130,11 +130,33 @@ QString styleOf(const Colours &c)
     return lists + boxes + scrolling + warning;
 }
 
-void dress(QApplication &application, const QPalette &palette, const Colours &colours)
+// The style derives its frames from the ground, and from a black or white one they don't stand out.
+QString framesOf(const QPalette &palette)
+{
+    return u"QLineEdit, QPlainTextEdit, QComboBox, QPushButton, QToolButton, QMenu"
+           "  { border: 1px solid %1; border-radius: 3px; }"
+           "QLineEdit, QComboBox { padding: 1px 3px; } QPushButton { padding: 2px 6px; }"
+           "QToolButton { padding: 2px; }"
+           "QLineEdit:focus, QComboBox:focus { border: 2px solid %2; padding: 0 2px; }"
+           "QPushButton:focus { border: 2px solid %2; padding: 1px 5px; }"
+           "QToolButton:focus { border: 2px solid %2; padding: 1px; }"
+           "QLineEdit:disabled, QComboBox:disabled, QPushButton:disabled, QToolButton:disabled"
+           "  { border-color: %3; }"
+           "QPushButton:pressed, QToolButton:pressed, QToolButton:checked"
+           "  { background: %2; color: %4; }"
+           "QComboBox QLineEdit, QTableView QLineEdit, QLineEdit QToolButton, #bar1 QToolButton"
+           "  { border: none; padding: 0; }"_s.arg(
+               palette.color(QPalette::WindowText).name(),
+               palette.color(QPalette::Highlight).name(),
+               palette.color(QPalette::Disabled, QPalette::ButtonText).name(),
+               palette.color(QPalette::HighlightedText).name());
+}
+
+void dress(QApplication &application, const QPalette &palette, const QString &style)
 {
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QApplication::setPalette(palette);
-    application.setStyleSheet(styleOf(colours));
+    application.setStyleSheet(style);
 }
 
 // A desktop of high contrast draws with its own few colours, and so does the program then.
@@ -208,7 +230,7 @@ void applyTheme(QApplication &application)
 void applyTheme(QApplication &application, const QPalette &desktop)
 {
     if (isHighContrast(desktop))
-        dress(application, withLines(desktop), coloursOf(desktop));
+        dress(application, withLines(desktop), framesOf(desktop) + styleOf(coloursOf(desktop)));
     else
         applyTheme(application, isDark(desktop.color(QPalette::Window)));
 }
@@ -216,7 +238,7 @@ void applyTheme(QApplication &application, const QPalette &desktop)
 void applyTheme(QApplication &application, bool isDark)
 {
     const Colours &colours = isDark ? dark : light;
-    dress(application, paletteOf(colours), colours);
+    dress(application, paletteOf(colours), styleOf(colours));
 }
 
 bool isHighContrast(const QPalette &palette)

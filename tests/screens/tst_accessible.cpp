@@ -226,7 +226,7 @@ struct Frame
     QWidget *open(const QString &word)
     {
         window.open(word);
-        QWidget *screen = window.findChild<QWidget *>(word);
+        auto *screen = window.findChild<QWidget *>(word);
         [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(screen->window());
         return screen;
     }
@@ -288,11 +288,14 @@ private Q_SLOTS:
         list.show();
         QCOMPARE(Walk(list).faults(), QStringList());
         QStringList faults{u"no box came"_s};
-        QTimer::singleShot(0, this, [&faults] {
+        QTimer soon;
+        soon.setSingleShot(true);
+        connect(&soon, &QTimer::timeout, this, [&faults] {
             QWidget *box = QApplication::activeModalWidget();
             faults = Walk(*box).faults();
             box->close();
         });
+        soon.start(0);
         ScreenBoxes().show({u"uzun bir metin "_s.repeated(200)});
         QCOMPARE(faults.join(u'\n'), QString());
     }
