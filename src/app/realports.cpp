@@ -13,6 +13,7 @@
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QTranslator>
 #include <QVBoxLayout>
 
@@ -75,6 +76,9 @@ void showScrolling(const Box &box)
     auto *column = new QVBoxLayout(&dialog);
     auto *text = new QPlainTextEdit(turned(linesOf(box)));
     text->setReadOnly(true);
+    text->setAccessibleName(titleOf(box));
+    text->verticalScrollBar()->setAccessibleName(u"Dikey kaydırma"_s);
+    text->horizontalScrollBar()->setAccessibleName(u"Yatay kaydırma"_s);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
     column->addWidget(text);

@@ -54,6 +54,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    void describe();
     int heightOf(int rows) const;
     void paintFrozen(QPainter &painter, const QRect &area);
     bool isTickable() const;

@@ -1,6 +1,7 @@
 #include "frame/mainwindow.h"
 
 #include "base/failure.h"
+#include "controls/announcing.h"
 #include "controls/bigbutton.h"
 #include "controls/pictures.h"
 #include "controls/remembered.h"
@@ -292,6 +293,8 @@ void MainWindow::showBusy()
         else
             QApplication::restoreOverrideCursor();
     }
+    announce(this, text.isEmpty() ? m_busyWith + u" bitti"_s : text);
+    m_busyWith = text;
     if (!m_busyBar)
         m_busyBar = frontStatusBar();
     if (!m_busyBar)

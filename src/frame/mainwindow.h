@@ -110,6 +110,7 @@ private:
     Resim *m_resim;
     std::unique_ptr<GuideWindow> m_guide; // once it was asked for
     bool m_isBusy = false;
+    QString m_busyWith;
     QPointer<QStatusBar> m_busyBar; // tells what is being done
     QPointer<QWidget> m_start;      // where work begins on the screen that was made last
     QHash<QStringView, QPointer<QMdiSubWindow>> m_transfers;

@@ -46,6 +46,7 @@ protected:
 
 private:
     PriceView *makeView();
+    void tell(const QString &text);
     void save();
 
     Urunform m_urunform;
