@@ -80,12 +80,18 @@ Function .onVerifyInstDir
     ${EndIf}
 FunctionEnd
 
-Section "-Program"
+; A silent run has no page whose button could stay grey.
+Function .onInit
     ${StrStr} $0 "$INSTDIR\" "$PROGRAMFILES64\"
     ${StrStr} $1 "$INSTDIR\" "$PROGRAMFILES32\"
-    ${If} "$0$1" != "" ; a silent run shows no page that asks for the folder
-        !insertmacro Refuse "${NAME} Program Files altına kurulmaz." 5
+    ${If} ${Silent}
+    ${AndIf} "$0$1" != ""
+        SetErrorLevel 5
+        Quit
     ${EndIf}
+FunctionEnd
+
+Section "-Program"
     !insertmacro QuitWhileOpen
     ; What an older version laid out goes by its own list.
     ${If} ${FileExists} "$INSTDIR\kaldir.exe"

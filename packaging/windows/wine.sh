@@ -79,7 +79,8 @@ wine_install() { # INSTALLER
     wine "$1" /S "/D=$target"
     [[ $(own_files "$folder") == "$before" ]]
     wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\KervanTransfer' /v DisplayVersion
-    if wine "$1" /S '/D=C:\Program Files\Kervan'; then
+    # The folder stands unquoted at the end, blanks and all, as installers of its kind want it.
+    if wine cmd /c "$(winepath -w "$1") /S /D=C:\\Program Files\\Kervan"; then
         echo "It went under Program Files" >&2
         return 1
     fi
