@@ -63,13 +63,12 @@ wine_tests() {
 
 # What is the user's own in a program folder, by name and contents.
 own_files() { # FOLDER
-    (cd "$1" && find . \( -name '*.dbs' -o -name '*.kvz' -o -path './txt/*' -o -path './logo xml/*' \) \
-        -type f -exec sha256sum {} + | sort -k 2)
+    (cd "$1" && find ./*.dbs ./*.kvz txt "logo xml" -type f -exec sha256sum {} + | sort -k 2)
 }
 
 # Installed, used, installed again and taken away: what is the user's own stays as it was.
 wine_install() { # INSTALLER
-    local folder=$WINEPREFIX/drive_c/Deneme/Kervan before after
+    local folder=$WINEPREFIX/drive_c/Deneme/Kervan before after left
     local target='C:\Deneme\Kervan'
     wine "$1" /S "/D=$target"
     [[ -f $folder/kervan-transfer.exe && -f $folder/data.dbs && -f $folder/kilavuz/kullanim.md ]]
@@ -86,7 +85,9 @@ wine_install() { # INSTALLER
     fi
     wine "$folder/kaldir.exe" /S "_?=$target"
     after=$(own_files "$folder")
-    [[ $after == "$before" && ! -e $folder/kervan-transfer.exe && ! -e $folder/plugins ]]
+    diff <(echo "$before") <(echo "$after")
+    left=$(find "$folder" -name '*.exe' ! -name kaldir.exe -o -name '*.dll' -o -name kilavuz)
+    [[ -z $left ]] || { echo "Left behind: $left" >&2 && return 1; }
     echo "Installed twice and uninstalled; what was the user's own stayed: $(wc -l <<<"$after") files"
 }
 
