@@ -15,6 +15,7 @@
 class QFrame;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 class QStatusBar;
 class QWidget;
 
@@ -59,8 +60,12 @@ protected:
 };
 
 /// Lets the hands stay on the keys: F6 and Shift+F6 go from pane to pane of the window, a list or a
-/// panel of its layout, and a read that its button began leads to the first row.
+/// panel of its layout, and a read that began at its list or a button leads to the first row.
 void leadThroughPanes(QWidget *window);
+
+/// Carries out a command that may read a source. If the list was filled anew by it, the keys are
+/// the list's from then on, wherever they were: at a choice, the next arrow would change it.
+void readIntoList(QWidget *window, const std::function<void()> &command);
 
 /// The button of the strip and Esc, anywhere on the window, ask for its closing.
 template<class Window>
@@ -98,6 +103,9 @@ struct TransferParts
     QString firstButton;                               ///< has the focus
     std::function<void(const QString &path)> openFile; ///< does so with a file that is dropped
 };
+
+/// The panels of a screen under each other, the last one with the room that there is.
+QScrollArea *scroller(const QList<QWidget *> &panels);
 
 /// Puts the parts into the window.
 void layOutParts(QWidget *window, const TransferParts &parts);

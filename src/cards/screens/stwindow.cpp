@@ -39,7 +39,8 @@ QWidget *StWindow::commands()
     auto *bar = new QWidget;
     auto *row = new FlowLayout(bar);
     auto *open = commandButton(this, u"chameleonButton5"_s, u"Manual Aç"_s, u"open"_s, u"Ctrl+O"_s);
-    connect(open, &QAbstractButton::clicked, this, [this] { m_st.manualac(); });
+    connect(open, &QAbstractButton::clicked, this,
+            [this] { readIntoList(this, [this] { m_st.manualac(); }); });
     auto *automatic = new QPushButton(u"Otomatik Aç"_s);
     automatic->setObjectName(u"chameleonButton2"_s);
     automatic->setToolTip(u"Bu düğmenin bir işlevi yoktur"_s);

@@ -20,6 +20,12 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int readingTime = 10000; // milliseconds
+
+} // namespace
+
 FatWindow::FatWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_fat(program)
@@ -53,7 +59,8 @@ QPushButton *FatWindow::command(const QString &name, const QString &caption,
                                 void (Fat::*action)())
 {
     auto *button = commandButton(this, name, caption, pictureName, keys);
-    connect(button, &QAbstractButton::clicked, this, [this, action] { (m_fat.*action)(); });
+    connect(button, &QAbstractButton::clicked, this,
+            [this, action] { readIntoList(this, [&] { (m_fat.*action)(); }); });
     return button;
 }
 
@@ -125,8 +132,15 @@ QWidget *FatWindow::filters()
     connect(search, &QLineEdit::returnPressed, this, [this] {
         const QList<int> found = m_fat.liste.unvanara();
         m_l1->markRows(found);
+        auto *bar = findChild<QStatusBar *>(u"sb1"_s);
+        bar->clearMessage();
         if (!found.isEmpty())
             m_l1->enter(found.first());
+        else
+            bar->showMessage(
+                u"\"%1\" geçen bir unvan bulunamadı. Büyük ve küçük harf ayrı sayılır."_s.arg(
+                    m_fat.liste.arananUnvan.text()),
+                readingTime);
     });
     row->addPair(labelFor(search, u"Cari Unvanı:"_s), search);
     row->addStretch();
