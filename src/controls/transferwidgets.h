@@ -26,7 +26,7 @@ class GridView;
 // The pieces that the windows of the transfers are made of.
 
 constexpr QMargins screenMargins(6, 2, 6, 0);
-constexpr int screenSpacing = 4;
+constexpr int screenSpacing = 3;
 
 /// The strip `bar1` with its title `bart` in the middle.
 TitleStrip *titleStrip(const QString &title);

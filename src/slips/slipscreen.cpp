@@ -51,11 +51,13 @@ void SlipScreen::sayfanooku()
 
 void SlipScreen::sayfaadikaydet()
 {
-    note(endQuietly([this] {
+    bilgi.takeBack(m_adsaklanamadi);
+    m_adsaklanamadi = endQuietly([this] {
         writeSingleValue(m_program.path(m_form.sheetFile), sayfaAdi.text());
         if (m_form.sheetButtonRests)
             sayfaKaydedilir.setChecked(false);
-    }));
+    });
+    note(m_adsaklanamadi);
 }
 
 void SlipScreen::personelyukle()

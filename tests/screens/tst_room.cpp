@@ -76,6 +76,9 @@ class RoomTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // What is held here is held for the program as it looks.
+    void initTestCase() { applyTheme(*qApp, false); }
+
     void theInvoiceListHasRoomOnASmallDesktop_data()
     {
         QTest::addColumn<double>("scale");

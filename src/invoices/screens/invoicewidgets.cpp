@@ -53,7 +53,7 @@ QGroupBox *listFrame(const QString &caption, GridView *view)
 {
     auto *frame = new QGroupBox(caption);
     auto *column = new QVBoxLayout(frame);
-    column->setContentsMargins(4, 2, 4, 2);
+    column->setContentsMargins(4, 0, 4, 1);
     column->addWidget(view);
     return frame;
 }
