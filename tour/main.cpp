@@ -1,6 +1,7 @@
 // Drives the real windows through the samples and lists what came of it:
 // kervan-tour SAMPLES OUTPUT_FOLDER
 
+#include "app/guidefiles.h"
 #include "app/realports.h"
 #include "app/samples.h"
 #include "base/failure.h"
@@ -42,6 +43,7 @@ int run(const QString &samples, const QString &folder)
                             .sqlServer = sqlServer};
     const auto failed = kervan::passOver([&] {
         kervan::install(folder);
+        kervan::layOutGuide(folder);
         kervan::layOutSamples(samples, folder);
     });
     if (failed) {

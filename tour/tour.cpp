@@ -20,7 +20,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr int spotSize = 26;
+constexpr int spotSize = 20;
 constexpr QColor spotColour(0xb3, 0x3a, 0x1f);
 
 // Windows are drawn in few colours; the seldom ones, of the edges of letters, give way to those
@@ -121,7 +121,7 @@ void Tour::guidePicture(QWidget *widget, const QString &name, const QList<Spot> 
         .save(folder.filePath(name + u".png"_s), "PNG", 0); // packed as small as it goes
 }
 
-// A number stands at the left end of its control, or in the corner of a large one.
+// A number stands at the upper right corner of its control, where the least is written.
 QImage Tour::shot(QWidget *widget, const QList<Spot> &spots)
 {
     QImage picture = widget->grab().toImage();
@@ -129,18 +129,18 @@ QImage Tour::shot(QWidget *widget, const QList<Spot> &spots)
     painter.setRenderHint(QPainter::Antialiasing);
     QFont font = painter.font();
     font.setBold(true);
-    font.setPixelSize(15);
+    font.setPixelSize(13);
     painter.setFont(font);
-    const QRect room =
-        widget->rect().adjusted(spotSize / 2, spotSize / 2, -spotSize / 2, -spotSize / 2);
+    constexpr int half = spotSize / 2;
+    const QRect room = widget->rect().adjusted(half + 1, half + 1, -half - 1, -half - 1);
     int number = 0;
     for (const Spot &spot : spots) {
-        const QWidget *control = spot.name ? find<QWidget>(spot.inside, spot.name) : spot.inside;
-        const QPoint corner = control->mapTo(widget, QPoint());
-        const int down = std::min(control->height(), 2 * spotSize) / 2;
+        const auto *control = find<QWidget>(spot.inside, spot.name);
+        const QPoint corner = control->mapTo(widget, QPoint(control->width() - 2, 2));
+        const int left = corner.x() - control->width(); // for what reaches to the edge
         drawSpot(painter,
-                 {std::clamp(corner.x(), room.left(), room.right()),
-                  std::clamp(corner.y() + down, room.top(), room.bottom())},
+                 {corner.x() > room.right() ? std::max(left, room.left()) : corner.x(),
+                  std::max(corner.y(), room.top())},
                  ++number);
     }
     return picture;

@@ -43,7 +43,7 @@ public:
     struct Spot
     {
         QWidget *inside;
-        const char *name = nullptr; ///< without it, what is numbered is `inside`
+        const char *name;
     };
     /// A picture for the guide, with the numbers drawn onto it; of the part that the area names,
     /// if it does.

@@ -54,6 +54,8 @@ stage_program() { # BUILD FOLDER
     as_windows_text CHANGELOG.md "$folder/Yenilikler.txt"
     cp -r samples "$folder/ornekler"
     rm -r "$folder"/ornekler/{make,README.md}
+    mkdir "$folder/kilavuz"
+    cp -r docs/kullanim.md docs/pictures "$folder/kilavuz/"
     find "$folder" \( -name '*.exe' -o -name '*.dll' \) -exec x86_64-w64-mingw32-strip {} +
 }
 
@@ -65,7 +67,7 @@ make_zip() { # FOLDER FILE
 # The installer removes later exactly what it laid out, so it is given the list.
 make_installer() { # FOLDER FILE VERSION ICON
     local folder=$1
-    local list=$folder.nsh
+    local list=build/mingw/kurulum-files.nsh
     # shellcheck disable=SC1003,SC2016 # for the installer, not for this shell
     {
         (cd "$folder" && find . -type f -printf '%P\n') | sort | tr / '\\' \
@@ -73,6 +75,6 @@ make_installer() { # FOLDER FILE VERSION ICON
         (cd "$folder" && find . -mindepth 1 -depth -type d -printf '%P\n') | tr / '\\' \
             | sed 's/.*/RMDir "$INSTDIR\\&"/'
     } >"$list"
-    makensis -V2 -INPUTCHARSET UTF8 "-DPROGRAM=$folder" "-DFILES=$list" "-DTARGET=$2" \
+    makensis -V2 -INPUTCHARSET UTF8 "-DPROGRAM=$folder" "-DFILES=$PWD/$list" "-DTARGET=$2" \
         "-DVERSION=$3" "-DICON=$4" "-DSIZE=$(du -sk "$folder" | cut -f 1)" packaging/windows/kurulum.nsi
 }

@@ -58,7 +58,7 @@ build_sqlite() { # SOURCE
 build_qt() { # SOURCE BUILD
     local off=() feature
     for feature in androiddeployqt brotli concurrent dbus direct2d1_1 dynamicgl gif glib \
-        gssapi icu itemmodeltester jpeg networklistmanager opengl openssl pkg_config printsupport \
+        gssapi icu jpeg networklistmanager opengl openssl pkg_config printsupport \
         schannel sql_mysql sql_odbc sql_psql ssl tabletevent textmarkdownwriter textodfwriter \
         vulkan xml zstd; do
         off+=("-DFEATURE_$feature=OFF")
@@ -78,7 +78,7 @@ build_libzip() { # SOURCE BUILD
 
 # The tests write workbooks and the benchmarks measure; the program needs neither.
 build_of_tests() { # SOURCES
-    cross_build "$1/libxlsxwriter" "$1/build-xlsxwriter"
+    cross_build "$1/libxlsxwriter" "$1/build-xlsxwriter" -DBUILD_SHARED_LIBS=ON
     cross_build "$1/benchmark" "$1/build-benchmark" -DGIT_VERSION=1.7.1 -DBENCHMARK_ENABLE_TESTING=OFF \
         -DBENCHMARK_ENABLE_WERROR=OFF
 }

@@ -1,30 +1,66 @@
+#include "app/crashreport.h"
 #include "app/instancelock.h"
 #include "app/realports.h"
 #include "controls/theme.h"
 #include "frame/mainwindow.h"
 #include "odbc/odbcserver.h"
+#include "store/installation.h"
 
 #include <QApplication>
+#include <QDir>
+#include <QTemporaryFile>
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+bool canBeWritten(const QString &folder)
+{
+    QTemporaryFile file(folder + u"/kervan-XXXXXX.tmp"_s);
+    return file.open();
+}
+
+// What the user should know of the program folder, one line; empty if all is well.
+QString stateOf(const QString &folder)
+{
+    QStringList sentences;
+    if (const QString report = kervan::leftByCrash(folder); !report.isEmpty())
+        sentences << u"Program geçen sefer yarıda kapandı; raporu: %1"_s.arg(
+            QDir::toNativeSeparators(report));
+    if (!canBeWritten(folder))
+        sentences << u"Program klasörüne yazılamıyor, ayarlar ve numaralar saklanamaz: %1. Klasörü "
+                     "yazma hakkınız olan bir yere taşıyın ya da bu hakkı isteyin."_s.arg(
+                         QDir::toNativeSeparators(folder));
+    return sentences.join(u"  "_s);
+}
+
+} // namespace
+
 int main(int argc, char **argv)
 {
+#ifdef Q_OS_WIN // follows the desktop into the dark only when told to
+    if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
+        qputenv("QT_QPA_PLATFORM", "windows:darkmode=2");
+#endif
     QApplication application(argc, argv);
     QApplication::setApplicationName(u"Kervan Transfer"_s);
     QApplication::setOrganizationName(u"Kervan"_s);
     QApplication::setApplicationVersion(QStringLiteral(KERVAN_VERSION));
-    kervan::InstanceLock instance(QApplication::applicationDirPath());
+    const QString folder = QApplication::applicationDirPath();
+    kervan::InstanceLock instance(folder);
     if (!instance.take())
         return 0; // another one is running; this one ends without a word
+    kervan::reportCrashes(folder);
+    if (kervan::isNewFolder(folder)) // just unpacked; what can't be laid out, the screens tell
+        kervan::passOver([&] { kervan::install(folder); });
 
     kervan::speakTurkish(application);
     kervan::applyTheme(application);
     kervan::ScreenBoxes boxes;
-    kervan::ScreenDialogs dialogs(QApplication::applicationDirPath());
+    kervan::ScreenDialogs dialogs(folder);
     kervan::SystemClock clock;
     kervan::OdbcServer sqlServer;
-    kervan::Program program{.folder = QApplication::applicationDirPath(),
+    kervan::Program program{.folder = folder,
                             .aktifform = {},
                             .folders = {},
                             .db = {},
@@ -33,6 +69,7 @@ int main(int argc, char **argv)
                             .clock = clock,
                             .sqlServer = sqlServer};
     kervan::MainWindow window(program);
+    window.tell(stateOf(folder));
     window.show();
     return QApplication::exec();
 }

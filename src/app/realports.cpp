@@ -15,6 +15,7 @@
 #include <QPlainTextEdit>
 #include <QPushButton>
 #include <QScreen>
+#include <QScrollBar>
 #include <QTranslator>
 #include <QVBoxLayout>
 
@@ -78,6 +79,9 @@ void showScrolling(const Box &box)
     auto *column = new QVBoxLayout(&dialog);
     auto *text = new QPlainTextEdit(turned(linesOf(box)));
     text->setReadOnly(true);
+    text->setAccessibleName(titleOf(box));
+    text->verticalScrollBar()->setAccessibleName(u"Dikey kaydırma"_s);
+    text->horizontalScrollBar()->setAccessibleName(u"Yatay kaydırma"_s);
     auto *buttons = new QDialogButtonBox(QDialogButtonBox::Ok);
     QObject::connect(buttons, &QDialogButtonBox::accepted, &dialog, &QDialog::accept);
     column->addWidget(text);

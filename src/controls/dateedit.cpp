@@ -1,6 +1,8 @@
 #include "controls/dateedit.h"
 
+#include "controls/announcing.h"
 #include "controls/pictures.h"
+#include "controls/theme.h"
 #include "text/dates.h"
 
 #include <QAction>
@@ -27,7 +29,6 @@ namespace {
 constexpr QStringView spelling = u"dd.MM.yyyy";
 constexpr int roomForSigns = 60; // the warning in front, the calendar behind
 constexpr int wholeDate = 6;     // characters, at least
-constexpr QColor impossibleText(0xc4, 0x60, 0x4a);
 
 /// The day, month or year of a text that is parted by points, and where it stands.
 struct Part
@@ -51,6 +52,29 @@ Part partAt(const QString &text, qsizetype position)
         part.begin = part.end + 1;
     }
     return {};
+}
+
+} // namespace
+
+namespace {
+
+// Those that have pictures for captions.
+void nameParts(QCalendarWidget *calendar)
+{
+    calendar->setAccessibleName(u"Takvim"_s);
+    const auto name = [calendar](const QString &part, const QString &what) {
+        if (auto *widget = calendar->findChild<QWidget *>(part))
+            widget->setAccessibleName(what);
+    };
+    name(u"qt_calendar_prevmonth"_s, u"Önceki ay"_s);
+    name(u"qt_calendar_nextmonth"_s, u"Sonraki ay"_s);
+    name(u"qt_calendar_yearedit"_s, u"Yıl"_s);
+    name(u"qt_calendar_calendarview"_s, u"Günler"_s);
+    const auto nameYear = [calendar, name] {
+        name(u"qt_calendar_yearbutton"_s, u"Yıl: %1"_s.arg(calendar->yearShown()));
+    };
+    nameYear();
+    QObject::connect(calendar, &QCalendarWidget::currentPageChanged, calendar, nameYear);
 }
 
 } // namespace
@@ -112,9 +136,10 @@ void DateEdit::mark(bool impossible)
         const QString what = text().isEmpty() ? u"Tarih boş"_s : u"%1: böyle bir tarih yok"_s;
         const QString told = (text().isEmpty() ? what : what.arg(text().left(40))) +
                              u"; liste buna göre süzülmez."_s;
-        colours.setColor(QPalette::Text, impossibleText);
+        colours.setColor(QPalette::Text, faultText(QGuiApplication::palette()));
         setAccessibleDescription(told);
         m_warning->setToolTip(told);
+        announce(this, told);
         if (isVisible())
             QToolTip::showText(mapToGlobal(QPoint(0, height() / 2)), told, this);
     } else {
@@ -225,6 +250,7 @@ void DateEdit::dropCalendar()
     calendar->setVerticalHeaderFormat(QCalendarWidget::NoVerticalHeader);
     calendar->setDateRange(QDate(1900, 1, 1), QDate(2099, 12, 31));
     calendar->setSelectedDate(m_date.isValid() ? m_date : QDate::currentDate());
+    nameParts(calendar);
     const auto choose = [this, popup](QDate date) {
         popup->close();
         take(date);

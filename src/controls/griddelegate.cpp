@@ -77,6 +77,19 @@ void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
     m_view->style()->drawControl(QStyle::CE_ItemViewItem, &shown, painter, m_view);
 }
 
+QString GridDelegate::headingOf(const QModelIndex &index)
+{
+    return index.model()->headerData(index.column(), Qt::Horizontal).toString();
+}
+
+QWidget *GridDelegate::createEditor(QWidget *parent, const QStyleOptionViewItem &option,
+                                    const QModelIndex &index) const
+{
+    QWidget *editor = QStyledItemDelegate::createEditor(parent, option, index);
+    editor->setAccessibleName(headingOf(index));
+    return editor;
+}
+
 QSize GridDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
 {
     QSize size = QStyledItemDelegate::sizeHint(option, index);

@@ -60,6 +60,10 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
         if (m_fitted && !m_fitting)
             m_setByUser << column;
     });
+    connect(&grid, &QAbstractItemModel::modelReset, this, &GridView::describe);
+    connect(&grid, &QAbstractItemModel::rowsInserted, this, &GridView::describe);
+    horizontalScrollBar()->setAccessibleName(u"Yatay kaydırma"_s);
+    verticalScrollBar()->setAccessibleName(u"Dikey kaydırma"_s);
     setItemDelegate(new GridDelegate(this));
     // A tick is told of by the first cell, and tints its whole row.
     connect(&grid, &QAbstractItemModel::dataChanged, viewport(), qOverload<>(&QWidget::update));
@@ -71,7 +75,14 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
 void GridView::setEmptyText(const QString &text)
 {
     m_emptyText = text;
+    describe();
     viewport()->update();
+}
+
+// What is painted on an empty list.
+void GridView::describe()
+{
+    setAccessibleDescription(m_grid.isEmpty() ? m_emptyText : QString());
 }
 
 // The first fill fits the columns; later ones only widen them, and never one that the user has set.

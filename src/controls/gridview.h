@@ -62,6 +62,7 @@ protected:
     void contextMenuEvent(QContextMenuEvent *event) override;
 
 private:
+    void describe();
     int leastHeight() const;
     void paintFrozen(QPainter &painter, const QRect &area);
     bool isTickable() const;

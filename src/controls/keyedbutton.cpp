@@ -1,9 +1,15 @@
 #include "controls/keyedbutton.h"
 
+#include "controls/pictures.h"
+
+#include <QGuiApplication>
+#include <QShortcut>
 #include <QStyleOptionButton>
 #include <QStylePainter>
 
 namespace kervan {
+
+using namespace Qt::StringLiterals;
 
 namespace {
 
@@ -49,8 +55,22 @@ void KeyedButton::paintEvent(QPaintEvent *event)
     painter.drawControl(QStyle::CE_PushButtonBevel, option);
     option.rect.setRight(option.rect.right() - roomForKeys());
     painter.drawControl(QStyle::CE_PushButtonLabel, option);
-    painter.setPen(palette().color(QPalette::PlaceholderText));
+    // The program's: where a style sheet colours the caption, the button's own would be half of it.
+    painter.setPen(QGuiApplication::palette().color(QPalette::PlaceholderText));
     painter.drawText(rect().adjusted(0, 0, -gap, 0), Qt::AlignRight | Qt::AlignVCenter, m_keys);
+}
+
+KeyedButton *dialogButton(const QString &name, const QString &caption, const QString &keys,
+                          const QString &pictureName)
+{
+    auto *button = new KeyedButton(caption, keys);
+    button->setObjectName(name);
+    button->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
+    if (!pictureName.isEmpty())
+        button->setIcon(picture(pictureName));
+    QObject::connect(new QShortcut(QKeySequence(keys), button), &QShortcut::activated, button,
+                     &QAbstractButton::click);
+    return button;
 }
 
 } // namespace kervan

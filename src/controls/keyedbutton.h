@@ -26,4 +26,8 @@ private:
     QString m_keys;
 };
 
+/// A button of a dialog, with the name of its control, that its keys press while it is shown.
+KeyedButton *dialogButton(const QString &name, const QString &caption, const QString &keys,
+                          const QString &pictureName = {});
+
 } // namespace kervan

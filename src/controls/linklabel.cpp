@@ -1,20 +1,39 @@
 #include "controls/linklabel.h"
 
+#include "controls/announcing.h"
 #include "controls/binding.h"
+#include "controls/theme.h"
 
 #include <QEvent>
+#include <QGuiApplication>
 #include <QPainter>
 
 namespace kervan {
 
 using namespace Qt::StringLiterals;
 
-LinkLabel::LinkLabel(const QString &name, TextField &durum)
+namespace {
+
+constexpr int bannerMargin = 7;
+constexpr QColor bannerGround(0x20, 0x24, 0x28);
+
+} // namespace
+
+LinkLabel::LinkLabel(const QString &name, TextField &durum, Look look)
+    : m_look(look)
 {
     setObjectName(name);
     setTextInteractionFlags(Qt::TextSelectableByMouse);
-    setContentsMargins(fontMetrics().height() + 4, 0, 0, 0);
+    const int beside = fontMetrics().height() + 4;
+    if (look == Look::Quiet) {
+        setContentsMargins(beside, 0, 0, 0);
+    } else {
+        setContentsMargins(beside + bannerMargin, bannerMargin, beside + bannerMargin,
+                           bannerMargin);
+        setAlignment(Qt::AlignCenter);
+    }
     bind(this, durum);
+    nameValue(this, {}, durum);
     connect(&durum, &TextField::changed, this, &LinkLabel::colour);
     colour();
 }
@@ -33,14 +52,25 @@ void LinkLabel::changeEvent(QEvent *event)
 
 void LinkLabel::colour()
 {
-    const bool isDark = palette().color(QPalette::Window).lightness() < 128;
-    const QColor good = isDark ? QColor(0x82, 0xd2, 0x9b) : QColor(0x1d, 0x73, 0x3c);
-    const QColor bad = isDark ? QColor(0xf2, 0x95, 0x84) : QColor(0xa8, 0x35, 0x22);
+    const QPalette theme = QGuiApplication::palette();
+    const bool isDark = theme.color(QPalette::Window).lightness() < 128;
+    QColor good = isDark ? QColor(0x82, 0xd2, 0x9b) : QColor(0x1d, 0x73, 0x3c);
+    QColor bad = isDark ? QColor(0xf2, 0x95, 0x84) : QColor(0xa8, 0x35, 0x22);
+    if (isHighContrast(theme))
+        good = bad = theme.color(QPalette::WindowText);
+    if (m_look == Look::Banner) {
+        good = QColor(0x00, 0xff, 0x00);
+        bad = QColor(0xff, 0x00, 0x00);
+    }
     const QColor colour = isConnected() ? good : bad;
     if (colour == m_colour)
         return;
     m_colour = colour;
-    setStyleSheet(u"color: %1"_s.arg(colour.name()));
+    QString style = u"color: %1;"_s.arg(colour.name());
+    if (m_look == Look::Banner)
+        style +=
+            u"background: %1; border-radius: 4px; font-weight: bold;"_s.arg(bannerGround.name());
+    setStyleSheet(style);
 }
 
 void LinkLabel::paintEvent(QPaintEvent *event)
@@ -49,12 +79,15 @@ void LinkLabel::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     painter.setRenderHint(QPainter::Antialiasing);
     const qreal size = fontMetrics().ascent();
-    painter.translate(1, (height() - size) / 2);
+    const bool isBanner = m_look == Look::Banner;
+    painter.translate(1 + (isBanner ? bannerMargin : 0), (height() - size) / 2);
     painter.scale(size / 16, size / 16); // the picture is drawn on 16 by 16
+    const QColor ground =
+        isBanner ? bannerGround : QGuiApplication::palette().color(QPalette::Window);
     painter.setPen(Qt::NoPen);
     painter.setBrush(m_colour);
     painter.drawEllipse(QRectF(0, 0, 16, 16));
-    painter.setPen(QPen(palette().color(QPalette::Window), 2.2, Qt::SolidLine, Qt::RoundCap));
+    painter.setPen(QPen(ground, 2.2, Qt::SolidLine, Qt::RoundCap));
     if (isConnected()) {
         painter.drawPolyline(QPolygonF({{4.2, 8.4}, {7, 11.2}, {11.8, 5.2}}));
     } else {

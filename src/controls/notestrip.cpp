@@ -1,12 +1,14 @@
 #include "controls/notestrip.h"
 
-#include <QAccessible>
+#include "controls/announcing.h"
+
 #include <QDesktopServices>
 #include <QFileInfo>
 #include <QFontMetrics>
 #include <QHBoxLayout>
 #include <QPainter>
 #include <QPlainTextEdit>
+#include <QScrollBar>
 #include <QStyle>
 #include <QToolButton>
 #include <QUrl>
@@ -64,7 +66,7 @@ void CutLabel::paintEvent(QPaintEvent *)
 NoteStrip::NoteStrip(Notes &notes)
     : m_notes(notes)
     , m_text(cutLabel(u"bilgi"_s))
-    , m_more(smallButton(u"ayrinti"_s, u"Ayrıntı"_s,
+    , m_more(smallButton(u"ayrinti"_s, u"A&yrıntı"_s,
                          u"Metnin tümünü gösterir: seçilip kopyalanabilir"_s))
     , m_details(new QPlainTextEdit)
     , m_writtenText(cutLabel(u"yazilan"_s))
@@ -87,6 +89,7 @@ QFrame *NoteStrip::makeFaults()
     connect(m_more, &QToolButton::toggled, m_details, &QWidget::setVisible);
     m_details->setObjectName(u"ayrintilar"_s);
     m_details->setAccessibleName(u"Bildirimlerin tümü"_s);
+    m_details->verticalScrollBar()->setAccessibleName(u"Dikey kaydırma"_s);
     m_details->setReadOnly(true);
     m_details->setTabChangesFocus(true);
     m_details->setTextInteractionFlags(Qt::TextSelectableByMouse | Qt::TextSelectableByKeyboard);
@@ -107,7 +110,7 @@ QFrame *NoteStrip::makeFaults()
 QFrame *NoteStrip::makeWritten()
 {
     auto *folder =
-        smallButton(u"klasorac"_s, u"Klasörü aç"_s, u"Belgenin durduğu klasörü gösterir"_s);
+        smallButton(u"klasorac"_s, u"&Klasörü aç"_s, u"Belgenin durduğu klasörü gösterir"_s);
     connect(folder, &QAbstractButton::clicked, this, &NoteStrip::openFolder);
     auto *frame = new QFrame;
     frame->setObjectName(u"yazilanlar"_s);
@@ -142,8 +145,7 @@ void NoteStrip::showNotes()
     if (all == std::exchange(m_told, all) || all.isEmpty())
         return;
     setAccessibleName(all);
-    QAccessibleEvent alert(this, QAccessible::Alert);
-    QAccessible::updateAccessibility(&alert);
+    announce(this, all);
 }
 
 void NoteStrip::openFolder()

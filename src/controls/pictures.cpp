@@ -55,7 +55,6 @@ public:
         , m_shape(QPixmap(fileIn(m_folder, u"light"_s, m_widths.first())).size())
     {
     }
-    // Lies on whole pixels of the device, since it would blur between them.
     void paint(QPainter *painter, const QRect &rect, QIcon::Mode mode, QIcon::State) override
     {
         const qreal ratio = painter->device()->devicePixelRatio();
@@ -63,11 +62,9 @@ public:
         pixmap.setDevicePixelRatio(ratio);
         QRectF place({}, pixmap.deviceIndependentSize());
         place.moveCenter(QRectF(rect).center());
-        const QTransform toDevice = painter->deviceTransform();
-        const QPointF corner = toDevice.map(place.topLeft()).toPoint();
         const qreal opacity = painter->opacity();
         painter->setOpacity(mode == QIcon::Disabled ? 0.4 : opacity);
-        painter->drawPixmap(toDevice.inverted().map(corner), pixmap);
+        painter->drawPixmap(place.topLeft(), pixmap);
         painter->setOpacity(opacity);
     }
     QPixmap pixmap(const QSize &size, QIcon::Mode mode, QIcon::State state) override

@@ -7,6 +7,8 @@
 #include <QStyleFactory>
 #include <QTimer>
 
+#include <algorithm>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -47,6 +49,19 @@ constexpr Colours dark{.window = {0x2b, 0x2e, 0x33},
                        .handle = {0x6b, 0x73, 0x7b},
                        .fault = {0xf5, 0xa8, 0x98},
                        .faultBase = {0x40, 0x2b, 0x28}};
+
+bool isDark(const QColor &colour)
+{
+    return colour.lightness() < 128;
+}
+
+// More than the breath of blue or brown that everyday greys have.
+bool isTinted(const QColor &colour)
+{
+    constexpr int breath = 40;
+    const auto [least, most] = std::minmax({colour.red(), colour.green(), colour.blue()});
+    return most - least > breath;
+}
 
 QPalette paletteOf(const Colours &c)
 {
@@ -91,7 +106,8 @@ QString styleOf(const Colours &c)
         "QCheckBox::indicator:checked, QTableView::indicator:checked { background: %3;"
         "  border-color: %3; image: url(%4); }"
         "QCheckBox::indicator:focus, QCheckBox::indicator:hover { border-color: %3; }"_s.arg(
-            c.faint.name(), c.base.name(), c.highlight.name(), pictureFile(u"tick"_s, 13));
+            c.faint.name(), c.base.name(), c.highlight.name(),
+            pictureFile(isDark(c.highlightedText) ? u"tickdark"_s : u"tick"_s, 13));
     // The handle stands out from its ground, and stays whole at scales like 150 %.
     const QString scrolling =
         u"QScrollBar { background: %1; border: none; margin: 0; }"
@@ -116,11 +132,33 @@ QString styleOf(const Colours &c)
     return lists + boxes + scrolling + warning;
 }
 
-void dress(QApplication &application, const QPalette &palette, const Colours &colours)
+// The style derives its frames from the ground, and from a black or white one they don't stand out.
+QString framesOf(const QPalette &palette)
+{
+    return u"QLineEdit, QPlainTextEdit, QComboBox, QPushButton, QToolButton, QMenu"
+           "  { border: 1px solid %1; border-radius: 3px; }"
+           "QLineEdit, QComboBox { padding: 1px 3px; } QPushButton { padding: 2px 6px; }"
+           "QToolButton { padding: 2px; }"
+           "QLineEdit:focus, QComboBox:focus { border: 2px solid %2; padding: 0 2px; }"
+           "QPushButton:focus { border: 2px solid %2; padding: 1px 5px; }"
+           "QToolButton:focus { border: 2px solid %2; padding: 1px; }"
+           "QLineEdit:disabled, QComboBox:disabled, QPushButton:disabled, QToolButton:disabled"
+           "  { border-color: %3; }"
+           "QPushButton:pressed, QToolButton:pressed, QToolButton:checked"
+           "  { background: %2; color: %4; }"
+           "QComboBox QLineEdit, QTableView QLineEdit, QLineEdit QToolButton, #bar1 QToolButton"
+           "  { border: none; padding: 0; }"_s.arg(
+               palette.color(QPalette::WindowText).name(),
+               palette.color(QPalette::Highlight).name(),
+               palette.color(QPalette::Disabled, QPalette::ButtonText).name(),
+               palette.color(QPalette::HighlightedText).name());
+}
+
+void dress(QApplication &application, const QPalette &palette, const QString &style)
 {
     QApplication::setStyle(QStyleFactory::create(u"Fusion"_s));
     QApplication::setPalette(palette);
-    application.setStyleSheet(styleOf(colours));
+    application.setStyleSheet(style);
 }
 
 // A desktop of high contrast draws with its own few colours, and so does the program then.
@@ -140,6 +178,16 @@ Colours coloursOf(const QPalette &palette)
             .handle = text,
             .fault = text,
             .faultBase = palette.color(QPalette::Base)};
+}
+
+// What such a desktop leaves to be derived would be too faint.
+QPalette withLines(QPalette palette)
+{
+    const QColor text = palette.color(QPalette::WindowText);
+    for (const QPalette::ColorRole role :
+         {QPalette::Mid, QPalette::Midlight, QPalette::PlaceholderText})
+        palette.setColor(role, text);
+    return palette;
 }
 
 // Dresses the program again when the desktop changes its colours.
@@ -184,21 +232,31 @@ void applyTheme(QApplication &application)
 void applyTheme(QApplication &application, const QPalette &desktop)
 {
     if (isHighContrast(desktop))
-        dress(application, desktop, coloursOf(desktop));
+        dress(application, withLines(desktop), framesOf(desktop) + styleOf(coloursOf(desktop)));
     else
-        applyTheme(application, desktop.color(QPalette::Window).lightness() < 128);
+        applyTheme(application, isDark(desktop.color(QPalette::Window)));
 }
 
 void applyTheme(QApplication &application, bool isDark)
 {
     const Colours &colours = isDark ? dark : light;
-    dress(application, paletteOf(colours), colours);
+    dress(application, paletteOf(colours), styleOf(colours));
 }
 
 bool isHighContrast(const QPalette &palette)
 {
     const QColor ground = palette.color(QPalette::Window);
-    return ground == QColor(Qt::black) || ground == QColor(Qt::white);
+    const bool isPlain = ground == QColor(Qt::black) || ground == QColor(Qt::white);
+    const bool isFlat =
+        ground == palette.color(QPalette::Base) && ground == palette.color(QPalette::Button);
+    return isPlain || isFlat || isTinted(ground) || isTinted(palette.color(QPalette::WindowText));
+}
+
+QColor faultText(const QPalette &palette)
+{
+    if (isHighContrast(palette))
+        return palette.color(QPalette::WindowText);
+    return (isDark(palette.color(QPalette::Window)) ? dark : light).fault;
 }
 
 QColor tint(const QPalette &palette)

@@ -11,11 +11,15 @@ void applyTheme(QApplication &application);
 
 /// The same over a palette of the desktop's, as that of a high contrast, which is obeyed.
 void applyTheme(QApplication &application, const QPalette &desktop);
-/// Whether all of a palette is to be taken as it is: its ground is plain black or plain white.
+/// Whether all of a palette is to be taken as it is: its ground is plain black or white, all its
+/// grounds are one colour, or its ground or letters are tinted.
 bool isHighContrast(const QPalette &palette);
 
 /// The same with the choice made by the caller.
 void applyTheme(QApplication &application, bool dark);
+
+/// What is wrong is written in it.
+QColor faultText(const QPalette &palette);
 
 /// The ground of a ticked row.
 QColor tint(const QPalette &palette);

@@ -1,5 +1,6 @@
 #include "controls/transferwidgets.h"
 
+#include "controls/announcing.h"
 #include "controls/binding.h"
 #include "controls/gridview.h"
 #include "controls/keyedbutton.h"
@@ -7,11 +8,13 @@
 #include "controls/pictures.h"
 
 #include <QApplication>
+#include <QComboBox>
 #include <QDir>
 #include <QDropEvent>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QLabel>
+#include <QLineEdit>
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
@@ -38,7 +41,8 @@ QPushButton *commandButton(QWidget *window, const QString &name, const QString &
                            const QString &pictureName, const QString &keys)
 {
     auto *button = new KeyedButton(caption, keys);
-    button->setIcon(picture(pictureName));
+    if (!pictureName.isEmpty())
+        button->setIcon(picture(pictureName));
     button->setObjectName(name);
     button->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
     button->setAutoDefault(true); // Enter presses it
@@ -48,12 +52,13 @@ QPushButton *commandButton(QWidget *window, const QString &name, const QString &
     return button;
 }
 
-QLabel *valueLabel(const QString &name, TextField &field)
+QLabel *valueLabel(const QString &name, const QString &caption, TextField &field, Changes changes)
 {
     auto *label = new QLabel;
     label->setObjectName(name);
     label->setTextInteractionFlags(Qt::TextSelectableByMouse);
     bind(label, field);
+    nameValue(label, caption, field, changes == Changes::Seldom);
     return label;
 }
 
@@ -61,7 +66,10 @@ QLabel *labelFor(QWidget *buddy, const QString &text)
 {
     auto *label = new QLabel(text);
     label->setBuddy(buddy);
-    buddy->setAccessibleName(text);
+    if (buddy->accessibleName().isEmpty())
+        buddy->setAccessibleName(text);
+    if (auto *box = qobject_cast<QComboBox *>(buddy); box && box->isEditable())
+        box->lineEdit()->setAccessibleName(text);
     return label;
 }
 
@@ -82,16 +90,21 @@ QStatusBar *transferStatusBar(const QString &countCaption, TextField &count, Not
     auto *bar = new QStatusBar;
     bar->setObjectName(u"sb1"_s);
     bar->setSizeGripEnabled(false);
-    bar->addWidget(new QLabel(countCaption));
-    bar->addWidget(valueLabel(u"sb1_2"_s, count));
+    if (!countCaption.isEmpty()) {
+        QLabel *value = valueLabel(u"sb1_2"_s, countCaption, count);
+        bar->addWidget(labelFor(value, countCaption));
+        bar->addWidget(value);
+    }
     auto *source = new QLabel;
     source->setObjectName(u"dosya"_s);
     source->setTextFormat(Qt::PlainText);
     source->setTextInteractionFlags(Qt::TextSelectableByMouse);
     source->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    source->setAccessibleName(u"Dosya:"_s);
     QObject::connect(&notes.source, &TextField::changed, source, [source, &notes] {
         const QString &path = notes.source.text();
         source->setText(u"Dosya: %1"_s.arg(QFileInfo(path).fileName()));
+        source->setAccessibleName(source->text());
         source->setToolTip(QDir::toNativeSeparators(path).toHtmlEscaped());
     });
     bar->addWidget(source, 1);

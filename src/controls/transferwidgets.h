@@ -35,10 +35,13 @@ TitleStrip *titleStrip(const QString &title);
 QPushButton *commandButton(QWidget *window, const QString &name, const QString &caption,
                            const QString &pictureName, const QString &keys);
 
-/// Shows a text that can be selected and copied.
-QLabel *valueLabel(const QString &name, TextField &field);
+/// Shows a text that can be selected and copied. Those who do not see it read it with the caption,
+/// and are told when it changes, unless that is `often`.
+enum class Changes { Seldom, Often };
+QLabel *valueLabel(const QString &name, const QString &caption, TextField &field,
+                   Changes changes = Changes::Seldom);
 
-/// The label of a control, which it names for those who do not see it.
+/// The label of a control, which it names for those who do not see it, if nothing else has.
 QLabel *labelFor(QWidget *buddy, const QString &text);
 
 /// The frame `f2` around a list without a caption.

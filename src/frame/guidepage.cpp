@@ -19,9 +19,8 @@ namespace {
 
 constexpr int widestColumn = 820;
 constexpr int leastMargin = 18;
-constexpr int lineHeight = 125; // of a hundred
-constexpr std::array<double, 4> headingSizes{1, 1.8, 1.45, 1.15};
-constexpr std::array<int, 4> roomAbove{0, 6, 30, 20};
+constexpr int lineHeight = 125;                       // of a hundred
+constexpr std::array<int, 4> roomAbove{0, 6, 30, 20}; // a heading of the level
 
 // Lets many changes be laid out once.
 class Together
@@ -112,6 +111,12 @@ void GuidePage::goTo(const QString &anchor)
     scrollToAnchor(anchor);
 }
 
+void GuidePage::showCursorAmidst()
+{
+    QScrollBar *bar = verticalScrollBar();
+    bar->setValue(bar->value() + cursorRect().center().y() - viewport()->height() / 3);
+}
+
 void GuidePage::visit(qsizetype number)
 {
     if (number < 0 || number >= m_visits.size())
@@ -148,7 +153,8 @@ void GuidePage::dress(QTextDocument *document)
     for (QTextBlock block = document->begin(); block.isValid(); block = block.next()) {
         QTextCursor at(block);
         QTextBlockFormat form;
-        form.setLineHeight(lineHeight, QTextBlockFormat::ProportionalHeight);
+        if (!block.text().contains(QChar::ObjectReplacementCharacter)) // of a picture
+            form.setLineHeight(lineHeight, QTextBlockFormat::ProportionalHeight);
         const bool isInTable = at.currentTable();
         const QTextBlockFormat now = block.blockFormat();
         if (!isInTable)
@@ -173,9 +179,6 @@ void GuidePage::dressHeading(const QTextBlock &block, int level)
     QTextCharFormat form;
     form.setAnchor(true);
     form.setAnchorNames({anchor});
-    form.setProperty(QTextFormat::FontSizeAdjustment, 0);
-    const auto size = static_cast<std::size_t>(qMin(level, 3));
-    form.setFontPointSize(block.document()->defaultFont().pointSizeF() * headingSizes[size]);
     form.setForeground(level < 3 ? palette().link() : palette().text());
     QTextCursor whole(block);
     whole.movePosition(QTextCursor::EndOfBlock, QTextCursor::KeepAnchor);
@@ -197,6 +200,7 @@ void GuidePage::dressTables(const QTextDocument *document)
         form.setCellPadding(5);
         form.setTopMargin(4);
         form.setBottomMargin(14);
+        form.setRightMargin(2); // for its border
         table->setFormat(form);
         for (int column = 0; column < table->columns(); ++column) {
             QTextTableCell cell = table->cellAt(0, column);
@@ -216,8 +220,9 @@ void GuidePage::findPictures(const QTextDocument *document, const QString &path)
             const QTextFragment fragment = part.fragment();
             const QTextImageFormat image = fragment.charFormat().toImageFormat();
             if (image.isValid())
-                m_pictures << Picture{fragment.position(), image.name(),
-                                      QImage(folder.filePath(image.name()))};
+                m_pictures << Picture{
+                    fragment.position(), image.name(),
+                    QImage(folder.filePath(image.name())).convertToFormat(QImage::Format_RGB32)};
         }
     }
 }

@@ -33,6 +33,8 @@ public:
     /// The names of the pictures, as the file spells them.
     QStringList pictures() const;
     void goTo(const QString &anchor);
+    /// Scrolls what was found to where its surroundings are seen too.
+    void showCursorAmidst();
     /// The anchor that was gone to last.
     QString section() const { return m_visits.value(m_visit).anchor; }
 

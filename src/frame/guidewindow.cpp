@@ -26,6 +26,7 @@ namespace {
 constexpr QSize wishedSize(1120, 780);
 constexpr QSize roomForItsFrame(16, 40);
 constexpr int contentsWidth = 270;
+constexpr int leastPageWidth = 420;
 constexpr QStringView placeKey = u"kilavuz/place";
 constexpr QStringView panesKey = u"kilavuz/panes";
 constexpr int anchorRole = Qt::UserRole;
@@ -57,10 +58,12 @@ GuideWindow::GuideWindow()
     setWindowIcon(picture(u"kervan"_s));
     m_page->setObjectName(u"kilavuzmetni"_s);
     m_page->setAccessibleName(u"Kılavuz"_s);
+    m_page->setMinimumWidth(leastPageWidth);
     m_contents->setObjectName(u"icindekiler"_s);
     m_contents->setAccessibleName(u"İçindekiler"_s);
     m_contents->setFrameShape(QFrame::NoFrame);
     m_contents->setHeaderHidden(true);
+    m_contents->setStyleSheet(u"QTreeView::item { padding: 3px 0; }"_s);
     m_contents->setTextElideMode(Qt::ElideRight);
     m_panes->addWidget(m_contents);
     m_panes->addWidget(m_page);
@@ -80,6 +83,7 @@ GuideWindow::GuideWindow()
     connect(m_contents, &QTreeWidget::itemClicked, this,
             [this](QTreeWidgetItem *item) { m_page->goTo(item->data(0, anchorRole).toString()); });
     connect(m_page, &GuidePage::sectionChanged, this, &GuideWindow::markSection);
+    connect(this, &GuideWindow::blocked, this, &GuideWindow::standWithDialog, Qt::QueuedConnection);
     connect(new QShortcut(Qt::Key_Escape, this), &QShortcut::activated, this, &QWidget::close);
 
     resize(wishedSize.boundedTo(screen()->availableSize() - roomForItsFrame));
@@ -180,13 +184,15 @@ void GuideWindow::search(bool backward)
         backward ? QTextDocument::FindBackward : QTextDocument::FindFlags();
     const QTextCursor before = m_page->textCursor();
     m_told->clear();
-    if (m_page->find(wanted, way))
-        return;
-    m_page->moveCursor(backward ? QTextCursor::End : QTextCursor::Start);
-    if (m_page->find(wanted, way))
-        return m_told->setText(backward ? u"Sondan başlandı"_s : u"Baştan başlandı"_s);
-    m_page->setTextCursor(before);
-    m_told->setText(u"Bulunamadı"_s);
+    if (!m_page->find(wanted, way)) {
+        m_page->moveCursor(backward ? QTextCursor::End : QTextCursor::Start);
+        if (!m_page->find(wanted, way)) {
+            m_page->setTextCursor(before);
+            return m_told->setText(u"Bulunamadı"_s);
+        }
+        m_told->setText(backward ? u"Sondan başlandı"_s : u"Baştan başlandı"_s);
+    }
+    m_page->showCursorAmidst();
 }
 
 void GuideWindow::showSection(const QString &anchor)
@@ -212,7 +218,7 @@ void GuideWindow::standWithDialog()
 bool GuideWindow::event(QEvent *event)
 {
     if (event->type() == QEvent::WindowBlocked) // the dialog is not there yet
-        QMetaObject::invokeMethod(this, &GuideWindow::standWithDialog, Qt::QueuedConnection);
+        Q_EMIT blocked();
     return QWidget::event(event);
 }
 

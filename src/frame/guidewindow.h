@@ -27,6 +27,9 @@ public:
     /// Comes forward with the section of this anchor; without one, as it was left.
     void showSection(const QString &anchor);
 
+Q_SIGNALS:
+    void blocked();
+
 protected:
     bool event(QEvent *event) override;
     void closeEvent(QCloseEvent *event) override;

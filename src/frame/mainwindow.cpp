@@ -1,6 +1,7 @@
 #include "frame/mainwindow.h"
 
 #include "base/failure.h"
+#include "controls/announcing.h"
 #include "controls/bigbutton.h"
 #include "controls/pictures.h"
 #include "controls/remembered.h"
@@ -182,6 +183,12 @@ void MainWindow::addMenu(const QString &name, const QString &caption, const QStr
     });
 }
 
+void MainWindow::tell(const QString &text)
+{
+    if (!text.isEmpty())
+        statusBar()->showMessage(text);
+}
+
 void MainWindow::open(QStringView screen)
 {
     if (const Screen *found = screenOf(screen))
@@ -292,6 +299,8 @@ void MainWindow::showBusy()
         else
             QApplication::restoreOverrideCursor();
     }
+    announce(this, text.isEmpty() ? m_busyWith + u" bitti"_s : text);
+    m_busyWith = text;
     if (!m_busyBar)
         m_busyBar = frontStatusBar();
     if (!m_busyBar)
@@ -324,7 +333,7 @@ void MainWindow::hintAtGuide()
 QString MainWindow::guideOf(const QWidget *part) const
 {
     for (; part && part != this; part = part->parentWidget()) {
-        if (const QString page = part->property(guideProperty).toString(); !page.isEmpty())
+        if (QString page = part->property(guideProperty).toString(); !page.isEmpty())
             return page;
     }
     const QMdiSubWindow *front = m_area->currentSubWindow();

@@ -38,6 +38,9 @@ public:
     void open(QStringView screen);
     void open(const Screen &screen);
 
+    /// Tells it in a line below the screens; an empty text leaves the line away.
+    void tell(const QString &text);
+
     Program &program() { return m_program; }
     /// The menu `seminmenu` of the operations on an invoice list.
     QMenu *listMenu() const { return m_seminmenu; }
@@ -110,6 +113,7 @@ private:
     Resim *m_resim;
     std::unique_ptr<GuideWindow> m_guide; // once it was asked for
     bool m_isBusy = false;
+    QString m_busyWith;
     QPointer<QStatusBar> m_busyBar; // tells what is being done
     QString m_frontWord;            // of the screen in front
     QHash<QStringView, QPointer<QMdiSubWindow>> m_transfers;

@@ -31,6 +31,7 @@ QImage shown(const QString &name, const QSize &size, qreal ratio, const QPoint &
     image.fill(Qt::transparent);
     image.setDevicePixelRatio(ratio);
     QPainter painter(&image);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
     picture(name).paint(&painter, {at, size});
     painter.end();
     image.setDevicePixelRatio(1);
@@ -93,9 +94,16 @@ private Q_SLOTS:
 
     void aPictureLiesOnWholePixelsAndIsNeverBlownUp()
     {
-        // Its corner would be at 4.5, half way into a pixel.
-        QCOMPARE(shown(u"cari"_s, {48, 48}, 1.5, {3, 3}).copy(5, 5, 70, 70),
-                 png(u"cari/light/72.png"_s).copy(0, 0, 70, 70));
+        for (const qreal ratio : {1.25, 1.5, 1.75}) {
+            const QImage whole = png(u"stok/light/%1.png"_s.arg(48 * ratio));
+            const QRect inside(0, 0, whole.width() - 1, whole.height() - 1);
+            for (int at = 1; at <= 4; ++at) { // corners as at 1.25 or 4.5, within a pixel
+                const int corner = qRound(at * ratio);
+                QCOMPARE(shown(u"stok"_s, {48, 48}, ratio, {at, at})
+                             .copy(inside.translated(corner, corner)),
+                         whole.copy(inside));
+            }
+        }
         const QSize between(18, 18);
         QCOMPARE(shown(u"save"_s, between, 1),
                  png(u"save/light/20.png"_s)

@@ -118,6 +118,7 @@ private Q_SLOTS:
         test.fill({u"insert into per values (Null ,'A','B')"_s});
         DefinitionWindow window(test.program, *definitionOf(u"per"_s));
         window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
         auto *view = window.findChild<QTableView *>(u"l1"_s);
         view->clearSelection();
         for (const QString &rests : {u"chameleonButton2"_s, u"chameleonButton3"_s})

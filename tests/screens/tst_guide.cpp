@@ -10,12 +10,14 @@
 #include <QDialog>
 #include <QFileInfo>
 #include <QLabel>
+#include <QMenu>
 #include <QMessageBox>
 #include <QRegularExpression>
 #include <QScrollBar>
 #include <QStatusBar>
 #include <QTextBlock>
 #include <QTreeWidget>
+#include <QWindow>
 
 using namespace kervan;
 
@@ -192,12 +194,32 @@ private Q_SLOTS:
         QVERIFY(box.isVisible());
     }
 
+    void theGuideStaysOfUseBesideADialogThatOpensBehindIt()
+    {
+        Frame frame;
+        pressF1();
+        frame.window.open(u"ayr"_s);
+        const auto *dialog = frame.window.findChild<QDialog *>(u"ayr"_s);
+        QTRY_COMPARE(guideWindow()->windowHandle()->transientParent(), dialog->windowHandle());
+        QVERIFY(guideWindow()->isVisible());
+    }
+
     void theButtonOfTheMenuBarOpensItToo()
     {
         Frame frame;
         frame.window.open(u"cafis3"_s);
         press(frame.window, u"kilavuzac"_s);
         QCOMPARE(shownSection(), u"pos-analizi"_s);
+    }
+
+    void f1OverAnOpenMenuLeavesTheMenu()
+    {
+        Frame frame;
+        auto *menu = frame.window.findChild<QMenu *>(u"ay"_s);
+        menu->popup({});
+        QTest::keyClick(menu, Qt::Key_F1);
+        QCOMPARE(shownSection(), u"bir-sabahın-akışı"_s);
+        QVERIFY(!menu->isVisible());
     }
 
     void theGuideIsReadByContentsLinksSearchAndBack()
@@ -243,7 +265,7 @@ private Q_SLOTS:
         for (const int width : {1600, 700}) {
             guide->resize(width, 700);
             QTest::qWait(200);
-            QCOMPARE(page->horizontalScrollBar()->maximum(), 0);
+            QTRY_COMPARE(page->horizontalScrollBar()->maximum(), 0);
             const QTextFrameFormat margins = page->document()->rootFrame()->frameFormat();
             const double column =
                 page->viewport()->width() - margins.leftMargin() - margins.rightMargin();

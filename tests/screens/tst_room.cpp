@@ -349,6 +349,35 @@ private Q_SLOTS:
         QCOMPARE(application()->styleSheet().indexOf(u"#2f6f7e"), -1);
         applyTheme(*application(), false);
     }
+
+    void aDesktopForThoseWhoSeeBadlyIsObeyedWhileItChangesToo()
+    {
+        auto *application = static_cast<QApplication *>(QCoreApplication::instance());
+        const auto desktop = [](QRgb ground, QRgb base, QRgb text) {
+            QPalette palette;
+            palette.setColor(QPalette::Window, ground);
+            palette.setColor(QPalette::Button, ground);
+            palette.setColor(QPalette::Base, base);
+            palette.setColor(QPalette::WindowText, text);
+            palette.setColor(QPalette::HighlightedText, Qt::black);
+            return palette;
+        };
+        QVERIFY(isHighContrast(desktop(0x202020, 0x202020, 0xffffff))); // one ground
+        QVERIFY(isHighContrast(desktop(0x002b36, 0x073642, 0x93a1a1))); // a tinted one
+        QVERIFY(isHighContrast(desktop(0x101418, 0x000000, 0xffff00))); // tinted letters
+        QVERIFY(!isHighContrast(desktop(0xf0f0f0, 0xffffff, 0x000000)));
+        QVERIFY(!isHighContrast(desktop(0x2a2e32, 0x1b1e20, 0xfcfcfc)));
+        applyTheme(*application); // goes along with the desktop from now on
+        applyTheme(*application, desktop(0x000000, 0x000000, 0xffff00));
+        QCOMPARE(QApplication::palette().color(QPalette::PlaceholderText), QColor(Qt::yellow));
+        QVERIFY(application->styleSheet().contains(u"tickdark.svg")); // on a bright ground
+        QWidget window;
+        QEvent change(QEvent::ThemeChange);
+        QCoreApplication::sendEvent(&window, &change);
+        QTRY_VERIFY(QApplication::palette().color(QPalette::WindowText) != QColor(Qt::yellow));
+        QVERIFY(application->styleSheet().contains(u"tick.svg"));
+        applyTheme(*application, false);
+    }
 };
 
 QTEST_MAIN(RoomTest)

@@ -353,7 +353,10 @@ private Q_SLOTS:
         QTimer::singleShot(50, this, [&] {
             auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
             auto *name = dialog->findChild<QLineEdit *>(u"fileNameEdit"_s);
+            if (!QTest::qWaitForWindowActive(dialog)) // it goes by what has the focus
+                seen << u"the dialog is not active"_s;
             seen << QDir(dialog->directory()).canonicalPath() << name->text();
+            QVERIFY(QTest::qWaitForWindowActive(dialog)); // a name without the focus is passed over
             name->setFocus();
             for (const QString &typed : {u"var.xml"_s, u"var"_s, u"yeni"_s}) {
                 name->setText(typed);

@@ -73,8 +73,8 @@ QStatusBar *CrWindow::statusBar()
 {
     auto *bar =
         transferStatusBar(u"Cari Kart Sayısı:"_s, m_cr.kartSayisi, m_cr.bilgi, m_cr.ilerleme);
-    bar->addPermanentWidget(valueLabel(u"sb1_3"_s, m_date));
-    bar->addPermanentWidget(valueLabel(u"sb1_4"_s, m_time));
+    bar->addPermanentWidget(valueLabel(u"sb1_3"_s, u"Tarih:"_s, m_date, Changes::Often));
+    bar->addPermanentWidget(valueLabel(u"sb1_4"_s, u"Saat:"_s, m_time, Changes::Often));
     auto *timer = new QTimer(this);
     connect(timer, &QTimer::timeout, this, &CrWindow::showTime);
     timer->start(1000);

@@ -1,5 +1,6 @@
 #include "cards/screens/stwindow.h"
 
+#include "controls/announcing.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
@@ -41,9 +42,8 @@ QWidget *StWindow::commands()
     auto *open = commandButton(this, u"chameleonButton5"_s, u"Manual Aç"_s, u"open"_s, u"Ctrl+O"_s);
     connect(open, &QAbstractButton::clicked, this,
             [this] { readIntoList(this, [this] { m_st.manualac(); }); });
-    auto *automatic = new QPushButton(u"Otomatik Aç"_s);
-    automatic->setObjectName(u"chameleonButton2"_s);
-    automatic->setToolTip(u"Bu düğmenin bir işlevi yoktur"_s);
+    auto *automatic = commandButton(this, u"chameleonButton2"_s, u"Otomatik Aç"_s, {}, u"F5"_s);
+    automatic->setToolTip(u"Bu düğmenin bir işlevi yoktur (F5)"_s);
     auto *save = commandButton(this, u"chameleonButton1"_s, u"Logo Xml Manual Kaydet"_s, u"save"_s,
                                u"Ctrl+S"_s);
     connect(save, &QAbstractButton::clicked, this, [this] { m_st.manualkaydet(); });
@@ -84,6 +84,8 @@ QWidget *StWindow::choices()
     count->setMaximumWidth(90);
     count->setAlignment(Qt::AlignRight);
     bind(count, m_st.kayitSayisi);
+    connect(&m_st.kayitSayisi, &TextField::changed, count,
+            [count] { announce(count, u"Kayıt Sayısı: %1"_s.arg(count->text())); });
     row->addPair(labelFor(count, u"Kayıt Sayısı:"_s), count);
     return bar;
 }

@@ -1,5 +1,6 @@
 #include "invoices/screens/fatwindow.h"
 
+#include "controls/announcing.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
@@ -101,7 +102,8 @@ QWidget *FatWindow::choices()
     panel->add(chosen(kindBox(m_fat.faturaTuru), &Fat::yenidenoku));
     addField(panel, u"Ödeme Plan Kodu:"_s,
              chosen(choiceBox(u"c5"_s, m_fat.odemePlani), &Fat::odemeplanisec));
-    auto *plan = valueLabel(u"odmplnkod"_s, m_fat.odemePlaniKodu);
+    auto *plan =
+        valueLabel(u"odmplnkod"_s, u"Belgeye yazılan ödeme planı:"_s, m_fat.odemePlaniKodu);
     plan->setToolTip(u"Belgeye yazılan ödeme planı"_s);
     panel->add(plan);
     addField(panel, u"Fatura Özel Kodu:"_s, choiceBox(u"c4"_s, tanimlar.ozelKod));
@@ -109,7 +111,7 @@ QWidget *FatWindow::choices()
     auto *row = new QHBoxLayout(last);
     row->setContentsMargins(0, 0, 0, 0);
     row->addWidget(chosen(staffBox(tanimlar.personel), &Fat::yenidenoku), 1);
-    auto *rate = valueLabel(u"kdyaz"_s, tanimlar.genelKdv);
+    auto *rate = valueLabel(u"kdyaz"_s, u"Gen.Kdv:"_s, tanimlar.genelKdv);
     row->addWidget(labelFor(rate, u"Gen.Kdv:"_s));
     row->addWidget(rate);
     panel->add(last);
@@ -125,7 +127,10 @@ QWidget *FatWindow::filters()
     row->addSpacing(16);
     auto *search = new QLineEdit;
     search->setObjectName(u"crara"_s);
-    search->addAction(picture(u"search"_s), QLineEdit::LeadingPosition);
+    auto *start = search->addAction(picture(u"search"_s), QLineEdit::LeadingPosition);
+    start->setText(u"Ara"_s);
+    start->setToolTip(u"Ara (Enter)"_s);
+    connect(start, &QAction::triggered, search, &QLineEdit::returnPressed);
     search->setPlaceholderText(u"Enter ile ara"_s);
     search->setMaximumWidth(260);
     bind(search, list.arananUnvan);
@@ -135,12 +140,12 @@ QWidget *FatWindow::filters()
         auto *bar = findChild<QStatusBar *>(u"sb1"_s);
         bar->clearMessage();
         if (!found.isEmpty())
-            m_l1->enter(found.first());
-        else
-            bar->showMessage(
-                u"\"%1\" geçen bir unvan bulunamadı. Büyük ve küçük harf ayrı sayılır."_s.arg(
-                    m_fat.liste.arananUnvan.text()),
-                readingTime);
+            return m_l1->enter(found.first());
+        const QString none =
+            u"\"%1\" geçen bir unvan bulunamadı. Büyük ve küçük harf ayrı sayılır."_s.arg(
+                m_fat.liste.arananUnvan.text());
+        bar->showMessage(none, readingTime);
+        announce(bar, none);
     });
     row->addPair(labelFor(search, u"Cari Unvanı:"_s), search);
     row->addStretch();

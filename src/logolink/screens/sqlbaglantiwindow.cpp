@@ -1,7 +1,8 @@
 #include "logolink/screens/sqlbaglantiwindow.h"
 
 #include "controls/binding.h"
-#include "controls/pictures.h"
+#include "controls/keyedbutton.h"
+#include "controls/linklabel.h"
 #include "controls/transferwidgets.h"
 
 #include <QCheckBox>
@@ -31,26 +32,12 @@ QLineEdit *lineEdit(const QString &name, TextField &field)
     return edit;
 }
 
-// Enter presses the button that has the focus; in a field it tests the connection.
-QPushButton *button(QDialog *dialog, const QString &name, const QString &caption,
-                    const QString &keys, const QString &pictureName = {})
-{
-    auto *made = new QPushButton(caption);
-    made->setObjectName(name);
-    made->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
-    if (!pictureName.isEmpty())
-        made->setIcon(picture(pictureName));
-    QObject::connect(new QShortcut(QKeySequence(keys), dialog), &QShortcut::activated, made,
-                     &QAbstractButton::click);
-    return made;
-}
-
 } // namespace
 
 SqlbaglantiWindow::SqlbaglantiWindow(Program &program, const Grid *cards, Way way, QWidget *parent)
     : QDialog(parent)
     , m_sqlbaglanti(program, cards)
-    , m_toUpdate(button(this, u"guncellemeyegec"_s, u"Cari Güncelleme »"_s, u"Ctrl+U"_s))
+    , m_toUpdate(dialogButton(u"guncellemeyegec"_s, u"Cari Güncelleme »"_s, u"Ctrl+U"_s))
 {
     setObjectName(u"sqlbaglanti"_s);
     setWindowTitle(u"Sql Server Bağlantı"_s);
@@ -105,7 +92,7 @@ QWidget *SqlbaglantiWindow::settings()
     bind(firm, m_sqlbaglanti.firma);
     add(u"Firma"_s, firm);
 
-    auto *note = valueLabel(u"bilgi"_s, m_sqlbaglanti.bilgi);
+    auto *note = valueLabel(u"bilgi"_s, u"Durum:"_s, m_sqlbaglanti.bilgi);
     note->setWordWrap(true);
     m_busyNote = new QLabel(u" "_s);
     m_busyNote->setObjectName(u"mesgul"_s);
@@ -124,9 +111,10 @@ QWidget *SqlbaglantiWindow::settingsButtons()
     auto *row = new QWidget;
     auto *buttons = new QHBoxLayout(row);
     buttons->setContentsMargins(0, 0, 0, 0);
-    auto *test = button(this, u"chameleonButton1"_s, u"SQL Bağlantı Test"_s, u"Ctrl+T"_s);
-    auto *firms = button(this, u"chameleonButton4"_s, u"Firma Yükle"_s, u"Ctrl+L"_s, u"reread"_s);
-    auto *save = button(this, u"chameleonButton7"_s, u"Kaydet"_s, u"Ctrl+S"_s, u"save"_s);
+    auto *test = dialogButton(u"chameleonButton1"_s, u"SQL Bağlantı Test"_s, u"Ctrl+T"_s);
+    auto *firms = dialogButton(u"chameleonButton4"_s, u"Firma Yükle"_s, u"Ctrl+L"_s, u"reread"_s);
+    auto *save = dialogButton(u"chameleonButton7"_s, u"Kaydet"_s, u"Ctrl+S"_s, u"save"_s);
+    // Enter presses the button that has the focus; in a field it tests the connection.
     test->setDefault(true); // "Kaydet" would close the window before a firm is chosen
     connect(test, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.sqltest(); });
     connect(firms, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.firmayuklesec(); });
@@ -147,19 +135,15 @@ QWidget *SqlbaglantiWindow::update()
 {
     auto *panel = new QGroupBox(u"Cari Güncelleme"_s);
     panel->setObjectName(u"fr1"_s);
-    auto *link = new QLabel;
-    link->setObjectName(u"Label6"_s);
-    link->setAlignment(Qt::AlignCenter);
-    link->setMargin(6);
-    connect(&m_sqlbaglanti.durum, &TextField::changed, link, [this, link] { showLink(link); });
-    showLink(link);
+    auto *link = new LinkLabel(u"Label6"_s, m_sqlbaglanti.durum, LinkLabel::Look::Banner);
     auto *progress = new QProgressBar;
     progress->setObjectName(u"p1"_s);
+    progress->setAccessibleName(u"İlerleme"_s);
     QSizePolicy keepsItsPlace = progress->sizePolicy();
     keepsItsPlace.setRetainSizeWhenHidden(true);
     progress->setSizePolicy(keepsItsPlace);
 
-    auto *start = button(this, u"chameleonButton2"_s, u"Güncellemeyi Başlat"_s, u"Ctrl+Shift+G"_s);
+    auto *start = dialogButton(u"chameleonButton2"_s, u"Güncellemeyi Başlat"_s, u"Ctrl+Shift+G"_s);
     start->setEnabled(false);
     connect(&m_sqlbaglanti.baslanabilir, &CheckField::changed, start, [this, start] {
         const bool can = m_sqlbaglanti.baslanabilir.isChecked();
@@ -168,10 +152,9 @@ QWidget *SqlbaglantiWindow::update()
         start->style()->polish(start);
     });
     connect(start, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.guncellemebaslat(); });
-    auto *settings = button(this, u"chameleonButton3"_s, u"SQL Ayarları"_s, u"Ctrl+Y"_s);
+    auto *settings = dialogButton(u"chameleonButton3"_s, u"SQL Ayarları"_s, u"Ctrl+Y"_s);
     connect(settings, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.sqlayarlari(); });
-    auto *close = button(this, u"chameleonButton8"_s, u"Kapat"_s, u"Ctrl+W"_s, u"close"_s);
-    close->setToolTip(u"Kapat (Esc)"_s);
+    auto *close = dialogButton(u"chameleonButton8"_s, u"Kapat"_s, u"Ctrl+W"_s, u"close"_s);
     connect(close, &QAbstractButton::clicked, this, &QDialog::reject);
 
     auto *column = new QVBoxLayout(panel);
@@ -183,16 +166,6 @@ QWidget *SqlbaglantiWindow::update()
     }
     bind(progress, m_sqlbaglanti.ilerleme);
     return panel;
-}
-
-// A green and a red as bright as these need a dark ground to be read on.
-void SqlbaglantiWindow::showLink(QLabel *label)
-{
-    const bool open = m_sqlbaglanti.durum.text() == u"SQL Bağlantı Var";
-    label->setText(m_sqlbaglanti.durum.text());
-    label->setStyleSheet(
-        u"background: #202428; border-radius: 4px; font-weight: bold; color: %1"_s.arg(
-            open ? u"#00ff00"_s : u"#ff0000"_s));
 }
 
 void SqlbaglantiWindow::showPanels()

@@ -32,7 +32,6 @@ private:
     QWidget *settingsButtons();
     QWidget *update();
     void showPanels();
-    void showLink(QLabel *label);
 
     Sqlbaglanti m_sqlbaglanti;
     QWidget *m_guncelleme;

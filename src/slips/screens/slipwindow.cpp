@@ -113,7 +113,7 @@ QWidget *SlipWindow::settings()
     row->addSpacing(16);
     edit(u"bankahesapno1"_s, u"Banka Hesap Kodu:"_s, m_screen.bankaHesapKodu);
     row->addSpacing(16);
-    auto *cash = valueLabel(u"kskod"_s, m_screen.kasaKodu);
+    auto *cash = valueLabel(u"kskod"_s, u"Kasa Kodu:"_s, m_screen.kasaKodu);
     row->addPair(labelFor(cash, u"Kasa Kodu:"_s), cash);
     return panel;
 }
@@ -155,6 +155,7 @@ QGroupBox *SlipWindow::listFrame(const QString &name, const QString &caption,
     frame->setObjectName(name);
     auto *box = new QCheckBox(u"Tümünü Seç"_s);
     box->setObjectName(checkName);
+    box->setAccessibleName(u"%1: %2"_s.arg(box->text(), caption)); // there may be two of them
     bind(box, check);
     connect(box, &QCheckBox::toggled, this, [this, tickAll] { (m_screen.*tickAll)(); });
     auto *column = new QVBoxLayout(frame);

@@ -49,9 +49,9 @@ QWidget *SayimWindow::commands()
     auto *save =
         commandButton(this, u"chameleonButton1"_s, u"Logo Xml Kaydet"_s, u"save"_s, u"Ctrl+S"_s);
     connect(save, &QAbstractButton::clicked, this, [this] { m_sayimform.xmlkaydet(); });
-    auto *updating = new QPushButton(u"Logo Güncelleme için Xml  Kaydet"_s);
-    updating->setObjectName(u"chameleonButton2"_s);
-    updating->setToolTip(u"Bu düğmenin bir işlevi yoktur"_s);
+    auto *updating = commandButton(this, u"chameleonButton2"_s,
+                                   u"Logo Güncelleme için Xml  Kaydet"_s, {}, u"Ctrl+Shift+S"_s);
+    updating->setToolTip(u"Bu düğmenin bir işlevi yoktur (Ctrl+Shift+S)"_s);
     row->addWidget(open);
     row->addSpacing(12);
     row->addPair(labelFor(number, u"Fisno"_s), number);

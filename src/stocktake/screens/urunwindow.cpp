@@ -1,7 +1,8 @@
 #include "stocktake/screens/urunwindow.h"
 
-#include "controls/gridview.h"
-#include "controls/pictures.h"
+#include "controls/announcing.h"
+#include "controls/griddelegate.h"
+#include "controls/keyedbutton.h"
 
 #include <QClipboard>
 #include <QGuiApplication>
@@ -13,8 +14,6 @@
 #include <QPushButton>
 #include <QRegularExpression>
 #include <QScreen>
-#include <QShortcut>
-#include <QStyledItemDelegate>
 #include <QTimer>
 #include <QVBoxLayout>
 #include <QValidator>
@@ -50,18 +49,19 @@ private:
     PriceView *m_view;
 };
 
-class PriceDelegate : public QStyledItemDelegate
+class PriceDelegate : public GridDelegate
 {
 public:
     explicit PriceDelegate(PriceView *view)
-        : QStyledItemDelegate(view)
+        : GridDelegate(view)
         , m_view(view)
     {
     }
     QWidget *createEditor(QWidget *parent, const QStyleOptionViewItem &,
-                          const QModelIndex &) const override
+                          const QModelIndex &index) const override
     {
         auto *edit = new QLineEdit(parent);
+        edit->setAccessibleName(headingOf(index));
         edit->setFrame(false);
         edit->setAlignment(Qt::AlignRight);
         edit->setValidator(new PriceValidator(m_view, edit));
@@ -108,17 +108,12 @@ UrunWindow::UrunWindow(Program &program, QWidget *parent)
     setWindowTitle(u"Ürünler"_s);
     PriceView *view = makeView();
     m_note->setObjectName(u"bilgi"_s);
-    auto *save = new QPushButton(picture(u"save"_s), u"Kaydet"_s);
-    save->setObjectName(u"chameleonButton7"_s);
-    save->setToolTip(u"Kaydet (Ctrl+S)"_s);
-    auto *close = new QPushButton(picture(u"close"_s), u"Kapat"_s);
-    close->setObjectName(u"chameleonButton8"_s);
+    auto *save = dialogButton(u"chameleonButton7"_s, u"Kaydet"_s, u"Ctrl+S"_s, u"save"_s);
+    auto *close = dialogButton(u"chameleonButton8"_s, u"Kapat"_s, u"Ctrl+W"_s, u"close"_s);
     for (QPushButton *button : {save, close})
         button->setAutoDefault(false);
     connect(save, &QAbstractButton::clicked, this, &UrunWindow::save);
     connect(close, &QAbstractButton::clicked, this, &QDialog::reject);
-    connect(new QShortcut(QKeySequence(u"Ctrl+S"_s), this), &QShortcut::activated, this,
-            &UrunWindow::save);
 
     auto *column = new QVBoxLayout(this);
     column->addWidget(view, 1);
@@ -132,7 +127,7 @@ UrunWindow::UrunWindow(Program &program, QWidget *parent)
     view->setCurrentIndex(m_urunform.l1.index(0, Urunform::Kod));
     connect(&m_urunform.l1, &Grid::dataChanged, this, [this] {
         m_changed = true;
-        m_note->clear();
+        tell({});
     });
 }
 
@@ -147,15 +142,15 @@ PriceView *UrunWindow::makeView()
     view->setTabKeyNavigation(true);
     view->setColumnHidden(Urunform::Sira, true);
     view->verticalHeader()->show();
+    view->findChild<QAbstractButton *>()->setAccessibleName(u"Tümünü Seç"_s); // in the corner
     view->horizontalHeader()->setSectionResizeMode(Urunform::Ack, QHeaderView::Stretch);
     for (const int column : {Urunform::Fiyat, Urunform::Bfiyat})
         view->setItemDelegateForColumn(column, new PriceDelegate(view));
     view->installEventFilter(this);
     connect(view, &PriceView::refused, m_note, [this](const QString &text) {
-        m_note->setText(
-            u"\"%1\" açık bir fiyat değil: 1.234,50, 1234 ya da 12,5 gibi yazın."_s.arg(text));
+        tell(u"\"%1\" açık bir fiyat değil: 1.234,50, 1234 ya da 12,5 gibi yazın."_s.arg(text));
     });
-    connect(view, &PriceView::left, m_note, &QLabel::clear);
+    connect(view, &PriceView::left, m_note, [this] { tell({}); });
     return view;
 }
 
@@ -163,9 +158,15 @@ PriceView *UrunWindow::makeView()
 void UrunWindow::keyPressEvent(QKeyEvent *event)
 {
     if (event->key() == Qt::Key_Escape && m_changed)
-        m_note->setText(u"Kaydedilmemiş değişiklik var: \"Kaydet\" (Ctrl+S) ya da \"Kapat\"."_s);
+        tell(u"Kaydedilmemiş değişiklik var: \"Kaydet\" (Ctrl+S) ya da \"Kapat\" (Ctrl+W)."_s);
     else
         QDialog::keyPressEvent(event);
+}
+
+void UrunWindow::tell(const QString &text)
+{
+    m_note->setText(text);
+    announce(m_note, text);
 }
 
 void UrunWindow::save()
@@ -185,8 +186,7 @@ bool UrunWindow::eventFilter(QObject *watched, QEvent *event)
     auto *key = static_cast<QKeyEvent *>(event);
     if (key->matches(QKeySequence::Paste) && at.isValid()) {
         const QString block = QGuiApplication::clipboard()->text();
-        const QString why = m_urunform.yapistir(at.row(), at.column(), block);
-        m_note->setText(why);
+        tell(m_urunform.yapistir(at.row(), at.column(), block));
         return true;
     }
     if (key->key() == Qt::Key_Down)

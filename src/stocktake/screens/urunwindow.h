@@ -48,6 +48,7 @@ protected:
 
 private:
     PriceView *makeView();
+    void tell(const QString &text);
     void save();
 
     Urunform m_urunform;

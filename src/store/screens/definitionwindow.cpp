@@ -3,6 +3,7 @@
 #include "controls/binding.h"
 #include "controls/gridview.h"
 #include "controls/keyedbutton.h"
+#include "controls/transferwidgets.h"
 
 #include <QCheckBox>
 #include <QFormLayout>
@@ -10,9 +11,7 @@
 #include <QHBoxLayout>
 #include <QLabel>
 #include <QLineEdit>
-#include <QPushButton>
 #include <QScreen>
-#include <QShortcut>
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
@@ -54,7 +53,8 @@ DefinitionWindow::DefinitionWindow(Program &program, const Definition &definitio
     column->addLayout(spot, 1);
     auto *closing = new QHBoxLayout;
     closing->addStretch();
-    closing->addWidget(button(u"chameleonButton8"_s, u"Kapat"_s, u""_s, &DefinitionWindow::kapat));
+    closing->addWidget(
+        button(u"chameleonButton8"_s, u"Kapat"_s, u"Ctrl+W"_s, &DefinitionWindow::kapat));
     column->addLayout(closing);
     connect(&m_screen.kayitta, &CheckField::changed, this, &DefinitionWindow::showFrame);
     connect(&m_screen.l1, &QAbstractItemModel::modelReset, this, &DefinitionWindow::chooseRow);
@@ -69,16 +69,9 @@ DefinitionWindow::DefinitionWindow(Program &program, const Definition &definitio
 QPushButton *DefinitionWindow::button(const QString &name, const QString &caption,
                                       const QString &keys, void (DefinitionWindow::*action)())
 {
-    auto *made = new KeyedButton(caption, keys);
-    made->setObjectName(name);
+    auto *made = dialogButton(name, caption, keys);
     made->setAutoDefault(false);
     connect(made, &QAbstractButton::clicked, this, action);
-    if (!keys.isEmpty()) {
-        made->setToolTip(u"%1 (%2)"_s.arg(caption, keys));
-        // A button that is not showing does not answer to its key.
-        auto *shortcut = new QShortcut(QKeySequence(keys), made);
-        connect(shortcut, &QShortcut::activated, made, &QAbstractButton::click);
-    }
     return made;
 }
 
@@ -137,7 +130,7 @@ QGroupBox *DefinitionWindow::recordFrame()
     auto *row = new QHBoxLayout;
     auto *save = button(u"chameleonButton7"_s, u"Kaydet"_s, u"Ctrl+S"_s, &DefinitionWindow::kaydet);
     row->addWidget(save);
-    row->addWidget(button(u"chameleonButton4"_s, u"İptal"_s, u""_s, &DefinitionWindow::iptal));
+    row->addWidget(button(u"chameleonButton4"_s, u"İptal"_s, u"Esc"_s, &DefinitionWindow::iptal));
     row->addStretch();
     column->addLayout(row);
     return frame;
@@ -150,14 +143,13 @@ QWidget *DefinitionWindow::sideValue(const SideValue &value)
     row->setContentsMargins(0, 0, 0, 0);
     auto *edit = new QLineEdit;
     edit->setObjectName(value.name);
-    edit->setAccessibleName(value.label);
     edit->setMaximumWidth(80);
     bind(edit, m_screen.sideValue);
     connect(edit, &QLineEdit::textEdited, this, [this](const QString &text) {
         m_screen.sideValue.setText(text); // the tie follows only behind this signal
         m_screen.sidevaluetyped();
     });
-    row->addWidget(new QLabel(value.label));
+    row->addWidget(labelFor(edit, value.label));
     row->addWidget(edit);
     row->addStretch();
     return panel;
@@ -233,23 +225,7 @@ void DefinitionWindow::iptal()
 void DefinitionWindow::kapat()
 {
     m_how = Closing::ByButton;
-    m_closing = true;
     reject();
-}
-
-// Esc leaves the record first, and the window from the list.
-void DefinitionWindow::reject()
-{
-    if (m_screen.kayitta.isChecked() && !m_closing)
-        iptal();
-    else
-        QDialog::reject();
-}
-
-void DefinitionWindow::closeEvent(QCloseEvent *event)
-{
-    m_closing = true;
-    QDialog::closeEvent(event);
 }
 
 void DefinitionWindow::done(int result)

@@ -29,8 +29,6 @@ Q_SIGNALS:
 
 protected:
     void done(int result) override;
-    void reject() override;
-    void closeEvent(QCloseEvent *event) override;
 
 private:
     QGroupBox *listFrame();
@@ -57,7 +55,6 @@ private:
     QGroupBox *m_listFrame;
     QGroupBox *m_recordFrame;
     Closing m_how = Closing::Otherwise;
-    bool m_closing = false; // by the button or the frame, not by Esc
 };
 
 } // namespace kervan

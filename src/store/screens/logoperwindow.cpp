@@ -1,9 +1,9 @@
 #include "store/screens/logoperwindow.h"
 
 #include "controls/gridview.h"
+#include "controls/keyedbutton.h"
 
 #include <QLabel>
-#include <QPushButton>
 #include <QVBoxLayout>
 
 namespace kervan {
@@ -19,11 +19,12 @@ LogoperWindow::LogoperWindow(QWidget *parent)
     auto *note = new QLabel(u"Logo Fatura Girişi Yapılırken Listedeki Personelin Logo'da Tanımlı "
                             "Olması Gerekiyor."_s);
     note->setWordWrap(true);
-    auto *close = new QPushButton(u"Kapat"_s);
-    close->setObjectName(u"chameleonButton8"_s);
+    auto *close = dialogButton(u"chameleonButton8"_s, u"Kapat"_s, u"Ctrl+W"_s);
     connect(close, &QAbstractButton::clicked, this, &QDialog::reject);
     auto *column = new QVBoxLayout(this);
-    column->addWidget(new GridView(l1, u"l1"_s), 1);
+    auto *view = new GridView(l1, u"l1"_s);
+    view->setAccessibleName(windowTitle());
+    column->addWidget(view, 1);
     column->addWidget(note);
     column->addWidget(close, 0, Qt::AlignRight);
     setFixedSize(520, 420);

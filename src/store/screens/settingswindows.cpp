@@ -1,7 +1,9 @@
 #include "store/screens/settingswindows.h"
 
 #include "controls/binding.h"
+#include "controls/keyedbutton.h"
 #include "controls/pictures.h"
+#include "controls/transferwidgets.h"
 
 #include <QFormLayout>
 #include <QGridLayout>
@@ -33,13 +35,9 @@ QLineEdit *edit(const QString &name, const QString &label, TextField &field)
 template<class Save>
 QPushButton *saveButton(QDialog *dialog, const QString &name, Save save)
 {
-    auto *button = new QPushButton(picture(u"save"_s), u"Kaydet"_s);
-    button->setObjectName(name);
-    button->setToolTip(u"Kaydet (Ctrl+S)"_s);
+    auto *button = dialogButton(name, u"Kaydet"_s, u"Ctrl+S"_s, u"save"_s);
     button->setDefault(true);
     QObject::connect(button, &QAbstractButton::clicked, dialog, save);
-    QObject::connect(new QShortcut(QKeySequence(u"Ctrl+S"_s), dialog), &QShortcut::activated,
-                     button, &QAbstractButton::click);
     return button;
 }
 
@@ -98,9 +96,7 @@ AyrWindow::AyrWindow(Program &program, QWidget *parent)
     auto *column = new QVBoxLayout(this);
     column->addWidget(frame(u"Text Dosya Konumu"_s, u"Text "_s, 0));
     column->addWidget(frame(u"Logo Xml Dosyaları Konumu"_s, u"Xml "_s, 3));
-    auto *close = new QPushButton(picture(u"close"_s), u"Kapat"_s);
-    close->setObjectName(u"chameleonButton8"_s);
-    close->setToolTip(u"Kapat (Esc)"_s);
+    auto *close = dialogButton(u"chameleonButton8"_s, u"Kapat"_s, u"Ctrl+W"_s, u"close"_s);
     close->setAutoDefault(false);
     connect(close, &QAbstractButton::clicked, this, &QDialog::reject);
     auto *row = new QHBoxLayout;
@@ -126,11 +122,15 @@ QGroupBox *AyrWindow::frame(const QString &caption, const QString &kind, int fir
         auto *browse = new QToolButton;
         browse->setObjectName(u"chameleonButton%1"_s.arg(i + 1));
         browse->setIcon(picture(u"open"_s));
-        browse->setToolTip(u"Gözat"_s);
+        browse->setToolTip(u"Gözat (F4)"_s);
         browse->setAccessibleName(u"Gözat: "_s + kind + setting.label);
         connect(browse, &QAbstractButton::clicked, this, [this, i] { m_ayr.gozat(i); });
-        grid->addWidget(new QLabel(setting.label), row, 0);
-        grid->addWidget(edit(setting.control, kind + setting.label, m_ayr.fields[index]), row, 1);
+        QLineEdit *field = edit(setting.control, kind + setting.label, m_ayr.fields[index]);
+        auto *shortcut = new QShortcut(Qt::Key_F4, field);
+        shortcut->setContext(Qt::WidgetShortcut);
+        connect(shortcut, &QShortcut::activated, browse, &QAbstractButton::click);
+        grid->addWidget(labelFor(field, setting.label), row, 0);
+        grid->addWidget(field, row, 1);
         grid->addWidget(browse, row, 2);
     }
     return frame;

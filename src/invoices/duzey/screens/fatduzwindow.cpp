@@ -88,7 +88,7 @@ QWidget *FatduzWindow::choices()
     panel->add(chosen(kindBox(m_fatduz.faturaTuru), &Fatduz::yenidenoku));
     panel->add(sheetName());
     panel->add(chosen(staffBox(tanimlar.personel), &Fatduz::personelsec));
-    addField(panel, u"Gen.Kdv:"_s, valueLabel(u"kdyaz"_s, tanimlar.genelKdv));
+    addField(panel, u"Gen.Kdv:"_s, valueLabel(u"kdyaz"_s, u"Gen.Kdv:"_s, tanimlar.genelKdv));
     return panel;
 }
 
