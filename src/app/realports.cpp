@@ -136,7 +136,8 @@ void dropWaitingInput()
 {
     InputDropper dropper;
     QCoreApplication::instance()->installEventFilter(&dropper);
-    QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
+    QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers |
+                                    QEventLoop::X11ExcludeTimers); // input alone, as far as it goes
 }
 
 // The nearest folder that is there.
