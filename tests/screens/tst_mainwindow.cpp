@@ -21,15 +21,12 @@ using namespace kervan;
 
 namespace {
 
-/// A server that does not answer, while somebody at the keys does not wait for it.
-class HastyServer : public SqlServer
+/// A server that does not answer.
+class SilentServer : public SqlServer
 {
 public:
-    std::function<void()> typed;
-
     std::unique_ptr<SqlConnection> connect(const QString &, const SqlOptions &) override
     {
-        typed();
         throw Failure(u"yanıt yok"_s);
     }
 };
@@ -220,7 +217,7 @@ private Q_SLOTS:
         t.reachLogo();
         ScreenBoxes boxes;
         writeBytes(t.path(u"kasa.kvz"_s), "1");
-        HastyServer server;
+        SilentServer server;
         Program program{t.folder.path(), {}, {}, {}, boxes, t.dialogs, t.clock, server};
         MainWindow window(program);
         window.show();
@@ -233,23 +230,25 @@ private Q_SLOTS:
                     qt_handleKeyEvent(window.windowHandle(), each, key, modifiers);
             }
         };
-        server.typed = [&] { // and waits until somebody looks
-            QMetaObject::invokeMethod(&window, type, Qt::QueuedConnection);
-        };
+        // What comes while it works waits until somebody looks.
+        connect(&program.busy, &Busy::changed, &window, type, Qt::QueuedConnection);
         for (const QString &screen : {u"fat"_s, u"fatduz"_s, u"sayimform"_s}) {
             QString told;
             bool stands = false;
-            QTimer::singleShot(200, &window, [&] {
+            QTimer look;
+            look.setSingleShot(true);
+            QObject::connect(&look, &QTimer::timeout, &window, [&] {
                 auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
                 QVERIFY2(box, qPrintable(screen));
                 told = box->text();
-                QWidget *made = window.findChild<QWidget *>(screen);
+                auto *made = window.findChild<QWidget *>(screen);
                 // Nor does the screen close by its own, while it waits for the answer.
                 made->findChild<QAbstractButton *>(u"chameleonButton4"_s)->click();
                 QCoreApplication::processEvents();
                 stands = box->isVisible() && window.findChild<QWidget *>(screen);
                 box->accept();
             });
+            look.start(200);
             window.open(screen);
             QCOMPARE(told, u"yanıt yok"_s);
             QVERIFY2(stands, qPrintable(screen));

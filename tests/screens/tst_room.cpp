@@ -127,7 +127,7 @@ private Q_SLOTS:
         room.list->setFocus();
         room.screen().fat().bilgi.add(u"Yazılamadı."_s);
         QCoreApplication::processEvents();
-        QWidget *strip = room.frame.findChild<QWidget *>(u"serit"_s);
+        auto *strip = room.frame.findChild<QWidget *>(u"serit"_s);
         for (QWidget *part : {strip, room.frame.findChild<QWidget *>(u"bar1"_s)}) {
             const QRect seen = part->visibleRegion().boundingRect();
             QCOMPARE(seen.height(), part->height());
