@@ -23,6 +23,7 @@ class NoDialogs : public FileDialogs
 public:
     std::optional<QString> openName(const FileQuestion &) override { return std::nullopt; }
     std::optional<QString> saveName(const FileQuestion &) override { return std::nullopt; }
+    std::optional<QString> anyName(const FileQuestion &) override { return std::nullopt; }
 };
 
 /// An installed program folder for benchmarks and fuzzers, which want no test framework.

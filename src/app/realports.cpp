@@ -10,9 +10,11 @@
 #include <QFileInfo>
 #include <QLibraryInfo>
 #include <QLineEdit>
+#include <QLocale>
 #include <QMessageBox>
 #include <QPlainTextEdit>
 #include <QPushButton>
+#include <QScreen>
 #include <QScrollBar>
 #include <QTranslator>
 #include <QVBoxLayout>
@@ -24,6 +26,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr qsizetype longestMessage = 1200;
+constexpr QSize roomForItsFrame(16, 40);
 
 QString titleOf(const Box &box)
 {
@@ -93,11 +96,48 @@ QString qtFilter(const QString &filter)
     return u"%1 (%2)"_s.arg(filter.section(u'|', 0, 0), patterns.replace(u';', u' '));
 }
 
-std::optional<QString> chosen(const QString &name)
+// No larger than the desktop, at whose edge its buttons would be out of reach.
+std::optional<QString> answerOf(QFileDialog &dialog)
 {
-    if (name.isEmpty())
+    const QSize room = dialog.screen()->availableSize() - roomForItsFrame;
+    dialog.resize(dialog.sizeHint().boundedTo(room));
+    if (dialog.exec() != QDialog::Accepted || dialog.selectedFiles().value(0).isEmpty())
         return std::nullopt;
-    return name;
+    return dialog.selectedFiles().constFirst();
+}
+
+// Swallows what the user does.
+class InputDropper : public QObject
+{
+public:
+    bool eventFilter(QObject *, QEvent *event) override
+    {
+        switch (event->type()) {
+        case QEvent::KeyPress:
+        case QEvent::KeyRelease:
+        case QEvent::ShortcutOverride:
+        case QEvent::Shortcut:
+        case QEvent::MouseButtonPress:
+        case QEvent::MouseButtonRelease:
+        case QEvent::MouseButtonDblClick:
+        case QEvent::Wheel:
+        case QEvent::ContextMenu:
+        case QEvent::Drop:
+            return true;
+        default:
+            return false;
+        }
+    }
+};
+
+// While work goes on, what is typed and clicked waits. It was meant for what was there then: it
+// must neither answer a box that nobody has read nor close the screen behind it.
+void dropWaitingInput()
+{
+    InputDropper dropper;
+    QCoreApplication::instance()->installEventFilter(&dropper);
+    QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers |
+                                    QEventLoop::X11ExcludeTimers); // input alone, as far as it goes
 }
 
 // The nearest folder that is there.
@@ -122,6 +162,7 @@ void tellWhatIsThere(QFileDialog &dialog, const QString &typed)
 
 void ScreenBoxes::show(const Box &box)
 {
+    dropWaitingInput();
     if (box.text.size() > longestMessage)
         return showScrolling(box);
     QMessageBox message(iconOf(box.icon), titleOf(box), linesOf(box), QMessageBox::Ok,
@@ -132,6 +173,7 @@ void ScreenBoxes::show(const Box &box)
 
 bool ScreenBoxes::ask(const Box &box)
 {
+    dropWaitingInput();
     QMessageBox message(iconOf(box.icon), titleOf(box), linesOf(box),
                         QMessageBox::Yes | QMessageBox::No, QApplication::activeWindow());
     message.setTextFormat(Qt::PlainText);
@@ -143,9 +185,21 @@ bool ScreenBoxes::ask(const Box &box)
 
 std::optional<QString> ScreenDialogs::openName(const FileQuestion &question)
 {
-    return chosen(QFileDialog::getOpenFileName(QApplication::activeWindow(), question.title,
-                                               fullName(m_folder, question.start),
-                                               qtFilter(question.filter)));
+    QFileDialog dialog(QApplication::activeWindow(), question.title,
+                       fullName(m_folder, question.start), qtFilter(question.filter));
+    dialog.setFileMode(QFileDialog::ExistingFile);
+    return answerOf(dialog);
+}
+
+std::optional<QString> ScreenDialogs::anyName(const FileQuestion &question)
+{
+    const QString start = fullName(m_folder, question.start);
+    QFileDialog dialog(QApplication::activeWindow(), question.title, folderOf(start),
+                       qtFilter(question.filter));
+    if (!QFileInfo(start).isDir())
+        dialog.selectFile(QFileInfo(start).fileName());
+    dialog.setLabelText(QFileDialog::Accept, u"&Seç"_s);
+    return answerOf(dialog);
 }
 
 std::optional<QString> ScreenDialogs::saveName(const FileQuestion &question)
@@ -158,9 +212,7 @@ std::optional<QString> ScreenDialogs::saveName(const FileQuestion &question)
     if (auto *name = dialog.findChild<QLineEdit *>(u"fileNameEdit"_s))
         QObject::connect(name, &QLineEdit::textChanged, &dialog,
                          [&dialog](const QString &typed) { tellWhatIsThere(dialog, typed); });
-    if (dialog.exec() != QDialog::Accepted)
-        return std::nullopt;
-    return chosen(dialog.selectedFiles().value(0));
+    return answerOf(dialog);
 }
 
 QDateTime SystemClock::now() const
@@ -178,6 +230,8 @@ void speakTurkish(QApplication &application)
     auto *texts = new QTranslator(&application);
     if (texts->load(u"qtbase_tr"_s, QLibraryInfo::path(QLibraryInfo::TranslationsPath)))
         QApplication::installTranslator(texts);
+    // For the library alone: what the program writes is spelled by helpers of its own.
+    QLocale::setDefault(QLocale(QLocale::Turkish, QLocale::Turkey));
 }
 
 } // namespace kervan

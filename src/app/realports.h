@@ -7,7 +7,7 @@ class QApplication;
 namespace kervan {
 
 /// Boxes on the screen. A text too long for a box of the desktop's size is shown in one that
-/// scrolls.
+/// scrolls. What was typed or clicked before a box came up is not for it, and is dropped.
 class ScreenBoxes : public Boxes
 {
 public:
@@ -27,6 +27,7 @@ public:
     }
     std::optional<QString> openName(const FileQuestion &question) override;
     std::optional<QString> saveName(const FileQuestion &question) override;
+    std::optional<QString> anyName(const FileQuestion &question) override;
 
 private:
     QString m_folder;

@@ -44,6 +44,7 @@ class NoDialogs : public FileDialogs
 public:
     std::optional<QString> openName(const FileQuestion &) override { return std::nullopt; }
     std::optional<QString> saveName(const FileQuestion &) override { return std::nullopt; }
+    std::optional<QString> anyName(const FileQuestion &) override { return std::nullopt; }
 };
 
 class NoClock : public Clock

@@ -6,6 +6,7 @@ using namespace Qt::StringLiterals;
 
 void Notes::begin()
 {
+    m_headlines.clear();
     m_details.clear();
     m_text.clear();
     m_written.clear();
@@ -30,9 +31,19 @@ void Notes::tell(const QString &headline, const QString &details)
     if (m_details.contains(details))
         return;
     m_details << details;
-    if (!m_text.isEmpty())
-        m_text += u" • "_s;
-    m_text += headline;
+    m_headlines << headline;
+    m_text = m_headlines.join(u" • "_s);
+    Q_EMIT changed();
+}
+
+void Notes::takeBack(const std::optional<Failure> &failed)
+{
+    const qsizetype place = failed ? m_details.indexOf(failed->description()) : -1;
+    if (place < 0)
+        return;
+    m_details.removeAt(place);
+    m_headlines.removeAt(place);
+    m_text = m_headlines.join(u" • "_s);
     Q_EMIT changed();
 }
 

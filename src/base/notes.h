@@ -33,6 +33,8 @@ public:
     void add(const std::optional<Failure> &failed);
     /// An empty text is none.
     void add(const QString &text);
+    /// What failed before has been done since.
+    void takeBack(const std::optional<Failure> &failed);
     /// A document was written with so many of what it holds, or failed.
     void addDocument(const QString &path, const QString &what, qsizetype count, QTime when,
                      const std::optional<Failure> &failed = std::nullopt);
@@ -47,7 +49,8 @@ public:
 private:
     void tell(const QString &headline, const QString &details);
 
-    QStringList m_details;
+    QStringList m_headlines;
+    QStringList m_details; // one to each headline
     QList<Written> m_written;
 };
 

@@ -37,13 +37,15 @@ struct FileQuestion
     QString start;
 };
 
-/// The only door to file dialogs. Both give the chosen full name, or nothing on cancel.
+/// The only door to file dialogs. All give the chosen full name, or nothing on cancel.
 class FileDialogs
 {
 public:
     virtual ~FileDialogs() = default;
     virtual std::optional<QString> openName(const FileQuestion &question) = 0;
     virtual std::optional<QString> saveName(const FileQuestion &question) = 0;
+    /// A file that need not be there, and that nothing is done with now.
+    virtual std::optional<QString> anyName(const FileQuestion &question) = 0;
 };
 
 /// Local date and time of the moment.

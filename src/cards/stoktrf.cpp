@@ -75,7 +75,6 @@ void Stoktrf::load()
 
 void Stoktrf::ozkodyukle()
 {
-    bilgi.begin();
     QStringList entries{QString()};
     bilgi.add(endQuietly([&] {
         LocalDb &db = m_program.db;

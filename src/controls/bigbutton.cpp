@@ -15,7 +15,7 @@ constexpr int smallPicture = 22;
 constexpr int margin = 7;
 constexpr int smallMargin = 5;
 constexpr int mostLines = 3;
-constexpr QMargins bandMargins(8, 4, 8, 4);
+constexpr QMargins bandMargins(8, 2, 8, 2);
 constexpr int spacing = 6;
 constexpr int smallSpacing = 3;
 

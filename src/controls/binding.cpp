@@ -2,6 +2,7 @@
 
 #include "controls/dateedit.h"
 
+#include <QAbstractItemView>
 #include <QCheckBox>
 #include <QComboBox>
 #include <QElapsedTimer>
@@ -104,6 +105,9 @@ void bind(QComboBox *box, ChoiceField &field)
     QObject::connect(&field, &ChoiceField::dropWanted, box, [box] {
         box->setFocus();
         box->showPopup();
+        // The list has a current row in any case; one that doesn't show would be chosen unseen.
+        if (box->currentIndex() < 0)
+            box->view()->setCurrentIndex(box->model()->index(0, box->modelColumn()));
     });
     QObject::connect(box, &QComboBox::activated, &field,
                      [box, &field](int index) { field.setText(box->itemText(index)); });

@@ -1,5 +1,7 @@
 #include "controls/flowlayout.h"
 
+#include "controls/keyedbutton.h"
+
 #include <QAbstractButton>
 #include <QGridLayout>
 #include <QHBoxLayout>
@@ -18,11 +20,22 @@ bool isSpace(QLayoutItem *item)
     return item->spacerItem();
 }
 
-// A button can do without the keys that it shows.
-int leastWidth(QLayoutItem *item)
+// How much of itself a button shows: its caption alone, its picture beside it, or its keys as well.
+enum class Show { Caption, Picture, Keys };
+
+int widthOf(QLayoutItem *item, Show what)
 {
     const auto *button = qobject_cast<QAbstractButton *>(item->widget());
-    return button ? button->minimumSizeHint().width() : item->sizeHint().width();
+    if (!button || what == Show::Keys)
+        return item->sizeHint().width();
+    const auto *keyed = qobject_cast<const KeyedButton *>(button);
+    return keyed && what == Show::Picture ? keyed->widthWithPicture()
+                                          : button->minimumSizeHint().width();
+}
+
+int leastWidth(QLayoutItem *item)
+{
+    return widthOf(item, Show::Caption);
 }
 
 bool grows(QLayoutItem *item)
@@ -140,20 +153,24 @@ QSize FlowLayout::minimumSize() const
 void FlowLayout::place(const Line &line, const QRect &rect) const
 {
     int extra = qMax(0, rect.width() - widthOf(line));
-    int keys = 0;
-    for (QLayoutItem *item : line)
-        keys += item->sizeHint().width() - leastWidth(item);
-    const bool showsKeys = keys <= extra;
-    if (showsKeys)
-        extra -= keys;
+    Show shown = Show::Caption;
+    for (const Show more : {Show::Keys, Show::Picture}) {
+        int needed = 0;
+        for (QLayoutItem *item : line)
+            needed += kervan::widthOf(item, more) - leastWidth(item);
+        if (needed > extra)
+            continue;
+        extra -= needed;
+        shown = more;
+        break;
+    }
     const auto stretch =
         std::ranges::find_if(line, [](QLayoutItem *item) { return isSpace(item) && grows(item); });
     const auto growing = std::ranges::count_if(
         line, [](QLayoutItem *item) { return !isSpace(item) && grows(item); });
     int x = rect.left();
     for (QLayoutItem *item : line) {
-        QSize size(showsKeys ? item->sizeHint().width() : leastWidth(item),
-                   item->sizeHint().height());
+        QSize size(kervan::widthOf(item, shown), item->sizeHint().height());
         size = size.boundedTo({rect.width(), rect.height()});
         if (stretch != line.end())
             size.rwidth() += item == *stretch ? extra : 0;

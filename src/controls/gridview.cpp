@@ -22,6 +22,15 @@ constexpr int rowsLookedAt = 200; // for the width of a column
 constexpr int widestColumn = 420;
 constexpr int rowsNeeded = 2;
 
+bool isJump(const QKeyEvent *event)
+{
+    if (event->modifiers() & Qt::ShiftModifier)
+        return false;
+    const int key = event->key();
+    return key == Qt::Key_Home || key == Qt::Key_End || key == Qt::Key_PageUp ||
+           key == Qt::Key_PageDown;
+}
+
 } // namespace
 
 GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
@@ -116,7 +125,7 @@ void GridView::markRows(const QList<int> &rows)
         else
             marked.append(QItemSelectionRange(first, m_grid.index(row, last)));
     }
-    selectionModel()->select(marked, QItemSelectionModel::Select);
+    selectionModel()->select(marked, QItemSelectionModel::ClearAndSelect);
     if (!rows.isEmpty())
         scrollTo(m_grid.index(rows.first(), 0), PositionAtCenter);
 }
@@ -168,6 +177,8 @@ void GridView::keyPressEvent(QKeyEvent *event)
         moveByKey(event);
 }
 
+// What a key goes to is selected, so that it shows which row the next key is for; with Ctrl, the
+// table itself would leave it unmarked.
 void GridView::moveByKey(QKeyEvent *event)
 {
     const bool isMove = event->key() == Qt::Key_Down || event->key() == Qt::Key_Up;
@@ -180,8 +191,37 @@ void GridView::moveByKey(QKeyEvent *event)
     const int before = currentIndex().row();
     QTableView::keyPressEvent(event);
     const int now = currentIndex().row();
+    if (isJump(event) && selectionBehavior() == SelectRows && now >= 0 &&
+        !selectionModel()->isSelected(currentIndex()))
+        selectRow(now);
     if (now >= 0 && now != before)
         Q_EMIT movedTo(now);
+}
+
+// The row under the right button is the current one when its menu comes up.
+void GridView::mousePressEvent(QMouseEvent *event)
+{
+    m_rowAtPress = currentIndex().row();
+    QTableView::mousePressEvent(event);
+    const int now = currentIndex().row();
+    if (event->button() == Qt::LeftButton || now < 0 || now == m_rowAtPress)
+        return;
+    m_rowAtPress = now;
+    Q_EMIT movedTo(now);
+}
+
+// Only the left button clicks, and only where it came up at the row that it went down on.
+void GridView::mouseReleaseEvent(QMouseEvent *event)
+{
+    bool wasClick = false;
+    const auto watching =
+        connect(this, &QAbstractItemView::clicked, this, [&wasClick] { wasClick = true; });
+    QTableView::mouseReleaseEvent(event);
+    disconnect(watching);
+    const int now = currentIndex().row();
+    if (!wasClick && now >= 0 && now != m_rowAtPress)
+        Q_EMIT movedTo(now);
+    m_rowAtPress = now;
 }
 
 void GridView::paintEvent(QPaintEvent *event)
@@ -189,18 +229,30 @@ void GridView::paintEvent(QPaintEvent *event)
     QTableView::paintEvent(event);
     QPainter painter(viewport());
     paintFrozen(painter, event->rect());
-    const QModelIndex current = currentIndex();
-    if (hasFocus() && selectionBehavior() == SelectRows && current.isValid()) {
-        painter.setPen(palette().color(QPalette::Highlight));
-        painter.drawRect(0, rowViewportPosition(current.row()),
-                         qMin(m_header->length(), viewport()->width()) - 1,
-                         rowHeight(current.row()) - 1);
-    }
+    paintCurrentRow(painter);
     if (!m_grid.isEmpty() || m_emptyText.isEmpty())
         return;
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(viewport()->rect().adjusted(20, 2, -20, -2),
                      Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
+}
+
+// Among selected rows the frame stands out from their ground.
+void GridView::paintCurrentRow(QPainter &painter)
+{
+    const QModelIndex current = currentIndex();
+    if (!hasFocus() || selectionBehavior() != SelectRows || !current.isValid())
+        return;
+    const QRect row(0, rowViewportPosition(current.row()),
+                    qMin(m_header->length(), viewport()->width()) - 1,
+                    rowHeight(current.row()) - 1);
+    const bool isSelected = selectionModel()->isSelected(current);
+    painter.setPen(palette().color(isSelected ? QPalette::Text : QPalette::Highlight));
+    painter.drawRect(row);
+    if (!isSelected)
+        return;
+    painter.setPen(palette().color(QPalette::HighlightedText));
+    painter.drawRect(row.adjusted(1, 1, -1, -1));
 }
 
 void GridView::freeze(int columns)
@@ -276,22 +328,36 @@ void GridView::shrinkWhenEmpty()
     connect(&m_grid, &QAbstractItemModel::rowsInserted, this, show);
 }
 
-int GridView::heightOf(int rows) const
+int GridView::leastHeight() const
 {
     if (m_shrinks && model()->rowCount() == 0) // the grid itself may be gone, behind its screen
         return fontMetrics().height() + 8;
+    return heightWith(rowsNeeded);
+}
+
+int GridView::heightWith(int rows) const
+{
     return m_header->sizeHint().height() + rows * verticalHeader()->defaultSectionSize() +
            horizontalScrollBar()->sizeHint().height() + 2 * frameWidth();
 }
 
 QSize GridView::sizeHint() const
 {
-    return {QTableView::sizeHint().width(), heightOf(rowsNeeded)};
+    return {QTableView::sizeHint().width(), leastHeight()};
 }
 
 QSize GridView::minimumSizeHint() const
 {
-    return {QTableView::minimumSizeHint().width(), heightOf(rowsNeeded)};
+    return {QTableView::minimumSizeHint().width(), leastHeight()};
+}
+
+void GridView::showCurrentRow()
+{
+    if (!currentIndex().isValid())
+        return;
+    const int across = horizontalScrollBar()->value();
+    scrollTo(currentIndex());
+    horizontalScrollBar()->setValue(across);
 }
 
 void GridView::enter(int row)

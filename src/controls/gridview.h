@@ -21,7 +21,8 @@ public:
 
     /// What an empty list says.
     void setEmptyText(const QString &text);
-    /// Adds these rows to the selection and makes the first of them visible.
+    const QString &emptyText() const { return m_emptyText; }
+    /// Selects these rows and no others, and makes the first of them visible.
     void markRows(const QList<int> &rows);
     enum class Headings { Without, With };
     void copySelection(Headings headings = Headings::Without) const;
@@ -34,6 +35,10 @@ public:
     /// Takes the focus with this row, or its first one; it is not selected by that.
     void enter(int row = -1);
     bool isTicked(int row) const;
+    /// Keeps the current row in view where the list has less room than before.
+    void showCurrentRow();
+    /// Its height with so many rows, its headings and its scroll bar.
+    int heightWith(int rows) const;
 
     QModelIndex indexAt(const QPoint &point) const override;
     QRect visualRect(const QModelIndex &index) const override;
@@ -42,11 +47,14 @@ public:
     QSize minimumSizeHint() const override;
 
 Q_SIGNALS:
-    /// The current row was moved by a key.
+    /// The current row was moved by a key, or by the mouse otherwise than by a click, which is told
+    /// of as such.
     void movedTo(int row);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
+    void mousePressEvent(QMouseEvent *event) override;
+    void mouseReleaseEvent(QMouseEvent *event) override;
     void paintEvent(QPaintEvent *event) override;
     void showEvent(QShowEvent *event) override;
     void hideEvent(QHideEvent *event) override;
@@ -55,7 +63,7 @@ protected:
 
 private:
     void describe();
-    int heightOf(int rows) const;
+    int leastHeight() const;
     void paintFrozen(QPainter &painter, const QRect &area);
     bool isTickable() const;
     void tickRows(bool tick);
@@ -67,12 +75,14 @@ private:
     QList<int> selectedPositions() const;
     void tickSelection();
     void moveByKey(QKeyEvent *event);
+    void paintCurrentRow(QPainter &painter);
     void fitColumns();
 
     Grid &m_grid;
     QString m_emptyText;
     FrozenHeader *m_header;
     int m_customerColumn = -1;
+    int m_rowAtPress = -1;
     bool m_shrinks = false;
     bool m_recalled = false;
     QSet<int> m_hiddenByUser;

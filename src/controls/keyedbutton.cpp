@@ -33,13 +33,25 @@ QSize KeyedButton::sizeHint() const
     return QPushButton::sizeHint() + QSize(roomForKeys(), 0);
 }
 
+QSize KeyedButton::minimumSizeHint() const
+{
+    const int picture = icon().isNull() || text().isEmpty() ? 0 : iconSize().width() + 4;
+    return QPushButton::sizeHint() - QSize(picture, 0);
+}
+
 void KeyedButton::paintEvent(QPaintEvent *event)
 {
-    if (roomForKeys() == 0 || width() < sizeHint().width())
+    const bool hasPicture = width() >= widthWithPicture();
+    if (hasPicture && (roomForKeys() == 0 || width() < sizeHint().width()))
         return QPushButton::paintEvent(event);
     QStylePainter painter(this);
     QStyleOptionButton option;
     initStyleOption(&option);
+    if (!hasPicture) {
+        option.icon = {};
+        painter.drawControl(QStyle::CE_PushButton, option);
+        return;
+    }
     painter.drawControl(QStyle::CE_PushButtonBevel, option);
     option.rect.setRight(option.rect.right() - roomForKeys());
     painter.drawControl(QStyle::CE_PushButtonLabel, option);

@@ -13,7 +13,9 @@ public:
     KeyedButton(const QString &caption, const QString &keys);
 
     QSize sizeHint() const override;
-    QSize minimumSizeHint() const override { return QPushButton::sizeHint(); }
+    /// That of the caption alone: without its keys and its picture it is still a button.
+    QSize minimumSizeHint() const override;
+    int widthWithPicture() const { return QPushButton::sizeHint().width(); }
 
 protected:
     void paintEvent(QPaintEvent *event) override;

@@ -17,6 +17,7 @@ TitleStrip::TitleStrip(QWidget *parent)
 {
     setObjectName(u"bar1"_s);
     m_caption->setTextFormat(Qt::PlainText);
+    m_caption->setMinimumWidth(1); // a long file name makes no window wider
     m_close->setObjectName(u"chameleonButton4"_s);
     m_close->setIcon(picture(u"close"_s));
     m_close->setToolTip(u"Kapat (Esc)"_s);

@@ -18,6 +18,7 @@
 #include <QMimeData>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
@@ -141,10 +142,12 @@ bool isReached(const QWidget *control)
 
 QList<QWidget *> panesOf(const QWidget *window)
 {
+    QList<QWidget *> panels{window->findChild<NoteStrip *>()};
+    const QLayout *scrolled = window->findChild<QScrollArea *>()->widget()->layout();
+    for (int i = 0; i < scrolled->count(); ++i)
+        panels << scrolled->itemAt(i)->widget();
     QList<QWidget *> panes;
-    for (int i = 1; i < window->layout()->count() - 1;
-         ++i) { // between the strip and the status bar
-        QWidget *panel = window->layout()->itemAt(i)->widget();
+    for (QWidget *panel : panels) {
         QList<GridView *> lists = panel->findChildren<GridView *>();
         std::ranges::sort(lists, {}, [window](const GridView *list) {
             return list->mapTo(window, QPoint()).y();
@@ -206,11 +209,41 @@ void leadThroughPanes(QWidget *window)
     });
 }
 
+void readIntoList(QWidget *window, const std::function<void()> &command)
+{
+    auto *list = window->findChild<GridView *>(u"l1"_s);
+    bool wasRead = false;
+    const QObject watcher; // ends the connection with the command
+    QObject::connect(list->model(), &QAbstractItemModel::modelReset, &watcher,
+                     [&wasRead] { wasRead = true; });
+    command();
+    const bool isAtAButton = qobject_cast<const QPushButton *>(window->focusWidget());
+    if (wasRead && (list->model()->rowCount() > 0 || !isAtAButton))
+        list->enter();
+}
+
 FileDrop::FileDrop(QWidget *window)
     : QObject(window)
 {
     window->setAcceptDrops(true);
     window->installEventFilter(this);
+}
+
+// On a small desktop the panels are scrolled rather than cut off; what is told stays in view.
+QScrollArea *scroller(const QList<QWidget *> &panels)
+{
+    auto *content = new QWidget;
+    auto *column = new QVBoxLayout(content);
+    column->setContentsMargins({});
+    column->setSpacing(screenSpacing);
+    for (QWidget *panel : panels)
+        column->addWidget(panel, panel == panels.last() ? 1 : 0);
+    auto *area = new QScrollArea;
+    area->setFrameShape(QFrame::NoFrame);
+    area->setFocusPolicy(Qt::NoFocus);
+    area->setWidgetResizable(true);
+    area->setWidget(content);
+    return area;
 }
 
 void layOutParts(QWidget *window, const TransferParts &parts)
@@ -220,10 +253,12 @@ void layOutParts(QWidget *window, const TransferParts &parts)
     column->setSpacing(screenSpacing);
     column->addWidget(parts.strip);
     column->addWidget(new NoteStrip(*parts.notes));
-    for (QWidget *panel : parts.panels)
-        column->addWidget(panel, panel == parts.panels.last() ? 1 : 0);
+    column->addWidget(scroller(parts.panels), 1);
     column->addWidget(parts.statusBar);
-    QObject::connect(new FileDrop(window), &FileDrop::dropped, window, parts.openFile);
+    QObject::connect(new FileDrop(window), &FileDrop::dropped, window,
+                     [window, open = parts.openFile](const QString &path) {
+                         readIntoList(window, [&] { open(path); });
+                     });
     leadThroughPanes(window);
     window->findChild<QPushButton *>(parts.firstButton)->setFocus();
 }

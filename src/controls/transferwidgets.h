@@ -15,6 +15,7 @@
 class QFrame;
 class QLabel;
 class QPushButton;
+class QScrollArea;
 class QStatusBar;
 class QWidget;
 
@@ -25,7 +26,7 @@ class GridView;
 // The pieces that the windows of the transfers are made of.
 
 constexpr QMargins screenMargins(6, 2, 6, 0);
-constexpr int screenSpacing = 4;
+constexpr int screenSpacing = 3;
 
 /// The strip `bar1` with its title `bart` in the middle.
 TitleStrip *titleStrip(const QString &title);
@@ -62,8 +63,12 @@ protected:
 };
 
 /// Lets the hands stay on the keys: F6 and Shift+F6 go from pane to pane of the window, a list or a
-/// panel of its layout, and a read that its button began leads to the first row.
+/// panel of its layout, and a read that began at its list or a button leads to the first row.
 void leadThroughPanes(QWidget *window);
+
+/// Carries out a command that may read a source. If the list was filled anew by it, the keys are
+/// the list's from then on, wherever they were: at a choice, the next arrow would change it.
+void readIntoList(QWidget *window, const std::function<void()> &command);
 
 /// The button of the strip and Esc, anywhere on the window, ask for its closing.
 template<class Window>
@@ -101,6 +106,9 @@ struct TransferParts
     QString firstButton;                               ///< has the focus
     std::function<void(const QString &path)> openFile; ///< does so with a file that is dropped
 };
+
+/// The panels of a screen under each other, the last one with the room that there is.
+QScrollArea *scroller(const QList<QWidget *> &panels);
 
 /// Puts the parts into the window.
 void layOutParts(QWidget *window, const TransferParts &parts);

@@ -5,6 +5,7 @@
 #include "controls/bigbutton.h"
 #include "controls/pictures.h"
 #include "controls/remembered.h"
+#include "controls/transferwidgets.h"
 #include "frame/entries.h"
 #include "frame/guidewindow.h"
 #include "frame/resim.h"
@@ -21,6 +22,7 @@
 #include <QMenu>
 #include <QMenuBar>
 #include <QScreen>
+#include <QScrollArea>
 #include <QShortcut>
 #include <QStatusBar>
 #include <QToolButton>
@@ -51,7 +53,7 @@ MainWindow::MainWindow(Program &program, QWidget *parent)
 {
     setObjectName(u"MDIForm1"_s);
     setWindowTitle(u"Kervan Transfer v2.21"_s);
-    setWindowIcon(picture(u"kervan"_s));
+    QApplication::setWindowIcon(picture(u"kervan"_s)); // of boxes and dialogs, too
     // The keys of a screen work only inside it, also when the one above it has closed.
     connect(m_area, &QMdiArea::subWindowActivated, this, [](QMdiSubWindow *window) {
         if (!window)
@@ -88,8 +90,10 @@ void MainWindow::bringIntoView(QWidget *, QWidget *now)
     QMdiSubWindow *window = subWindowOf(now);
     if (!window || window->mdiArea() != m_area)
         return;
-    auto *scroller = static_cast<QScrollArea *>(window->widget());
-    const QPoint top = now->mapTo(window, QPoint()) - scroller->widget()->mapTo(window, QPoint());
+    auto *scroller = window->findChild<QScrollArea *>();
+    if (!scroller || !scroller->widget()->isAncestorOf(now))
+        return;
+    const QPoint top = now->mapTo(scroller->widget(), QPoint());
     for (const int y : {top.y() + now->height(), top.y()}) // of what is too high, the upper part
         scroller->ensureVisible(top.x(), y, 4, 4);
 }
@@ -147,7 +151,11 @@ void MainWindow::buildMenus()
         if (!entry.operation)
             continue;
         connect(action, &QAction::triggered, this, [this, operation = entry.operation] {
-            if (InvoiceList *list = activeList())
+            InvoiceList *list = activeList();
+            const QMdiSubWindow *front = m_area->currentSubWindow();
+            if (list && front)
+                readIntoList(screenIn(front), [&] { (list->*operation)(); });
+            else if (list)
                 (list->*operation)();
         });
     }
@@ -201,17 +209,11 @@ QMdiSubWindow *MainWindow::transfer(const Screen &screen)
 {
     QMdiSubWindow *window = m_transfers.value(screen.word);
     if (!window) {
-        // On a small desktop a screen is scrolled rather than cut off.
-        auto *scroller = new QScrollArea;
-        scroller->setFrameShape(QFrame::NoFrame);
-        scroller->setFocusPolicy(Qt::NoFocus);
-        scroller->setWidgetResizable(true);
         QWidget *made = screen.make(*this, screen.word);
         made->setProperty(guideProperty, screen.guide.toString());
-        m_start = made->focusWidget(); // which it forgets when it is put into the frame
-        scroller->setWidget(made);
+        m_starts[screen.word] = made->focusWidget(); // forgotten when it is put into the frame
         // It fills the frame, and its own strip tells its name: a title bar would only take room.
-        window = m_area->addSubWindow(scroller, Qt::SubWindow | Qt::FramelessWindowHint);
+        window = m_area->addSubWindow(made, Qt::SubWindow | Qt::FramelessWindowHint);
         m_transfers[screen.word] = window;
         window->setWindowIcon(windowIcon());
         window->setWindowTitle(made->windowTitle());
@@ -230,7 +232,7 @@ QMdiSubWindow *MainWindow::subWindowOf(QWidget *screen)
 
 QWidget *MainWindow::screenIn(const QMdiSubWindow *window)
 {
-    return static_cast<QScrollArea *>(window->widget())->widget();
+    return window->widget();
 }
 
 void MainWindow::showFront()
@@ -242,8 +244,13 @@ void MainWindow::showFront()
     }
     m_band->setCompact(front);
     const QString word = front ? screenIn(front)->objectName() : QString();
-    for (int i = 0; i < m_band->buttons().size(); ++i)
-        m_band->buttons()[i]->setFront(bigButtons()[i].screen == word);
+    const QString before = std::exchange(m_frontWord, word);
+    for (int i = 0; i < m_band->buttons().size(); ++i) {
+        BigButton *button = m_band->buttons()[i];
+        button->setFront(bigButtons()[i].screen == word);
+        if (!front && !focusWidget() && bigButtons()[i].screen == before)
+            button->setFocus(); // the way back
+    }
 }
 
 void MainWindow::openTransfer(const Screen &screen)
@@ -254,9 +261,8 @@ void MainWindow::openTransfer(const Screen &screen)
     m_area->setActiveSubWindow(window);
     window->raise();
     window->setFocus(); // from the button back to the screen, whose keys work only there
-    if (m_start && window->isAncestorOf(m_start))
-        m_start->setFocus();
-    m_start = nullptr;
+    if (const QPointer<QWidget> start = m_starts.take(screen.word))
+        start->setFocus();
     if (isNew && screen.load) {
         // Laid out and painted, in the two rounds that a list takes; nothing else comes in.
         for (int round = 0; round < 2; ++round) {
@@ -370,8 +376,23 @@ void MainWindow::resizeEvent(QResizeEvent *event)
     m_resim->place(size());
 }
 
+bool MainWindow::isAtWork() const
+{
+    return QApplication::activeModalWidget() || !m_program.busy.text().isEmpty();
+}
+
+// The keys of a screen go on working until a box in front of it has the focus, and work that shows
+// a box goes on behind it.
+bool MainWindow::isBehindABox(const QObject *shortcut) const
+{
+    const auto *owner = qobject_cast<const QWidget *>(shortcut->parent());
+    return owner && owner->window() == this && QApplication::activeModalWidget();
+}
+
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::Shortcut && isBehindABox(watched))
+        return true;
     if (event->type() == QEvent::KeyPress && watched->isWidgetType()) {
         auto *key = static_cast<QKeyEvent *>(event);
         if (key->key() == Qt::Key_F1 && key->modifiers() == Qt::NoModifier) {

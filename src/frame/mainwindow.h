@@ -9,7 +9,6 @@
 #include <QMdiArea>
 #include <QMdiSubWindow>
 #include <QPointer>
-#include <QScrollArea>
 
 #include <memory>
 
@@ -68,6 +67,9 @@ public:
         }
         return window;
     }
+    /// A step of some screen is not yet done: it works, or it waits behind a box for an answer. No
+    /// screen may close before.
+    bool isAtWork() const;
     /// The child of the frame that a transfer's window stands in.
     static QMdiSubWindow *subWindowOf(QWidget *screen);
 
@@ -79,6 +81,7 @@ protected:
 
 private:
     static QWidget *screenIn(const QMdiSubWindow *window);
+    bool isBehindABox(const QObject *shortcut) const;
     void fillBand();
     void buildMenus();
     /// Tells at the end of the menu bar that there is a guide.
@@ -112,8 +115,9 @@ private:
     bool m_isBusy = false;
     QString m_busyWith;
     QPointer<QStatusBar> m_busyBar; // tells what is being done
-    QPointer<QWidget> m_start;      // where work begins on the screen that was made last
+    QString m_frontWord;            // of the screen in front
     QHash<QStringView, QPointer<QMdiSubWindow>> m_transfers;
+    QHash<QStringView, QPointer<QWidget>> m_starts; // where work begins on screens not yet shown
     QHash<QStringView, QPointer<QDialog>> m_dialogs;
 };
 

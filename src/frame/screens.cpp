@@ -65,24 +65,26 @@ void tellUnitSet(MainWindow &frame, const QString &code)
 
 // The screen asks to be closed; the subwindow around it is what closes.
 template<class Window>
-Window *closable(Window *window)
+Window *closable(const MainWindow &frame, Window *window)
 {
-    QObject::connect(window, &Window::closeWanted, window,
-                     [window] { MainWindow::subWindowOf(window)->close(); });
+    QObject::connect(window, &Window::closeWanted, window, [window, &frame] {
+        if (!frame.isAtWork())
+            MainWindow::subWindowOf(window)->close();
+    });
     return window;
 }
 
 template<class Window>
 QWidget *transfer(MainWindow &frame, QStringView)
 {
-    return closable(new Window(frame.program()));
+    return closable(frame, new Window(frame.program()));
 }
 
 // It brings up the menu of the list operations.
 template<class Window>
 QWidget *invoices(MainWindow &frame, QStringView)
 {
-    auto *window = closable(new Window(frame.program()));
+    auto *window = closable(frame, new Window(frame.program()));
     QObject::connect(window, &Window::listMenuWanted, &frame,
                      [&frame](const QPoint &place) { frame.listMenu()->popup(place); });
     return window;
@@ -97,7 +99,7 @@ void load(QWidget *window)
 template<const SlipForm &form()>
 QWidget *slips(MainWindow &frame, QStringView)
 {
-    return closable(new SlipWindow(frame.program(), form()));
+    return closable(frame, new SlipWindow(frame.program(), form()));
 }
 
 template<SqlbaglantiWindow::Way way>
@@ -115,7 +117,7 @@ QWidget *sqlbaglanti(MainWindow &frame, QStringView)
 
 QWidget *cr(MainWindow &frame, QStringView)
 {
-    auto *window = closable(new CrWindow(frame.program()));
+    auto *window = closable(frame, new CrWindow(frame.program()));
     QObject::connect(window, &CrWindow::guncellemeWanted, &frame, [&frame] {
         frame.open({u"sqlbaglanti", Screen::Modal, u"cari-unvanlarını-logoda-güncelleme",
                     &sqlbaglanti<SqlbaglantiWindow::Way::Update>});
@@ -125,7 +127,7 @@ QWidget *cr(MainWindow &frame, QStringView)
 
 QWidget *stoktrf(MainWindow &frame, QStringView)
 {
-    auto *window = closable(new StoktrfWindow(frame.program()));
+    auto *window = closable(frame, new StoktrfWindow(frame.program()));
     QObject::connect(window, &StoktrfWindow::meyWanted, &frame, [&frame] { frame.open(u"st"); });
     return window;
 }

@@ -37,7 +37,7 @@ void Fat::umurlarfaturabaslikoku()
     liste.showRowCount();
     if (m_dosyaacik && liste.tarihAraligi.isChecked())
         note(endQuietly([this] { liste.tarihbelirle(); }));
-    efaturabul(l1(), link, ilerleme, m_program.boxes);
+    efaturabul(l1(), link, ilerleme, m_program.boxes, bilgi);
     faturakasafisnoyaz(m_program, l1());
 }
 

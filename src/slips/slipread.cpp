@@ -146,8 +146,11 @@ void SlipScreen::carryOut(const SheetLayout &layout, Step &&step)
 
 void SlipScreen::noteRead(const std::optional<Failure> &ended, int record)
 {
+    // The count in the status bar then stays that of the read before.
     if (ended && record > 0)
-        bilgi.add(u"Okuma %1. kayıtta bitti: %2"_s.arg(record + 1).arg(ended->headline()));
+        bilgi.add(u"Okuma %1. kayıtta bitti, listede %2 hareket var: %3"_s.arg(record + 1)
+                      .arg(l1.rows())
+                      .arg(ended->headline()));
     else if (ended)
         note(ended);
     else if (m_passedOver > 0)

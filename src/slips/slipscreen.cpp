@@ -51,12 +51,13 @@ void SlipScreen::sayfanooku()
 
 void SlipScreen::sayfaadikaydet()
 {
-    bilgi.begin();
-    note(endQuietly([this] {
+    bilgi.takeBack(m_adsaklanamadi);
+    m_adsaklanamadi = endQuietly([this] {
         writeSingleValue(m_program.path(m_form.sheetFile), sayfaAdi.text());
         if (m_form.sheetButtonRests)
             sayfaKaydedilir.setChecked(false);
-    }));
+    });
+    note(m_adsaklanamadi);
 }
 
 void SlipScreen::personelyukle()
@@ -91,7 +92,8 @@ void SlipScreen::dosyaac(const SlipFile &file)
 void SlipScreen::dosyaac(const SlipFile &file, const QString &path)
 {
     m_dosyayolu = path;
-    bilgi.source.setText(path);
+    if (file.kind == ReadKind::None) // else the caption shows it
+        bilgi.source.setText(path);
     exeloku(file.layout);
     if (file.kind == ReadKind::None)
         return;
@@ -125,7 +127,6 @@ void SlipScreen::metindosyasiac()
 
 void SlipScreen::kaydet(const SlipDocument &document)
 {
-    bilgi.begin();
     const Grid &grid = document.ofBankList ? l2 : l1;
     if (grid.isEmpty())
         return warn(document.ofBankList ? u"Banka Fişi Haraket Listesinde Kayıt Bulunamadı...!"_s
@@ -142,6 +143,7 @@ void SlipScreen::kaydet(const SlipDocument &document)
 
 void SlipScreen::write(const SlipDocument &document, const QString &dosya)
 {
+    bilgi.begin();
     note(endQuietly([&] {
         const Grid &grid = document.ofBankList ? l2 : l1;
         const int count = writeSlips(document, {grid, codes(), m_form.salesman}, m_program.clock,

@@ -92,6 +92,7 @@ private:
     QHash<QString, int> m_bankRows; // of `l2`, by code
     int m_passedOver = 0;           // steps of the read in hand
     QString m_firstPassedOver;
+    std::optional<Failure> m_adsaklanamadi; // the sheet's name, the last time
 };
 
 } // namespace kervan

@@ -33,7 +33,7 @@ void DefinitionScreen::yukle()
     LocalDb &db = m_program.db;
     const Grid::Refill refill(l1);
     l1.clear();
-    passOver([&] {
+    okunamadi = passOver([&] {
         OpenDb open(db, path());
         db.forEach(m_definition.select(), [&] {
             const int row = l1.addRow({});

@@ -1,10 +1,12 @@
 #pragma once
 
+#include "base/failure.h"
 #include "base/fields.h"
 #include "base/grid.h"
 #include "store/definition.h"
 #include "store/program.h"
 
+#include <optional>
 #include <vector>
 
 namespace kervan {
@@ -17,7 +19,8 @@ public:
     DefinitionScreen(Program &program, const Definition &definition);
 
     const Definition &definition() const { return m_definition; }
-    Grid l1; ///< a row's tag is the `id` of its record
+    Grid l1;                          ///< a row's tag is the `id` of its record
+    std::optional<Failure> okunamadi; ///< why the list does not hold all records
     /// The fields of the record by their place in the definition: a text's, and a box's.
     TextField &text(int field) { return at(field).text; }
     CheckField &check(int field) { return at(field).check; }

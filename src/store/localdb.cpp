@@ -114,7 +114,14 @@ void LocalDb::execute(const QString &text)
     // A file that another program holds is waited for once, not at each statement of a long read.
     if (error.nativeErrorCode() == busyCode)
         m_result.exec(u"pragma busy_timeout=0"_s);
-    throw Failure(u"%1 (%2)"_s.arg(faultOf(error), text.left(200)));
+    throw failure(u"%1 (%2)"_s.arg(faultOf(error), text.left(200)), faultOf(error));
+}
+
+Failure LocalDb::failure(const QString &description, const QString &fault) const
+{
+    const QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+    const QString path = QUrl(db.databaseName()).path();
+    return Failure(description, u"%1: %2"_s.arg(QFileInfo(path).fileName(), fault));
 }
 
 void LocalDb::query(const Statement &statement)
@@ -191,8 +198,10 @@ void LocalDb::next()
 QString LocalDb::field(QStringView column) const
 {
     const int index = m_atEnd ? -1 : m_result.record().indexOf(column.toString());
-    if (index < 0)
-        throw Failure(u"%1 alanı okunamadı."_s.arg(column));
+    if (index < 0) {
+        const QString fault = u"%1 alanı okunamadı."_s.arg(column);
+        throw failure(fault, fault);
+    }
     return m_result.value(index).toString();
 }
 

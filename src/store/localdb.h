@@ -25,7 +25,8 @@ public:
 
     /// Makes an existing file current. A missing one is a Failure and is not created.
     void open(const QString &path);
-    /// Runs one statement and makes its rows the result. A Failure names the statement's fault.
+    /// Runs one statement and makes its rows the result. A Failure names the statement's fault, and
+    /// its headline the file and the fault alone.
     void query(const Statement &statement);
     /// Releases the file.
     void close();
@@ -47,6 +48,8 @@ private:
     void begin();
     void commit();
     void execute(const QString &text);
+    /// A Failure whose headline names the file that is open, or was last.
+    Failure failure(const QString &description, const QString &fault) const;
     void quickenWrites();
 
     QString m_connection;

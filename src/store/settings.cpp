@@ -85,13 +85,13 @@ void Ayr::gozat(int setting)
     QString start = fields[index].text();
     if (start.isEmpty())
         start = m_program.path(isSource ? u"txt" : u"logo xml");
-    const FileQuestion question{.title = {},
+    const FileQuestion question{.title = isSource ? QString() : u"Hedef Dosyayı Seçin"_s,
                                 .filter = isSource ? u"txt Dosyaları (txt)|*.txt"_s
                                                    : u"Exel Dosyaları (xml)|*.xml"_s,
                                 .start = start};
     // A target need not be there yet.
     const auto name =
-        isSource ? m_program.dialogs.openName(question) : m_program.dialogs.saveName(question);
+        isSource ? m_program.dialogs.openName(question) : m_program.dialogs.anyName(question);
     if (name)
         fields[index].setText(*name);
 }

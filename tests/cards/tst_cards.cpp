@@ -7,6 +7,7 @@
 
 #include "cards/screens/crwindow.h"
 #include "cards/screens/stoktrfwindow.h"
+#include "cards/screens/stwindow.h"
 #include "frame/mainwindow.h"
 #include "invoices/cardcheck.h"
 #include "support/cells.h"
@@ -14,6 +15,7 @@
 #include "support/driving.h"
 #include "support/ruler.h"
 
+#include <QAbstractItemView>
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
@@ -303,6 +305,25 @@ Stok Xml Dosyası Kaydet ; Xml Dosyaları (xml)|*.xml ; /fatura)"_s));
         QCOMPARE(text(u"sb1_4"), u"09:05:03"_s);
         d.t.clock.moment = d.t.clock.moment.addDays(1);
         QTRY_COMPARE(text(u"sb1_3"), u"08.03.2024"_s);
+    }
+
+    void aListThatIsDroppedOpenShowsWhichEntryIsTaken()
+    {
+        Desk d;
+        d.t.fill({u"insert into muh values (Null,'','1','','','','','','','','')"_s,
+                  u"insert into muh values (Null,'','18','','','','','','','','')"_s});
+        MainWindow frame(d.t.program);
+        frame.show();
+        QVERIFY(QTest::qWaitForWindowActive(&frame));
+        frame.open(u"st"_s);
+        St &st = frame.findChild<StWindow *>()->st();
+        auto *rates = frame.findChild<StWindow *>()->findChild<QComboBox *>(u"c1"_s);
+        QCOMPARE(rates->currentIndex(), -1);
+        Q_EMIT st.kdvOrani.dropWanted();
+        QVERIFY(rates->view()->selectionModel()->isSelected(rates->model()->index(0, 0)));
+        QCOMPARE(st.kdvOrani.text(), QString()); // nothing is chosen yet
+        QTest::keyClick(rates->view(), Qt::Key_Return);
+        QCOMPARE(st.kdvOrani.text(), u"1"_s);
     }
 
     void theStockWindowIsDrivenOnce()

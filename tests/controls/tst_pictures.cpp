@@ -52,8 +52,10 @@ private Q_SLOTS:
         QTest::addColumn<QString>("name");
         QTest::addColumn<QSize>("size");
         QTest::addColumn<bool>("isOfLines");
-        const QHash<QString, QSize> others = {
-            {u"kervan"_s, {16, 16}}, {u"resim"_s, {640, 360}}, {u"tick"_s, {13, 13}}};
+        const QHash<QString, QSize> others = {{u"kervan"_s, {16, 16}},
+                                              {u"resim"_s, {640, 360}},
+                                              {u"tick"_s, {13, 13}},
+                                              {u"tickdark"_s, {13, 13}}};
         for (const QFileInfo &file : QDir(QStringLiteral(PICTURES)).entryInfoList({u"*.svg"_s})) {
             const QString name = file.baseName();
             QFile svg(file.filePath());

@@ -161,7 +161,7 @@ private:
         if (std::ranges::none_of(
                 shortcuts,
                 [&](const QShortcut *shortcut) { return shortcut->key() == QKeySequence(keys); }) &&
-            !QStringList({u"Esc"_s, u"F4"_s, u"Enter"_s}).contains(keys))
+            !QStringList({u"Esc"_s, u"F1"_s, u"F4"_s, u"Enter"_s}).contains(keys))
             tell(*at, u"names a key that nothing answers to: "_s + keys);
     }
     // What a label shows is read; a caption belongs to what stands beside it.

@@ -3,6 +3,7 @@
 
 #include "base/codepage.h"
 #include "cards/screens/stoktrfwindow.h"
+#include "controls/gridview.h"
 #include "frame/mainwindow.h"
 #include "invoices/screens/fatwindow.h"
 #include "slips/screens/slipwindow.h"
@@ -174,6 +175,21 @@ private Q_SLOTS:
         }
     }
 
+    void aListThatCannotBeReadDoesNotLookEmpty()
+    {
+        TestProgram test;
+        const Definition &definition = *definitionOf(u"per"_s);
+        const auto look = [&] {
+            DefinitionWindow window(test.program, definition);
+            return window.findChild<GridView *>(u"l1"_s)->emptyText();
+        };
+        QCOMPARE(look(), u"Kayıt yok. \"Yeni\" ile ekleyin."_s);
+        writeBytes(test.path(u"data.dbs"_s), QByteArray(4096, 'x'));
+        QVERIFY2(look().startsWith(u"Kayıtlar okunamadı: "), qPrintable(look()));
+        QVERIFY2(look().contains(u"data.dbs"), qPrintable(look()));
+        QVERIFY2(!look().contains(u"select"), qPrintable(look()));
+    }
+
     void anApostropheLosesTheRecordSilently()
     {
         TestProgram test;
@@ -315,9 +331,13 @@ kskod     ; Kasa Kodu:      ; kasa.kvz   ; eski ; ŞB,1)"_s);
         QVERIFY(stock && !stock->isVisible());
         QCOMPARE(stock->stoktrf().brmseti.text(), u"05"_s);
         QCOMPARE(window.focusWidget(), before);
+        window.open(u"st"_s); // made after it, and shown before it
         window.open(u"stoktrf"_s);
         QVERIFY(stock->isVisible());
         QCOMPARE(window.findChildren<StoktrfWindow *>().size(), 1);
+        QCOMPARE(window.focusWidget()->objectName(), u"chameleonButton5"_s); // where work starts
+        QVERIFY(stock->isAncestorOf(window.focusWidget()));
+        stock->stoktrf().dosyaac(test.path(u"yok.txt"_s)); // its note is there behind it all
 
         stock->stoktrf().brmseti.setText(u"06"_s); // typed, and not read again
         window.open(u"stokozkod"_s);
@@ -326,6 +346,7 @@ kskod     ; Kasa Kodu:      ; kasa.kvz   ; eski ; ŞB,1)"_s);
         QCOMPARE(stock->stoktrf().ozelKodlar[4].entries(),
                  (QStringList{QString(), u"KOD- ACIK"_s}));
         QCOMPARE(stock->stoktrf().brmseti.text(), u"06"_s);
+        QVERIFY(stock->stoktrf().bilgi.text().contains(u"yok.txt"));
     }
 
     void theExemptionTextsReachTheOpenInvoiceScreen()
@@ -362,9 +383,10 @@ kskod     ; Kasa Kodu:      ; kasa.kvz   ; eski ; ŞB,1)"_s);
         test.dialogs.answers << std::nullopt << u"/s/stok.txt"_s << u"/h/fatura.xml"_s;
         press(window, u"chameleonButton1"_s);
         press(window, u"chameleonButton2"_s);
-        QCOMPARE(test.dialogs.saves, 0);
+        QCOMPARE(test.dialogs.any, 0);
         press(window, u"chameleonButton6"_s);
-        QCOMPARE(test.dialogs.saves, 1); // a target need not be there yet
+        QCOMPARE(test.dialogs.any, 1); // a target need not be there yet
+        QCOMPARE(test.dialogs.saves, 0);
         QCOMPARE(test.dialogs.asked[0].start, u"/k/cari.txt"_s);
         QCOMPARE(test.dialogs.asked[1].start, test.path(u"txt"_s));
         QCOMPARE(test.dialogs.asked[1].filter, u"txt Dosyaları (txt)|*.txt"_s);

@@ -131,6 +131,7 @@ private Q_SLOTS:
         const auto *label6 = desk.find<QLabel>("sqlbaglanti", "Label6");
         QCOMPARE(label6->text(), u"SQL Bağlantı Var"_s);
         QVERIFY(label6->styleSheet().contains(u"color: #00ff00"_s) && start->isEnabled());
+        QVERIFY(start->property("writes").toBool()); // into Logo itself, which shows
         desk.click("sqlbaglanti", "chameleonButton3");
         QVERIFY(update->isHidden());
         auto *firm = desk.find<QComboBox>("sqlbaglanti", "c1");
@@ -162,6 +163,9 @@ private Q_SLOTS:
         QCOMPARE(desk.logo.statements().size(), 4);
         QCOMPARE(desk.logo.statements()[0], u"Select * from LG_012_CLCARD where CODE='Ç1'"_s);
         QVERIFY(desk.find<QProgressBar>("fat", "pr1")->isVisible());
+        QVERIFY(desk.find<QLabel>("fat", "bilgi")
+                    ->text()
+                    .contains(u"E-Fatura işaretleri 5. satırda kaldı: Bu değer SQL komutunu"));
     }
 
     void aStockCountIsReadAndSaved()

@@ -2,6 +2,7 @@
 #include "frame/mainwindow.h"
 
 #include "app/instancelock.h"
+#include "app/realports.h"
 #include "invoices/desk.h"
 #include "invoices/duzey/screens/fatduzwindow.h"
 #include "invoices/screens/fatwindow.h"
@@ -11,12 +12,24 @@
 #include <QFile>
 #include <QMdiSubWindow>
 #include <QMenu>
+#include <QMessageBox>
 #include <QProcess>
 #include <QStatusBar>
+#include <QTimer>
 
 using namespace kervan;
 
 namespace {
+
+/// A server that does not answer.
+class SilentServer : public SqlServer
+{
+public:
+    std::unique_ptr<SqlConnection> connect(const QString &, const SqlOptions &) override
+    {
+        throw Failure(u"yanıt yok"_s);
+    }
+};
 
 /// The frame with the invoice screen open over two invoices.
 class Frame
@@ -198,6 +211,57 @@ private Q_SLOTS:
         QCOMPARE(frame.invoices().rows(), 1);
     }
 
+    void whatIsTypedWhileItWorksNeitherAnswersABoxNorClosesTheScreen()
+    {
+        TestProgram t;
+        t.reachLogo();
+        ScreenBoxes boxes;
+        writeBytes(t.path(u"kasa.kvz"_s), "1");
+        SilentServer server;
+        Program program{t.folder.path(), {}, {}, {}, boxes, t.dialogs, t.clock, server};
+        MainWindow window(program);
+        window.show();
+        QVERIFY(QTest::qWaitForWindowActive(&window));
+        const auto type = [&window] {
+            for (const auto &[key, modifiers] : {std::pair(Qt::Key_O, Qt::ControlModifier),
+                                                 {Qt::Key_Return, Qt::NoModifier},
+                                                 {Qt::Key_Escape, Qt::NoModifier}}) {
+                for (const auto each : {QEvent::KeyPress, QEvent::KeyRelease})
+                    qt_handleKeyEvent(window.windowHandle(), each, key, modifiers);
+            }
+        };
+        // What comes while it works waits until somebody looks.
+        connect(&program.busy, &Busy::changed, &window, type, Qt::QueuedConnection);
+        for (const QString &screen : {u"fat"_s, u"fatduz"_s, u"sayimform"_s}) {
+            QString told;
+            bool stands = false;
+            QTimer look;
+            look.setSingleShot(true);
+            QObject::connect(&look, &QTimer::timeout, &window, [&] {
+                auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
+                QVERIFY2(box, qPrintable(screen));
+                told = box->text();
+                auto *made = window.findChild<QWidget *>(screen);
+                // Nor does the screen close by its own, while it waits for the answer.
+                made->findChild<QAbstractButton *>(u"chameleonButton4"_s)->click();
+                QCoreApplication::processEvents();
+                stands = box->isVisible() && window.findChild<QWidget *>(screen);
+                box->accept();
+            });
+            look.start(200);
+            window.open(screen);
+            QCOMPARE(told, u"yanıt yok"_s);
+            QVERIFY2(stands, qPrintable(screen));
+            QVERIFY2(window.findChild<QWidget *>(screen), qPrintable(screen));
+        }
+        QVERIFY(t.dialogs.asked.isEmpty());
+        window.activateWindow();
+        QTRY_VERIFY(QApplication::focusWidget());
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
+        QTRY_VERIFY(!window.findChild<QWidget *>(u"sayimform"_s)); // it works again
+        QVERIFY(!QMessageBox().windowIcon().isNull());
+    }
+
     void aScreenIsOpenOnceAndItsOpeningRunsOnce()
     {
         Frame frame;
@@ -219,6 +283,8 @@ private Q_SLOTS:
             QTRY_COMPARE(frame.window.findChildren<QMdiSubWindow *>().size(), screens - 1);
         }
         QTRY_VERIFY(!frame.window.findChild<FatWindow *>());
+        QTRY_VERIFY(frame.window.focusWidget()); // the way back has the keys
+        QCOMPARE(frame.window.focusWidget()->objectName(), u"lvButtons_H5"_s);
         frame.window.open(u"fat");
         QVERIFY(frame.invoices().isEmpty());
     }

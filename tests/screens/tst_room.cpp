@@ -76,6 +76,9 @@ class RoomTest : public QObject
     Q_OBJECT
 
 private Q_SLOTS:
+    // What is held here is held for the program as it looks.
+    void initTestCase() { applyTheme(*qApp, false); }
+
     void theInvoiceListHasRoomOnASmallDesktop_data()
     {
         QTest::addColumn<double>("scale");
@@ -93,6 +96,13 @@ private Q_SLOTS:
         Room room(scale);
         room.read();
         QVERIFY2(room.rowsInView() >= rows, qPrintable(QString::number(room.rowsInView())));
+        // The first click moves nothing under the mouse, and takes no row away.
+        const int before = room.rowsInView();
+        QTest::mouseClick(room.list->viewport(), Qt::LeftButton, {},
+                          room.list->visualRect(room.rows().index(before - 1, 1)).center());
+        QVERIFY(!room.screen().fat().l2.isEmpty());
+        QCOMPARE(room.rowsInView(), before);
+        QCOMPARE(room.list->verticalScrollBar()->value(), 0);
         QCOMPARE(room.frame.width(), qFloor(desktop.width() / scale));
         QCOMPARE(room.frame.height(), qFloor(desktop.height() / scale));
         for (const QAbstractButton *button : room.frame.findChildren<QAbstractButton *>()) {
@@ -108,6 +118,51 @@ private Q_SLOTS:
         room.list->setFocus(); // where the screen is scrolled, keys bring it into view
         const QPoint top = room.list->mapTo(&room.frame, QPoint());
         QVERIFY(top.y() > 0 && top.y() + 60 < room.frame.height());
+    }
+
+    void whatIsToldStaysInViewWhereAScreenIsScrolled()
+    {
+        Room room(2);
+        room.read();
+        room.list->setFocus();
+        room.screen().fat().bilgi.add(u"Yazılamadı."_s);
+        QCoreApplication::processEvents();
+        auto *strip = room.frame.findChild<QWidget *>(u"serit"_s);
+        for (QWidget *part : {strip, room.frame.findChild<QWidget *>(u"bar1"_s)}) {
+            const QRect seen = part->visibleRegion().boundingRect();
+            QCOMPARE(seen.height(), part->height());
+        }
+        QVERIFY(strip->height() > 0);
+    }
+
+    void aRowThatAKeyGoesToIsSelectedAndInView_data()
+    {
+        QTest::addColumn<Qt::Key>("key");
+        QTest::addColumn<Qt::KeyboardModifiers>("modifiers");
+        QTest::newRow("PageDown") << Qt::Key_PageDown << Qt::KeyboardModifiers();
+        QTest::newRow("Ctrl+End") << Qt::Key_End << Qt::KeyboardModifiers(Qt::ControlModifier);
+        QTest::newRow("End") << Qt::Key_End << Qt::KeyboardModifiers();
+    }
+    void aRowThatAKeyGoesToIsSelectedAndInView()
+    {
+        QFETCH(Qt::Key, key);
+        QFETCH(Qt::KeyboardModifiers, modifiers);
+        Room room;
+        room.read();
+        room.list->setFocus();
+        QTest::keyClick(room.list, key, modifiers);
+        QCoreApplication::processEvents();
+        const QModelIndex at = room.list->currentIndex();
+        QVERIFY(room.list->selectionModel()->isRowSelected(at.row()));
+        const QRect place = room.list->visualRect(at.siblingAtColumn(0));
+        QVERIFY(place.top() >= 0 && place.bottom() < room.list->viewport()->height());
+        room.frame.resize(room.frame.width(), 600); // also with less room
+        QCoreApplication::processEvents();
+        QVERIFY(room.list->visualRect(at.siblingAtColumn(0)).bottom() <
+                room.list->viewport()->height());
+        QTest::keyClick(room.list, Qt::Key_Space);
+        QCOMPARE(ticksOf(room.rows()).indexOf(u'x'), at.row());
+        QCOMPARE(room.rows().tickedCount(), 1);
     }
 
     void theBigButtonsAreSmallWhileAScreenIsOpenAndItHasNoTitleBar()
@@ -315,12 +370,12 @@ private Q_SLOTS:
         applyTheme(*application); // goes along with the desktop from now on
         applyTheme(*application, desktop(0x000000, 0x000000, 0xffff00));
         QCOMPARE(QApplication::palette().color(QPalette::PlaceholderText), QColor(Qt::yellow));
-        QVERIFY(application->styleSheet().contains(u"tickdark.svg")); // on a bright ground
+        QVERIFY(application->styleSheet().contains(u"/tickdark/")); // on a bright ground
         QWidget window;
         QEvent change(QEvent::ThemeChange);
         QCoreApplication::sendEvent(&window, &change);
         QTRY_VERIFY(QApplication::palette().color(QPalette::WindowText) != QColor(Qt::yellow));
-        QVERIFY(application->styleSheet().contains(u"tick.svg"));
+        QVERIFY(application->styleSheet().contains(u"/tick/"));
         applyTheme(*application, false);
     }
 };

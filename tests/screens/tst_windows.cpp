@@ -20,6 +20,7 @@
 #include <QMessageBox>
 #include <QPushButton>
 #include <QSignalSpy>
+#include <QStatusBar>
 #include <QTimer>
 #include <QWheelEvent>
 
@@ -102,6 +103,67 @@ private Q_SLOTS:
         QCOMPARE(s.l1.tickedCount(), 1);
     }
 
+    void theKeysAreTheListsAfterEachCommandThatReads()
+    {
+        Shown s;
+        auto *firms = s.find<QComboBox>("c3");
+        const QString path = s.desk.t.path(u"kaynak.bif"_s);
+        s.desk.t.dialogs.answers = {path};
+        const std::array<std::function<void()>, 3> reads{
+            [&] { QTest::keyClick(firms, Qt::Key_O, Qt::ControlModifier); },
+            [&] { QTest::keyClick(firms, Qt::Key_F5); },
+            [&] { drop(s.window, path); },
+        };
+        QTest::keyClick(firms, Qt::Key_Down);
+        const QString chosen = firms->currentText();
+        for (const auto &read : reads) {
+            firms->setFocus();
+            read();
+            QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+            QCOMPARE(firms->currentText(), chosen);
+            QVERIFY(s.view->hasFocus());
+        }
+        // A choice that reads keeps them: the next arrow goes on choosing.
+        auto *kind = s.find<QComboBox>("fatbilgi");
+        kind->setFocus();
+        QTest::keyClick(kind, Qt::Key_Down);
+        QVERIFY(kind->hasFocus());
+        // A source without rows leaves them at a button, and at nothing that an arrow changes.
+        firms->setFocus();
+        drop(s.window, s.desk.t.path(u"yok.bif"_s));
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_Down);
+        QCOMPARE(firms->currentText(), chosen);
+    }
+
+    void theLinesAreThoseOfTheRowThatTheMouseTookHoweverItDid()
+    {
+        Shown s;
+        const auto place = [&s](int row) {
+            return s.view->visualRect(s.l1.index(row, 1)).center();
+        };
+        s.clickRow(0);
+        QCOMPARE(s.fat.l2.rows(), 1);
+        QTest::mouseClick(s.view->viewport(), Qt::RightButton, {}, place(2));
+        QCOMPARE(s.view->currentIndex().row(), 2);
+        QVERIFY(s.fat.l2.isEmpty()); // it has none
+        QTest::mousePress(s.view->viewport(), Qt::LeftButton, {}, place(2));
+        QTest::mouseMove(s.view->viewport(), place(1));
+        QTest::mouseRelease(s.view->viewport(), Qt::LeftButton, {}, place(1));
+        QCOMPARE(s.view->currentIndex().row(), 1);
+        QCOMPARE(s.fat.l2.rows(), 1);
+        // Ctrl takes a row out of the selection, and a tick box chooses its row.
+        const QItemSelectionModel *selection = s.view->selectionModel();
+        s.clickRow(0);
+        for (const int rows : {2, 1}) {
+            QTest::mouseClick(s.view->viewport(), Qt::LeftButton, Qt::ControlModifier, place(1));
+            QCOMPARE(selection->selectedRows().size(), rows);
+        }
+        QTest::mouseClick(s.view->viewport(), Qt::LeftButton, {},
+                          s.view->visualRect(s.l1.index(2, 0)).topLeft() +
+                              QPoint(12, s.view->rowHeight(2) / 2));
+        QVERIFY(s.l1.ticked(2) && selection->isRowSelected(2));
+    }
+
     void theWheelOverAChoiceNotInUseChangesNothing()
     {
         Shown s;
@@ -125,6 +187,15 @@ private Q_SLOTS:
         QTest::keyClick(s.find<QLineEdit>("crara"), Qt::Key_Return);
         QCOMPARE(s.view->selectionModel()->selectedRows().size(), 2);
         QCOMPARE(s.l1.tickedCount(), 0);
+        // Another search is for its own rows alone, and none found is told.
+        type(s.window, u"crara"_s, u"MARKET"_s);
+        QCOMPARE(s.view->selectionModel()->selectedRows().size(), 1);
+        const auto *bar = s.find<QStatusBar>("sb1");
+        QCOMPARE(bar->currentMessage(), QString());
+        type(s.window, u"crara"_s, u"deniz"_s);
+        QVERIFY(!s.view->selectionModel()->hasSelection());
+        QVERIFY(bar->currentMessage().startsWith(u"\"deniz\" geçen bir unvan bulunamadı"));
+        QVERIFY(s.find<QLineEdit>("crara")->hasFocus());
         press(s.window, u"Check1"_s);
         QCOMPARE(s.l1.rows(), 1);
         type(s.window, u"d2"_s, u"9.3.24"_s);
@@ -299,6 +370,24 @@ private Q_SLOTS:
         QCOMPARE(QFileInfo(name.value_or(QString())).fileName(), u"yeni"_s);
     }
 
+    void aNameThatIsOnlyRememberedIsChosenFromTheOneThatStands()
+    {
+        TestProgram t;
+        QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
+        QStringList seen;
+        QTimer::singleShot(50, this, [&] {
+            auto *dialog = qobject_cast<QFileDialog *>(QApplication::activeModalWidget());
+            seen << dialog->findChild<QLineEdit *>(u"fileNameEdit"_s)->text()
+                 << dialog->labelText(QFileDialog::Accept);
+            static_cast<QDialog *>(dialog)->accept();
+        });
+        ScreenDialogs dialogs(t.folder.path());
+        const auto name = dialogs.anyName(
+            {u"Hedef"_s, u"Exel Dosyaları (xml)|*.xml"_s, u"logo xml/fatura.xml"_s});
+        QCOMPARE(seen.join(u'|'), u"fatura.xml|&Seç"_s);
+        QCOMPARE(name, t.path(u"logo xml/fatura.xml"_s)); // which is not there
+    }
+
     void theSamplesHoldNoPlaceOfTheirOwn()
     {
         TestProgram t;
@@ -363,6 +452,7 @@ private Q_SLOTS:
         QTest::keyClick(QApplication::focusWidget(), Qt::Key_Escape);
         QTRY_VERIFY(view->hasFocus());
         QCOMPARE(l1.cell(10, Urunform::Bfiyat), QString());
+        QCOMPARE(window.findChild<QLabel *>(u"bilgi"_s)->text(), QString()); // nothing is refused
         QApplication::clipboard()->setText(u"A\tB\n"_s);
         view->setCurrentIndex(l1.index(10, Urunform::Ack));
         QTest::keyClick(view, Qt::Key_V, Qt::ControlModifier);

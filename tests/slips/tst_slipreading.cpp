@@ -128,6 +128,16 @@ cards ; lvButtons_H3 ; X|S|A|K|Ü|T||T\n| 7 | AÇ | 1,2 | GÜL | 5.3.2021 9:30 |
         SlipDesk ends(cafis());
         ends.readBook(u"a.xlsx"_s, u"T|||K|||Ü\n#1|||K||C|BİR\n#2|||K||C|İKİ"_s); // no date
         QCOMPARE(textOf(ends.s.l1), u"1|||||||"_s);
+        // The note stays until something is read or written, and so through what comes to nothing.
+        const QString told = u"Okuma 2. kayıtta bitti, listede 1 hareket var: "_s;
+        QVERIFY2(ends.s.bilgi.text().startsWith(told), qPrintable(ends.s.bilgi.text()));
+        ends.s.sayfaadikaydet();
+        ends.t.boxes.expectWarning(u"Listeden Seçim Yapınız..."_s, Icon::None);
+        ends.press(u"buton2"_s);
+        ends.s.l1.setTicked(0, true);
+        ends.t.dialogs.answers = {std::nullopt};
+        ends.press(u"buton2"_s);
+        QVERIFY(ends.s.bilgi.text().startsWith(told));
         SlipDesk goesOn(cafis2());
         goesOn.readBook(u"150320.xls"_s, u"A\nB\nC\nD\nE||F\nC1||BİR\nC2||İKİ"_s); // no amount
         QCOMPARE(textOf(goesOn.s.l1), u"1|15/03/20|C1|BİR||NT000001|KN000001|\n"

@@ -101,6 +101,9 @@ carifisduzey ; a.xlsx                  ; D|C|U|A|S||T\n1.3.2021|C1|BİR|AÇ|7||1
         s.pick(u"buton1"_s, fetch("file"));
         QCOMPARE(s.find<QLabel>(u"bart"_s)->text(), fetch("heading"));
         QCOMPARE(s.find<QLabel>(u"sb1_2"_s)->text(), u"1"_s);
+        const bool isInTheCaption = fetch("heading").contains(fetch("file"));
+        QCOMPARE(s.find<QLabel>(u"dosya"_s)->text(),
+                 isInTheCaption ? QString() : u"Dosya: "_s + fetch("file"));
         s.press(u"Check1"_s);
         QVERIFY(s.saved(u"buton2"_s).contains(fetch("ofButon2").toLatin1()));
         if (fetch("ofBankSave").isEmpty()) // no such list, or none of its commands is shown

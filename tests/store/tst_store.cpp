@@ -96,6 +96,18 @@ stokozkod ; insert into ozkod values (Null ,'ack','ozkod') ; Update ozkod SET oz
         QCOMPARE((QStringList{f.ec, f.es, f.ef, f.xc, f.xs, f.xf}.join(u' ')), u"a b c d e f"_s);
     }
 
+    void aFaultIsToldByFileAndReasonAndTheStatementOnlyInFull()
+    {
+        Store s;
+        OpenDb open(s.db, s.file);
+        const auto failed = passOver([&] { s.db.query(Statement(u"select * from yok")); });
+        QVERIFY(failed);
+        QCOMPARE(failed->headline(),
+                 u"data.dbs: veritabanında bu tablo yok (no such table: yok)"_s);
+        QCOMPARE(failed->description(),
+                 u"veritabanında bu tablo yok (no such table: yok) (select * from yok)"_s);
+    }
+
     void rowsComeInTheOrderOfIdWhichIsComparedWithAQuotedNumber()
     {
         Store s;

@@ -68,11 +68,17 @@ public:
     QList<std::optional<QString>> answers;
     QList<FileQuestion> asked;
     int saves = 0; ///< how many of them were asked for saving
+    int any = 0;   ///< how many for a name that need not be there
 
     std::optional<QString> openName(const FileQuestion &question) override;
     std::optional<QString> saveName(const FileQuestion &question) override
     {
         ++saves;
+        return openName(question);
+    }
+    std::optional<QString> anyName(const FileQuestion &question) override
+    {
+        ++any;
         return openName(question);
     }
 };

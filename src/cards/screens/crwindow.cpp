@@ -42,7 +42,8 @@ QWidget *CrWindow::commands()
         return button;
     };
     connect(add(u"chameleonButton5"_s, u"Cari Dosyası Aç"_s, u"open"_s, u"Ctrl+O"_s),
-            &QAbstractButton::clicked, this, [this] { m_cr.dosyaac(); });
+            &QAbstractButton::clicked, this,
+            [this] { readIntoList(this, [this] { m_cr.dosyaac(); }); });
     row->addSpacing(12);
     connect(add(u"chameleonButton1"_s, u"Logo Xml Kaydet"_s, u"save"_s, u"Ctrl+S"_s),
             &QAbstractButton::clicked, this, [this] { m_cr.xmlkaydet(); });

@@ -39,7 +39,8 @@ QWidget *StoktrfWindow::commands()
     auto *row = new FlowLayout(bar);
     auto *open =
         commandButton(this, u"chameleonButton5"_s, u"Stok Dosyası Aç"_s, u"open"_s, u"Ctrl+O"_s);
-    connect(open, &QAbstractButton::clicked, this, [this] { m_stoktrf.dosyaac(); });
+    connect(open, &QAbstractButton::clicked, this,
+            [this] { readIntoList(this, [this] { m_stoktrf.dosyaac(); }); });
     auto *save =
         commandButton(this, u"chameleonButton1"_s, u"Logo Xml Kaydet"_s, u"save"_s, u"Ctrl+S"_s);
     connect(save, &QAbstractButton::clicked, this, [this] { m_stoktrf.xmlkaydet(); });

@@ -40,7 +40,8 @@ QWidget *StWindow::commands()
     auto *bar = new QWidget;
     auto *row = new FlowLayout(bar);
     auto *open = commandButton(this, u"chameleonButton5"_s, u"Manual Aç"_s, u"open"_s, u"Ctrl+O"_s);
-    connect(open, &QAbstractButton::clicked, this, [this] { m_st.manualac(); });
+    connect(open, &QAbstractButton::clicked, this,
+            [this] { readIntoList(this, [this] { m_st.manualac(); }); });
     auto *automatic = commandButton(this, u"chameleonButton2"_s, u"Otomatik Aç"_s, {}, u"F5"_s);
     automatic->setToolTip(u"Bu düğmenin bir işlevi yoktur (F5)"_s);
     auto *save = commandButton(this, u"chameleonButton1"_s, u"Logo Xml Manual Kaydet"_s, u"save"_s,

@@ -81,7 +81,7 @@ void Fatduz::readSheet()
     }
     ilerleme.finish();
     liste.showRowCount();
-    efaturabul(l1(), link, ilerleme, m_program.boxes);
+    efaturabul(l1(), link, ilerleme, m_program.boxes, bilgi);
 }
 
 // Only records that follow each other make one invoice.

@@ -1,5 +1,6 @@
 #include "invoices/screens/fatwindow.h"
 
+#include "controls/announcing.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
@@ -19,6 +20,12 @@
 namespace kervan {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int readingTime = 10000; // milliseconds
+
+} // namespace
 
 FatWindow::FatWindow(Program &program, QWidget *parent)
     : QWidget(parent)
@@ -53,7 +60,8 @@ QPushButton *FatWindow::command(const QString &name, const QString &caption,
                                 void (Fat::*action)())
 {
     auto *button = commandButton(this, name, caption, pictureName, keys);
-    connect(button, &QAbstractButton::clicked, this, [this, action] { (m_fat.*action)(); });
+    connect(button, &QAbstractButton::clicked, this,
+            [this, action] { readIntoList(this, [&] { (m_fat.*action)(); }); });
     return button;
 }
 
@@ -129,8 +137,15 @@ QWidget *FatWindow::filters()
     connect(search, &QLineEdit::returnPressed, this, [this] {
         const QList<int> found = m_fat.liste.unvanara();
         m_l1->markRows(found);
+        auto *bar = findChild<QStatusBar *>(u"sb1"_s);
+        bar->clearMessage();
         if (!found.isEmpty())
-            m_l1->enter(found.first());
+            return m_l1->enter(found.first());
+        const QString none =
+            u"\"%1\" geçen bir unvan bulunamadı. Büyük ve küçük harf ayrı sayılır."_s.arg(
+                m_fat.liste.arananUnvan.text());
+        bar->showMessage(none, readingTime);
+        announce(bar, none);
     });
     row->addPair(labelFor(search, u"Cari Unvanı:"_s), search);
     row->addStretch();

@@ -12,6 +12,7 @@
 #include <QCheckBox>
 #include <QComboBox>
 #include <QGroupBox>
+#include <QGuiApplication>
 #include <QLabel>
 #include <QPushButton>
 #include <QShortcut>
@@ -52,7 +53,7 @@ QGroupBox *listFrame(const QString &caption, GridView *view)
 {
     auto *frame = new QGroupBox(caption);
     auto *column = new QVBoxLayout(frame);
-    column->setContentsMargins(4, 2, 4, 2);
+    column->setContentsMargins(4, 0, 4, 1);
     column->addWidget(view);
     return frame;
 }
@@ -144,8 +145,9 @@ GridView *invoiceView(InvoiceList &list, const QString &source, TextField &capti
                      [view] { view->setEmptyText(u"Listede gösterilecek fatura yok."_s); });
     QObject::connect(view, &QAbstractItemView::clicked, view,
                      [view, choose](const QModelIndex &index) {
-                         // Its tick box alone does not choose a row.
-                         if (!view->selectionModel()->isSelected(index))
+                         // Its tick box alone does not choose a row, and Ctrl takes one out.
+                         if (!view->selectionModel()->isSelected(index) &&
+                             QGuiApplication::keyboardModifiers() == Qt::NoModifier)
                              view->setCurrentIndex(index);
                          choose(index.row());
                      });
@@ -160,7 +162,7 @@ QWidget *invoiceLists(GridView *invoices, Grid &l2)
 {
     GridView *lines = lineView(l2);
     return new Panes(listFrame(u"Fatura Listesi"_s, invoices),
-                     listFrame(u"Fatura Kalemleri"_s, lines), lines, u"invoices/lines"_s);
+                     listFrame(u"Fatura Kalemleri"_s, lines), u"invoices/lines"_s);
 }
 
 } // namespace kervan

@@ -14,6 +14,7 @@
 #include <QLineEdit>
 #include <QProgressBar>
 #include <QPushButton>
+#include <QStyle>
 #include <QVBoxLayout>
 
 namespace kervan {
@@ -144,8 +145,12 @@ QWidget *SqlbaglantiWindow::update()
 
     auto *start = dialogButton(u"chameleonButton2"_s, u"Güncellemeyi Başlat"_s, u"Ctrl+Shift+G"_s);
     start->setEnabled(false);
-    connect(&m_sqlbaglanti.baslanabilir, &CheckField::changed, start,
-            [this, start] { start->setEnabled(m_sqlbaglanti.baslanabilir.isChecked()); });
+    connect(&m_sqlbaglanti.baslanabilir, &CheckField::changed, start, [this, start] {
+        const bool can = m_sqlbaglanti.baslanabilir.isChecked();
+        start->setEnabled(can);
+        start->setProperty("writes", can); // into Logo itself: it does not look like the others
+        start->style()->polish(start);
+    });
     connect(start, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.guncellemebaslat(); });
     auto *settings = dialogButton(u"chameleonButton3"_s, u"SQL Ayarları"_s, u"Ctrl+Y"_s);
     connect(settings, &QAbstractButton::clicked, this, [this] { m_sqlbaglanti.sqlayarlari(); });

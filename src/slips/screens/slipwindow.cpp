@@ -12,6 +12,7 @@
 #include <QLabel>
 #include <QLineEdit>
 #include <QPushButton>
+#include <QScrollArea>
 #include <QStatusBar>
 #include <QVBoxLayout>
 
@@ -38,16 +39,16 @@ SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
     column->setSpacing(screenSpacing);
     column->addWidget(strip);
     column->addWidget(new NoteStrip(m_screen.bilgi));
-    column->addWidget(head());
-    column->addWidget(lists(), 1);
+    column->addWidget(scroller({head(), lists()}), 1);
     column->addWidget(transferStatusBar(u"Cari Haraket Sayısı:"_s, m_screen.hareketSayisi,
                                         m_screen.bilgi, m_screen.ilerleme));
     addHidden();
 
     letClose(this, strip);
     leadThroughPanes(this);
-    connect(new FileDrop(this), &FileDrop::dropped, this,
-            [this](const QString &path) { m_screen.birakilandosya(path); });
+    connect(new FileDrop(this), &FileDrop::dropped, this, [this](const QString &path) {
+        readIntoList(this, [&] { m_screen.birakilandosya(path); });
+    });
     m_screen.load();
     findChild<QPushButton *>(u"buton1"_s)->setFocus();
 }
@@ -80,7 +81,7 @@ QWidget *SlipWindow::commands()
         auto *button = commandButton(this, command.name, command.caption,
                                      saves ? u"save"_s : u"open"_s, command.keys);
         connect(button, &QAbstractButton::clicked, this,
-                [this, &command] { m_screen.run(command); });
+                [this, &command] { readIntoList(this, [&] { m_screen.run(command); }); });
         row->addWidget(button);
     }
     row->addStretch();
@@ -129,7 +130,7 @@ QWidget *SlipWindow::lists()
     view->setEmptyText(u"Hareketler okununca kod başına bir satır burada görünür."_s);
     auto *bank = listFrame(u"f3"_s, form.bankListCaption, u"Check2"_s, m_screen.tumFisler,
                            &SlipScreen::tumfislerisec, view);
-    return new Panes(cash, bank, view, u"slips/bank"_s);
+    return new Panes(cash, bank, u"slips/bank"_s);
 }
 
 GridView *SlipWindow::movements()
@@ -175,7 +176,7 @@ void SlipWindow::addHidden()
         button->setObjectName(command.name);
         button->hide();
         connect(button, &QAbstractButton::clicked, this,
-                [this, &command] { m_screen.run(command); });
+                [this, &command] { readIntoList(this, [&] { m_screen.run(command); }); });
     }
     (new GridView(m_screen.l1eski, u"l1eski"_s, this))->hide();
     (new GridView(m_screen.ListView1, u"ListView1"_s, this))->hide();

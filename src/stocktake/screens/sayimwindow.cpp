@@ -40,7 +40,8 @@ QWidget *SayimWindow::commands()
     auto *row = new FlowLayout(bar);
     auto *open = commandButton(this, u"chameleonButton5"_s, u"Sayım Text Dosyası Aç"_s, u"open"_s,
                                u"Ctrl+O"_s);
-    connect(open, &QAbstractButton::clicked, this, [this] { m_sayimform.dosyaac(); });
+    connect(open, &QAbstractButton::clicked, this,
+            [this] { readIntoList(this, [this] { m_sayimform.dosyaac(); }); });
     auto *number = new QLineEdit;
     number->setObjectName(u"Text1"_s);
     number->setMaximumWidth(200);

@@ -85,7 +85,8 @@ void PriceView::closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint 
     auto *edit = qobject_cast<QLineEdit *>(editor);
     if (!edit || edit->hasAcceptableInput() || hint == QAbstractItemDelegate::RevertModelCache) {
         m_refused = nullptr;
-        GridView::closeEditor(editor, hint);
+        GridView::closeEditor(editor, hint); // tells once more that it refuses, as it goes
+        Q_EMIT left();
         return;
     }
     m_refused = editor;
@@ -149,6 +150,7 @@ PriceView *UrunWindow::makeView()
     connect(view, &PriceView::refused, m_note, [this](const QString &text) {
         tell(u"\"%1\" açık bir fiyat değil: 1.234,50, 1234 ya da 12,5 gibi yazın."_s.arg(text));
     });
+    connect(view, &PriceView::left, m_note, [this] { tell({}); });
     return view;
 }
 

@@ -22,6 +22,8 @@ public:
 
 Q_SIGNALS:
     void refused(const QString &text);
+    /// A cell is in edit no longer.
+    void left();
 
 protected:
     void closeEditor(QWidget *editor, QAbstractItemDelegate::EndEditHint hint) override;

@@ -83,7 +83,6 @@ QGroupBox *DefinitionWindow::listFrame()
     m_list = new GridView(m_screen.l1, u"l1"_s);
     m_list->setAccessibleName(definition.listCaption);
     m_list->setSelectionMode(QAbstractItemView::SingleSelection);
-    m_list->setEmptyText(u"Kayıt yok. \"Yeni\" ile ekleyin."_s);
     connect(m_list, &QAbstractItemView::doubleClicked, this, &DefinitionWindow::degistir);
     auto *column = new QVBoxLayout(frame);
     column->addWidget(m_list, 1);
@@ -171,6 +170,9 @@ void DefinitionWindow::showFrame()
 // A list that is loaded anew keeps its place; a new record is the last one.
 void DefinitionWindow::chooseRow()
 {
+    const auto &failed = m_screen.okunamadi;
+    m_list->setEmptyText(failed ? u"Kayıtlar okunamadı: "_s + failed->headline()
+                                : u"Kayıt yok. \"Yeni\" ile ekleyin."_s);
     const int last = m_screen.l1.rows() - 1;
     if (last >= 0)
         m_list->selectRow(m_toLast ? last : qMin(m_row, last));

@@ -53,7 +53,8 @@ QPushButton *FatduzWindow::command(const QString &name, const QString &caption,
                                    void (Fatduz::*action)())
 {
     auto *button = commandButton(this, name, caption, pictureName, keys);
-    connect(button, &QAbstractButton::clicked, this, [this, action] { (m_fatduz.*action)(); });
+    connect(button, &QAbstractButton::clicked, this,
+            [this, action] { readIntoList(this, [&] { (m_fatduz.*action)(); }); });
     return button;
 }
 
