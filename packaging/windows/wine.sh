@@ -7,7 +7,7 @@ wine_start() {
     export TZ=Europe/Istanbul WINEDLLOVERRIDES="mscoree=;mshtml=;winemenubuilder.exe="
     rm -rf "$WINEPREFIX"
     mkdir -p "$WINEPREFIX"
-    exec {display_number}< <(exec Xvfb -displayfd 1 -screen 0 1366x768x24 -nolisten tcp 2>/dev/null)
+    exec {display_number}< <(exec Xvfb -displayfd 1 -screen 0 1600x1000x24 -nolisten tcp 2>/dev/null)
     xvfb_process=$!
     trap wine_stop EXIT
     read -r -u "$display_number" number
@@ -16,6 +16,9 @@ wine_start() {
     # Windows' own font isn't here, and Wine would take one with serifs.
     wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Segoe UI' /d 'DejaVu Sans' /f
     wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Tahoma' /d 'DejaVu Sans' /f
+    # A crash is the test's to report; Wine's debugger would wait for somebody to see it.
+    wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d '' /f
+    wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Auto /d 1 /f
     wineserver -w
 }
 

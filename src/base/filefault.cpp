@@ -11,8 +11,6 @@
 #include <QRegularExpression>
 
 #include <windows.h>
-
-#include <string>
 #endif
 
 namespace kervan {
@@ -40,6 +38,7 @@ constexpr QStringView noMemory = u"bellek yetmiyor";
 
 #ifdef Q_OS_WIN
 constexpr QStringView unusableLetter = u"dosya adında kullanılamayan bir harf var";
+constexpr qsizetype longestName = 255 - 7; // of letters, since a file has seven more while written
 
 constexpr auto words = std::to_array<Word>({
     {ERROR_ACCESS_DENIED, noRight},
@@ -98,9 +97,8 @@ constexpr auto words = std::to_array<Word>({
 // Another file can't take the place of one that is open; the system calls that forbidden.
 bool isOpenElsewhere(const QString &path)
 {
-    const std::wstring name = QDir::toNativeSeparators(path).toStdWString();
-    const HANDLE file = CreateFileW(name.c_str(), GENERIC_WRITE | DELETE, 0, nullptr, OPEN_EXISTING,
-                                    FILE_ATTRIBUTE_NORMAL, nullptr);
+    const HANDLE file = CreateFileW(systemName(path).c_str(), GENERIC_WRITE | DELETE, 0, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
     if (file != INVALID_HANDLE_VALUE) {
         CloseHandle(file);
         return false;
@@ -179,9 +177,25 @@ QString faultOfName([[maybe_unused]] const QString &path)
         return u"bu ad Windows'a ayrılmış"_s;
     if (name.contains(u':'))
         return unusableLetter.toString();
+    if (name.size() > longestName) // which the system calls an unusable one
+        return longName.toString();
+    if (name.endsWith(u'.') || name.endsWith(u' '))
+        return u"adın sonunda nokta ya da boşluk olamaz"_s;
 #endif
     return {};
 }
+
+#ifdef Q_OS_WIN
+std::wstring systemName(const QString &path)
+{
+    QString name = QDir::toNativeSeparators(QDir::cleanPath(QFileInfo(path).absoluteFilePath()));
+    if (name.startsWith(u"\\\\"))
+        name.replace(0, 1, u"\\\\?\\UNC"_s);
+    else
+        name.prepend(u"\\\\?\\");
+    return name.toStdWString();
+}
+#endif
 
 Failure fileFailure(const QString &path, const QString &step, const QString &why)
 {

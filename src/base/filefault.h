@@ -5,6 +5,10 @@
 #include <QFileDevice>
 #include <QString>
 
+#ifdef Q_OS_WIN
+#include <string>
+#endif
+
 namespace kervan {
 
 /// Forgets the system's last fault, so that the next one is that of the call behind it.
@@ -17,8 +21,14 @@ int lastFault();
 QString filefault(const QFileDevice &file, int fault);
 
 /// Why no file may have this name, empty if one may. Windows would put what is written to
-/// "NUL.xml" nowhere, and behind a colon out of sight; other systems take any name.
+/// "NUL.xml" nowhere, behind a colon out of sight, and with a point or a blank at the end into a
+/// file of another name or one that nothing else can open; other systems take any name.
 QString faultOfName(const QString &path);
+
+#ifdef Q_OS_WIN
+/// The file's name for calls of the system: in this form they take one of more than 260 letters.
+std::wstring systemName(const QString &path);
+#endif
 
 /// The failure of a file: `step` is what could not be done, "yazılamadı".
 Failure fileFailure(const QString &path, const QString &step, const QString &why);

@@ -2,6 +2,8 @@
 
 #ifdef Q_OS_WIN
 
+#include "base/filefault.h"
+
 #include <QByteArray>
 
 #include <windows.h>
@@ -43,7 +45,7 @@ QByteArray currentUser()
 
 bool keepToUser(const QString &path)
 {
-    std::wstring name = path.toStdWString();
+    std::wstring name = systemName(path);
     QByteArray user = currentUser();
     if (user.isEmpty() || !keepsRights(name))
         return false;

@@ -3,7 +3,6 @@
 #include "base/failure.h"
 
 #include <QMap>
-#include <QRegularExpression>
 
 namespace kervan {
 
@@ -15,10 +14,17 @@ namespace {
 // -1 of any other.
 int versionOf(const QString &driver)
 {
-    static const QRegularExpression numbered(u"^ODBC Driver (\\d+) for SQL Server$"_s);
-    if (const auto match = numbered.match(driver); match.hasMatch())
-        return match.capturedView(1).toInt();
-    return driver == u"SQL Server"_s ? 0 : -1;
+    constexpr QStringView before = u"ODBC Driver ";
+    constexpr QStringView behind = u" for SQL Server";
+    if (driver == u"SQL Server")
+        return 0;
+    if (driver.size() < before.size() + behind.size() || !driver.startsWith(before) ||
+        !driver.endsWith(behind))
+        return -1;
+    bool isNumber = false;
+    const int version =
+        QStringView(driver).sliced(before.size()).chopped(behind.size()).toInt(&isNumber);
+    return isNumber ? version : -1;
 }
 
 QMap<QString, QString> pairsOf(const QString &connectionText)
@@ -122,9 +128,13 @@ QString driverText(const QString &connectionText, const QString &driver)
 QString sentenceOf(const QString &message)
 {
     // The server's own sentence may begin with a bracket too: "[dbo].[X] ...".
-    static const QRegularExpression layers(
-        u"^(?:(?:\\[[^\\]]*\\])*?\\[SQL Server\\]|(?:\\[[^\\]]*\\])+)"_s);
-    return QString(message).remove(layers).trimmed();
+    QStringView rest = message;
+    QStringView layer;
+    while (layer != u"[SQL Server]" && rest.startsWith(u'[') && rest.contains(u']')) {
+        layer = rest.first(rest.indexOf(u']') + 1);
+        rest = rest.sliced(layer.size());
+    }
+    return rest.trimmed().toString();
 }
 
 } // namespace kervan

@@ -133,7 +133,8 @@ std::unique_ptr<SqlConnection> OdbcServer::connect(const QString &connectionText
     // port of an instance, may take it much longer. So it tries aside, and is left to end by itself
     // when it comes too late. Nor is it waited for at the end of the program, which closing the
     // frame ends at once: the attempt has nothing but its own texts and handles, and ends with the
-    // process.
+    // process. Nor does it use QRegularExpression: that keeps a variable of its thread, which MinGW
+    // frees before its destructor runs, so the program would crash behind each attempt.
     std::packaged_task<std::unique_ptr<SqlConnection>()> opening(
         [=] { return std::make_unique<OdbcConnection>(connectionText, options); });
     auto opened = opening.get_future();

@@ -69,11 +69,13 @@ QString faultOf(const QSqlError &error)
     return own;
 }
 
-// "mode=rw" keeps the engine from creating a file that isn't there.
+// "mode=rw" keeps the engine from creating a file that isn't there. The engine refuses an address
+// that names a host, so a server on the network stands in its path.
 QString existingFile(const QString &path)
 {
-    const QUrl url = QUrl::fromLocalFile(QDir::fromNativeSeparators(path));
-    return QString::fromLatin1(url.toEncoded(QUrl::FullyEncoded)) + u"?mode=rw"_s;
+    const QString name = QDir::fromNativeSeparators(path);
+    return (name.startsWith(u"//") ? u"file://%1?mode=rw"_s : u"file:%1?mode=rw"_s)
+        .arg(QString::fromLatin1(QUrl::toPercentEncoding(name, "/:")));
 }
 
 } // namespace

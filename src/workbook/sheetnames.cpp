@@ -2,8 +2,6 @@
 
 #include "base/failure.h"
 
-#include <QLocale>
-
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -12,13 +10,18 @@ namespace {
 
 constexpr qsizetype mostNamesTold = 20;
 
+// A locale of Qt's knows this only where Qt was built with ICU, which it is not on Windows.
+QString turkishCapitals(QString text)
+{
+    return text.replace(u'i', u'İ').toUpper();
+}
+
 bool sameButCase(const QString &one, const QString &other)
 {
     // Under the Turkish rules i and İ are one letter, ı and I the other; under the common ones i
     // and I are.
-    static const QLocale turkish(QLocale::Turkish);
     return one.compare(other, Qt::CaseInsensitive) == 0 ||
-           turkish.toUpper(one) == turkish.toUpper(other);
+           turkishCapitals(one) == turkishCapitals(other);
 }
 
 } // namespace

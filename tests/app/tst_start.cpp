@@ -52,13 +52,19 @@ private Q_SLOTS:
     }
     void aCrashLeavesItsPlaceAndVersionAndIsToldOnce()
     {
+        if (isUnderWine() && fetch("how") == u"stack")
+            QSKIP("Wine keeps no room on the stack for a crash that has used it up");
         const QTemporaryDir folder;
         QCOMPARE(leftByCrash(folder.path()), QString());
         QProcess process;
         process.start(QCoreApplication::applicationFilePath(),
                       {u"crash"_s, folder.path(), fetch("how")});
         QVERIFY(process.waitForFinished(20000));
+#ifdef Q_OS_WIN
+        QVERIFY(process.exitCode() != 0); // 3 of abort(), which counts as a normal end
+#else
         QCOMPARE(process.exitStatus(), QProcess::CrashExit);
+#endif
         const QString report = leftByCrash(folder.path());
         const QByteArray text = readBytes(report);
         QVERIFY2(text.startsWith("Kervan Transfer 9.99, Qt 6."), text);

@@ -11,6 +11,10 @@
 #include <QAbstractItemModelTester>
 #include <QDir>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
 using namespace kervan;
 
 namespace {
@@ -32,6 +36,27 @@ void writeWhole(const QString &path, const QByteArray &bytes = "yeni")
     file.write(bytes);
     file.commit();
 }
+
+#ifdef Q_OS_WIN
+// Another program at a file, which lets others do no more than `share` says.
+class OpenElsewhere
+{
+public:
+    explicit OpenElsewhere(const QString &path, DWORD share = 0)
+        : m_file(CreateFileW(systemName(path).c_str(), GENERIC_READ | GENERIC_WRITE, share, nullptr,
+                             OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr))
+    {
+        if (m_file == INVALID_HANDLE_VALUE)
+            qFatal("not opened: %s", qPrintable(path));
+    }
+    ~OpenElsewhere() { CloseHandle(m_file); }
+    OpenElsewhere(const OpenElsewhere &) = delete;
+    OpenElsewhere &operator=(const OpenElsewhere &) = delete;
+
+private:
+    HANDLE m_file;
+};
+#endif
 
 } // namespace
 
@@ -164,15 +189,25 @@ two apart          ; 'a'         ; yes)"_s);
         QTest::newRow("a file for a folder") << u"dolu/a.xml"_s << u"klasörü yok"_s;
         QTest::newRow("a folder") << u"klasör"_s << u"bu bir klasör"_s;
         QTest::newRow("long name") << QString(300, u'x') << u"adı çok uzun"_s;
-        QTest::newRow("closed folder") << u"kapalı/a.xml"_s << u"izin yok"_s;
         QTest::newRow("read-only file") << u"salt.xml"_s << u"dosya salt okunur"_s;
+#ifdef Q_OS_WIN
+        for (const QString &device : {u"NUL.xml"_s, u"klasör/aux"_s, u"Com1 .a.xml"_s})
+            QTest::newRow(qPrintable(device)) << device << u"bu ad Windows'a ayrılmış"_s;
+        for (const QString &odd : {u"a:b.xml"_s, u"a?.xml"_s})
+            QTest::newRow(qPrintable(odd)) << odd << u"dosya adında kullanılamayan bir harf var"_s;
+        for (const QString &end : {u"dolu."_s, u"dolu "_s})
+            QTest::addRow("\"%s\"", qPrintable(end))
+                << end << u"adın sonunda nokta ya da boşluk olamaz"_s;
+#else // where the bits of a folder close it
+        QTest::newRow("closed folder") << u"kapalı/a.xml"_s << u"izin yok"_s;
+#endif
     }
     void aFileThatCannotBeWrittenSaysWhy()
     {
         QFETCH(QString, name);
         QFETCH(QString, why);
         const QTemporaryDir folder;
-        const QString path = folder.filePath(name);
+        const QString path = folder.path() + u'/' + name;
         QVERIFY(QDir(folder.path()).mkpath(u"klasör"_s) && QDir(folder.path()).mkpath(u"kapalı"_s));
         for (const QString &file : {u"dolu"_s, u"salt.xml"_s})
             writeBytes(folder.filePath(file), "eski");
@@ -183,10 +218,55 @@ two apart          ; 'a'         ; yes)"_s);
         asAnyUser([&] {
             const auto failed = passOver([&] { writeWhole(path); });
             QVERIFY(failed);
-            QCOMPARE(failed->description(), path + u" yazılamadı: "_s + why);
-            QCOMPARE(failed->headline(), u"Yazılamadı, %1: %2"_s.arg(why, path));
+            QCOMPARE(failed->description(), asTold(path) + u" yazılamadı: "_s + why);
+            QCOMPARE(failed->headline(), u"Yazılamadı, %1: %2"_s.arg(why, asTold(path)));
+            QCOMPARE(readBytes(folder.filePath(u"dolu"_s)), "eski");
         });
     }
+
+    void aFileOfALongPathAndAnyLettersIsWrittenAndRead()
+    {
+        const QTemporaryDir folder;
+        QString path = folder.path();
+        for (int depth = 0; depth < 4; ++depth)
+            path += u"/Şube İstanbul'un %20 #1 & "_s + QString(60, u'ğ');
+        QVERIFY(QDir().mkpath(path));
+        path += u"/satış ı.txt"_s;
+        writeBytes(path, "eski");
+        writeWhole(path, "yeni\r\n");
+        LineReader reader(path);
+        QVERIFY(reader.next());
+        QCOMPARE(reader.line(), u"yeni");
+#ifdef Q_OS_WIN
+        const OpenElsewhere other(path, FILE_SHARE_READ | FILE_SHARE_WRITE);
+        QCOMPARE(failureOf([&] { writeWhole(path); }),
+                 asTold(path) + u" yazılamadı: başka bir programda açık"_s);
+#endif
+    }
+
+#ifdef Q_OS_WIN
+    void aFileThatAnotherProgramHoldsIsToldAndStaysWhole()
+    {
+        const QTemporaryDir folder;
+        const QString path = folder.filePath(u"a.xml"_s);
+        writeBytes(path, "eski");
+        for (const DWORD share : {0, FILE_SHARE_READ, FILE_SHARE_READ | FILE_SHARE_WRITE}) {
+            const OpenElsewhere other(path, share);
+            QCOMPARE(failureOf([&] { writeWhole(path); }),
+                     asTold(path) + u" yazılamadı: başka bir programda açık"_s);
+        }
+        QCOMPARE(readBytes(path), "eski");
+        QCOMPARE(contentOf(folder.path()), u"a.xml"_s);
+        {
+            const OpenElsewhere spreadsheet(path, FILE_SHARE_READ); // is read beside it
+            LineReader reader(path);
+            QVERIFY(reader.next());
+        }
+        const OpenElsewhere other(path);
+        QCOMPARE(failureOf([&] { LineReader reader(path); }),
+                 asTold(path) + u" okunamadı: başka bir programda açık"_s);
+    }
+#endif
 
     void aFullDiskAndOneThatIsReadOnlyAreToldAndTheOldFileStays()
     {
@@ -207,14 +287,14 @@ two apart          ; 'a'         ; yes)"_s);
     void notesKeepWhatCameFirstAndLoseNothing()
     {
         Notes notes;
-        notes.add(fileFailure(u"/a/b.xml"_s, u"yazılamadı"_s, u"disk dolu"_s));
+        notes.add(fileFailure(u"b.xml"_s, u"yazılamadı"_s, u"disk dolu"_s));
         notes.add(Failure(u"sayaç"_s));
         notes.add(Failure(u"sayaç"_s));
         notes.add(std::optional<Failure>());
         notes.addDocument(u"/a/c.xml"_s, u"fiş"_s, 3, QTime(9, 5));
         notes.addDocument(u"/a/d.xml"_s, u"fiş"_s, 1, QTime(9, 5), Failure(u"olmadı"_s));
-        QCOMPARE(notes.text(), u"Yazılamadı, disk dolu: /a/b.xml • sayaç • olmadı"_s);
-        QCOMPARE(notes.details(), u"/a/b.xml yazılamadı: disk dolu\nsayaç\nolmadı"_s);
+        QCOMPARE(notes.text(), u"Yazılamadı, disk dolu: b.xml • sayaç • olmadı"_s);
+        QCOMPARE(notes.details(), u"b.xml yazılamadı: disk dolu\nsayaç\nolmadı"_s);
         QCOMPARE(notes.written().size(), 1);
         QCOMPARE(notes.written().first().what, u"3 fiş"_s);
         notes.begin();

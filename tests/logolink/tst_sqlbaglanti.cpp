@@ -5,6 +5,12 @@
 
 #include <QFileInfo>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+// Behind it, which they need.
+#include <aclapi.h>
+#endif
+
 using namespace kervan;
 
 namespace {
@@ -12,6 +18,33 @@ namespace {
 const Box incomplete{u"Bağlantı Bilgilerinde Eksikler Var..."_s, u"Dikkat"_s, Icon::Stop};
 const Box connected{u"Bağlantı Sağlandı..."_s, u"Dikkat"_s};
 const Box notConnected{u"Bağlantı Sağlanamadı..."_s, u"Dikkat"_s};
+
+// Whether nobody gets into the file but its owner and the system itself.
+bool isForItsOwnerAlone(const QString &file)
+{
+#ifdef Q_OS_WIN
+    PSID owner = nullptr;
+    PACL rights = nullptr;
+    PSECURITY_DESCRIPTOR all = nullptr;
+    std::wstring name = file.toStdWString();
+    if (GetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT,
+                              OWNER_SECURITY_INFORMATION | DACL_SECURITY_INFORMATION, &owner,
+                              nullptr, &rights, nullptr, &all) != ERROR_SUCCESS)
+        return false;
+    bool isAlone = rights && rights->AceCount > 0;
+    for (DWORD i = 0; isAlone && i < rights->AceCount; ++i) {
+        void *entry = nullptr;
+        GetAce(rights, i, &entry);
+        PSID who = &static_cast<ACCESS_ALLOWED_ACE *>(entry)->SidStart;
+        isAlone = EqualSid(who, owner) || IsWellKnownSid(who, WinLocalSystemSid);
+    }
+    LocalFree(all);
+    return isAlone;
+#else
+    return !(QFileInfo(file).permissions() &
+             (QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther));
+#endif
+}
 
 QString fieldsOf(const Sqlbaglanti &screen)
 {
@@ -148,6 +181,7 @@ no database                   ; S\r\nu\r\np\r\n\r\n7- A\r\n   ; S|u|p||7- A  ; y
         Desk desk;
         const QString file = desk.t.path(u"sqlbaglan.kvz"_s);
         QFile::setPermissions(file, QFile::ReadOwner | QFile::WriteOwner | QFile::ReadOther);
+        QVERIFY(!isForItsOwnerAlone(file));
         desk.screen.sunucu.setText(u"SRV,1444"_s);
         desk.screen.sifre.setText(u"şifre;\""_s);
         desk.t.boxes.expectWarning(u"Bağlantı Bilgilerini Boş Bırakmayınız..."_s, Icon::Stop);
@@ -156,9 +190,7 @@ no database                   ; S\r\nu\r\np\r\n\r\n7- A\r\n   ; S|u|p||7- A  ; y
         QVERIFY(desk.screen.kaydet());
         QCOMPARE(readBytes(file), QByteArray("SRV,1444\r\nsa\r\n\xFE"
                                              "ifre;\"\r\nLOGO\r\n\r\n"));
-        QCOMPARE(int(QFileInfo(file).permissions() &
-                     (QFile::ReadGroup | QFile::ReadOther | QFile::WriteOther)),
-                 0);
+        QVERIFY(isForItsOwnerAlone(file));
         QFile::remove(file);
         QVERIFY(QDir().mkdir(file)); // can't be replaced: the screen stays, without a box
         QVERIFY(!desk.screen.kaydet());

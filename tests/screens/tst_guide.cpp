@@ -292,7 +292,7 @@ private Q_SLOTS:
         auto *bar = frame.findChild<QStatusBar *>(screen.isEmpty() ? QString() : u"sb1"_s);
         QCOMPARE(bar->currentMessage(),
                  u"Kılavuz yok: %1. kervan-kurulum'u bu program klasörü için yeniden çalıştırın, "
-                 "sonra F1'e basın."_s.arg(t.path(u"kilavuz/kullanim.md"_s)));
+                 "sonra F1'e basın."_s.arg(asTold(t.path(u"kilavuz/kullanim.md"_s))));
         QCOMPARE(shownSection(), QString());
         layOutGuide(t.folder.path());
         pressF1();

@@ -114,7 +114,7 @@ private Q_SLOTS:
         QVERIFY(!find("serit")->isVisible()); // takes no room while there is nothing to tell
         drop(window, t.path(u"yok.txt"_s));
         auto *text = window.findChild<QLabel *>(u"bilgi"_s);
-        QCOMPARE(text->text(), u"Okunamadı, dosya yok: "_s + t.path(u"yok.txt"_s));
+        QCOMPARE(text->text(), u"Okunamadı, dosya yok: "_s + asTold(t.path(u"yok.txt"_s)));
         QCOMPARE(heard(find("serit")), text->text());
         QVERIFY(text->isVisible() && text->parentWidget()->width() <= window.width());
         const QImage shown = find("arizalar")->grab().toImage();
@@ -128,7 +128,7 @@ private Q_SLOTS:
         QVERIFY(!details->isVisible());
         window.findChild<QToolButton *>(u"ayrinti"_s)->click();
         QVERIFY(details->isVisible());
-        QCOMPARE(details->toPlainText(), t.path(u"yok.txt"_s) + u" okunamadı: dosya yok"_s);
+        QCOMPARE(details->toPlainText(), asTold(t.path(u"yok.txt"_s)) + u" okunamadı: dosya yok"_s);
         details->selectAll();
         QCOMPARE(details->textCursor().selectedText(), details->toPlainText());
 

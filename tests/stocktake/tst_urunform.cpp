@@ -130,7 +130,7 @@ private Q_SLOTS:
             QCOMPARE(t.rows(u"urun kod"_s).count(u'Y'), many);
         }
 #else
-        QSKIP("no way to kill a save here");
+        QSKIP("no fork here, so no save to kill");
 #endif
     }
 
@@ -155,7 +155,7 @@ private Q_SLOTS:
         const QString path = t.path(u"data.dbs"_s);
         QVERIFY(QFile::rename(path, t.path(u"uzakta"_s)));
         Urunform form(t.program);
-        const Box box{path + u" açılamadı: dosya yok (unable to open database file)"_s};
+        const Box box{asTold(path) + u" açılamadı: dosya yok (unable to open database file)"_s};
         t.boxes.expect(box);
         form.yukle();
         QVERIFY(form.l1.isEmpty() && !QFile::exists(path));

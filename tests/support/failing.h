@@ -4,6 +4,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QLibrary>
 #include <QString>
 #include <QStringList>
 
@@ -33,11 +34,17 @@ QString failureOf(Step &&step)
     return failed ? failed->description() : QString();
 }
 
+/// A path as the user is told it.
+inline QString asTold(const QString &path)
+{
+    return QDir::toNativeSeparators(path);
+}
+
 /// Whether the step fails and its description names the file or folder.
 template<class Step>
 bool failsNaming(const QString &path, Step &&step)
 {
-    return failureOf(std::forward<Step>(step)).contains(QDir::toNativeSeparators(path));
+    return failureOf(std::forward<Step>(step)).contains(asTold(path));
 }
 
 /// Everything that stands in a folder, by name, joined by "|".
@@ -45,6 +52,12 @@ inline QString contentOf(const QString &folder)
 {
     const auto all = QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot;
     return QDir(folder).entryList(all, QDir::Name).join(u'|');
+}
+
+/// Whether the program runs under Wine, which lacks some of what Windows has.
+inline bool isUnderWine()
+{
+    return QLibrary(QStringLiteral("ntdll")).resolve("wine_get_version") != nullptr;
 }
 
 /// Puts something at the path that exists and that nobody can open, not even the system's own user:

@@ -212,8 +212,8 @@ private Q_SLOTS:
             QCOMPARE(readSheet(book, u"veri2"_s)->text(0, 0), u"2"_s);
             QCOMPARE(readSheet(book, u"gizli"_s)->text(0, 0), u"3"_s);
             QCOMPARE(failureOf([&] { readSheet(book, u"Sayfa1"_s); }),
-                     book + u" okunamadı: \"Sayfa1\" adlı sayfa yok; sayfaları: \"veri\", "
-                            "\"VERİ2\", \"Gizli\""_s);
+                     asTold(book) + u" okunamadı: \"Sayfa1\" adlı sayfa yok; sayfaları: \"veri\", "
+                                    "\"VERİ2\", \"Gizli\""_s);
         }
         QList<BookSheet> many;
         for (int i = 1; i <= 22; ++i)
@@ -285,7 +285,8 @@ private Q_SLOTS:
         QFETCH(QByteArray, bytes);
         const QString book = write(bytes);
         const QString failure = failureOf([&] { readSheet(book, u"A"_s); });
-        QVERIFY2(failure.startsWith(book + u" okunamadı: "_s) && failure.contains(fetch("why")),
+        QVERIFY2(failure.startsWith(asTold(book) + u" okunamadı: "_s) &&
+                     failure.contains(fetch("why")),
                  qPrintable(failure));
     }
 

@@ -2,7 +2,6 @@
 
 #include "base/codepage.h"
 
-#include <QRegularExpression>
 #include <QVariant>
 
 namespace kervan {
@@ -150,10 +149,9 @@ QByteArray doneToken(TdsEnd end, qsizetype rows)
 TdsColumn::TdsColumn(const QString &name, const QString &declared)
     : m_name(name)
 {
-    static const QRegularExpression form(u"^(\\w*)(?:\\((\\d+)(?:, *(\\d+))?\\))?"_s);
-    const auto match = form.match(declared.toLower());
-    const QString type = match.captured(1);
-    const int first = match.captured(2).toInt();
+    const QString type = declared.section(u'(', 0, 0).toLower();
+    const QString sizes = declared.section(u'(', 1).section(u')', 0, 0);
+    const int first = sizes.section(u',', 0, 0).toInt();
     static const QHash<QString, int> integers{
         {u"tinyint"_s, 1}, {u"smallint"_s, 2}, {u"int"_s, 4}, {u"bigint"_s, 8}};
     if (integers.contains(type)) {
@@ -162,7 +160,7 @@ TdsColumn::TdsColumn(const QString &name, const QString &declared)
     } else if (type == u"decimal"_s) {
         m_type = Type::Decimal;
         m_size = first;
-        m_scale = match.captured(3).toInt();
+        m_scale = sizes.section(u',', 1).toInt();
     } else {
         m_type = type == u"varchar"_s ? Type::Narrow : Type::Wide;
         m_size = m_type == Type::Narrow ? first : 2 * first;
