@@ -61,7 +61,7 @@ wine_tour() {
 wine_tests() {
     cmake --build --preset mingw
     WINEPATH=$(wine_path) QT_PLUGIN_PATH=$(winepath -w "$KERVAN_WINDOWS_LIBRARIES/plugins") \
-        ctest --test-dir build/mingw -j "$(nproc)" --output-on-failure
+        ctest --test-dir build/mingw --output-on-failure
 }
 
 # What is the user's own in a program folder, by name and contents.
