@@ -53,14 +53,14 @@ wine_tour() {
     cmake --build --preset mingw --target kervan-tour
     rm -rf build/tour build/windows/tour
     env -u DISPLAY QT_QPA_PLATFORM=offscreen build/release/tour/kervan-tour samples build/tour
-    WINEPATH=$(wine_path) QT_PLUGIN_PATH=$(winepath -w "$KERVAN_WINDOWS_LIBRARIES/plugins") \
+    WINEPATH=$(wine_path) \
         wine build/mingw/tour/kervan-tour.exe samples build/windows/tour
     same_documents "build/tour/logo xml" "build/windows/tour/logo xml"
 }
 
 wine_tests() {
     cmake --build --preset mingw
-    WINEPATH=$(wine_path) QT_PLUGIN_PATH=$(winepath -w "$KERVAN_WINDOWS_LIBRARIES/plugins") \
+    WINEPATH=$(wine_path) \
         ctest --test-dir build/mingw --output-on-failure
 }
 

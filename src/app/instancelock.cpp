@@ -12,7 +12,11 @@ namespace {
 
 QString lockPath(const QString &programFolder)
 {
+#ifdef Q_OS_WIN // where the other one is the user's own folder, too much in view for a lock
+    QString place = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation);
+#else
     QString place = QStandardPaths::writableLocation(QStandardPaths::RuntimeLocation);
+#endif
     if (place.isEmpty())
         place = QDir::tempPath();
     const QByteArray key = QCryptographicHash::hash(QDir(programFolder).canonicalPath().toUtf8(),
