@@ -40,7 +40,7 @@ constexpr int mostPlaces = 40;
 std::wstring reportPath;
 #else
 std::string reportPath;
-std::array<char, 64 * 1024> stack; // for a crash that has used up the program's own
+std::array<char, 65536> stack; // for a crash that has used up the program's own
 #endif
 std::string head;
 std::array<char, 8192> report;
