@@ -7,11 +7,16 @@
 #include <QRegularExpression>
 #include <QSqlError>
 #include <QSqlRecord>
+#include <QStorageInfo>
 #include <QUrl>
 
 #include <array>
 #include <atomic>
 #include <utility>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 namespace kervan {
 
@@ -78,6 +83,20 @@ QString existingFile(const QString &path)
         .arg(QString::fromLatin1(QUrl::toPercentEncoding(name, "/:")));
 }
 
+// Whether other machines may have the file open too.
+bool isOnNetwork(const QString &path)
+{
+    const QString name = QDir::fromNativeSeparators(QFileInfo(path).absoluteFilePath());
+    if (name.startsWith(u"//"))
+        return true;
+#ifdef Q_OS_WIN
+    return GetDriveTypeW(name.left(3).toStdWString().c_str()) == DRIVE_REMOTE;
+#else
+    static const QList<QByteArray> systems{"nfs", "nfs4", "cifs", "smb3", "smbfs", "fuse.sshfs"};
+    return systems.contains(QStorageInfo(name).fileSystemType());
+#endif
+}
+
 } // namespace
 
 LocalDb::LocalDb()
@@ -101,6 +120,7 @@ void LocalDb::open(const QString &path)
     if (db.isOpen())
         close();
     db.setDatabaseName(existingFile(path));
+    m_isOnNetwork = isOnNetwork(path);
     if (!db.open())
         throw fileFailure(path, u"açılamadı"_s,
                           QFileInfo::exists(path)
@@ -176,6 +196,8 @@ void LocalDb::commit()
 // again.
 void LocalDb::quickenWrites()
 {
+    if (m_isOnNetwork) // a log is kept together by memory that machines don't share
+        return;
     m_result.exec(u"pragma journal_mode=wal"_s);
     m_result.exec(u"pragma synchronous=normal"_s);
 }

@@ -56,6 +56,7 @@ private:
     QSqlQuery m_result;
     bool m_atEnd = true;
     int m_writes = 0;
+    bool m_isOnNetwork = false;
     bool m_together = false; // the rows are kept back until commit()
 };
 
