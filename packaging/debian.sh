@@ -17,7 +17,7 @@ install_missing() {
     done
     ((${#missing[@]})) || return 0
     local as_root=()
-    ((EUID == 0)) || as_root=(sudo)
+    ((EUID == 0)) || as_root=(sudo env DEBIAN_FRONTEND=noninteractive)
     echo "Installing: ${missing[*]}"
     "${as_root[@]}" apt-get update -qq
     DEBIAN_FRONTEND=noninteractive "${as_root[@]}" apt-get install -y -qq --no-install-recommends \

@@ -14,6 +14,7 @@ ManifestDPIAware true
 !include MUI2.nsh
 !include FileFunc.nsh
 !include LogicLib.nsh
+!include Sections.nsh
 !include StrFunc.nsh
 ${Using:StrFunc} StrStr
 
@@ -24,7 +25,7 @@ InstallDir "$LOCALAPPDATA\Programs\${NAME}"
 InstallDirRegKey HKCU "${OWN}" "Klasor"
 ShowInstDetails nevershow
 ShowUninstDetails show
-VIProductVersion "${VERSION}.0.0"
+VIProductVersion "${NUMBERS}"
 VIAddVersionKey /LANG=1055 ProductName "${NAME}"
 VIAddVersionKey /LANG=1055 FileDescription "${NAME} kurulumu"
 VIAddVersionKey /LANG=1055 FileVersion "${VERSION}"
@@ -80,25 +81,26 @@ Function .onVerifyInstDir
     ${EndIf}
 FunctionEnd
 
-; A silent run has no page whose button could stay grey.
-Function .onInit
-    ${StrStr} $0 "$INSTDIR\" "$PROGRAMFILES64\"
-    ${StrStr} $1 "$INSTDIR\" "$PROGRAMFILES32\"
-    ${If} ${Silent}
-    ${AndIf} "$0$1" != ""
-        SetErrorLevel 5
-        Quit
-    ${EndIf}
-FunctionEnd
-
 Section "-Program"
     !insertmacro QuitWhileOpen
     ; What an older version laid out goes by its own list.
     ${If} ${FileExists} "$INSTDIR\kaldir.exe"
-        ExecWait '"$INSTDIR\kaldir.exe" /S _?=$INSTDIR'
+        ExecWait '"$INSTDIR\kaldir.exe" /S _?=$INSTDIR' $0
+        ${If} $0 != 0
+            !insertmacro Refuse "Eski sürüm kaldırılamadı." 6
+        ${EndIf}
     ${EndIf}
+    ClearErrors
     SetOutPath "$INSTDIR"
-    File /r "${PROGRAM}/*"
+    File /r /x ornekler "${PROGRAM}/*"
+    SetOutPath "$INSTDIR\ornekler"
+    SetOverwrite off ; somebody may have worked in them
+    File "${PROGRAM}/ornekler/*"
+    SetOverwrite on
+    SetOutPath "$INSTDIR"
+    ${If} ${Errors}
+        !insertmacro Refuse "Dosyalar kopyalanamadı: $INSTDIR" 7
+    ${EndIf}
     WriteUninstaller "$INSTDIR\kaldir.exe"
     nsExec::ExecToStack '"$INSTDIR\kervan-kurulum.exe" "$INSTDIR"'
     Pop $0
@@ -109,6 +111,7 @@ Section "-Program"
     WriteRegStr HKCU "${OWN}" "Klasor" "$INSTDIR"
     WriteRegStr HKCU "${LISTED}" "DisplayName" "${NAME}"
     WriteRegStr HKCU "${LISTED}" "DisplayVersion" "${VERSION}"
+    WriteRegStr HKCU "${LISTED}" "Publisher" "Kervan"
     WriteRegStr HKCU "${LISTED}" "DisplayIcon" "$INSTDIR\kervan-transfer.exe"
     WriteRegStr HKCU "${LISTED}" "InstallLocation" "$INSTDIR"
     WriteRegStr HKCU "${LISTED}" "UninstallString" '"$INSTDIR\kaldir.exe"'
@@ -122,7 +125,7 @@ Section "Başlat menüsü"
     CreateShortcut "$SMPROGRAMS\${NAME}.lnk" "$INSTDIR\kervan-transfer.exe"
 SectionEnd
 
-Section "Masaüstü kısayolu"
+Section "Masaüstü kısayolu" OnDesktop
     CreateShortcut "$DESKTOP\${NAME}.lnk" "$INSTDIR\kervan-transfer.exe"
 SectionEnd
 
@@ -135,13 +138,33 @@ Section /o "Örnek dosyalar ve tanımlar"
     ${EndIf}
 SectionEnd
 
+; A silent run has no page whose button could stay grey.
+Function .onInit
+    ${StrStr} $0 "$INSTDIR\" "$PROGRAMFILES64\"
+    ${StrStr} $1 "$INSTDIR\" "$PROGRAMFILES32\"
+    ${If} ${Silent}
+    ${AndIf} "$0$1" != ""
+        SetErrorLevel 5
+        Quit
+    ${EndIf}
+    ; An icon that the user took away doesn't come back with a newer version.
+    ReadRegStr $0 HKCU "${OWN}" "Klasor"
+    ${If} $0 != ""
+    ${AndIfNot} ${FileExists} "$DESKTOP\${NAME}.lnk"
+        !insertmacro UnselectSection ${OnDesktop}
+    ${EndIf}
+FunctionEnd
+
 Section Uninstall
     !insertmacro QuitWhileOpen
     !include "${FILES}"
     Delete "$INSTDIR\kaldir.exe"
     RMDir "$INSTDIR" ; goes only when nothing of the user's is in it
-    Delete "$SMPROGRAMS\${NAME}.lnk"
-    Delete "$DESKTOP\${NAME}.lnk"
-    DeleteRegKey HKCU "${LISTED}"
+    ReadRegStr $0 HKCU "${OWN}" "Klasor"
+    ${If} $0 == $INSTDIR ; else they are those of an installation elsewhere
+        Delete "$SMPROGRAMS\${NAME}.lnk"
+        Delete "$DESKTOP\${NAME}.lnk"
+        DeleteRegKey HKCU "${LISTED}"
+    ${EndIf}
     DetailPrint "Veritabanları, tanımlar, ayarlar ve belgeler $INSTDIR klasöründe kaldı."
 SectionEnd

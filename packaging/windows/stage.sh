@@ -51,7 +51,10 @@ stage_program() { # BUILD FOLDER
     for text in "$KERVAN_WINDOWS_LIBRARIES"/licences/*; do
         as_windows_text "$text" "$folder/lisanslar/$(basename "${text%.txt}").txt"
     done
-    as_windows_text CHANGELOG.md "$folder/Yenilikler.txt"
+    as_windows_text /usr/share/doc/qt6-translations-l10n/copyright \
+        "$folder/lisanslar/qt6-translations.txt"
+    as_windows_text <(sed 's#docs/kullanim.md#kilavuz/kullanim.md#' CHANGELOG.md) \
+        "$folder/Yenilikler.txt"
     cp -r samples "$folder/ornekler"
     rm -r "$folder"/ornekler/{make,README.md}
     mkdir "$folder/kilavuz"
@@ -64,17 +67,18 @@ make_zip() { # FOLDER FILE
     (cd "$(dirname "$1")" && zip -q -r -9 -X "$2" "$(basename "$1")")
 }
 
-# The installer removes later exactly what it laid out, so it is given the list.
+# The uninstaller removes exactly what was laid out, so it is given the list; samples, in which
+# somebody may have worked, stay.
 make_installer() { # FOLDER FILE VERSION ICON
     local folder=$1
     local list=build/mingw/kurulum-files.nsh
     # shellcheck disable=SC1003,SC2016 # for the installer, not for this shell
     {
-        (cd "$folder" && find . -type f -printf '%P\n') | sort | tr / '\\' \
+        (cd "$folder" && find . -type f ! -path './ornekler/*' -printf '%P\n') | sort | tr / '\\' \
             | sed 's/.*/Delete "$INSTDIR\\&"/'
-        (cd "$folder" && find . -mindepth 1 -depth -type d -printf '%P\n') | tr / '\\' \
+        (cd "$folder" && find . -mindepth 1 -depth -type d ! -name ornekler -printf '%P\n') | tr / '\\' \
             | sed 's/.*/RMDir "$INSTDIR\\&"/'
     } >"$list"
     makensis -V2 -INPUTCHARSET UTF8 "-DPROGRAM=$folder" "-DFILES=$PWD/$list" "-DTARGET=$2" \
-        "-DVERSION=$3" "-DICON=$4" "-DSIZE=$(du -sk "$folder" | cut -f 1)" packaging/windows/kurulum.nsi
+        "-DVERSION=$3" "-DNUMBERS=$(cut -d . -f 1-4 <<<"$3.0.0.0")" "-DICON=$4" "-DSIZE=$(du -sk "$folder" | cut -f 1)" packaging/windows/kurulum.nsi
 }

@@ -11,7 +11,7 @@ windows_cache=${KERVAN_WINDOWS_CACHE:-${XDG_CACHE_HOME:-$HOME/.cache}/kervan-win
 windows_key=$({
     cat "$windows_recipe/toolchain.sh" "$windows_recipe/mingw.cmake"
     dpkg-query -W -f '${Package} ${Version}\n' g++-mingw-w64-x86-64-posix libz-mingw-w64-dev \
-        qt6-base-dev 2>/dev/null
+        qt6-base-dev 2>/dev/null || true
 } | sha256sum | cut -c 1-16)
 windows_libraries=$windows_cache/$windows_key
 export KERVAN_WINDOWS_LIBRARIES=$windows_libraries
@@ -30,9 +30,10 @@ fetch_sources() { # FOLDER
         -o APT::Sandbox::User=)
     "${apt[@]}" update
     (cd "$folder" && "${apt[@]}" source --download-only "${windows_sources[@]}")
-    local description
+    local description name
     for description in "$folder"/*.dsc; do
-        dpkg-source --no-check -x "$description" "$folder/$(basename "${description%%_*}")"
+        name=$(basename "$description")
+        dpkg-source --no-check -x "$description" "$folder/${name%%_*}"
     done
 }
 
@@ -57,7 +58,7 @@ build_sqlite() { # SOURCE
 # Only what the program, its tests and its tour use.
 build_qt() { # SOURCE BUILD
     local off=() feature
-    for feature in androiddeployqt brotli concurrent dbus direct2d1_1 dynamicgl gif glib \
+    for feature in androiddeployqt brotli concurrent cpp_winrt dbus direct2d1_1 dynamicgl gif glib \
         gssapi icu jpeg networklistmanager opengl openssl pkg_config printsupport \
         schannel sql_mysql sql_odbc sql_psql ssl tabletevent textmarkdownwriter textodfwriter \
         vulkan xml zstd; do
@@ -93,7 +94,9 @@ keep_licences() { # SOURCES
     cp /usr/share/doc/libz-mingw-w64/copyright "$unfinished/licences/zlib.txt"
     cp /usr/share/doc/gcc-mingw-w64-base/copyright "$unfinished/licences/gcc.txt"
     cp /usr/share/doc/mingw-w64-x86-64-dev/copyright "$unfinished/licences/mingw-w64.txt"
-    cp /usr/share/common-licenses/{GPL-3,LGPL-3} "$unfinished/licences/"
+    # The texts that those name.
+    cp /usr/share/common-licenses/{Apache-2.0,Artistic,GFDL-1.2,GFDL-1.3,GPL-2,GPL-3,LGPL-2,LGPL-2.1,LGPL-3} \
+        "$unfinished/licences/"
     {
         echo "Kervan Transfer bu kitaplıkları değiştirmeden, ayrı DLL dosyaları olarak taşır."
         echo "Kaynakları Debian 12 paketleridir (https://sources.debian.org):"
@@ -104,6 +107,10 @@ keep_licences() { # SOURCES
 }
 
 windows_toolchain() {
+    [[ -d $windows_libraries ]] && return
+    mkdir -p "$windows_cache"
+    exec {cache_lock}>"$windows_cache/lock" # one builds, others wait for it
+    flock "$cache_lock"
     [[ -d $windows_libraries ]] && return
     echo "Building the libraries of the Windows program once, into $windows_libraries"
     local work=$windows_cache/work unfinished=$windows_cache/unfinished
