@@ -4,7 +4,7 @@
 
 namespace kervan {
 
-/// From here on a crash leaves a small file in the program folder: when, which version, and the
+/// From here on a crash leaves a small file in the program folder: which version, and the
 /// places in the program that led there; nothing of what the program held. The crash itself goes
 /// its way.
 void reportCrashes(const QString &programFolder);

@@ -18,6 +18,9 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(KERVAN_VERSION));
     const QStringList arguments = QCoreApplication::arguments();
     QTextStream out(stdout);
+#ifdef Q_OS_WIN // the installer reads it in the letters of the desktop
+    out.setEncoding(QStringConverter::System);
+#endif
     out << "kervan-kurulum " << QCoreApplication::applicationVersion() << '\n';
     if (arguments.value(1) == u"--version")
         return 0;

@@ -28,9 +28,10 @@ QString stateOf(const QString &folder)
         sentences << u"Program geçen sefer yarıda kapandı; raporu: %1"_s.arg(
             QDir::toNativeSeparators(report));
     if (!canBeWritten(folder))
-        sentences << u"Program klasörüne yazılamıyor, ayarlar ve numaralar saklanamaz: %1. Klasörü "
-                     "yazma hakkınız olan bir yere taşıyın ya da bu hakkı isteyin."_s.arg(
-                         QDir::toNativeSeparators(folder));
+        sentences
+            << u"Program klasörüne yazılamıyor, ayarlar ve numaralar saklanamaz. Yazma hakkınız "
+               "olan bir yere taşıyın ya da bu hakkı isteyin: %1"_s.arg(
+                   QDir::toNativeSeparators(folder));
     return sentences.join(u"  "_s);
 }
 

@@ -290,8 +290,10 @@ private Q_SLOTS:
         QStringList faults{u"no box came"_s};
         QTimer soon;
         soon.setSingleShot(true);
-        connect(&soon, &QTimer::timeout, this, [&faults] {
+        connect(&soon, &QTimer::timeout, this, [&] {
             QWidget *box = QApplication::activeModalWidget();
+            if (!box) // Windows' own loop runs timers while waiting input is dropped
+                return soon.start(20);
             faults = Walk(*box).faults();
             box->close();
         });
