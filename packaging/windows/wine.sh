@@ -71,7 +71,7 @@ wine_tests() {
 
 # What is the user's own in a program folder, by name and contents.
 own_files() { # FOLDER
-    (cd "$1" && find ./*.dbs ./*.kvz txt "logo xml" -type f -exec sha256sum {} + | sort -k 2)
+    (cd "$1" && find ./*.dbs ./*.kvz txt ornekler "logo xml" -type f -exec sha256sum {} + | sort -k 2)
 }
 
 # Installed, used, installed again and taken away: what is the user's own stays as it was.
@@ -82,6 +82,7 @@ wine_install() { # INSTALLER
     [[ -f $folder/kervan-transfer.exe && -f $folder/data.dbs && -f $folder/kilavuz/kullanim.md ]]
     wine "$folder/kervan-kurulum.exe" "$target" "$target\\ornekler"
     echo "belge" >"$folder/logo xml/belge.xml"
+    echo "benim" >"$folder/ornekler/kasa.kvz"
     before=$(own_files "$folder")
     wine "$1" /S "/D=$target"
     [[ $(own_files "$folder") == "$before" ]]
