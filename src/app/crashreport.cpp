@@ -7,19 +7,15 @@
 
 #include <algorithm>
 #include <array>
-#include <cstdint>
+#include <csignal>
 #include <cstdio>
-#include <cstdlib>
 #include <cstring>
 #include <span>
 #include <string>
 
 #ifdef Q_OS_WIN
 #include <windows.h>
-// Behind it, which they need.
-#include <csignal>
 #else
-#include <csignal>
 #include <dlfcn.h>
 #include <execinfo.h>
 #include <fcntl.h>

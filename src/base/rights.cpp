@@ -7,7 +7,7 @@
 #include <QByteArray>
 
 #include <windows.h>
-// Behind it, which they need.
+// Needs the one above.
 #include <aclapi.h>
 
 #include <string>

@@ -54,10 +54,6 @@ Part partAt(const QString &text, qsizetype position)
     return {};
 }
 
-} // namespace
-
-namespace {
-
 // Those that have pictures for captions.
 void nameParts(QCalendarWidget *calendar)
 {

@@ -53,9 +53,9 @@ void LinkLabel::changeEvent(QEvent *event)
 void LinkLabel::colour()
 {
     const QPalette theme = QGuiApplication::palette();
-    const bool isDark = theme.color(QPalette::Window).lightness() < 128;
-    QColor good = isDark ? QColor(0x82, 0xd2, 0x9b) : QColor(0x1d, 0x73, 0x3c);
-    QColor bad = isDark ? QColor(0xf2, 0x95, 0x84) : QColor(0xa8, 0x35, 0x22);
+    const bool onDark = isDark(theme);
+    QColor good = onDark ? QColor(0x82, 0xd2, 0x9b) : QColor(0x1d, 0x73, 0x3c);
+    QColor bad = onDark ? QColor(0xf2, 0x95, 0x84) : QColor(0xa8, 0x35, 0x22);
     if (isHighContrast(theme))
         good = bad = theme.color(QPalette::WindowText);
     if (m_look == Look::Banner) {

@@ -83,7 +83,7 @@ private:
     {
         const QPalette palette = QGuiApplication::palette();
         const bool isOfLines = QDir(m_folder + u"/dark"_s).exists();
-        const bool isOnDark = palette.color(QPalette::Window).lightness() < 128;
+        const bool isOnDark = isDark(palette);
         const bool isPlain = isHighContrast(palette);
         const QString ground = isOfLines && isOnDark && !isPlain ? u"dark"_s : u"light"_s;
         QPixmap pixmap(fileIn(m_folder, ground, enough(m_widths, size.width())));

@@ -234,12 +234,17 @@ void applyTheme(QApplication &application, const QPalette &desktop)
     if (isHighContrast(desktop))
         dress(application, withLines(desktop), framesOf(desktop) + styleOf(coloursOf(desktop)));
     else
-        applyTheme(application, isDark(desktop.color(QPalette::Window)));
+        applyTheme(application, isDark(desktop));
 }
 
-void applyTheme(QApplication &application, bool isDark)
+bool isDark(const QPalette &palette)
 {
-    const Colours &colours = isDark ? dark : light;
+    return isDark(palette.color(QPalette::Window));
+}
+
+void applyTheme(QApplication &application, bool onDark)
+{
+    const Colours &colours = onDark ? dark : light;
     dress(application, paletteOf(colours), styleOf(colours));
 }
 
@@ -256,7 +261,7 @@ QColor faultText(const QPalette &palette)
 {
     if (isHighContrast(palette))
         return palette.color(QPalette::WindowText);
-    return (isDark(palette.color(QPalette::Window)) ? dark : light).fault;
+    return (isDark(palette) ? dark : light).fault;
 }
 
 QColor tint(const QPalette &palette)

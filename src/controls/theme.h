@@ -15,8 +15,11 @@ void applyTheme(QApplication &application, const QPalette &desktop);
 /// grounds are one colour, or its ground or letters are tinted.
 bool isHighContrast(const QPalette &palette);
 
+/// Whether its ground is a dark one.
+bool isDark(const QPalette &palette);
+
 /// The same with the choice made by the caller.
-void applyTheme(QApplication &application, bool dark);
+void applyTheme(QApplication &application, bool onDark);
 
 /// What is wrong is written in it.
 QColor faultText(const QPalette &palette);

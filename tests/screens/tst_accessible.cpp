@@ -11,8 +11,8 @@
 #include "store/definition.h"
 #include "store/screens/logoperwindow.h"
 #include "support/driving.h"
-#include "support/fakes.h"
 #include "support/ruler.h"
+#include "support/shownframe.h"
 #include "support/table.h"
 
 #include <QAccessible>
@@ -194,11 +194,8 @@ private:
 };
 
 /// The frame over a program folder with something in each table and file.
-struct Frame
+struct Frame : ShownFrame
 {
-    TestProgram t;
-    MainWindow window{t.program};
-
     Frame()
     {
         t.fill({u"insert into firma values (Null,'1','','Merkez','','D1','','120','')"_s,
@@ -206,9 +203,7 @@ struct Frame
                 u"insert into urun values ('P1','Çay','','10,50')"_s});
         for (const QString &code : {u"kasa.kvz"_s, u"bank.kvz"_s})
             writeBytes(t.path(code), "100.01\r\n");
-        t.reachLogo();
-        window.show();
-        [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(&window);
+        show();
     }
     // What a reader spoke last.
     QString told() const

@@ -5,7 +5,7 @@
 #include "frame/guidewindow.h"
 #include "frame/mainwindow.h"
 #include "support/driving.h"
-#include "support/fakes.h"
+#include "support/shownframe.h"
 
 #include <QDialog>
 #include <QFileInfo>
@@ -57,19 +57,13 @@ void pressF1()
 }
 
 /// The frame over a program folder with its guide.
-class Frame
+struct Frame : ShownFrame
 {
-public:
-    TestProgram t;
-    MainWindow window{t.program};
-
     Frame()
     {
-        t.reachLogo();
         writeBytes(t.path(u"kasa.kvz"_s), "100\r\n");
         layOutGuide(t.folder.path());
-        window.show();
-        [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(&window);
+        show();
     }
 };
 

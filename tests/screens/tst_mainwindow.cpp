@@ -7,6 +7,7 @@
 #include "invoices/duzey/screens/fatduzwindow.h"
 #include "invoices/screens/fatwindow.h"
 #include "support/driving.h"
+#include "support/shownframe.h"
 
 #include <QAction>
 #include <QFile>
@@ -32,19 +33,14 @@ public:
 };
 
 /// The frame with the invoice screen open over two invoices.
-class Frame
+class Frame : public ShownFrame
 {
 public:
-    TestProgram t;
-    MainWindow window{t.program};
-
     Frame()
     {
-        t.reachLogo();
         writeBytes(t.path(u"kasa.kvz"_s), "1");
         writeBytes(t.path(u"a.bif"_s), header() + header());
-        window.show();
-        [[maybe_unused]] const bool active = QTest::qWaitForWindowActive(&window);
+        show();
         press(window, u"chameleonButton5"_s);
         window.findChild<FatWindow *>()->fat().dosyaac(t.path(u"a.bif"_s));
     }
