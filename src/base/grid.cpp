@@ -178,6 +178,8 @@ QVariant Grid::data(const QModelIndex &index, int role) const
         if (m_kind == Tickable && index.column() == 0)
             return ticked(index.row()) ? Qt::Checked : Qt::Unchecked;
         return {};
+    case Qt::AccessibleDescriptionRole:
+        return m_rowText ? m_rowText(index.row()) : QString();
     default:
         return {};
     }
@@ -205,6 +207,11 @@ QVariant Grid::headerData(int section, Qt::Orientation orientation, int role) co
             return m_columns[section].heading;
         if (role == Qt::TextAlignmentRole)
             return QVariant::fromValue(m_columns[section].alignment | Qt::AlignVCenter);
+    }
+    if (orientation == Qt::Vertical && role == Qt::AccessibleTextRole && m_rowText &&
+        section < rows()) {
+        const QString text = m_rowText(section);
+        return text.isEmpty() ? QVariant() : u"%1: %2"_s.arg(section + 1).arg(text);
     }
     return QAbstractTableModel::headerData(section, orientation, role);
 }

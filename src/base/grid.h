@@ -69,6 +69,9 @@ public:
         Grid &m_grid;
     };
 
+    /// What a reader is told of a row besides its cells, and at its number; empty for nothing.
+    void setRowText(std::function<QString(int row)> textOf) { m_rowText = std::move(textOf); }
+
     /// Columns whose cells a view may edit.
     void setEditable(QList<int> columns) { m_editable = std::move(columns); }
 
@@ -96,6 +99,7 @@ private:
     QList<GridColumn> m_columns;
     Kind m_kind;
     QList<int> m_editable;
+    std::function<QString(int row)> m_rowText;
     QList<Row> m_rows;
     int m_refills = 0;
 };

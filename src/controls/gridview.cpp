@@ -3,11 +3,15 @@
 #include "controls/frozenheader.h"
 #include "controls/griddelegate.h"
 
+#include <QAbstractButton>
 #include <QClipboard>
 #include <QGuiApplication>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QScrollBar>
+#include <QToolTip>
 
 #include <algorithm>
 
@@ -39,6 +43,7 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
     , m_header(new FrozenHeader(this))
 {
     setHorizontalHeader(m_header);
+    setVerticalHeader(new MarkHeader(this));
     setObjectName(name);
     setModel(&grid);
     setSelectionBehavior(SelectRows);
@@ -50,7 +55,8 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
     setHorizontalScrollMode(ScrollPerPixel);
     setEditTriggers(NoEditTriggers);
     verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    setCornerButtonEnabled(false);
+    findChild<QAbstractButton *>()->setAccessibleName(u"Satır imleri"_s); // shown with the marks
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     horizontalHeader()->setResizeContentsPrecision(rowsLookedAt);
     for (int column = 0; column < grid.columnCount(); ++column)
@@ -358,6 +364,41 @@ void GridView::showCurrentRow()
     const int across = horizontalScrollBar()->value();
     scrollTo(currentIndex());
     horizontalScrollBar()->setValue(across);
+}
+
+void GridView::setMarker(std::function<RowMark(int row)> marker)
+{
+    m_marker = std::move(marker);
+    m_grid.setRowText(
+        [view = QPointer(this)](int row) { return view ? spoken(view->markOf(row)) : QString(); });
+}
+
+void GridView::marksChanged(bool any)
+{
+    m_hasMarks = any && m_marker;
+    verticalHeader()->setVisible(m_hasMarks);
+    verticalHeader()->viewport()->update();
+    viewport()->update();
+}
+
+RowMark GridView::markOf(int row) const
+{
+    return m_hasMarks && row >= 0 && row < m_grid.rows() ? m_marker(row) : RowMark();
+}
+
+void GridView::showMarkText(const QPoint &globalPlace, int row)
+{
+    const QString text = spoken(markOf(row)).toHtmlEscaped().replace(u'\n', u"<br>"_s);
+    QToolTip::showText(globalPlace, text.isEmpty() ? text : u"<qt>%1</qt>"_s.arg(text), this);
+}
+
+bool GridView::viewportEvent(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip || !m_hasMarks)
+        return QTableView::viewportEvent(event);
+    auto *help = static_cast<QHelpEvent *>(event);
+    showMarkText(help->globalPos(), indexAt(help->pos()).row());
+    return true;
 }
 
 void GridView::enter(int row)

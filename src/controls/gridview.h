@@ -1,9 +1,12 @@
 #pragma once
 
 #include "base/grid.h"
+#include "controls/rowmarks.h"
 
 #include <QSet>
 #include <QTableView>
+
+#include <functional>
 
 namespace kervan {
 
@@ -35,6 +38,14 @@ public:
     /// Takes the focus with this row, or its first one; it is not selected by that.
     void enter(int row = -1);
     bool isTicked(int row) const;
+    /// Tells the mark of a row; it is asked for rows in view, often, and always with the rows as
+    /// they are now. Nothing is shown of it before `marksChanged`.
+    void setMarker(std::function<RowMark(int row)> marker);
+    /// Marks came, went or changed; the column in front of the list stands while there are `any`.
+    void marksChanged(bool any);
+    RowMark markOf(int row) const;
+    /// Shows the text of a row's mark, or takes away what is shown.
+    void showMarkText(const QPoint &globalPlace, int row);
     /// Keeps the current row in view where the list has less room than before.
     void showCurrentRow();
     /// Its height with so many rows, its headings and its scroll bar.
@@ -60,6 +71,7 @@ protected:
     void hideEvent(QHideEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
 
 private:
     void describe();
@@ -88,6 +100,8 @@ private:
     QSet<int> m_hiddenByUser;
     bool m_fitted = false;
     bool m_fitting = false;
+    std::function<RowMark(int row)> m_marker;
+    bool m_hasMarks = false;
     QSet<int> m_setByUser; // columns whose width the user has set
 };
 
