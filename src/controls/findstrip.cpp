@@ -7,6 +7,7 @@
 #include "controls/undo.h"
 
 #include <QApplication>
+#include <QCheckBox>
 #include <QHBoxLayout>
 #include <QKeyEvent>
 #include <QLabel>
@@ -132,8 +133,9 @@ QWidget *FindStrip::makeSearch()
     m_tick = push(u"bulunanlariisaretle"_s, u"&Bulunanları işaretle"_s,
                   u"Bulunan satırları da işaretler, öbür işaretlere dokunmaz (Alt+B)"_s);
     connect(m_tick, &QAbstractButton::clicked, this, &FindStrip::tickHits);
-    m_only = push(u"suz"_s, u"&Süz"_s, u"Yalnız bulunan satırları gösterir (Alt+S)"_s);
-    m_only->setCheckable(true);
+    m_only = new QCheckBox(u"&Süz"_s); // its state is seen in every theme
+    m_only->setObjectName(u"suz"_s);
+    m_only->setToolTip(u"Yalnız bulunan satırları gösterir (Alt+S)"_s);
     connect(m_only, &QAbstractButton::toggled, this, &FindStrip::filterByText);
     auto *room = new QWidget;
     auto *close = new QToolButton;

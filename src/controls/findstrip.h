@@ -6,6 +6,7 @@
 #include <QList>
 #include <QWidget>
 
+class QCheckBox;
 class QLabel;
 class QLineEdit;
 class QPushButton;
@@ -58,7 +59,7 @@ private:
     QLineEdit *m_text;
     QLabel *m_count;
     QPushButton *m_tick;
-    QPushButton *m_only;
+    QCheckBox *m_only;
     QWidget *m_filter;
     CutLabel *m_filterText;
     QList<int> m_hits; // rows in sight that hold the text

@@ -99,8 +99,8 @@ int GridView::shownRows() const
 int GridView::hiddenTicks() const
 {
     int ticks = 0;
-    for (int row = 0; row < m_outOfSight.size(); ++row) {
-        if (m_outOfSight.testBit(row) && isTicked(row))
+    for (int row = 0; row < qMin<qsizetype>(m_outOfSight.size(), m_grid.rows()); ++row) {
+        if (m_outOfSight.testBit(row) && m_grid.ticked(row))
             ++ticks;
     }
     return ticks;

@@ -179,6 +179,8 @@ void GridView::moveByKey(QKeyEvent *event)
     }
     const int before = currentIndex().row();
     QTableView::keyPressEvent(event);
+    if (currentIndex().isValid() && !isShown(currentIndex().row())) // a letter leads anywhere
+        selectRow(nearestShown(before));
     const int now = currentIndex().row();
     if (isJump(event) && selectionBehavior() == SelectRows && now >= 0 &&
         !selectionModel()->isSelected(currentIndex()))
@@ -219,11 +221,14 @@ void GridView::paintEvent(QPaintEvent *event)
     QPainter painter(viewport());
     paintFrozen(painter, event->rect());
     paintCurrentRow(painter);
-    if (!m_grid.isEmpty() || m_emptyText.isEmpty())
+    const QString text = m_grid.isEmpty()   ? m_emptyText
+                         : shownRows() == 0 ? u"Süzmeye uyan satır yok."_s
+                                            : QString();
+    if (text.isEmpty())
         return;
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(viewport()->rect().adjusted(20, 2, -20, -2),
-                     Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
+                     Qt::AlignCenter | Qt::TextWordWrap, text);
 }
 
 // Among selected rows the frame stands out from their ground.
@@ -311,9 +316,9 @@ void GridView::paintFrozen(QPainter &painter, const QRect &area)
 // The table counts only the rows in sight.
 bool GridView::isAlternate(int row) const
 {
-    int above = 0;
-    for (int i = 0; i < row; ++i)
-        above += isShown(i) ? 1 : 0;
+    int above = row;
+    for (int i = 0; i < qMin<qsizetype>(row, m_outOfSight.size()); ++i)
+        above -= m_outOfSight.testBit(i) ? 1 : 0;
     return above % 2 == 1;
 }
 
