@@ -3,6 +3,7 @@
 #include "controls/announcing.h"
 #include "controls/gridview.h"
 #include "controls/notestrip.h"
+#include "controls/pictures.h"
 #include "controls/transferwidgets.h"
 #include "controls/undo.h"
 
@@ -27,12 +28,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QToolButton *arrow(Qt::ArrowType type, const QString &name, const QString &what,
-                   const QString &keys)
+QToolButton *flatButton(const QString &pictureName, const QString &name, const QString &what,
+                        const QString &keys)
 {
     auto *button = new QToolButton;
     button->setObjectName(name);
-    button->setArrowType(type);
+    button->setIcon(picture(pictureName));
     button->setAccessibleName(what);
     button->setToolTip(u"%1 (%2)"_s.arg(what, keys));
     button->setAutoRaise(true);
@@ -120,12 +121,11 @@ QWidget *FindStrip::makeSearch()
     m_text = new QLineEdit;
     m_text->setObjectName(u"aranan"_s);
     m_text->setMaximumWidth(320);
-    m_text->setClearButtonEnabled(true);
     m_text->setPlaceholderText(u"Bütün sütunlarda ara"_s);
     connect(m_text, &QLineEdit::textEdited, this, &FindStrip::type);
-    auto *before = arrow(Qt::UpArrow, u"onceki"_s, u"Öncekini bul"_s, u"Shift+F3"_s);
+    auto *before = flatButton(u"findup"_s, u"onceki"_s, u"Öncekini bul"_s, u"Shift+F3"_s);
     connect(before, &QAbstractButton::clicked, this, [this] { step(-1); });
-    auto *next = arrow(Qt::DownArrow, u"sonraki"_s, u"Sonrakini bul"_s, u"F3"_s);
+    auto *next = flatButton(u"finddown"_s, u"sonraki"_s, u"Sonrakini bul"_s, u"F3"_s);
     connect(next, &QAbstractButton::clicked, this, [this] { step(1); });
     m_count = new QLabel;
     m_count->setObjectName(u"bulunan"_s);
@@ -138,13 +138,7 @@ QWidget *FindStrip::makeSearch()
     m_only->setToolTip(u"Yalnız bulunan satırları gösterir (Alt+S)"_s);
     connect(m_only, &QAbstractButton::toggled, this, &FindStrip::filterByText);
     auto *room = new QWidget;
-    auto *close = new QToolButton;
-    close->setObjectName(u"bulkapat"_s);
-    close->setText(u"✕"_s);
-    close->setAccessibleName(u"Aramayı kapat"_s);
-    close->setToolTip(u"Aramayı kapat, bütün satırları göster (Esc)"_s);
-    close->setAutoRaise(true);
-    close->setFocusPolicy(Qt::TabFocus);
+    auto *close = flatButton(u"close"_s, u"bulkapat"_s, u"Aramayı kapat"_s, u"Esc"_s);
     connect(close, &QAbstractButton::clicked, this, &FindStrip::close);
     return line(
         {labelFor(m_text, u"Bul:"_s), m_text, before, next, m_count, m_tick, m_only, room, close},
