@@ -3,8 +3,6 @@
 #include <QHeaderView>
 #include <QSignalBlocker>
 
-#include <numeric>
-
 namespace kervan {
 
 // Rows that a list does not show for a while. They stay rows of its grid, with their numbers and
@@ -121,15 +119,6 @@ QItemSelection GridView::rangesOf(const QList<int> &rows) const
             ranges.append(QItemSelectionRange(m_grid.index(row, 0), end));
     }
     return ranges;
-}
-
-void GridView::selectAll()
-{
-    if (!isFiltered())
-        return QTableView::selectAll();
-    QList<int> rows(m_grid.rows());
-    std::iota(rows.begin(), rows.end(), 0);
-    selectionModel()->select(rangesOf(rows), QItemSelectionModel::ClearAndSelect);
 }
 
 } // namespace kervan

@@ -29,7 +29,8 @@ public:
     /// Selects these rows and no others, and makes the first of them visible. Those that a filter
     /// hides are left out; if it hides them all, it ends.
     void markRows(const QList<int> &rows);
-    /// The rows in sight that are selected, rising.
+    /// The rows in sight that are selected, rising. The selection itself may reach over hidden
+    /// ones.
     QList<int> selectedPositions() const;
     enum class Headings { Without, With };
     /// Copies the selected rows in sight; with headings, in a form that spreadsheets take.
@@ -84,7 +85,6 @@ public:
     QModelIndex indexAt(const QPoint &point) const override;
     QRect visualRect(const QModelIndex &index) const override;
     void scrollTo(const QModelIndex &index, ScrollHint hint = EnsureVisible) override;
-    void selectAll() override;
     QSize sizeHint() const override;
     QSize minimumSizeHint() const override;
 

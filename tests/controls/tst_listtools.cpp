@@ -363,6 +363,9 @@ private Q_SLOTS:
         s.key(Qt::Key_F3, Qt::ShiftModifier);
         QCOMPARE(s.upper->currentIndex().row(), 4);
         QCOMPARE(moved.size(), 3);
+        s.upper->goTo(1);
+        s.key(Qt::Key_F3); // from between two of them
+        QCOMPARE(s.count(), u"2 / 3"_s);
 
         QTest::mouseClick(s.get<QPushButton>(u"bulunanlariisaretle"_s), Qt::LeftButton);
         QCOMPARE(ticksOf(s.l1), (QList<int>{0, 2, 3, 4}));
@@ -385,6 +388,26 @@ private Q_SLOTS:
         QCOMPARE(s.closings, 0);
         s.key(Qt::Key_Escape);
         QCOMPARE(s.closings, 1);
+    }
+
+    void rowsOutOfSightAreNeitherFoundNorTicked()
+    {
+        Screen s(six);
+        s.upper->filter({u"çift"_s, [](int row) {
+                             return row % 2 == 1;
+                         }});
+        s.find(u"deniz"_s);
+        QCOMPARE(s.count(), u"1 / 2"_s);
+        s.upper->filter({u"tek"_s, [](int row) {
+                             return row % 2 == 0 || row == 5;
+                         }});
+        s.key(Qt::Key_F3);
+        QCOMPARE(s.count(), u"1 / 1"_s);
+        s.upper->enter(3); // out of sight, as the hit behind it is not
+        QCOMPARE(s.upper->currentIndex().row(), 5);
+        QTest::mouseClick(s.get<QPushButton>(u"bulunanlariisaretle"_s), Qt::LeftButton);
+        QCOMPARE(ticksOf(s.l1), QList<int>{5});
+        QVERIFY(!s.get<QCheckBox>(u"suz"_s)->isChecked()); // it is another's filter
     }
 
     void theListWithTheFocusLastIsSearched()
