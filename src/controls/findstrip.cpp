@@ -5,7 +5,6 @@
 #include "controls/notestrip.h"
 #include "controls/pictures.h"
 #include "controls/transferwidgets.h"
-#include "controls/undo.h"
 
 #include <QApplication>
 #include <QCheckBox>
@@ -170,8 +169,16 @@ void FindStrip::follow(GridView *list)
     showCount();
 }
 
+// Another page may stand in front of the list that had the focus.
+void FindStrip::followWhatIsShown()
+{
+    if (!m_list->isVisible())
+        follow(m_lists.constFirst());
+}
+
 void FindStrip::open()
 {
+    followWhatIsShown();
     show();
     m_search->show();
     m_from = qMax(m_list->currentIndex().row(), 0);
@@ -209,6 +216,7 @@ void FindStrip::step(int by)
 {
     if (m_text->text().isEmpty())
         return open();
+    followWhatIsShown();
     if (m_isStale)
         search();
     if (m_hits.isEmpty())
@@ -256,9 +264,9 @@ void FindStrip::tickHits()
         search();
     const int before = m_list->grid().tickedCount();
     m_list->grid().setTicked(m_hits, true);
-    tellBriefly(window(), u"%1 satır daha işaretlendi, %2 satır zaten işaretliydi."_s
-                              .arg(m_list->grid().tickedCount() - before)
-                              .arg(m_hits.size() - m_list->grid().tickedCount() + before));
+    tellBelow(window(), u"%1 satır daha işaretlendi, %2 satır zaten işaretliydi."_s
+                            .arg(m_list->grid().tickedCount() - before)
+                            .arg(m_hits.size() - m_list->grid().tickedCount() + before));
 }
 
 void FindStrip::filterByText(bool on)
@@ -300,8 +308,7 @@ void FindStrip::filterChanged(GridView *list)
     }
     showFilter();
     if (isReread)
-        tellBriefly(window(),
-                    u"Liste yeniden okundu, süzme kaldırıldı: bütün satırlar görünüyor."_s);
+        tellBelow(window(), u"Liste yeniden okundu, süzme kaldırıldı: bütün satırlar görünüyor."_s);
     else
         announce(this, list->isFiltered() ? m_filterText->text() : u"Bütün satırlar görünüyor"_s);
 }
@@ -340,6 +347,7 @@ void FindStrip::close()
         list->endFilter();
     m_search->hide();
     showFilter();
+    followWhatIsShown();
     m_list->enter();
 }
 

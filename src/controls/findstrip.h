@@ -40,6 +40,7 @@ private:
     QWidget *makeSearch();
     QWidget *makeFilter();
     void follow(GridView *list);
+    void followWhatIsShown();
     void type();
     void search();
     void goToHit(int hit);

@@ -70,6 +70,9 @@ void leadThroughPanes(QWidget *window);
 /// window has its parts in a column, the status bar among them.
 void addListTools(QWidget *window);
 
+/// Tells something passing in the status bar of the window, and to those who do not see it.
+void tellBelow(const QWidget *window, const QString &text);
+
 /// Carries out a command that may read a source. If the list was filled anew by it, the keys are
 /// the list's from then on, wherever they were: at a choice, the next arrow would change it.
 void readIntoList(QWidget *window, const std::function<void()> &command);

@@ -1,10 +1,9 @@
 #include "controls/undo.h"
 
-#include "controls/announcing.h"
 #include "controls/gridview.h"
+#include "controls/transferwidgets.h"
 
 #include <QShortcut>
-#include <QStatusBar>
 
 #include <algorithm>
 
@@ -13,8 +12,6 @@ namespace kervan {
 using namespace Qt::StringLiterals;
 
 namespace {
-
-constexpr int readingTime = 6000; // milliseconds
 
 QString sentenceOf(const Grid::Undone &undone)
 {
@@ -34,14 +31,14 @@ void undoIn(const QWidget *window, const QList<GridView *> &lists)
     const bool hadFocus = list->hasFocus();
     const auto undone = list->grid().undo();
     if (!undone)
-        return tellBriefly(window, u"Geri alınacak bir işaret ya da satır yok."_s);
+        return tellBelow(window, u"Geri alınacak bir işaret ya da satır yok."_s);
     if (undone->rows > 0) {
         list->scrollTo(list->grid().index(undone->firstRow, 0),
                        QAbstractItemView::PositionAtCenter);
         if (hadFocus)
             list->enter(undone->firstRow);
     }
-    tellBriefly(window, sentenceOf(*undone));
+    tellBelow(window, sentenceOf(*undone));
 }
 
 } // namespace
@@ -59,13 +56,6 @@ void installUndo(QWidget *window)
     shortcut->setContext(Qt::WidgetWithChildrenShortcut);
     QObject::connect(shortcut, &QShortcut::activated, window,
                      [window, lists] { undoIn(window, lists); });
-}
-
-void tellBriefly(const QWidget *window, const QString &text)
-{
-    auto *bar = window->findChild<QStatusBar *>(u"sb1"_s);
-    bar->showMessage(text, readingTime);
-    announce(bar, text);
 }
 
 } // namespace kervan

@@ -1,6 +1,5 @@
 #pragma once
 
-class QString;
 class QWidget;
 
 namespace kervan {
@@ -8,8 +7,5 @@ namespace kervan {
 /// Ctrl+Z on the window of a transfer takes back what was last done to the ticks and rows of its
 /// lists `l1` and `l2`, and tells it in the status bar. A field that is typed in keeps the keys.
 void installUndo(QWidget *window);
-
-/// Tells something that just happened in the status bar `sb1` for some seconds, and to readers.
-void tellBriefly(const QWidget *window, const QString &text);
 
 } // namespace kervan

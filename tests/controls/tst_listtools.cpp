@@ -427,6 +427,10 @@ private Q_SLOTS:
         s.key(Qt::Key_F3);
         QCOMPARE(s.count(), u"1 / 1"_s);
         QCOMPARE(s.lower->currentIndex().row(), 1);
+        s.lower->hide(); // behind another page
+        s.key(Qt::Key_F3);
+        QCOMPARE(s.count(), u"2 / 2"_s);
+        QCOMPARE(s.upper->currentIndex().row(), 5);
     }
 
     void cellsWithHeadingsAreRightInASpreadsheet()

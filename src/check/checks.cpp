@@ -1,0 +1,187 @@
+#include "check/checks.h"
+
+#include "base/failure.h"
+
+#include <QElapsedTimer>
+
+#include <algorithm>
+
+namespace kervan {
+
+namespace {
+
+constexpr int sliceTime = 8; // milliseconds
+constexpr int rowsAtOnce = 64;
+
+} // namespace
+
+Checks::Checks(Grid &list, QList<Rule> rules, QObject *parent)
+    : QObject(parent)
+    , m_list(list)
+    , m_rules(std::move(rules))
+{
+    m_timer.setSingleShot(true);
+    connect(&m_timer, &QTimer::timeout, this, &Checks::slice);
+    m_screenTimer.setSingleShot(true);
+    connect(&m_screenTimer, &QTimer::timeout, this, &Checks::askScreen);
+    connect(&list, &QAbstractItemModel::modelReset, this, &Checks::restart);
+    connect(&list, &QAbstractItemModel::rowsInserted, this, &Checks::restart);
+    connect(&list, &QAbstractItemModel::dataChanged, this,
+            [this](const QModelIndex &first, const QModelIndex &last) {
+                if (first.column() > 0 || last.column() > 0) // else it is a tick
+                    restart();
+            });
+    restart();
+}
+
+void Checks::add(std::unique_ptr<Survey> survey)
+{
+    m_surveys.push_back(std::move(survey));
+    restart();
+}
+
+void Checks::watch(TextField &field)
+{
+    connect(&field, &TextField::changed, &m_screenTimer, qOverload<>(&QTimer::start));
+}
+
+void Checks::watch(CheckField &field)
+{
+    connect(&field, &CheckField::changed, &m_screenTimer, qOverload<>(&QTimer::start));
+}
+
+int Checks::count(Level level) const
+{
+    return static_cast<int>(std::ranges::count(m_findings, level, &Finding::level));
+}
+
+void Checks::restart()
+{
+    m_state = State::Rows;
+    m_row = 0;
+    m_step = 0;
+    m_ofRows.clear();
+    m_gaps.clear();
+    for (const auto &survey : m_surveys)
+        survey->begin();
+    m_timer.start(0);
+}
+
+void Checks::askScreen()
+{
+    QList<Finding> before = std::exchange(m_ofScreen, {});
+    for (const Rule &rule : m_rules) {
+        if (rule.ofScreen)
+            take(rule, -1, rule.ofScreen());
+    }
+    if (m_ofScreen != before)
+        publish();
+}
+
+void Checks::finish()
+{
+    m_timer.stop();
+    m_screenTimer.stop();
+    askScreen();
+    while (work()) {
+    }
+    publish();
+}
+
+void Checks::slice()
+{
+    QElapsedTimer elapsed;
+    elapsed.start();
+    if (m_row == 0 && m_state == State::Rows) {
+        askScreen();
+        publish(); // what was said of the rows before no longer holds
+    }
+    while (work()) {
+        if (elapsed.elapsed() >= sliceTime) {
+            m_timer.start(0);
+            return;
+        }
+    }
+    publish();
+}
+
+// A piece of it; false at the end.
+bool Checks::work()
+{
+    switch (m_state) {
+    case State::Rows:
+        for (int i = 0; i < rowsAtOnce && m_row < m_list.rows(); ++i)
+            lookAtRow();
+        if (m_row >= m_list.rows())
+            m_state = State::Lists;
+        return true;
+    case State::Lists:
+        if (m_step < m_rules.size()) {
+            const Rule &rule = m_rules[m_step++];
+            if (rule.ofRows) {
+                for (const RowText &found : rule.ofRows())
+                    take(rule, found.row, found.text);
+            }
+            return true;
+        }
+        m_step = 0;
+        m_state = State::Surveys;
+        return true;
+    case State::Surveys:
+        if (m_step < static_cast<qsizetype>(m_surveys.size())) {
+            Survey &survey = *m_surveys[static_cast<std::size_t>(m_step)];
+            if (!survey.step()) {
+                survey.tell(m_ofRows, m_gaps);
+                ++m_step;
+            }
+            return true;
+        }
+        m_state = State::Complete;
+        return false;
+    case State::Complete:
+        break;
+    }
+    return false;
+}
+
+void Checks::lookAtRow()
+{
+    for (const Rule &rule : m_rules) {
+        if (rule.ofRow)
+            take(rule, m_row, rule.ofRow(m_row));
+    }
+    ++m_row;
+}
+
+void Checks::take(const Rule &rule, int row, const QString &text)
+{
+    if (text.isEmpty())
+        return;
+    (row < 0 ? m_ofScreen : m_ofRows) << Finding{.rule = rule.name,
+                                                 .level = rule.level,
+                                                 .text = text,
+                                                 .cure = rule.cure,
+                                                 .row = row,
+                                                 .column = rule.column,
+                                                 .control = rule.control,
+                                                 .list = rule.list};
+}
+
+void Checks::publish()
+{
+    QList<Finding> findings = m_ofScreen;
+    if (isComplete()) {
+        findings += m_ofRows;
+        std::ranges::stable_sort(findings.begin() + m_ofScreen.size(), findings.end(), {},
+                                 &Finding::row);
+    }
+    m_findings = std::move(findings);
+    m_byRow.clear();
+    for (int i = 0; i < m_findings.size(); ++i) {
+        if (m_findings[i].row >= 0 && m_findings[i].list == QStringLiteral("l1"))
+            m_byRow[m_findings[i].row] << i;
+    }
+    Q_EMIT changed();
+}
+
+} // namespace kervan
