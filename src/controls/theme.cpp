@@ -94,7 +94,8 @@ QString styleOf(const Colours &c)
         "  margin-top: 0.8em; padding-top: 0.35em; }"
         "QGroupBox::title { subcontrol-origin: margin; left: 10px; padding: 0 4px; color: %2; }"
         "QTableView { border: none; gridline-color: %1; }"
-        "QHeaderView::section { background: %3; border: none; border-right: 1px solid %1;"
+        "QHeaderView::section, QTableCornerButton::section { background: %3; border: none; "
+        "border-right: 1px solid %1;"
         "  border-bottom: 1px solid %1; padding: 3px 6px; }"
         "#bar1 { background: %4; border: 1px solid %1; border-radius: 6px; }"
         "#bar1 QLabel { color: %2; font-weight: 600; }"
@@ -266,14 +267,16 @@ QColor faultText(const QPalette &palette)
 
 QColor tint(const QPalette &palette)
 {
-    constexpr int share = 20; // of a hundred
-    const QColor base = palette.color(QPalette::Base);
-    const QColor accent = palette.color(QPalette::Highlight);
-    const auto mixed = [](int below, int above) {
-        return (below * (100 - share) + above * share) / 100;
+    return mixed(palette.color(QPalette::Base), palette.color(QPalette::Highlight), 20);
+}
+
+QColor mixed(const QColor &below, const QColor &above, int share)
+{
+    const auto part = [share](int under, int over) {
+        return (under * (100 - share) + over * share) / 100;
     };
-    return {mixed(base.red(), accent.red()), mixed(base.green(), accent.green()),
-            mixed(base.blue(), accent.blue())};
+    return {part(below.red(), above.red()), part(below.green(), above.green()),
+            part(below.blue(), above.blue())};
 }
 
 } // namespace kervan

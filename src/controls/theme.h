@@ -27,4 +27,7 @@ QColor faultText(const QPalette &palette);
 /// The ground of a ticked row.
 QColor tint(const QPalette &palette);
 
+/// A colour with so many hundredths of another over it.
+QColor mixed(const QColor &below, const QColor &above, int share);
+
 } // namespace kervan

@@ -2,10 +2,12 @@
 
 #include "controls/announcing.h"
 #include "controls/binding.h"
+#include "controls/findstrip.h"
 #include "controls/gridview.h"
 #include "controls/keyedbutton.h"
 #include "controls/notestrip.h"
 #include "controls/pictures.h"
+#include "controls/undo.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -197,6 +199,12 @@ void goToPane(const QWidget *window, int step)
 
 } // namespace
 
+void addListTools(QWidget *window)
+{
+    installFind(window);
+    installUndo(window);
+}
+
 void leadThroughPanes(QWidget *window)
 {
     const auto step = [window](const QKeySequence &keys, int by) {
@@ -274,6 +282,7 @@ void layOutParts(QWidget *window, const TransferParts &parts)
                          readIntoList(window, [&] { open(path); });
                      });
     leadThroughPanes(window);
+    addListTools(window);
     window->findChild<QPushButton *>(parts.firstButton)->setFocus();
 }
 

@@ -39,6 +39,7 @@ void Fat::umurlarfaturabaslikoku()
         note(endQuietly([this] { liste.tarihbelirle(); }));
     efaturabul(l1(), link, ilerleme, m_program.boxes, bilgi);
     faturakasafisnoyaz(m_program, l1());
+    l1().forgetSteps(); // what the filter took out has no marks and numbers
 }
 
 void Fat::readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar)

@@ -48,6 +48,7 @@ SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
 
     letClose(this, strip);
     leadThroughPanes(this);
+    addListTools(this);
     connect(new FileDrop(this), &FileDrop::dropped, this, [this](const QString &path) {
         readIntoList(this, [&] { m_screen.birakilandosya(path); });
     });
