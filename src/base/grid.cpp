@@ -101,12 +101,14 @@ void Grid::setTag(int row, const QString &tag)
 
 void Grid::clear()
 {
+    Q_EMIT aboutToClear();
     const Refill refill(*this);
     m_rows.clear();
 }
 
 void Grid::setColumns(QList<GridColumn> columns)
 {
+    Q_EMIT aboutToClear();
     const Refill refill(*this);
     m_rows.clear();
     m_columns = std::move(columns);

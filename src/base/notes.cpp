@@ -52,7 +52,7 @@ void Notes::addDocument(const QString &path, const QString &what, qsizetype coun
 {
     if (failed)
         return add(failed);
-    m_written << Written{path, u"%1 %2"_s.arg(count).arg(what), when};
+    m_written << Written{path, u"%1 %2"_s.arg(count).arg(what), when, count};
     Q_EMIT changed();
 }
 

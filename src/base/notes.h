@@ -26,6 +26,7 @@ public:
         QString path;
         QString what; ///< how many of what: "12 fatura"
         QTime when;
+        qsizetype count = 0;
     };
 
     /// A read or a write begins: what the one before left is gone.

@@ -49,6 +49,13 @@ QString sentenceOf(const Notes::Written &written)
 
 } // namespace
 
+void showFolderOf(const QString &path, Notes &notes)
+{
+    const QString folder = QFileInfo(path).absolutePath();
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder)))
+        notes.add(u"Klasör açılamadı: %1"_s.arg(folder));
+}
+
 QSize CutLabel::minimumSizeHint() const
 {
     return {0, QLabel::minimumSizeHint().height()};
@@ -111,7 +118,8 @@ QFrame *NoteStrip::makeWritten()
 {
     auto *folder =
         smallButton(u"klasorac"_s, u"&Klasörü aç"_s, u"Belgenin durduğu klasörü gösterir"_s);
-    connect(folder, &QAbstractButton::clicked, this, &NoteStrip::openFolder);
+    connect(folder, &QAbstractButton::clicked, this,
+            [this] { showFolderOf(m_notes.written().constFirst().path, m_notes); });
     auto *frame = new QFrame;
     frame->setObjectName(u"yazilanlar"_s);
     auto *row = new QHBoxLayout(frame);
@@ -146,13 +154,6 @@ void NoteStrip::showNotes()
         return;
     setAccessibleName(all);
     announce(this, all);
-}
-
-void NoteStrip::openFolder()
-{
-    const QString folder = QFileInfo(m_notes.written().constFirst().path).absolutePath();
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder)))
-        m_notes.add(u"Klasör açılamadı: %1"_s.arg(folder));
 }
 
 } // namespace kervan

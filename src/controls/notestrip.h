@@ -23,6 +23,9 @@ protected:
     void paintEvent(QPaintEvent *event) override;
 };
 
+/// Shows the folder that holds the file; a desktop that can't is told in the notes.
+void showFolderOf(const QString &path, Notes &notes);
+
 /// The notes of a screen, below its caption: what failed in one line and, on demand, in full; and
 /// below that the files that were written, with the way to their folder. It takes no room while
 /// there is nothing to tell.
@@ -37,7 +40,6 @@ private:
     QFrame *makeFaults();
     QFrame *makeWritten();
     void showNotes();
-    void openFolder();
 
     Notes &m_notes;
     CutLabel *m_text;

@@ -1,0 +1,57 @@
+#include "controls/linkbutton.h"
+
+#include <QGuiApplication>
+#include <QPainter>
+#include <QShortcut>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int besides = 3; // pixels for the frame of the focus
+
+} // namespace
+
+LinkButton::LinkButton(QWidget *window, const QString &name, const QString &keys)
+    : m_keys(keys)
+{
+    setObjectName(name);
+    setFocusPolicy(Qt::TabFocus);
+    setCursor(Qt::PointingHandCursor);
+    auto *shortcut = new QShortcut(QKeySequence(keys), window);
+    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(shortcut, &QShortcut::activated, this, [this] {
+        if (isVisible())
+            click();
+    });
+}
+
+void LinkButton::setLink(const QString &text, const QString &hint)
+{
+    setText(text);
+    setAccessibleName(text);
+    setToolTip(u"%1 (%2)"_s.arg(hint, m_keys));
+    updateGeometry();
+}
+
+QSize LinkButton::sizeHint() const
+{
+    return {fontMetrics().horizontalAdvance(text()) + 2 * besides, fontMetrics().height() + 2};
+}
+
+void LinkButton::paintEvent(QPaintEvent *)
+{
+    QPainter painter(this);
+    const QColor colour = QGuiApplication::palette().color(QPalette::Link);
+    QFont underlined = font();
+    underlined.setUnderline(true);
+    painter.setFont(underlined);
+    painter.setPen(colour);
+    painter.drawText(rect(), Qt::AlignCenter, text());
+    if (hasFocus())
+        painter.drawRect(rect().adjusted(0, 0, -1, -1));
+}
+
+} // namespace kervan
