@@ -105,7 +105,23 @@ QWidget *FatWindow::choices()
     auto *plan =
         valueLabel(u"odmplnkod"_s, u"Belgeye yazılan ödeme planı:"_s, m_fat.odemePlaniKodu);
     plan->setToolTip(u"Belgeye yazılan ödeme planı"_s);
-    panel->add(plan);
+    auto *beside = new QWidget;
+    auto *daily = new QHBoxLayout(beside);
+    daily->setContentsMargins(0, 0, 0, 0);
+    daily->addWidget(plan, 1);
+    daily->addWidget(dailyChoicesButton(this, m_fat.bilgi,
+                                        {{u"Firma"_s, tanimlar.firma,
+                                          [this] {
+                                              m_fat.firmasec();
+                                          }},
+                                         {u"Kdv oranı"_s, m_fat.kdvOrani,
+                                          [this] {
+                                              m_fat.kdvoranisec();
+                                          }},
+                                         {u"Ödeme planı"_s, m_fat.odemePlani, [this] {
+                                              m_fat.odemeplanisec();
+                                          }}}));
+    panel->add(beside);
     addField(panel, u"Fatura Özel Kodu:"_s, choiceBox(u"c4"_s, tanimlar.ozelKod));
     auto *last = new QWidget;
     auto *row = new QHBoxLayout(last);

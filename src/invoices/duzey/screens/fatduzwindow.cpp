@@ -88,7 +88,16 @@ QWidget *FatduzWindow::choices()
     panel->add(chosen(kindBox(m_fatduz.faturaTuru), &Fatduz::yenidenoku));
     panel->add(sheetName());
     panel->add(chosen(staffBox(tanimlar.personel), &Fatduz::personelsec));
-    addField(panel, u"Gen.Kdv:"_s, valueLabel(u"kdyaz"_s, u"Gen.Kdv:"_s, tanimlar.genelKdv));
+    auto *last = new QWidget;
+    auto *row = new QHBoxLayout(last);
+    row->setContentsMargins(0, 0, 0, 0);
+    auto *rate = valueLabel(u"kdyaz"_s, u"Gen.Kdv:"_s, tanimlar.genelKdv);
+    row->addWidget(labelFor(rate, u"Gen.Kdv:"_s));
+    row->addWidget(rate, 1);
+    row->addWidget(dailyChoicesButton(this, m_fatduz.bilgi, {{u"Firma"_s, tanimlar.firma, [this] {
+                                                                  m_fatduz.firmasec();
+                                                              }}}));
+    panel->add(last);
     return panel;
 }
 
