@@ -4,7 +4,7 @@
 
 namespace kervan {
 
-TickOffer::TickOffer(Grid &list, ListShape shape, QObject *parent)
+TickOffer::TickOffer(Grid &list, std::function<ListShape()> shape, QObject *parent)
     : QObject(parent)
     , m_list(list)
     , m_shape(std::move(shape))
@@ -12,7 +12,7 @@ TickOffer::TickOffer(Grid &list, ListShape shape, QObject *parent)
     connect(&list, &Grid::aboutToClear, this, [this] {
         // A read that follows another leaves what stood before both.
         if (std::exchange(m_isTouched, false))
-            m_ticks.take(m_list, m_shape);
+            m_ticks.take(m_list, m_shape());
     });
     connect(&list, &QAbstractItemModel::modelReset, this, &TickOffer::forgetRows);
     connect(&list, &QAbstractItemModel::rowsInserted, this, &TickOffer::forgetRows);
@@ -26,25 +26,19 @@ TickOffer::TickOffer(Grid &list, ListShape shape, QObject *parent)
             });
 }
 
-void TickOffer::setShape(ListShape shape)
-{
-    m_shape = std::move(shape);
-    forgetRows();
-}
-
 int TickOffer::rows() const
 {
     if (m_ticks.isEmpty())
         return 0;
     if (!m_found)
-        m_found = m_ticks.in(m_list, m_shape);
+        m_found = m_ticks.in(m_list, m_shape());
     return static_cast<int>(
         std::ranges::count_if(*m_found, [this](int row) { return !m_list.ticked(row); }));
 }
 
 void TickOffer::accept()
 {
-    m_ticks.giveBack(m_list, m_shape);
+    m_ticks.giveBack(m_list, m_shape());
 }
 
 RememberedTicks TickOffer::ticks() const
@@ -52,7 +46,7 @@ RememberedTicks TickOffer::ticks() const
     if (!m_isTouched)
         return m_ticks;
     RememberedTicks ticks;
-    ticks.take(m_list, m_shape);
+    ticks.take(m_list, m_shape());
     return ticks;
 }
 

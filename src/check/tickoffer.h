@@ -4,6 +4,7 @@
 
 #include <QObject>
 
+#include <functional>
 #include <optional>
 
 namespace kervan {
@@ -15,10 +16,9 @@ class TickOffer : public QObject
     Q_OBJECT
 
 public:
-    TickOffer(Grid &list, ListShape shape, QObject *parent = nullptr);
+    /// `shape` is asked again whenever rows are others.
+    TickOffer(Grid &list, std::function<ListShape()> shape, QObject *parent = nullptr);
 
-    /// The list has other columns from now on.
-    void setShape(ListShape shape);
     /// How many rows would be ticked; none where there is nothing to offer.
     int rows() const;
     void accept();
@@ -35,7 +35,7 @@ private:
     void forgetRows();
 
     Grid &m_list;
-    ListShape m_shape;
+    std::function<ListShape()> m_shape;
     RememberedTicks m_ticks;
     bool m_isTouched = false;                  // the ticks since the last read are the user's
     mutable std::optional<QList<int>> m_found; // in the list; looked for when it is asked

@@ -8,21 +8,15 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
-Totals::Totals(Grid &list, ListShape shape, QObject *parent)
+Totals::Totals(Grid &list, std::function<ListShape()> shape, QObject *parent)
     : QObject(parent)
     , m_list(list)
-    , m_shape(std::move(shape))
+    , m_shapeOf(std::move(shape))
 {
     connect(&list, &QAbstractItemModel::modelReset, this, &Totals::forget);
     connect(&list, &QAbstractItemModel::rowsInserted, this, &Totals::forget);
     connect(&list, &QAbstractItemModel::rowsRemoved, this, &Totals::forget);
     connect(&list, &QAbstractItemModel::dataChanged, this, &Totals::follow);
-}
-
-void Totals::setShape(ListShape shape)
-{
-    m_shape = std::move(shape);
-    forget();
 }
 
 void Totals::setBelowLimit(std::function<bool(int row)> isBelow)
@@ -43,10 +37,18 @@ const RowSums &Totals::taken() const
     return m_taken;
 }
 
-RowSums Totals::of(const QList<std::pair<int, int>> &rows) const
+RowSums Totals::none() const
 {
     RowSums sums;
     sums.amounts.resize(m_shape.amounts.size());
+    return sums;
+}
+
+RowSums Totals::of(const QList<std::pair<int, int>> &rows) const
+{
+    if (!m_isCounted)
+        recount();
+    RowSums sums = none();
     for (const auto &[first, last] : rows) {
         for (int row = first; row <= std::min(last, m_list.rows() - 1); ++row)
             count(sums, row, Way::In);
@@ -78,7 +80,8 @@ void Totals::recount() const
 {
     const int rows = m_list.rows();
     const bool tickable = isTickable();
-    m_taken = of({});
+    m_shape = m_shapeOf();
+    m_taken = none();
     m_ticks.fill(false, rows);
     for (int row = 0; row < rows; ++row) {
         if (tickable && !m_list.ticked(row))
@@ -98,6 +101,10 @@ void Totals::forget()
 // A tick is told by the first column alone. What an amount was before it changed nobody knows.
 void Totals::follow(const QModelIndex &first, const QModelIndex &last)
 {
+    if (!m_isCounted) {
+        Q_EMIT changed();
+        return;
+    }
     const bool isOfAmounts = std::ranges::any_of(m_shape.amounts, [&](int column) {
         return first.column() <= column && column <= last.column();
     });
@@ -105,7 +112,7 @@ void Totals::follow(const QModelIndex &first, const QModelIndex &last)
         return forget();
     if (first.column() > 0)
         return;
-    if (m_isCounted && isTickable()) {
+    if (isTickable()) {
         for (int row = first.row(); row <= last.row(); ++row) {
             const bool ticked = m_list.ticked(row);
             if (ticked == m_ticks.testBit(row))
@@ -145,7 +152,7 @@ QStringList Totals::told() const
 {
     if (m_list.isEmpty())
         return {};
-    const RowSums &sums = taken();
+    const RowSums sums = taken();
     QStringList parts{u"%1 %2"_s.arg(counted(m_list.rows()), m_shape.what)};
     if (!isTickable())
         parts.first() = u"%1 %2"_s.arg(parts.first(), told(sums)).trimmed();

@@ -30,15 +30,11 @@ class Totals : public QObject
     Q_OBJECT
 
 public:
-    Totals(Grid &list, ListShape shape, QObject *parent = nullptr);
+    /// `shape` is asked again whenever rows are others.
+    Totals(Grid &list, std::function<ListShape()> shape, QObject *parent = nullptr);
 
-    const Grid &list() const { return m_list; }
-    const ListShape &shape() const { return m_shape; }
-    /// The list has other columns from now on.
-    void setShape(ListShape shape);
     /// Which rows lie below a limit; one for which it throws a Failure does not.
     void setBelowLimit(std::function<bool(int row)> isBelow);
-    bool hasLimit() const { return static_cast<bool>(m_isBelow); }
 
     /// Of the rows that go into a document: the ticked ones, or all of a list without ticks.
     const RowSums &taken() const;
@@ -59,15 +55,17 @@ Q_SIGNALS:
 
 private:
     enum class Way { In, Out };
+    RowSums none() const;
     void count(RowSums &sums, int row, Way way) const;
     void follow(const QModelIndex &first, const QModelIndex &last);
     void recount() const;
     void forget();
 
     Grid &m_list;
-    ListShape m_shape;
+    std::function<ListShape()> m_shapeOf;
     std::function<bool(int row)> m_isBelow;
     // Brought up to date when it is asked for: reading a list does not wait for it.
+    mutable ListShape m_shape;
     mutable RowSums m_taken;
     mutable QBitArray m_ticks; // as they are counted in m_taken
     mutable bool m_isCounted = false;

@@ -28,6 +28,12 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+constexpr int readingTime = 10000; // milliseconds
+
+} // namespace
+
 TitleStrip *titleStrip(const QString &title)
 {
     auto *strip = new TitleStrip;
@@ -149,6 +155,7 @@ QList<QWidget *> panesOf(const QWidget *window)
     QList<QWidget *> panes;
     for (QWidget *panel : panels) {
         QList<GridView *> lists = panel->findChildren<GridView *>();
+        lists.removeIf([](const GridView *list) { return !list->isVisible(); });
         std::ranges::sort(lists, {}, [window](const GridView *list) {
             return list->mapTo(window, QPoint()).y();
         });
@@ -207,6 +214,13 @@ void leadThroughPanes(QWidget *window)
         if (wasRead && list->model()->rowCount() > 0)
             list->enter();
     });
+}
+
+void tellBelow(const QWidget *window, const QString &text)
+{
+    auto *bar = window->findChild<QStatusBar *>(u"sb1"_s);
+    bar->showMessage(text, readingTime);
+    announce(bar, text);
 }
 
 void readIntoList(QWidget *window, const std::function<void()> &command)

@@ -47,6 +47,8 @@ public:
     /// A file that was dropped: of the kind read last, where there are two. Before the first read
     /// nobody knows which, and it is refused.
     void birakilandosya(const QString &path);
+    /// Reads the last source again, as it was read.
+    void yenidenoku();
     void sayfaadikaydet();
     void tumhareketlerisec() { l1.setAllTicked(tumHareketler.isChecked()); }
     void tumfislerisec() { l2.setAllTicked(tumFisler.isChecked()); }
@@ -85,6 +87,7 @@ private:
     Program &m_program;
     const SlipForm &m_form;
     QString m_dosyayolu;
+    const SlipFile *m_file = nullptr; // that it was read as; a text without one
     ReadKind m_kind = ReadKind::None;
     Workbooks m_workbooks;
     IslemSira m_sira;

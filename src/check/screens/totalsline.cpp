@@ -85,6 +85,15 @@ void TotalsLine::add(TickOffer &offer)
     connect(&offer, &TickOffer::changed, this, &TotalsLine::soon);
 }
 
+Totals &TotalsLine::addList(Grid &rows, QAbstractItemView *view,
+                            const std::function<ListShape()> &shape)
+{
+    auto *totals = new Totals(rows, shape, this);
+    add(*totals, view);
+    add(*new TickOffer(rows, shape, this));
+    return *totals;
+}
+
 void TotalsLine::soon()
 {
     if (!m_soon.isActive())

@@ -27,6 +27,8 @@ public:
     /// The keys of its links work anywhere on `window`. What is written is taken from the notes.
     TotalsLine(QWidget *window, Notes &notes);
 
+    /// Tells of a list, and offers its ticks. Gives what it is told from.
+    Totals &addList(Grid &rows, QAbstractItemView *view, const std::function<ListShape()> &shape);
     /// Tells of a list and of the rows that are selected in its view. Of two lists, the second one
     /// is told of while it has rows.
     void add(Totals &totals, QAbstractItemView *view);

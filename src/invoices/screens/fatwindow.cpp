@@ -1,6 +1,5 @@
 #include "invoices/screens/fatwindow.h"
 
-#include "controls/announcing.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
@@ -21,15 +20,10 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int readingTime = 10000; // milliseconds
-
-} // namespace
-
 FatWindow::FatWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_fat(program)
+    , m_checks(m_fat.liste.l1, {})
     , m_l1(invoiceView(m_fat.liste, u".bif"_s, m_fat.baslik,
                        [this](int row) { m_fat.satirsec(row); }))
 {
@@ -38,7 +32,7 @@ FatWindow::FatWindow(Program &program, QWidget *parent)
     layOutTransfer(this,
                    {.strip = strip(),
                     .notes = &m_fat.bilgi,
-                    .panels = {commands(), choices(), filters(), invoiceLists(m_l1, m_fat.l2)},
+                    .panels = {commands(), choices(), filters(), lists(program)},
                     .statusBar = transferStatusBar(u"Fatura Sayısı:"_s, m_fat.liste.satirSayisi,
                                                    m_fat.bilgi, m_fat.ilerleme),
                     .firstButton = u"chameleonButton5"_s,
@@ -153,21 +147,37 @@ QWidget *FatWindow::filters()
     connect(search, &QLineEdit::returnPressed, this, [this] {
         const QList<int> found = m_fat.liste.unvanara();
         m_l1->markRows(found);
-        auto *bar = findChild<QStatusBar *>(u"sb1"_s);
-        bar->clearMessage();
+        findChild<QStatusBar *>(u"sb1"_s)->clearMessage();
         if (!found.isEmpty())
             return m_l1->enter(found.first());
         const QString none =
             u"\"%1\" geçen bir unvan bulunamadı. Büyük ve küçük harf ayrı sayılır."_s.arg(
                 m_fat.liste.arananUnvan.text());
-        bar->showMessage(none, readingTime);
-        announce(bar, none);
+        tellBelow(this, none);
     });
     row->addPair(labelFor(search, u"Cari Unvanı:"_s), search);
     row->addStretch();
     auto *range = addDateFilter(row, list, [this] { m_fat.tarihdegisti(); });
     connect(range, &QCheckBox::clicked, this, [this] { m_fat.tariharaligisec(); });
     return panel;
+}
+
+QWidget *FatWindow::lists(Program &program)
+{
+    return invoiceLists({.window = this,
+                         .rows = m_fat.liste.l1,
+                         .view = m_l1,
+                         .frame = nullptr,
+                         .memoryKey = {},
+                         .checks = m_checks,
+                         .report = m_report,
+                         .dialogs = program.dialogs,
+                         .shape = [] { return ListShape{.what = u"fatura"_s, .number = 2}; },
+                         .reread =
+                             [this] {
+                                 m_fat.otomatikac();
+                             }},
+                        m_fat.l2);
 }
 
 } // namespace kervan

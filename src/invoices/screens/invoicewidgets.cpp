@@ -50,6 +50,15 @@ QComboBox *namedBox(const QString &name, ChoiceField &field, const QString &what
     return box;
 }
 
+QWidget *page(GridView *view)
+{
+    auto *page = new QWidget;
+    auto *column = new QVBoxLayout(page);
+    column->setContentsMargins({});
+    column->addWidget(view);
+    return page;
+}
+
 QGroupBox *listFrame(const QString &caption, GridView *view)
 {
     auto *frame = new QGroupBox(caption);
@@ -206,11 +215,14 @@ GridView *invoiceView(InvoiceList &list, const QString &source, TextField &capti
     return view;
 }
 
-QWidget *invoiceLists(GridView *invoices, Grid &l2)
+QWidget *invoiceLists(CheckedList list, Grid &l2)
 {
-    GridView *lines = lineView(l2);
-    return new Panes(listFrame(u"Fatura Listesi"_s, invoices),
-                     listFrame(u"Fatura Kalemleri"_s, lines), u"invoices/lines"_s);
+    list.frame = listFrame(u"Fatura Listesi"_s, list.view);
+    list.memoryKey = u"invoices/lines"_s;
+    list.linesView = lineView(l2);
+    list.lines = page(list.linesView);
+    list.linesTitle = u"Kalemler"_s;
+    return checkedPanes(list);
 }
 
 } // namespace kervan

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "base/notes.h"
+#include "check/screens/checkedlist.h"
 #include "invoices/invoicelist.h"
 
 #include <QString>
@@ -17,7 +18,6 @@ namespace kervan {
 
 class FieldPanel;
 class FlowLayout;
-class GridView;
 
 // The pieces that the windows of both invoice transfers are made of.
 
@@ -59,7 +59,8 @@ QCheckBox *addDateFilter(FlowLayout *row, InvoiceList &list, const std::function
 /// one of the kind `source`.
 GridView *invoiceView(InvoiceList &list, const QString &source, TextField &caption,
                       const std::function<void(int row)> &choose);
-/// That list and the lines of the chosen invoice, in their frames, with a handle between.
-QWidget *invoiceLists(GridView *invoices, Grid &l2);
+/// That list in its frame, and below it the lines of the chosen invoice and what is checked; `list`
+/// tells all but the frame and the lines.
+QWidget *invoiceLists(CheckedList list, Grid &l2);
 
 } // namespace kervan

@@ -1,5 +1,6 @@
 #include "slips/screens/slipwindow.h"
 
+#include "check/screens/checkedlist.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
@@ -29,6 +30,7 @@ constexpr QStringView cashListCaption = u"CH Kasa Nakit Haraket Listesi";
 SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
     : QWidget(parent)
     , m_screen(program, form)
+    , m_checks(m_screen.l1, {})
 {
     setObjectName(form.screen);
     setWindowTitle(form.caption);
@@ -39,7 +41,7 @@ SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
     column->setSpacing(screenSpacing);
     column->addWidget(strip);
     column->addWidget(new NoteStrip(m_screen.bilgi));
-    column->addWidget(scroller({head(), lists()}), 1);
+    column->addWidget(scroller({head(), lists(program)}), 1);
     column->addWidget(transferStatusBar(u"Cari Haraket Sayısı:"_s, m_screen.hareketSayisi,
                                         m_screen.bilgi, m_screen.ilerleme));
     addHidden();
@@ -118,19 +120,36 @@ QWidget *SlipWindow::settings()
     return panel;
 }
 
-QWidget *SlipWindow::lists()
+QWidget *SlipWindow::lists(Program &program)
 {
     const SlipForm &form = m_screen.form();
+    GridView *l1 = movements();
     auto *cash = listFrame(u"f1"_s, cashListCaption.toString(), u"Check1"_s, m_screen.tumHareketler,
-                           &SlipScreen::tumhareketlerisec, movements());
+                           &SlipScreen::tumhareketlerisec, l1);
+    CheckedList list{.window = this,
+                     .rows = m_screen.l1,
+                     .view = l1,
+                     .frame = cash,
+                     .memoryKey = u"slips/pane"_s,
+                     .checks = m_checks,
+                     .report = m_report,
+                     .dialogs = program.dialogs,
+                     .shape = [] { return ListShape{}; },
+                     .reread =
+                         [this] {
+                             m_screen.yenidenoku();
+                         }};
     if (!form.hasBankList())
-        return cash;
+        return checkedPanes(list);
     auto *view = new GridView(m_screen.l2, u"l2"_s);
     view->setAccessibleName(form.bankListCaption);
     view->setEmptyText(u"Hareketler okununca kod başına bir satır burada görünür."_s);
-    auto *bank = listFrame(u"f3"_s, form.bankListCaption, u"Check2"_s, m_screen.tumFisler,
+    list.lines = listFrame(u"f3"_s, form.bankListCaption, u"Check2"_s, m_screen.tumFisler,
                            &SlipScreen::tumfislerisec, view);
-    return new Panes(cash, bank, u"slips/bank"_s);
+    list.linesView = view;
+    list.linesTitle = u"Banka Fişleri"_s;
+    list.memoryKey = u"slips/bank"_s;
+    return checkedPanes(list);
 }
 
 GridView *SlipWindow::movements()

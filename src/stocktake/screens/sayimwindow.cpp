@@ -1,9 +1,11 @@
 #include "stocktake/screens/sayimwindow.h"
 
+#include "check/screens/checkedlist.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/linklabel.h"
+#include "controls/panes.h"
 #include "controls/transferwidgets.h"
 
 #include <QLabel>
@@ -17,6 +19,7 @@ using namespace Qt::StringLiterals;
 SayimWindow::SayimWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_sayimform(program)
+    , m_checks(m_sayimform.l1, {})
 {
     setObjectName(u"sayimform"_s);
     setWindowTitle(u"Sayım Transferi"_s);
@@ -25,7 +28,7 @@ SayimWindow::SayimWindow(Program &program, QWidget *parent)
     layOutTransfer(this,
                    {.strip = strip,
                     .notes = &m_sayimform.bilgi,
-                    .panels = {commands(), counts()},
+                    .panels = {commands(), counts(program)},
                     .statusBar = transferStatusBar(u"Sayım Sayısı:"_s, m_sayimform.sayimSayisi,
                                                    m_sayimform.bilgi, m_sayimform.ilerleme),
                     .firstButton = u"chameleonButton5"_s,
@@ -62,13 +65,25 @@ QWidget *SayimWindow::commands()
     return bar;
 }
 
-QWidget *SayimWindow::counts()
+QWidget *SayimWindow::counts(Program &program)
 {
     auto *view = new GridView(m_sayimform.l1, u"l1"_s);
     view->setAccessibleName(u"Sayım Listesi"_s);
     view->setEmptyText(u"\"Sayım Text Dosyası Aç\" ile bir .txt dosyası seçin ya da dosyayı buraya "
                        "sürükleyin."_s);
-    return plainFrame(view);
+    return checkedPanes({.window = this,
+                         .rows = m_sayimform.l1,
+                         .view = view,
+                         .frame = plainFrame(view),
+                         .memoryKey = u"sayimform/pane"_s,
+                         .checks = m_checks,
+                         .report = m_report,
+                         .dialogs = program.dialogs,
+                         .shape = [] { return ListShape{}; },
+                         .reread =
+                             [this] {
+                                 m_sayimform.sayimdosyasikoku();
+                             }});
 }
 
 } // namespace kervan

@@ -22,21 +22,22 @@ using namespace Qt::StringLiterals;
 FatduzWindow::FatduzWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_fatduz(program)
+    , m_checks(m_fatduz.liste.l1, {})
+    , m_l1(invoiceView(m_fatduz.liste, u"Excel"_s, m_fatduz.baslik,
+                       [this](int row) { m_fatduz.satirsec(row); }))
 {
     setObjectName(u"fatduz"_s);
     setWindowTitle(u"Düzey Fatura Transferi"_s);
-    GridView *invoices = invoiceView(m_fatduz.liste, u"Excel"_s, m_fatduz.baslik,
-                                     [this](int row) { m_fatduz.satirsec(row); });
-    layOutTransfer(
-        this, {.strip = strip(),
-               .notes = &m_fatduz.bilgi,
-               .panels = {commands(), choices(), filters(), invoiceLists(invoices, m_fatduz.l2)},
-               .statusBar = transferStatusBar(u"Fatura Sayısı:"_s, m_fatduz.liste.satirSayisi,
-                                              m_fatduz.bilgi, m_fatduz.ilerleme),
-               .firstButton = u"buton1"_s,
-               .openFile = [this](const QString &path) {
-                   m_fatduz.dosyaac(path);
-               }});
+    layOutTransfer(this,
+                   {.strip = strip(),
+                    .notes = &m_fatduz.bilgi,
+                    .panels = {commands(), choices(), filters(), lists(program)},
+                    .statusBar = transferStatusBar(u"Fatura Sayısı:"_s, m_fatduz.liste.satirSayisi,
+                                                   m_fatduz.bilgi, m_fatduz.ilerleme),
+                    .firstButton = u"buton1"_s,
+                    .openFile = [this](const QString &path) {
+                        m_fatduz.dosyaac(path);
+                    }});
     bindHourglass(this, m_fatduz.bekle);
 }
 
@@ -128,6 +129,24 @@ QWidget *FatduzWindow::filters()
     // Only a date starts the filter here; its box alone does nothing.
     addDateFilter(row, m_fatduz.liste, [this] { m_fatduz.tarihdegisti(); });
     return panel;
+}
+
+QWidget *FatduzWindow::lists(Program &program)
+{
+    return invoiceLists({.window = this,
+                         .rows = m_fatduz.liste.l1,
+                         .view = m_l1,
+                         .frame = nullptr,
+                         .memoryKey = {},
+                         .checks = m_checks,
+                         .report = m_report,
+                         .dialogs = program.dialogs,
+                         .shape = [] { return ListShape{.what = u"fatura"_s, .number = 2}; },
+                         .reread =
+                             [this] {
+                                 m_fatduz.yenidenoku();
+                             }},
+                        m_fatduz.l2);
 }
 
 } // namespace kervan
