@@ -52,7 +52,7 @@ void CheckPane::addPage(QWidget *page, const QString &title, Opening opening)
     page->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
     m_pages->addWidget(page);
     const int place = m_tabs->addTab(title);
-    const QString keys = u"Ctrl+%1"_s.arg(place + 1);
+    const QString keys = u"Alt+%1"_s.arg(place + 1);
     m_tabs->setTabToolTip(place, u"%1 (%2)"_s.arg(title, keys));
     if (opening == Opening::Open)
         setOpen(true);
@@ -65,7 +65,7 @@ void CheckPane::setTitle(const QWidget *page, const QString &title)
     if (m_tabs->tabText(place) == title)
         return;
     m_tabs->setTabText(place, title);
-    m_tabs->setTabToolTip(place, u"%1 (Ctrl+%2)"_s.arg(title).arg(place + 1));
+    m_tabs->setTabToolTip(place, u"%1 (Alt+%2)"_s.arg(title).arg(place + 1));
 }
 
 void CheckPane::showPage(QWidget *page)
@@ -100,7 +100,7 @@ void CheckPane::setOpen(bool open)
     m_isOpen = open;
     m_pages->setVisible(open);
     m_handle->setArrowType(open ? Qt::DownArrow : Qt::RightArrow);
-    const QString what = open ? u"Alt bölmeyi kapat (Ctrl+0)"_s : u"Alt bölmeyi aç (Ctrl+0)"_s;
+    const QString what = open ? u"Alt bölmeyi kapat (Alt+0)"_s : u"Alt bölmeyi aç (Alt+0)"_s;
     m_handle->setToolTip(what);
     m_handle->setAccessibleName(what);
     Q_EMIT roomChanged();
@@ -116,7 +116,7 @@ void CheckPane::showEvent(QShowEvent *event)
     while (screen->parentWidget() && !screen->findChild<QWidget *>(u"sb1"_s))
         screen = screen->parentWidget();
     const auto key = [&](int digit, auto &&action) {
-        auto *shortcut = new QShortcut(QKeySequence(u"Ctrl+%1"_s.arg(digit)), screen);
+        auto *shortcut = new QShortcut(QKeySequence(u"Alt+%1"_s.arg(digit)), screen);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
         connect(shortcut, &QShortcut::activated, this, action);
     };

@@ -22,7 +22,7 @@ class CheckPane : public LowerPane
 public:
     explicit CheckPane(QWidget *parent = nullptr);
 
-    /// Adds a page; the keys Ctrl+1, Ctrl+2 and so on, anywhere on the window, lead to it. `lead`
+    /// Adds a page; the keys Alt+1, Alt+2 and so on, anywhere on the window, lead to it. `lead`
     /// pages are open from the beginning.
     enum class Opening { Shut, Open };
     void addPage(QWidget *page, const QString &title, Opening opening = Opening::Shut);
