@@ -1,4 +1,4 @@
-    if (name.empty() || user.isEmpty() || #include "base/rights.h"
+#include "base/rights.h"
 
 #ifdef Q_OS_WIN
 
