@@ -10,13 +10,17 @@ void Notes::begin()
     m_details.clear();
     m_text.clear();
     m_written.clear();
+    m_choices.clear();
     Q_EMIT changed();
 }
 
 void Notes::add(const std::optional<Failure> &failed)
 {
-    if (failed)
-        tell(failed->headline(), failed->description());
+    if (!failed)
+        return;
+    if (!failed->choices().isEmpty())
+        m_choices = failed->choices();
+    tell(failed->headline(), failed->description());
 }
 
 void Notes::add(const QString &text)

@@ -25,35 +25,54 @@ QString keyOf(const Grid &list, int row, const ListShape &shape)
 void RememberedTicks::take(const Grid &list, const ListShape &shape)
 {
     m_rows.clear();
-    if (list.tickedCount() == 0)
-        return;
+    m_places.clear();
     for (int row = 0; row < list.rows(); ++row) {
+        if (!list.ticked(row))
+            continue;
+        const auto number = static_cast<int>(m_rows.size());
         Alike &alike = m_rows[keyOf(list, row, shape)];
-        if (list.ticked(row))
-            alike.ticked << alike.count;
-        ++alike.count;
+        if (alike.ticked++ == 0)
+            alike.number = number;
     }
-    m_rows.removeIf([](const auto &at) { return at.value().ticked.isEmpty(); });
+    for (int row = 0; !m_rows.isEmpty() && row < list.rows(); ++row) {
+        if (const auto at = m_rows.find(keyOf(list, row, shape)); at != m_rows.end())
+            ++at->count;
+    }
+    QHash<int, int> seen;
+    const bool someAreApart =
+        std::ranges::any_of(m_rows, [](const Alike &alike) { return alike.ticked < alike.count; });
+    for (int row = 0; someAreApart && row < list.rows(); ++row) {
+        const auto at = m_rows.constFind(keyOf(list, row, shape));
+        if (at == m_rows.cend() || at->ticked == at->count)
+            continue;
+        const int place = seen[at->number]++;
+        if (list.ticked(row))
+            m_places[at->number] << place;
+    }
 }
 
 QList<int> RememberedTicks::in(const Grid &list, const ListShape &shape) const
 {
-    if (m_rows.isEmpty())
-        return {};
-    QHash<QString, QList<int>> found;
-    for (int row = 0; row < list.rows(); ++row) {
-        const QString key = keyOf(list, row, shape);
-        if (m_rows.contains(key))
-            found[key] << row;
-    }
     QList<int> rows;
-    for (auto at = found.cbegin(); at != found.cend(); ++at) {
-        const Alike &alike = m_rows[at.key()];
-        const bool wereAll = alike.ticked.size() == alike.count;
-        if (!wereAll && at->size() != alike.count)
+    QList<int> seen(m_rows.size());
+    QHash<int, QList<int>> apart; // rows of the kinds of which some were ticked
+    QHash<int, int> counts;       // of these, then
+    for (int row = 0; !m_rows.isEmpty() && row < list.rows(); ++row) {
+        const auto at = m_rows.constFind(keyOf(list, row, shape));
+        if (at == m_rows.cend())
+            continue;
+        if (at->ticked < at->count) {
+            apart[at->number] << row;
+            counts[at->number] = at->count;
+        } else if (seen[at->number]++ < at->ticked && !list.ticked(row)) {
+            rows << row;
+        }
+    }
+    for (auto at = apart.cbegin(); at != apart.cend(); ++at) {
+        if (at->size() != counts.value(at.key()))
             continue; // nobody knows which of them it was
-        for (const int place : alike.ticked) {
-            if (place < at->size() && !list.ticked(at->at(place)))
+        for (const int place : m_places.value(at.key())) {
+            if (!list.ticked(at->at(place)))
                 rows << at->at(place);
         }
     }

@@ -24,14 +24,16 @@ public:
     void giveBack(Grid &list, const ListShape &shape) const;
 
 private:
-    /// Rows that look alike.
+    /// Rows that look alike; of most there is one.
     struct Alike
     {
+        int number = 0; ///< of this kind among all
         int count = 0;
-        QList<int> ticked = {}; ///< places among them
+        int ticked = 0;
     };
 
     QHash<QString, Alike> m_rows;
+    QHash<int, QList<int>> m_places; ///< of the ticked ones, where some are and some are not
 };
 
 } // namespace kervan

@@ -133,19 +133,25 @@ QString counted(int number)
 
 } // namespace
 
-QString Totals::told(const RowSums &sums) const
+QStringList Totals::amountsOf(const RowSums &sums) const
 {
-    const bool ticks = isTickable();
     QStringList amounts;
     for (qsizetype i = 0; i < sums.amounts.size(); ++i) {
         const int column = m_shape.amounts[i];
-        QString amount = sums.amounts[i].text(ticks ? 2 : 0);
-        // One amount alone is what the list is about; a count's quantity is not.
-        if ((sums.amounts.size() > 1 || !ticks) && column < m_list.columnCount())
-            amount.prepend(m_list.columns()[column].heading + u' ');
-        amounts << amount;
+        const QString heading =
+            column < m_list.columnCount() ? m_list.columns()[column].heading : QString();
+        amounts << u"%1 %2"_s.arg(heading, sums.amounts[i].text(isTickable() ? 2 : 0)).trimmed();
     }
-    return amounts.join(u", "_s);
+    return amounts;
+}
+
+// The document's own amount is what the list is about, and needs no heading; a count's quantity
+// does.
+QString Totals::told(const RowSums &sums) const
+{
+    if (sums.amounts.isEmpty())
+        return {};
+    return isTickable() ? sums.amounts.first().text() : amountsOf(sums).constFirst();
 }
 
 QStringList Totals::told() const

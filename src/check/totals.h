@@ -42,8 +42,10 @@ public:
     /// Of the rows for which `rows` gives ranges, the first and the last of each.
     RowSums of(const QList<std::pair<int, int>> &rows) const;
 
-    /// The sums in words, headed by their columns where there are several: "12.345,67".
+    /// The sum of the first column of amounts in words: "12.345,67".
     QString told(const RowSums &sums) const;
+    /// All sums, each behind the heading of its column.
+    QStringList amountsOf(const RowSums &sums) const;
     /// The whole list in words: how many rows, how many go into a document with their sums, how
     /// many lie below the limit, how many amounts can't be read. An empty list says nothing.
     QStringList told() const;

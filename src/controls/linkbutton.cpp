@@ -2,7 +2,6 @@
 
 #include <QGuiApplication>
 #include <QPainter>
-#include <QShortcut>
 
 namespace kervan {
 
@@ -20,19 +19,27 @@ LinkButton::LinkButton(QWidget *window, const QString &name, const QString &keys
     setObjectName(name);
     setFocusPolicy(Qt::TabFocus);
     setCursor(Qt::PointingHandCursor);
-    auto *shortcut = new QShortcut(QKeySequence(keys), window);
-    shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-    connect(shortcut, &QShortcut::activated, this, [this] {
+    if (keys.isEmpty())
+        return;
+    m_shortcut = new QShortcut(QKeySequence(keys), window);
+    m_shortcut->setContext(Qt::WidgetWithChildrenShortcut);
+    connect(m_shortcut, &QShortcut::activated, this, [this] {
         if (isVisible())
             click();
     });
+}
+
+// The window outlives a link that has served.
+LinkButton::~LinkButton()
+{
+    delete m_shortcut;
 }
 
 void LinkButton::setLink(const QString &text, const QString &hint)
 {
     setText(text);
     setAccessibleName(text);
-    setToolTip(u"%1 (%2)"_s.arg(hint, m_keys));
+    setToolTip(m_keys.isEmpty() ? hint : u"%1 (%2)"_s.arg(hint, m_keys));
     updateGeometry();
 }
 

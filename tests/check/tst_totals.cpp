@@ -105,9 +105,9 @@ private Q_SLOTS:
 case                       ; rows                                   ; ticks ; told
 nothing                    ;                                        ;       ;
 no tick                    ; F1 a c 10,00 1,8|F2 a c 5 0            ; --    ; 2 fatura · işaretli yok
-exact beyond a double      ; F1 a c 0,10 0|F2 a c 9.007.199.254.740,99 0,005 ; xx ; 2 fatura · 2 işaretli Tutar 9.007.199.254.741,09, Kdv 0,005 · 1 kasa sınırı altında
-unreadable, told and left  ; F1 a c 10,00 x|F2 a c|F3 a c 1 1       ; xx-   ; 3 fatura · 2 işaretli Tutar 10,00, Kdv 0,00 · 1 kasa sınırı altında · 3 tutar okunamadı
-negative                   ; F1 a c -1.234,50 -1|F2 a c 34,50 1     ; xx    ; 2 fatura · 2 işaretli Tutar -1.200,00, Kdv 0,00 · 2 kasa sınırı altında)"_s);
+exact beyond a double      ; F1 a c 0,10 0|F2 a c 9.007.199.254.740,99 0,005 ; xx ; 2 fatura · 2 işaretli 9.007.199.254.741,09 · 1 kasa sınırı altında
+unreadable, told and left  ; F1 a c 10,00 x|F2 a c|F3 a c 1 1       ; xx-   ; 3 fatura · 2 işaretli 10,00 · 1 kasa sınırı altında · 3 tutar okunamadı
+negative                   ; F1 a c -1.234,50 -1|F2 a c 34,50 1     ; xx    ; 2 fatura · 2 işaretli -1.200,00 · 2 kasa sınırı altında)"_s);
     }
     void aListIsToldAsItStands()
     {
@@ -122,6 +122,16 @@ negative                   ; F1 a c -1.234,50 -1|F2 a c 34,50 1     ; xx    ; 2 
         for (int row = 0; row < list.rows(); ++row)
             list.setTicked(row, fetch("ticks")[row] == u'x');
         QCOMPARE(totals.told().join(u" · "_s), fetch("told"));
+    }
+
+    void eachColumnOfAmountsIsSummedUpByItself()
+    {
+        List list({u"F1 a c 10,00 1,805"_s, u"F2 a c 5 x"_s});
+        list.setAllTicked(true);
+        const Totals totals(list, &shape);
+        QCOMPARE(totals.amountsOf(totals.taken()), QStringList({u"Tutar 15,00"_s, u"Kdv 1,805"_s}));
+        QCOMPARE(totals.amountsOf(totals.of({{1, 7}})),
+                 QStringList({u"Tutar 5,00"_s, u"Kdv 0,00"_s}));
     }
 
     // Whatever is done to a list, what ran along is what a walk over it would give.

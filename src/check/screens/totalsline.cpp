@@ -117,10 +117,13 @@ void TotalsLine::show()
         if (parts.isEmpty())
             continue;
         const RowSums selected = selectedIn(list);
-        if (selected.rows >= leastSelected)
+        QStringList hint = parts + list.totals->amountsOf(list.totals->taken());
+        if (selected.rows >= leastSelected) {
             parts << list.totals->toldOfSelected(selected);
+            hint << parts.last() << list.totals->amountsOf(selected);
+        }
         texts << parts.join(u" · "_s);
-        hints << parts.join(u'\n');
+        hints << hint.join(u'\n');
     }
     setText(m_sums, texts.join(u"  |  "_s), hints.join(u"\n\n"_s));
     showOffers();

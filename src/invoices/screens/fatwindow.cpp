@@ -1,5 +1,6 @@
 #include "invoices/screens/fatwindow.h"
 
+#include "check/screens/listmemory.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
@@ -29,6 +30,9 @@ FatWindow::FatWindow(Program &program, QWidget *parent)
 {
     setObjectName(u"fat"_s);
     setWindowTitle(u"Fatura Transferi"_s);
+    auto *memory = new ListMemory(this, {u"c3"_s, u"c1"_s, u"c2"_s, u"fatbilgi"_s, u"c5"_s, u"c4"_s,
+                                         u"pers"_s, u"d1"_s, u"d2"_s, u"Check1"_s});
+    memory->setFile([this] { return m_fat.dosyaadi(); });
     layOutTransfer(this,
                    {.strip = strip(),
                     .notes = &m_fat.bilgi,
