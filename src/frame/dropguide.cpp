@@ -103,22 +103,28 @@ void DropGuide::drop(QDropEvent &event)
         return;
     const QString &path = files.first();
     const QString meant = screenAt(event.position().toPoint());
-    const QStringList screens = meant.isEmpty() ? screensFor(path) : QStringList{meant};
+    const QStringList screens = meant.isEmpty() ? screensOf(path) : QStringList{meant};
     const QString several = files.size() > 1
                                 ? u"%1 dosya bırakıldı, yalnız ilki alındı: %2"_s.arg(files.size())
                                       .arg(QFileInfo(path).fileName())
                                 : QString();
     if (screens.isEmpty()) {
-        m_frame.statusBar()->showMessage(
-            u"%1 hiçbir aktarımın okuduğu türden değil."_s.arg(QFileInfo(path).fileName()));
+        tell(u"%1 hiçbir aktarımın okuduğu türden değil."_s.arg(QFileInfo(path).fileName()));
     } else if (screens.size() == 1) {
         open(screens.first(), path);
         if (auto *screen = m_frame.findChild<QWidget *>(screens.first());
             screen && !several.isEmpty())
             tellBelow(screen, several);
     } else {
-        wait(path, screens);
+        wait(path, screens, several);
     }
+}
+
+// A workbook is read for it, which may take a moment.
+QStringList DropGuide::screensOf(const QString &path) const
+{
+    const auto work = m_frame.program().busy.reading(path);
+    return screensFor(path);
 }
 
 QString DropGuide::screenAt(const QPoint &place) const
@@ -131,7 +137,7 @@ QString DropGuide::screenAt(const QPoint &place) const
     return {};
 }
 
-void DropGuide::wait(const QString &path, const QStringList &screens)
+void DropGuide::wait(const QString &path, const QStringList &screens, const QString &several)
 {
     m_file = path;
     m_screens = screens;
@@ -140,6 +146,13 @@ void DropGuide::wait(const QString &path, const QStringList &screens)
                    "onun üstüne bırakın; Esc vazgeçer."_s.arg(QFileInfo(path).fileName());
     if (screens.contains(u"cafis"))
         text += u" Cari fişler için Aktarım menüsü."_s;
+    tell(several.isEmpty() ? text : several + u". "_s + text);
+}
+
+// The frame's own bar stands only while it tells something.
+void DropGuide::tell(const QString &text)
+{
+    m_frame.statusBar()->show();
     m_frame.statusBar()->showMessage(text);
     announce(&m_frame, text);
 }
@@ -147,7 +160,7 @@ void DropGuide::wait(const QString &path, const QStringList &screens)
 void DropGuide::end()
 {
     if (isWaiting())
-        m_frame.statusBar()->hide(); // it stands only while it tells something
+        m_frame.statusBar()->hide();
     m_file.clear();
     m_screens.clear();
     light({});

@@ -38,7 +38,9 @@ private:
     void drop(QDropEvent &event);
     /// The screen of the big button at this place of the frame, or an empty text.
     QString screenAt(const QPoint &place) const;
-    void wait(const QString &path, const QStringList &screens);
+    QStringList screensOf(const QString &path) const;
+    void wait(const QString &path, const QStringList &screens, const QString &several);
+    void tell(const QString &text);
     void end();
     void open(const QString &screen, const QString &path);
     void light(const QStringList &screens);
