@@ -1,5 +1,7 @@
 #include "controls/linkbutton.h"
 
+#include "controls/theme.h"
+
 #include <QGuiApplication>
 #include <QPainter>
 
@@ -51,7 +53,10 @@ QSize LinkButton::sizeHint() const
 void LinkButton::paintEvent(QPaintEvent *)
 {
     QPainter painter(this);
-    const QColor colour = QGuiApplication::palette().color(QPalette::Link);
+    // What a desktop of high contrast leaves for links may not stand out from its ground.
+    const QPalette theme = QGuiApplication::palette();
+    const QColor colour =
+        theme.color(isHighContrast(theme) ? QPalette::WindowText : QPalette::Link);
     QFont underlined = font();
     underlined.setUnderline(true);
     painter.setFont(underlined);

@@ -283,6 +283,9 @@ equal movements, one was ticked       ; movement ; N1 d c 5|N2 d c 5            
         QVERIFY(screen.link(u"klasordegoster"_s)->isVisible());
         screen.line.setDisagreement(u"Belgede 0 fatura var."_s);
         QCOMPARE(screen.label(u"tutmayan"_s), u"Belgede 0 fatura var."_s);
+        QCOMPARE(screen.label(u"belge"_s), QString()); // not in green beside it
+        screen.line.setDisagreement({});
+        QCOMPARE(screen.label(u"belge"_s), told);
         screen.notes.begin();
         QCOMPARE(screen.label(u"belge"_s) + screen.label(u"tutmayan"_s), QString());
         QVERIFY(!screen.link(u"klasordegoster"_s)->isVisible());
@@ -321,7 +324,8 @@ equal movements, one was ticked       ; movement ; N1 d c 5|N2 d c 5            
         const auto *label = screen.line.findChild<CutLabel *>(u"toplamlar"_s);
         QCOMPARE(label->accessibleName(), told);
         QVERIFY(label->toolTip().contains(u"2 işaretli 12,00"_s));
-        QVERIFY(label->width() < label->sizeHint().width());
+        const auto *written = screen.line.findChild<CutLabel *>(u"belge"_s);
+        QVERIFY(written->width() < written->sizeHint().width());
         const QRect link = screen.link(u"klasordegoster"_s)->geometry();
         QVERIFY(screen.line.rect().contains(link)); // the way to the file is never cut
     }

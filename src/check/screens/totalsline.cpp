@@ -51,9 +51,11 @@ TotalsLine::TotalsLine(QWidget *window, Notes &notes)
     m_row->setSpacing(10);
     m_row->addWidget(m_sums);
     m_row->addWidget(m_disagreement);
-    m_row->addWidget(m_written);
+    m_row->addWidget(m_written, 1);
+    // It is the first to be cut: the notes tell of the file as well.
+    m_written->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
     m_row->addWidget(m_folder);
-    m_row->addStretch(1);
+    m_row->addStretch();
     m_folder->setLink(u"klasörde göster"_s, u"Belgenin durduğu klasörü gösterir"_s);
     m_folder->hide();
     connect(m_folder, &QAbstractButton::clicked, this,
@@ -188,12 +190,14 @@ void TotalsLine::showWritten()
     if (written.isEmpty())
         setDisagreement({});
     setText(m_written, m_told.join(u" • "_s), m_told.join(u'\n'));
+    m_written->setMaximumWidth(m_written->sizeHint().width());
     m_folder->setVisible(!written.isEmpty());
 }
 
 void TotalsLine::setDisagreement(const QString &text)
 {
     setText(m_disagreement, text, text);
+    m_written->setVisible(text.isEmpty() && !m_told.isEmpty()); // which is not good any more
     announce(this, text);
 }
 
