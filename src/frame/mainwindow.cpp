@@ -1,6 +1,7 @@
 #include "frame/mainwindow.h"
 
 #include "base/failure.h"
+#include "check/screens/gapspage.h"
 #include "controls/announcing.h"
 #include "controls/bigbutton.h"
 #include "controls/pictures.h"
@@ -12,6 +13,8 @@
 #include "frame/resim.h"
 #include "invoices/duzey/screens/fatduzwindow.h"
 #include "invoices/screens/fatwindow.h"
+#include "stocktake/screens/urunwindow.h"
+#include "store/screens/definitionwindow.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -232,6 +235,8 @@ QMdiSubWindow *MainWindow::transfer(const Screen &screen)
         if (const auto last = m_lastLists.constFind(made->objectName());
             memory && last != m_lastLists.cend())
             memory->offer(*last);
+        if (const auto *gaps = made->findChild<GapsPage *>())
+            connect(gaps, &GapsPage::screenWanted, this, &MainWindow::openAt);
     }
     return window;
 }
@@ -292,6 +297,16 @@ void MainWindow::openTransfer(const Screen &screen)
         }
         screen.load(screenIn(window));
     }
+}
+
+void MainWindow::openAt(const QString &screen, const QString &code)
+{
+    open(screen);
+    QDialog *dialog = m_dialogs.value(screen);
+    if (auto *definitions = qobject_cast<DefinitionWindow *>(dialog))
+        definitions->goTo(code);
+    else if (auto *prices = qobject_cast<UrunWindow *>(dialog))
+        prices->goTo(code);
 }
 
 void MainWindow::openDialog(const Screen &screen)

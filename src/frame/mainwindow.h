@@ -39,6 +39,8 @@ public:
     /// in a plain box, and the screen is then not there.
     void open(QStringView screen);
     void open(const Screen &screen);
+    /// Opens the screen that gives a definition, at this code.
+    void openAt(const QString &screen, const QString &code);
 
     /// Tells it in a line below the screens; an empty text leaves the line away.
     void tell(const QString &text);
