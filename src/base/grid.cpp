@@ -110,6 +110,7 @@ void Grid::setTag(int row, const QString &tag)
 
 void Grid::clear()
 {
+    Q_EMIT aboutToClear();
     const Refill refill(*this);
     m_rows.clear();
     m_steps.clear();
@@ -118,6 +119,7 @@ void Grid::clear()
 
 void Grid::setColumns(QList<GridColumn> columns)
 {
+    Q_EMIT aboutToClear();
     const Refill refill(*this);
     clear();
     m_columns = std::move(columns);

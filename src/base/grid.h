@@ -99,6 +99,11 @@ public:
     /// Columns whose cells a view may edit.
     void setEditable(QList<int> columns) { m_editable = std::move(columns); }
 
+Q_SIGNALS:
+    /// All rows are about to go, as they do when a list is read anew; they are still there.
+    void aboutToClear();
+
+public:
     // QAbstractTableModel
     int rowCount(const QModelIndex &parent = {}) const override;
     int columnCount(const QModelIndex &parent = {}) const override;

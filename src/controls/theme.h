@@ -24,6 +24,9 @@ void applyTheme(QApplication &application, bool onDark);
 /// What is wrong is written in it.
 QColor faultText(const QPalette &palette);
 
+/// What is done or connected is written in it.
+QColor goodText(const QPalette &palette);
+
 /// The ground of a ticked row.
 QColor tint(const QPalette &palette);
 

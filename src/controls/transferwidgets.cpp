@@ -295,8 +295,14 @@ bool FileDrop::eventFilter(QObject *watched, QEvent *event)
     if (files.isEmpty() || !files.first().isLocalFile())
         return false;
     drop->acceptProposedAction();
-    if (event->type() == QEvent::Drop)
-        Q_EMIT dropped(files.first().toLocalFile());
+    if (event->type() != QEvent::Drop)
+        return true;
+    const QString path = files.first().toLocalFile();
+    Q_EMIT dropped(path);
+    if (files.size() > 1)
+        tellBelow(static_cast<QWidget *>(watched),
+                  u"%1 dosya bırakıldı, yalnız ilki alındı: %2"_s.arg(files.size())
+                      .arg(QFileInfo(path).fileName()));
     return true;
 }
 

@@ -78,6 +78,11 @@ void faturakasafisnoyaz(const Program &program, Grid &l1)
     }
 }
 
+bool isBelowCashLimit(const Grid &l1, int row)
+{
+    return toSingleNumber(l1.cell(row, L1::GenelToplam)) < cashLimit;
+}
+
 void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kasakodu,
                             const QString &dosya, Notes &notes)
 {
@@ -85,7 +90,7 @@ void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kas
         throw Failure(u"%1 için kasa dosyası adı kurulamadı."_s.arg(dosya));
     AccumulatedBody body(sablon(u"kasatex"_s), placeholders());
     for (int row = 0; row < l1.rows(); ++row) {
-        if (l1.ticked(row) && toSingleNumber(l1.cell(row, L1::GenelToplam)) < cashLimit)
+        if (l1.ticked(row) && isBelowCashLimit(l1, row))
             body.add(valuesOf(l1, row, kasakodu, program.clock.now().time()));
     }
     // The line end in front of the footer belongs to it, not to the last record.

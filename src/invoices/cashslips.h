@@ -19,6 +19,10 @@ void kasacariislemnokaydet(const Program &program, double counter);
 /// Numbers all rows of the invoice list from the stored counter on: "NT" and "KN" with six digits.
 void faturakasafisnoyaz(const Program &program, Grid &l1);
 
+/// Whether the grand total of the row lies below the cash limit, so that it gets a slip when it is
+/// ticked. One that is no number is a Failure.
+bool isBelowCashLimit(const Grid &l1, int row);
+
 /// Writes the slips of the ticked rows whose grand total lies below the cash limit into the file
 /// named like the invoice document `dosya`, its last four characters replaced by "-KASANAKIT.xml",
 /// and shows the box behind it. The file is written without a slip too. The first cell that can't

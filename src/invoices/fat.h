@@ -49,6 +49,9 @@ public:
     ProgressField ilerleme;
     ScreenLink link;
 
+    /// The file that was opened last.
+    const QString &dosyaadi() const { return m_dosyaadi; }
+
     // What the definition screens tell an open screen.
     void yukle();
     void sqlyukle() { link.sqlyukle(); }

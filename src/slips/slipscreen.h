@@ -22,6 +22,10 @@ public:
     SlipScreen(Program &program, const SlipForm &form);
 
     const SlipForm &form() const { return m_form; }
+    /// The file that was opened last.
+    const QString &dosyayolu() const { return m_dosyayolu; }
+    /// Which of the form's files it was; null where it was a text export, or none.
+    const SlipFile *sonDosya() const { return m_file; }
 
     /// What the opening of the screen does.
     void load();

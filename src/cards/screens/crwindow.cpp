@@ -1,6 +1,7 @@
 #include "cards/screens/crwindow.h"
 
 #include "check/screens/checkedlist.h"
+#include "check/screens/listmemory.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/panes.h"
@@ -23,6 +24,7 @@ CrWindow::CrWindow(Program &program, QWidget *parent)
 {
     setObjectName(u"cr"_s);
     setWindowTitle(u"Cari Kart Transferi"_s);
+    (new ListMemory(this, {}))->setFile([this] { return m_cr.bilgi.source.text(); });
     layOutTransfer(this, {.strip = titleStrip(u"CARİ HESAP AKTARIMI"_s),
                           .notes = &m_cr.bilgi,
                           .panels = {commands(), cards(program)},

@@ -1,6 +1,7 @@
 #include "cards/screens/stoktrfwindow.h"
 
 #include "check/screens/checkedlist.h"
+#include "check/screens/listmemory.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
@@ -23,6 +24,8 @@ StoktrfWindow::StoktrfWindow(Program &program, QWidget *parent)
 {
     setObjectName(u"stoktrf"_s);
     setWindowTitle(u"Malzeme Kartları Transfer"_s);
+    (new ListMemory(this, {u"c1"_s, u"c2"_s, u"c3"_s, u"c4"_s, u"c5"_s, u"brmseti"_s}))
+        ->setFile([this] { return m_stoktrf.bilgi.source.text(); });
     layOutTransfer(this,
                    {.strip = titleStrip(u"STOK KART AKTARIMI"_s),
                     .notes = &m_stoktrf.bilgi,

@@ -1,6 +1,7 @@
 #include "cards/screens/stwindow.h"
 
 #include "check/screens/checkedlist.h"
+#include "check/screens/listmemory.h"
 #include "controls/announcing.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
@@ -26,6 +27,9 @@ StWindow::StWindow(Program &program, QWidget *parent)
 {
     setObjectName(u"st"_s);
     setWindowTitle(u"Stok Kartı Transferi"_s);
+    (new ListMemory(this, {u"c1"_s, u"c2"_s, u"c3"_s}))->setFile([this] {
+        return m_st.bilgi.source.text();
+    });
     layOutTransfer(this, {.strip = titleStrip(u"STOK KART TRANSFERİ"_s),
                           .notes = &m_st.bilgi,
                           .panels = {commands(), choices(), cards(program)},

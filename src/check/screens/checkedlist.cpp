@@ -2,6 +2,7 @@
 
 #include "check/screens/findingspage.h"
 #include "check/screens/gapspage.h"
+#include "check/screens/listmemory.h"
 #include "check/screens/reportpage.h"
 #include "controls/gridview.h"
 #include "controls/transferwidgets.h"
@@ -34,6 +35,8 @@ Panes *checkedPanes(const CheckedList &list)
     add(report, QStringLiteral("Okuma"));
     add(gaps, QStringLiteral("Eksikler"));
     list.checks.askScreen();
+    if (auto *memory = list.window->findChild<ListMemory *>())
+        memory->add(list.rows, list.shape);
     QObject::connect(
         gaps, &GapsPage::rereadWanted, list.window,
         [window = list.window, reread = list.reread] { readIntoList(window, reread); });

@@ -43,6 +43,9 @@ public:
     CheckField bekle; ///< an export is on: the pointer is an hourglass
     ScreenLink link;
 
+    /// The file that was opened last.
+    const QString &dosyaadi() const { return m_dosyaadi; }
+
     // What the user does.
     void dosyaac();
     void dosyaac(const QString &path);              ///< the same with a file that is picked already

@@ -1,5 +1,6 @@
 #include "invoices/screens/fatwindow.h"
 
+#include "check/screens/listmemory.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
@@ -29,6 +30,9 @@ FatWindow::FatWindow(Program &program, QWidget *parent)
 {
     setObjectName(u"fat"_s);
     setWindowTitle(u"Fatura Transferi"_s);
+    auto *memory = new ListMemory(this, {u"c3"_s, u"c1"_s, u"c2"_s, u"fatbilgi"_s, u"c5"_s, u"c4"_s,
+                                         u"pers"_s, u"d1"_s, u"d2"_s, u"Check1"_s});
+    memory->setFile([this] { return m_fat.dosyaadi(); });
     layOutTransfer(this,
                    {.strip = strip(),
                     .notes = &m_fat.bilgi,
@@ -99,7 +103,23 @@ QWidget *FatWindow::choices()
     auto *plan =
         valueLabel(u"odmplnkod"_s, u"Belgeye yazılan ödeme planı:"_s, m_fat.odemePlaniKodu);
     plan->setToolTip(u"Belgeye yazılan ödeme planı"_s);
-    panel->add(plan);
+    auto *beside = new QWidget;
+    auto *daily = new QHBoxLayout(beside);
+    daily->setContentsMargins(0, 0, 0, 0);
+    daily->addWidget(plan, 1);
+    daily->addWidget(dailyChoicesButton(this, m_fat.bilgi,
+                                        {{u"Firma"_s, tanimlar.firma,
+                                          [this] {
+                                              m_fat.firmasec();
+                                          }},
+                                         {u"Kdv oranı"_s, m_fat.kdvOrani,
+                                          [this] {
+                                              m_fat.kdvoranisec();
+                                          }},
+                                         {u"Ödeme planı"_s, m_fat.odemePlani, [this] {
+                                              m_fat.odemeplanisec();
+                                          }}}));
+    panel->add(beside);
     addField(panel, u"Fatura Özel Kodu:"_s, choiceBox(u"c4"_s, tanimlar.ozelKod));
     auto *last = new QWidget;
     auto *row = new QHBoxLayout(last);

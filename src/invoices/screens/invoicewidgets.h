@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/notes.h"
 #include "check/screens/checkedlist.h"
 #include "invoices/invoicelist.h"
 
@@ -10,6 +11,7 @@
 class QCheckBox;
 class QComboBox;
 class QPoint;
+class QPushButton;
 class QWidget;
 
 namespace kervan {
@@ -33,6 +35,18 @@ void addListCommands(FlowLayout *row, QWidget *window, InvoiceList &list,
 
 /// Adds a field and its label to the panel of choices.
 void addField(FieldPanel *panel, const QString &label, QWidget *field);
+
+/// A choice that is the same on most days, and what its picking does.
+struct DailyChoice
+{
+    QString name; ///< as a sentence has it: "Firma"
+    ChoiceField &field;
+    std::function<void()> pick;
+};
+/// The button that makes the choices of the last document again, as if the user picked them. What
+/// was chosen is remembered for the screen whenever it has written a document; a choice that no
+/// longer is in its list is told in the notes and left as it is.
+QPushButton *dailyChoicesButton(QWidget *window, Notes &notes, const QList<DailyChoice> &choices);
 
 /// The box that ticks all rows of the list.
 QCheckBox *allRowsBox(InvoiceList &list);

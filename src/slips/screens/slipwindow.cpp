@@ -1,11 +1,13 @@
 #include "slips/screens/slipwindow.h"
 
 #include "check/screens/checkedlist.h"
+#include "check/screens/listmemory.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/notestrip.h"
 #include "controls/panes.h"
+#include "controls/sheetlist.h"
 #include "controls/transferwidgets.h"
 
 #include <QCheckBox>
@@ -34,6 +36,15 @@ SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
 {
     setObjectName(form.screen);
     setWindowTitle(form.caption);
+    auto *memory = new ListMemory(this, {u"Text1"_s, u"bankahesapno1"_s});
+    memory->setFile([this] { return m_screen.sonDosya() ? m_screen.dosyayolu() : QString(); },
+                    [this] {
+                        return static_cast<int>(m_screen.sonDosya() -
+                                                m_screen.form().files.constData());
+                    });
+    memory->setRead([this](const QString &path, int way) {
+        readIntoList(this, [&] { m_screen.dosyaac(m_screen.form().files[way], path); });
+    });
     auto *strip = titleStrip({});
     bind(strip->caption(), m_screen.baslik);
     auto *column = new QVBoxLayout(this);
@@ -101,8 +112,12 @@ QWidget *SlipWindow::settings()
         box->setMaximumWidth(220);
         bind(box, field);
         row->addPair(labelFor(box, label), box);
+        return box;
     };
-    edit(u"Text1"_s, u"Exel Sayfa Adı"_s, m_screen.sayfaAdi);
+    auto *sheet = edit(u"Text1"_s, u"Exel Sayfa Adı"_s, m_screen.sayfaAdi);
+    addSheetList(
+        sheet, m_screen.sayfaAdi, [this] { return m_screen.dosyayolu(); }, &readSheetNames);
+    connect(&m_screen.bilgi, &Notes::chosen, &m_screen.sayfaAdi, &TextField::setText);
     auto *keep = commandButton(this, u"lvButtons_H1"_s, {}, u"keep"_s, u"Ctrl+D"_s);
     keep->setToolTip(u"Sayfa adını sakla (Ctrl+D)"_s);
     keep->setAccessibleName(u"Sayfa adını sakla"_s);

@@ -1,6 +1,7 @@
 #include "stocktake/screens/sayimwindow.h"
 
 #include "check/screens/checkedlist.h"
+#include "check/screens/listmemory.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
@@ -23,6 +24,9 @@ SayimWindow::SayimWindow(Program &program, QWidget *parent)
 {
     setObjectName(u"sayimform"_s);
     setWindowTitle(u"Sayım Transferi"_s);
+    (new ListMemory(this, {u"Text1"_s}))->setFile([this] {
+        return m_sayimform.bilgi.source.text();
+    });
     auto *strip = titleStrip(u"SAYIM AKTARIMI"_s);
     strip->addNote(new LinkLabel(u"Label9"_s, m_sayimform.link.durum));
     layOutTransfer(this,
