@@ -1,6 +1,7 @@
 #include "cards/cr.h"
 
 #include "cards/cardfiles.h"
+#include "check/readnotes.h"
 #include "store/sidefiles.h"
 #include "text/ini.h"
 #include "text/numbers.h"
@@ -41,6 +42,8 @@ constexpr std::array<RecordField, 2> cardFields{{
     {Cr::Unvani, 11, 50, &titleField},
 }};
 static_assert(inOrder(cardFields));
+constexpr std::array<WantedField, 2> wantedFields{
+    {{Cr::CariKodu, 3, u"Cari kodu"}, {Cr::Unvani, 11, u"Ünvan"}}};
 
 // Their order is part of the format: a value is searched by every later step.
 QList<QByteArray> placeholders()
@@ -74,19 +77,24 @@ void Cr::dosyaac(const QString &path)
 void Cr::caridosyasikoku()
 {
     bilgi.begin();
+    okuma.begin(m_dosyayolu);
     {
         const Grid::Refill refill(l1);
         const auto work = m_program.busy.reading(m_dosyayolu);
         l1.clear();
-        bilgi.add(passOver([this] {
+        const auto failed = passOver([this] {
             walkLines(m_dosyayolu, ilerleme, [this](QStringView line) {
                 const int row = l1.addRow({});
                 cutRecord(line, cardFields,
                           [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
+                addEmptyCells(okuma, l1, row, line, wantedFields);
             });
             checkSource(bilgi, m_dosyayolu, SourceKind::Accounts, l1);
-        }));
+        });
+        bilgi.add(failed);
+        addEnd(okuma, l1.rows() + 1, failed);
     }
+    okuma.end();
     kartSayisi.setText(QString::number(l1.rows()));
 }
 

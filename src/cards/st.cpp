@@ -1,6 +1,7 @@
 #include "cards/st.h"
 
 #include "cards/cardfiles.h"
+#include "check/readnotes.h"
 #include "logoxml/document.h"
 #include "transfer/sourcecheck.h"
 #include "transfer/target.h"
@@ -27,6 +28,8 @@ QList<GridColumn> stockColumns()
 constexpr std::array<QStringView, 9> accountColumns{
     u"kdv", u"al", u"sat", u"ali", u"sati", u"alkdv", u"satkdv", u"alikdv", u"satikdv"};
 enum Account { Kdv, Al, Sat, Ali, Sati };
+
+constexpr QStringView sheetName = u"cari mey";
 
 // Their order is part of the format: a value is searched by every later step.
 QList<QByteArray> placeholders()
@@ -95,7 +98,7 @@ void St::manualac()
 std::shared_ptr<const Sheet> St::sheet(const QString &path)
 {
     const auto work = m_program.busy.reading(path);
-    return m_workbooks.sheet(path, u"cari mey"_s);
+    return m_workbooks.sheet(path, sheetName.toString());
 }
 
 // One heading that fits is enough; a workbook that can't be read has none.
@@ -123,9 +126,11 @@ void St::ac(const QString &path)
 {
     bilgi.begin();
     bilgi.source.setText(path);
+    okuma.begin(path);
+    const auto report = qScopeGuard([this] { okuma.end(); });
     const Grid::Refill refill(l1);
     l1.clear();
-    note(passOver([&] {
+    const auto failed = passOver([&] {
         const auto records = sheet(path);
         // The heading row is a record like the others; fields without a column are passed over.
         const int fields = std::min(int(Columns), records->columns());
@@ -133,10 +138,27 @@ void St::ac(const QString &path)
             const int row = l1.addRow(records->text(record, 0));
             for (int field = 1; field < fields; ++field)
                 l1.setCell(row, field, records->text(record, field));
+            reportEmpty(*records, record);
         }
-    }));
+        for (int field = Columns; field < records->columns(); ++field)
+            okuma.add(1, records->text(0, field), u"Listede bu sütunun yeri yok."_s,
+                      sheetName.toString() + u'!' + records->address(0, field));
+    });
+    note(failed);
+    addEnd(okuma, l1.rows() + 1, failed);
     kayitSayisi.setText(QString::number(l1.rows()));
     bilgi.add(lettersLost(l1));
+}
+
+// Of the cells that a card is made of; a row has the number of its record.
+void St::reportEmpty(const Sheet &records, int record)
+{
+    for (const int column : {UrunKodu, UrunAdi}) {
+        if (l1.cell(record, column).isEmpty())
+            okuma.add(record + 1, l1.cell(record, Depo),
+                      u"%1 boş."_s.arg(l1.columns()[column].heading),
+                      sheetName.toString() + u'!' + records.address(record, column));
+    }
 }
 
 void St::kdvoranisec()

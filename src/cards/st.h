@@ -4,6 +4,7 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "check/readreport.h"
 #include "store/program.h"
 #include "workbook/workbook.h"
 
@@ -35,6 +36,7 @@ public:
     ChoiceField statu; ///< without effect
     TextField kayitSayisi;
     Notes bilgi;      ///< what the last read or write has to tell without a box
+    ReadReport okuma; ///< what the last read left out
     CheckField bekle; ///< the pointer is an hourglass
     ProgressField ilerleme;
 
@@ -57,6 +59,7 @@ private:
     bool isReady();
     QString hedef() const;
     std::shared_ptr<const Sheet> sheet(const QString &path);
+    void reportEmpty(const Sheet &records, int record);
     void note(const std::optional<Failure> &failed);
 
     Program &m_program;

@@ -1,6 +1,7 @@
 #include "cards/stoktrf.h"
 
 #include "cards/cardfiles.h"
+#include "check/readnotes.h"
 #include "store/sidefiles.h"
 #include "text/record.h"
 #include "transfer/linewalk.h"
@@ -35,6 +36,11 @@ constexpr std::array<RecordField, 5> cardFields{{
     {Stoktrf::Kdv, 133, 2, &untouchedField},
 }};
 static_assert(inOrder(cardFields));
+constexpr std::array<WantedField, 5> wantedFields{{{Stoktrf::MalzemeKodu, 25, u"Malzeme kodu"},
+                                                   {Stoktrf::Aciklama, 79, u"Açıklama"},
+                                                   {Stoktrf::Birim, 119, u"Birim"},
+                                                   {Stoktrf::BirimCarpani, 125, u"Birim çarpanı"},
+                                                   {Stoktrf::Kdv, 133, u"Kdv oranı"}}};
 
 // Their order is part of the format: a value is searched by every later step.
 QList<QByteArray> placeholders()
@@ -102,7 +108,8 @@ void Stoktrf::dosyaac(const QString &path)
 void Stoktrf::stokdosyasikoku()
 {
     bilgi.begin();
-    bilgi.add(endQuietly([this] {
+    okuma.begin(m_dosyayolu);
+    const auto failed = endQuietly([this] {
         const Grid::Refill refill(l1);
         const auto work = m_program.busy.reading(m_dosyayolu);
         l1.clear();
@@ -110,10 +117,14 @@ void Stoktrf::stokdosyasikoku()
             const int row = l1.addRow(QString::number(l1.rows() + 1));
             cutRecord(line, cardFields,
                       [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
+            addEmptyCells(okuma, l1, row, line, wantedFields);
         });
         kartSayisi.setText(QString::number(l1.rows()));
         checkSource(bilgi, m_dosyayolu, SourceKind::Stock, l1);
-    }));
+    });
+    bilgi.add(failed);
+    addEnd(okuma, l1.rows() + 1, failed);
+    okuma.end();
 }
 
 void Stoktrf::xmlkaydet()

@@ -3,6 +3,7 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "check/readreport.h"
 #include "store/program.h"
 
 #include <array>
@@ -29,6 +30,7 @@ public:
     std::array<ChoiceField, 5> ozelKodlar;
     TextField kartSayisi; ///< panel 2 of the status bar
     Notes bilgi;          ///< what the last read or write has to tell without a box
+    ReadReport okuma;     ///< what the last read left out
     ProgressField ilerleme;
 
     // What the user does.

@@ -4,6 +4,8 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "check/readreport.h"
+#include "slips/columns.h"
 #include "slips/movements.h"
 #include "slips/slipform.h"
 #include "store/program.h"
@@ -37,8 +39,16 @@ public:
     CheckField tumHareketler, tumFisler; ///< all rows of `l1`, of `l2`
     TextField baslik;
     TextField hareketSayisi;
-    Notes bilgi; ///< what the last read or write has to tell without a box
+    Notes bilgi;      ///< what the last read or write has to tell without a box
+    ReadReport okuma; ///< what the last read left out
     ProgressField ilerleme;
+
+    // What the list in hand is.
+    ReadKind okunan() const { return m_kind; }
+    /// It is of a text export, with the columns of one.
+    bool metinden() const { return l1.columnCount() > MetinHareket::MuhBelgeNo; }
+    /// The staff codes of the source that `persl` has nothing for, by the row that needs them.
+    const QHash<int, QString> &eksikPersonel() const { return m_eksikPersonel; }
 
     // What the user does.
     void run(const SlipCommand &command);
@@ -67,6 +77,8 @@ private:
     void caridosyasikoku();
     void readMovements(const SheetLayout &layout, int &record);
     bool takeRecord(const SheetLayout &layout, Reading &reading);
+    void reportCell(const Reading &reading, int field, QStringView text, const QString &reason);
+    void reportEmpty(const SheetLayout &layout, const Reading &reading, int row);
     void addToBankList(const SheetLayout &layout, int row);
     /// Adds the amount to the code's row of `l2`, in single precision, and tells whether there is
     /// one.
@@ -95,6 +107,7 @@ private:
     QHash<QString, int> m_bankRows; // of `l2`, by code
     int m_passedOver = 0;           // steps of the read in hand
     QString m_firstPassedOver;
+    QHash<int, QString> m_eksikPersonel;
     std::optional<Failure> m_adsaklanamadi; // the sheet's name, the last time
 };
 

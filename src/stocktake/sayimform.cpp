@@ -1,5 +1,6 @@
 #include "stocktake/sayimform.h"
 
+#include "check/readnotes.h"
 #include "logolink/statements.h"
 #include "logoxml/document.h"
 #include "logoxml/template.h"
@@ -9,6 +10,8 @@
 #include "transfer/target.h"
 
 #include <QScopeGuard>
+
+#include <array>
 
 namespace kervan {
 
@@ -24,6 +27,9 @@ QList<GridColumn> countColumns()
             {u"Miktar"_s, 1500, Qt::AlignRight},
             {u"BIRIM"_s, 1500}};
 }
+
+constexpr std::array<WantedField, 2> wantedFields{
+    {{Sayimform::Barkod, 1, u"Barkod"}, {Sayimform::Miktar, 15, u"Miktar"}}};
 
 } // namespace
 
@@ -53,6 +59,8 @@ void Sayimform::dosyaac(const QString &path)
 void Sayimform::sayimdosyasikoku()
 {
     bilgi.begin();
+    okuma.begin(m_dosyayolu);
+    const auto report = qScopeGuard([this] { okuma.end(); });
     bilgi.add(endWithReport(m_program.boxes, [this] {
         const Grid::Refill refill(l1);
         const auto count = qScopeGuard([this] { sayimSayisi.setText(QString::number(l1.rows())); });
@@ -67,6 +75,7 @@ void Sayimform::sayimdosyasikoku()
             bilgi.add(u"Okuma %1. satırda durdu (dosyada %2 satır var), liste boşaltıldı."_s
                           .arg(l1.rows())
                           .arg(ilerleme.maximum()));
+        addEnd(okuma, l1.rows(), failed);
         l1.clear(); // half a count must not be written as if it were whole
         throw *failed;
     }));
@@ -81,6 +90,9 @@ void Sayimform::takeLine(QStringView line)
     l1.setCell(row, StokKodu, stokkodbul(barkod).value(0));
     l1.setCell(row, Miktar, trimmedBlanks(cut(line, 15, 6)).toString());
     l1.setCell(row, Birim, stokkodbul(barkod).value(1));
+    addEmptyCells(okuma, l1, row, line, wantedFields);
+    if (!barkod.isEmpty() && l1.cell(row, StokKodu).isEmpty())
+        okuma.add(row + 1, line, u"Logo bu barkodu tanımıyor: satır fişe girmez."_s);
 }
 
 // Stock code and unit code of the first row that the server gives; both empty for an unknown one.

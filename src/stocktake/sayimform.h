@@ -3,6 +3,7 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "check/readreport.h"
 #include "logolink/screenlink.h"
 #include "store/program.h"
 
@@ -27,7 +28,8 @@ public:
     Grid l1;
     TextField fisno{QStringLiteral("SYM000001")}; ///< slip number
     TextField sayimSayisi;                        ///< panel 2 of the status bar
-    Notes bilgi; ///< what the last read or write has to tell without a box
+    Notes bilgi;      ///< what the last read or write has to tell without a box
+    ReadReport okuma; ///< what the last read left out
     ProgressField ilerleme;
     ScreenLink link;
 
