@@ -56,11 +56,15 @@ void St::note(const std::optional<Failure> &failed)
 void St::yukle()
 {
     LocalDb &db = m_program.db;
+    m_tanimOkunamadi.reset();
     const auto read = [&](auto &&use) {
-        note(passOver([&] {
+        const auto failed = passOver([&] {
             OpenDb open(db, m_program.path(u"data.dbs"));
             use();
-        }));
+        });
+        note(failed);
+        if (failed && !m_tanimOkunamadi)
+            m_tanimOkunamadi = failed;
     };
     bilgi.begin();
     read([&] { loadFolders(db, m_program.folders); });
@@ -230,6 +234,34 @@ void St::otomatikkaydet()
                        [this] { kaydet(fullName(m_program.folder, m_program.folders.xs)); }));
 }
 
+Filling St::kartlar() const
+{
+    return {placeholders(), Sablon(sablon(u"st-xl"_s), placeholders()),
+            [this, an = CreationTime(m_program.clock)](int row) mutable {
+                return QStringList{l1.cell(row, UrunKodu),
+                                   l1.cell(row, UrunAdi),
+                                   QString(),
+                                   m_muh[Kdv],
+                                   m_birim,
+                                   an.tarih(),
+                                   an.saat(),
+                                   an.dakika(),
+                                   an.saniye(),
+                                   m_muh[Al],
+                                   m_muh[Sat],
+                                   m_muh[Ali],
+                                   m_muh[Sati]};
+            }};
+}
+
+QList<std::pair<QString, QString>> St::hesaplar() const
+{
+    return {{u"alış"_s, m_muh[Al]},
+            {u"satış"_s, m_muh[Sat]},
+            {u"alış iade"_s, m_muh[Ali]},
+            {u"satış iade"_s, m_muh[Sati]}};
+}
+
 void St::kaydet(const QString &dosya)
 {
     if (dosya.isEmpty()) {
@@ -245,16 +277,12 @@ void St::kaydet(const QString &dosya)
             bekle.setChecked(false);
             ilerleme.finish();
         });
-        const Sablon xl(sablon(u"st-xl"_s), placeholders());
-        CreationTime an(m_program.clock);
+        const Filling cards = kartlar();
         Belge belge{sablon(u"st-baslik"_s), {}, " ", sablon(u"st-sonu"_s)};
         for (int row = 0; row < l1.rows(); ++row) {
             ilerleme.step();
             QByteArray &record = belge.body.emplaceBack();
-            xl.doldur(QStringList{l1.cell(row, UrunKodu), l1.cell(row, UrunAdi), QString(),
-                                  m_muh[Kdv], m_birim, an.tarih(), an.saat(), an.dakika(),
-                                  an.saniye(), m_muh[Al], m_muh[Sat], m_muh[Ali], m_muh[Sati]},
-                      record);
+            cards.record.doldur(cards.values(row), record);
         }
         belgeyaz(belge, DocumentEnd::AsItStands, dosya);
         bilgi.addDocument(dosya, u"kart"_s, l1.rows(), m_program.clock.now().time());

@@ -82,12 +82,13 @@ void Stoktrf::load()
 void Stoktrf::ozkodyukle()
 {
     QStringList entries{QString()};
-    bilgi.add(endQuietly([&] {
+    m_ozkodOkunamadi = endQuietly([&] {
         LocalDb &db = m_program.db;
         OpenDb open(db, m_program.path(u"stokozkod.dbs"));
         db.forEach(Statement(u"select * from ozkod"),
                    [&] { entries << db.field(u"ozkod") + u"- "_s + db.field(u"ack"); });
-    }));
+    });
+    bilgi.add(m_ozkodOkunamadi);
     for (ChoiceField &list : ozelKodlar)
         list.setEntries(entries);
 }
@@ -138,36 +139,41 @@ void Stoktrf::xmlkaydet()
         kaydet(*dosya);
 }
 
+Filling Stoktrf::kartlar() const
+{
+    const QList<QByteArray> words = placeholders();
+    std::array<QString, 5> codes;
+    for (std::size_t i = 0; i < codes.size(); ++i)
+        codes[i] = codeOf(ozelKodlar[i], words[firstCode + static_cast<qsizetype>(i)]);
+    return {words, cardTemplate(u"stok-kartex"_s, words),
+            [this, codes, an = CreationTime(m_program.clock)](int row) mutable {
+                return QStringList{an.tarih(),
+                                   an.saat(),
+                                   an.dakika(),
+                                   an.saniye(),
+                                   l1.cell(row, MalzemeKodu),
+                                   l1.cell(row, Aciklama),
+                                   brmseti.text(),
+                                   l1.cell(row, Kdv),
+                                   l1.cell(row, Birim),
+                                   codes[0],
+                                   codes[1],
+                                   codes[2],
+                                   codes[3],
+                                   codes[4],
+                                   multiplier(l1.cell(row, BirimCarpani))};
+            }};
+}
+
 void Stoktrf::kaydet(const QString &dosya)
 {
     bilgi.begin();
     const QString list = m_program.path(u"stokkontrol.kvz");
     QFile::remove(list);
-    const QList<QByteArray> words = placeholders();
-    std::array<QString, 5> codes;
-    for (std::size_t i = 0; i < codes.size(); ++i)
-        codes[i] = codeOf(ozelKodlar[i], words[firstCode + static_cast<qsizetype>(i)]);
-    CreationTime an(m_program.clock);
-    const auto valuesOf = [&](int row) {
-        return QStringList{an.tarih(),
-                           an.saat(),
-                           an.dakika(),
-                           an.saniye(),
-                           l1.cell(row, MalzemeKodu),
-                           l1.cell(row, Aciklama),
-                           brmseti.text(),
-                           l1.cell(row, Kdv),
-                           l1.cell(row, Birim),
-                           codes[0],
-                           codes[1],
-                           codes[2],
-                           codes[3],
-                           codes[4],
-                           multiplier(l1.cell(row, BirimCarpani))};
-    };
-    const Sablon kart = cardTemplate(u"stok-kartex"_s, words);
-    const auto failed =
-        passOver([&] { writeCards(dosya, u"stok"_s, kart, l1.rows(), ilerleme, valuesOf); });
+    const auto failed = passOver([&] {
+        const Filling cards = kartlar();
+        writeCards(dosya, u"stok"_s, cards.record, l1.rows(), ilerleme, cards.values);
+    });
     bilgi.addDocument(dosya, u"stok kartı"_s, l1.rows(), m_program.clock.now().time(), failed);
     bilgi.add(passOver([&] { writeLines(list, columnOf(l1, MalzemeKodu)); }));
     tellDone(m_program.boxes);

@@ -4,9 +4,11 @@
 #include "base/grid.h"
 #include "base/notes.h"
 #include "check/readreport.h"
+#include "logoxml/template.h"
 #include "store/program.h"
 
 #include <array>
+#include <optional>
 
 namespace kervan {
 
@@ -45,9 +47,16 @@ public:
     /// over.
     void kaydet(const QString &dosya);
 
+    /// The cards as kaydet() fills them.
+    Filling kartlar() const;
+    /// Why the special codes could not be read, if they could not.
+    const std::optional<Failure> &ozkodOkunamadi() const { return m_ozkodOkunamadi; }
+    const Program &program() const { return m_program; }
+
 private:
     Program &m_program;
     QString m_dosyayolu;
+    std::optional<Failure> m_ozkodOkunamadi;
 };
 
 } // namespace kervan

@@ -312,6 +312,24 @@ Rule wordRule(const Sablon &record, const QList<QByteArray> &placeholders,
             }};
 }
 
+Rule wordRule(std::function<Filling()> makeFilling)
+{
+    std::optional<Filling> filling;
+    return {.name = u"şablon sözcüğü"_s,
+            .level = Level::Error,
+            .cure = sourceCure(),
+            .ofRow = [filling, makeFilling = std::move(makeFilling)](int row) mutable {
+                QString fault;
+                passOver([&] {
+                    if (row == 0 || !filling)
+                        filling = makeFilling();
+                    fault =
+                        faultOfWords(filling->record, filling->placeholders, filling->values(row));
+                });
+                return fault;
+            }};
+}
+
 Rule emptyRule(const Cells &cells, const QString &rule, Level level, const QString &cure)
 {
     return ofCells(cells, {.name = rule, .level = level, .cure = cure},
@@ -387,6 +405,15 @@ QList<Rule> dateRules(const Cells &cells, const Clock &clock, const ReadDate &re
             return QString();
         });
     return {unreadable, strange};
+}
+
+std::optional<double> documentNumber(QStringView text)
+{
+    const bool isPlain = std::ranges::all_of(
+        text, [](QChar c) { return (c >= u'0' && c <= u'9') || c == u'.' || c == u'-'; });
+    bool isNumber = false;
+    const double value = isPlain ? text.toDouble(&isNumber) : 0;
+    return isNumber ? std::optional(value) : std::nullopt;
 }
 
 QList<Rule> amountRules(const Cells &cells, const ReadAmount &read)

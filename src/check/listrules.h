@@ -53,6 +53,8 @@ QList<Rule> letterRules(const TextField &field, const QString &name, const QStri
 /// passed over. A Failure of it counts as none.
 Rule wordRule(const Sablon &record, const QList<QByteArray> &placeholders,
               std::function<QStringList(int row)> valuesOf);
+/// The same of a filling that is made anew for each walk, at the first row.
+Rule wordRule(std::function<Filling()> makeFilling);
 
 /// A cell that is empty or blank.
 Rule emptyRule(const Cells &cells, const QString &rule, Level level, const QString &cure);
@@ -71,6 +73,9 @@ std::optional<QDate> dateOf(const QString &cell);
 constexpr int daysBack = 400;
 /// Cells that are no date, and dates that lie in the future or more than `daysBack` days back.
 QList<Rule> dateRules(const Cells &cells, const Clock &clock, const ReadDate &read = &dateOf);
+
+/// A number as documents have it: 1234.50; nothing of any other text.
+std::optional<double> documentNumber(QStringView text);
 
 using ReadAmount = std::function<std::optional<double>(QStringView cell)>;
 /// Amounts that are no number (empty ones too), and those below zero.

@@ -3,7 +3,9 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
+#include <functional>
 #include <span>
 
 namespace kervan {
@@ -59,6 +61,14 @@ private:
     QList<qsizetype> m_slots; // the placeholder of each
     bool m_separates = true;  // no step could find anything across the border of a value
     bool m_lettered = true;   // each placeholder holds a small letter
+};
+
+/// What the records of a document are filled from.
+struct Filling
+{
+    QList<QByteArray> placeholders;
+    Sablon record;
+    std::function<QStringList(int row)> values; ///< one per placeholder
 };
 
 } // namespace kervan
