@@ -6,7 +6,6 @@
 #include "check/listrules.h"
 #include "text/ini.h"
 #include "text/spellings.h"
-#include "transfer/target.h"
 
 #include <array>
 
@@ -30,26 +29,6 @@ QString doubledCure()
 void restartWith(Checks &checks, TextField &field)
 {
     QObject::connect(&field, &TextField::changed, &checks, &Checks::restart);
-}
-
-// The folder that a save dialog begins in.
-Rule targetRule(const Program &program)
-{
-    return folderRule([&program] {
-        const Folders &folders = program.folders;
-        return fullName(program.folder, ilkKlasor(program.folder, folders.xc, folders.xf));
-    });
-}
-
-Rule definitionsRule(std::function<std::optional<Failure>()> unread)
-{
-    return {.name = u"tanımlar"_s,
-            .level = Level::Error,
-            .cure = u"Veritabanını yedekten geri koyun, sonra bu ekranı yeniden açın."_s,
-            .ofScreen = [unread = std::move(unread)] {
-                const auto failed = unread();
-                return failed ? u"Tanımlar okunamadı: %1"_s.arg(failed->headline()) : QString();
-            }};
 }
 
 // Materials.

@@ -5,6 +5,7 @@
 #include "text/dates.h"
 #include "text/numbers.h"
 #include "text/spellings.h"
+#include "transfer/target.h"
 
 #include <QDateTime>
 #include <QFileInfo>
@@ -347,18 +348,22 @@ Rule emptyRule(const TextField &field, const QString &rule, Level level, const Q
         }};
 }
 
-Rule doubledRule(const Cells &cells, const QString &what, Level level, const QString &cure)
+Rule doubledRule(const Cells &cells, const QString &what, Level level, const QString &cure,
+                 const std::function<QString(int row)> &valueOf)
 {
     return {.name = u"çift numara"_s,
             .level = level,
             .cure = cure,
             .column = cells.column,
             .list = cells.list,
-            .ofRows = [cells, what] {
+            .ofRows = [cells, what, valueOf] {
                 QHash<QString, QList<int>> rowsOf;
                 for (int row = 0; row < cells.grid.rows(); ++row) {
-                    const QString value = cells.grid.cell(row, cells.column).trimmed();
-                    if (!value.isEmpty() && (!cells.counts || cells.counts(row)))
+                    if (cells.counts && !cells.counts(row))
+                        continue;
+                    const QString value =
+                        (valueOf ? valueOf(row) : cells.grid.cell(row, cells.column)).trimmed();
+                    if (!value.isEmpty())
                         rowsOf[value] << row;
                 }
                 QList<RowText> found;
@@ -463,6 +468,14 @@ Rule folderRule(std::function<QString()> target)
             }};
 }
 
+Rule targetRule(const Program &program)
+{
+    return folderRule([&program] {
+        const Folders &folders = program.folders;
+        return fullName(program.folder, ilkKlasor(program.folder, folders.xc, folders.xf));
+    });
+}
+
 Rule existingFileRule(std::function<QString()> target)
 {
     return {.name = u"var olan dosya"_s,
@@ -488,6 +501,17 @@ Rule databaseRule(const QString &path)
                 return QFileInfo::exists(path)
                            ? QString()
                            : u"%1 yok: tanımlar okunamadı."_s.arg(QFileInfo(path).fileName());
+            }};
+}
+
+Rule definitionsRule(std::function<std::optional<Failure>()> unread)
+{
+    return {.name = u"tanımlar"_s,
+            .level = Level::Error,
+            .cure = u"Veritabanını yedekten geri koyun, sonra bu ekranı kapatıp yeniden açın."_s,
+            .ofScreen = [unread = std::move(unread)] {
+                const auto failed = unread();
+                return failed ? u"Tanımlar okunamadı: %1"_s.arg(failed->headline()) : QString();
             }};
 }
 

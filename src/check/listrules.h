@@ -1,10 +1,12 @@
 #pragma once
 
+#include "base/failure.h"
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/ports.h"
 #include "check/rules.h"
 #include "logoxml/template.h"
+#include "store/program.h"
 
 #include <QByteArray>
 #include <QDate>
@@ -64,8 +66,9 @@ Rule emptyRule(const TextField &field, const QString &rule, Level level, const Q
                const QString &cure, const QString &control);
 
 /// A value that further rows hold too; blank ones are none. `what` is as the sentence goes on:
-/// "cari kodu".
-Rule doubledRule(const Cells &cells, const QString &what, Level level, const QString &cure);
+/// "cari kodu". With `valueOf` the value is not the cell's.
+Rule doubledRule(const Cells &cells, const QString &what, Level level, const QString &cure,
+                 const std::function<QString(int row)> &valueOf = nullptr);
 
 using ReadDate = std::function<std::optional<QDate>(const QString &cell)>;
 /// toDate() without a Failure.
@@ -87,10 +90,14 @@ QList<Rule> amountRules(const Cells &cells);
 /// value names a file, the folder of that file. Names of other machines are not asked for, since
 /// one that is switched off would hold the program for long.
 Rule folderRule(std::function<QString()> target);
+/// The one that the save dialogs begin in.
+Rule targetRule(const Program &program);
 /// The file that a save without a dialog writes to, where there is one already.
 Rule existingFileRule(std::function<QString()> target);
 /// A database of the program folder that isn't there; without a file there is nothing to read.
 Rule databaseRule(const QString &path);
+/// Definitions that could not be read when the screen was loaded; `unread` says why.
+Rule definitionsRule(std::function<std::optional<Failure>()> unread);
 /// A side file that keeps a counter and held something that is no number when it was read: counting
 /// then begins anew. A missing or empty file is in order. `stored` gives what it held.
 Rule counterRule(const QString &file, std::function<QString()> stored);

@@ -24,6 +24,7 @@ constexpr std::array<WantedField, 4> wantedFields{{{MetinHareket::CariKod, 3, u"
                                                    {MetinHareket::IslemTarihi, 16, u"Tarih"},
                                                    {MetinHareket::Tutar, 37, u"Tutar"},
                                                    {MetinHareket::MuhBelgeNo, 217, u"Belge no"}}};
+constexpr qsizetype shownFields = 5;
 constexpr int optionalCell = DuzeyHareket::Aciklama; // of lists that have so many columns
 
 // "1-2.xlsx" gives "1-2x": the first removal leaves nothing for the second, and a staff code from
@@ -37,6 +38,18 @@ QString dateIn(const QString &title, const NamedDate &place)
 {
     return u"%1/%2/%3"_s.arg(cut(title, place.day, 2), cut(title, place.month, 2),
                              cut(title, place.year, 4));
+}
+
+// The first fields that hold something.
+QString beginningOf(const Reading &reading)
+{
+    QStringList texts;
+    for (int field = 0; field < reading.sheet.columns() && texts.size() < shownFields; ++field) {
+        const QString text = reading.text(field);
+        if (!text.isEmpty())
+            texts << text;
+    }
+    return texts.join(u" | "_s);
 }
 
 } // namespace
@@ -107,15 +120,17 @@ bool SlipScreen::takeRecord(const SheetLayout &layout, Reading &reading)
     if (layout.kindField) {
         const QString kind = trimmed(*layout.kindField);
         if (kind != takenKind) {
-            reportCell(reading, *layout.kindField, kind,
+            reportCell(reading, *layout.kindField,
                        u"Türü \"%1\" değil: alınmadı."_s.arg(takenKind));
             return true;
         }
     }
     if (layout.endField && trimmed(*layout.endField).isEmpty()) {
         const int behind = reading.sheet.rows() - reading.record - 1;
-        reportCell(reading, *layout.endField, u"Arkasındaki %1 kayıt okunmadı."_s.arg(behind),
-                   u"Boş cari kodu okumayı bitirdi."_s);
+        const QString reason = u"Boş cari kodu okumayı bitirdi"_s;
+        reportCell(reading, *layout.endField,
+                   behind > 0 ? u"%1, arkasındaki %2 kayıt okunmadı."_s.arg(reason).arg(behind)
+                              : reason + u'.');
         return false;
     }
     reading.sira = m_cash.next();
@@ -128,10 +143,9 @@ bool SlipScreen::takeRecord(const SheetLayout &layout, Reading &reading)
     return true;
 }
 
-void SlipScreen::reportCell(const Reading &reading, int field, QStringView text,
-                            const QString &reason)
+void SlipScreen::reportCell(const Reading &reading, int field, const QString &reason)
 {
-    okuma.add(reading.record + 1, text, reason,
+    okuma.add(reading.record + 1, beginningOf(reading), reason,
               sayfaAdi.text() + u'!' + reading.sheet.address(reading.record, field));
 }
 
@@ -144,11 +158,12 @@ void SlipScreen::reportEmpty(const SheetLayout &layout, const Reading &reading, 
         const QString &heading = l1.columns()[rule.cell()].heading;
         QString text;
         if (passOver([&] { text = trimmedField(reading.text(rule.field())); }))
-            reportCell(reading, rule.field(), {}, u"%1: sayfada bu sütun yok."_s.arg(heading));
+            reportCell(reading, rule.field(), u"%1: sayfada bu sütun yok."_s.arg(heading));
         else if (text.isEmpty())
-            reportCell(reading, rule.field(), l1.cell(row, 0), u"%1 boş."_s.arg(heading));
+            reportCell(reading, rule.field(), u"%1 boş."_s.arg(heading));
         else
-            reportCell(reading, rule.field(), text, u"%1: kodun tanımı yok."_s.arg(heading));
+            reportCell(reading, rule.field(),
+                       u"%1: %2 kodunun tanımı yok."_s.arg(heading, text.left(60)));
     }
     if (layout.staff && l1.cell(row, layout.staff->cell).isEmpty()) {
         QString &code = m_eksikPersonel[row];

@@ -14,6 +14,8 @@
 #include <QHash>
 #include <QString>
 
+#include <optional>
+
 namespace kervan {
 
 /// A slip transfer: an export of current-account movements into the cash list and, by code, the
@@ -49,6 +51,12 @@ public:
     bool metinden() const { return l1.columnCount() > MetinHareket::MuhBelgeNo; }
     /// The staff codes of the source that `persl` has nothing for, by the row that needs them.
     const QHash<int, QString> &eksikPersonel() const { return m_eksikPersonel; }
+    /// Why the staff could not be read, if it could not.
+    const std::optional<Failure> &personelOkunamadi() const { return m_personelOkunamadi; }
+    const SlipSequence &kasaSirasi() const { return m_cash; }
+    const SlipSequence &bankaSirasi() const { return m_bank; }
+    SlipCodes codes() const { return {kasaKodu.text(), bankaHesapKodu.text()}; }
+    const Program &program() const { return m_program; }
 
     // What the user does.
     void run(const SlipCommand &command);
@@ -77,7 +85,7 @@ private:
     void caridosyasikoku();
     void readMovements(const SheetLayout &layout, int &record);
     bool takeRecord(const SheetLayout &layout, Reading &reading);
-    void reportCell(const Reading &reading, int field, QStringView text, const QString &reason);
+    void reportCell(const Reading &reading, int field, const QString &reason);
     void reportEmpty(const SheetLayout &layout, const Reading &reading, int row);
     void addToBankList(const SheetLayout &layout, int row);
     /// Adds the amount to the code's row of `l2`, in single precision, and tells whether there is
@@ -94,7 +102,6 @@ private:
 
     void warn(const QString &text, Icon icon = Icon::Exclamation);
     void note(const std::optional<Failure> &failed);
-    SlipCodes codes() const { return {kasaKodu.text(), bankaHesapKodu.text()}; }
 
     Program &m_program;
     const SlipForm &m_form;
@@ -108,6 +115,7 @@ private:
     int m_passedOver = 0;           // steps of the read in hand
     QString m_firstPassedOver;
     QHash<int, QString> m_eksikPersonel;
+    std::optional<Failure> m_personelOkunamadi;
     std::optional<Failure> m_adsaklanamadi; // the sheet's name, the last time
 };
 

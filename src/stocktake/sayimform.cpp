@@ -3,7 +3,6 @@
 #include "check/readnotes.h"
 #include "logolink/statements.h"
 #include "logoxml/document.h"
-#include "logoxml/template.h"
 #include "text/spellings.h"
 #include "transfer/linewalk.h"
 #include "transfer/sourcecheck.h"
@@ -116,24 +115,42 @@ void Sayimform::xmlkaydet()
         kaydet(*dosya);
 }
 
+Filling Sayimform::bas() const
+{
+    const QList<QByteArray> words{"+FISNO+", "+TARIH+", "+SAAT+", "+DAKIKA+", "+SANIYE+"};
+    return {words, Sablon(sablon(u"sayim-xml1"_s), words), [this](int) {
+                const QDateTime now = m_program.clock.now();
+                const QTime time = now.time();
+                return QStringList{fisno.text(), now.date().toString(u"dd.MM.yyyy"_s),
+                                   QString::number(time.hour()), QString::number(time.minute()),
+                                   QString::number(time.second())};
+            }};
+}
+
+// Rows count from 1 among those that are written.
+Filling Sayimform::satirlar() const
+{
+    const QList<QByteArray> words{"+STOKKODU+", "+SIRANO+", "+MIKTAR+", "+BIRIM+"};
+    return {words, Sablon(sablon(u"sayim-xml2"_s) + "\r\n", words),
+            [this, sirano = 0](int row) mutable {
+                sirano += l1.cell(row, StokKodu).isEmpty() ? 0 : 1;
+                return QStringList{l1.cell(row, StokKodu), QString::number(sirano),
+                                   tutarnoktasil(l1.cell(row, Miktar)), l1.cell(row, Birim)};
+            }};
+}
+
 QByteArray Sayimform::head() const
 {
-    const QDateTime now = m_program.clock.now();
-    const QTime time = now.time();
+    const Filling filling = bas();
     QByteArray text;
-    Sablon(sablon(u"sayim-xml1"_s), {"+FISNO+", "+TARIH+", "+SAAT+", "+DAKIKA+", "+SANIYE+"})
-        .doldur(QStringList{fisno.text(), now.date().toString(u"dd.MM.yyyy"_s),
-                            QString::number(time.hour()), QString::number(time.minute()),
-                            QString::number(time.second())},
-                text);
+    filling.record.doldur(filling.values(0), text);
     return text + "\r\n";
 }
 
 void Sayimform::kaydet(const QString &dosya)
 {
     bilgi.begin();
-    const Sablon line(sablon(u"sayim-xml2"_s) + "\r\n",
-                      {"+STOKKODU+", "+SIRANO+", "+MIKTAR+", "+BIRIM+"});
+    const Filling line = satirlar();
     int sirano = 0;
     const auto failed = passOver([&] {
         ilerleme.start(l1.rows());
@@ -143,9 +160,8 @@ void Sayimform::kaydet(const QString &dosya)
             if (l1.cell(row, StokKodu).isEmpty())
                 continue;
             ilerleme.setValue(row + 1);
-            line.doldur(QStringList{l1.cell(row, StokKodu), QString::number(++sirano),
-                                    tutarnoktasil(l1.cell(row, Miktar)), l1.cell(row, Birim)},
-                        lines);
+            ++sirano;
+            line.record.doldur(line.values(row), lines);
         }
         belgeyaz({head(), {lines}, {}, sablon(u"sayim-xml3"_s)}, DocumentEnd::LineEnd, dosya);
     });

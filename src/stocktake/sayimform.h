@@ -5,6 +5,7 @@
 #include "base/notes.h"
 #include "check/readreport.h"
 #include "logolink/screenlink.h"
+#include "logoxml/template.h"
 #include "store/program.h"
 
 #include <QString>
@@ -43,6 +44,11 @@ public:
     void sayimdosyasikoku();
     /// Writes the slip of the rows that Logo knows. A step that fails is passed over.
     void kaydet(const QString &dosya);
+
+    /// The head of the slip and its lines, as kaydet() fills them; the head has one row.
+    Filling bas() const;
+    Filling satirlar() const;
+    const Program &program() const { return m_program; }
 
 private:
     void takeLine(QStringView line);
