@@ -5,6 +5,7 @@
 #include "cards/stoktrf.h"
 #include "check/listrules.h"
 #include "text/ini.h"
+#include "text/numbers.h"
 #include "text/spellings.h"
 
 #include <array>
@@ -29,6 +30,21 @@ QString doubledCure()
 void restartWith(Checks &checks, TextField &field)
 {
     QObject::connect(&field, &TextField::changed, &checks, &Checks::restart);
+}
+
+// Accounts.
+
+Rule referenceRule(const Program &program)
+{
+    return {.name = u"sayaç"_s,
+            .cure = u"Dosyanın \"id\" satırına son verilen numarayı yazın."_s,
+            .ofScreen = [path = program.path(u"cariref.kvz")] {
+                const QString stored = inioku(u"id"_s, u"id"_s, path);
+                return stored.isEmpty() || number(stored)
+                           ? QString()
+                           : u"cariref.kvz dosyasındaki %1 bir sayı değil: yeni carilere veri "
+                             "referansı verilemez."_s.arg(quoted(stored));
+            }};
 }
 
 // Materials.
@@ -147,13 +163,9 @@ QList<Rule> rulesOf(Cr &cr)
 {
     const Cells code{cr.l1, Cr::CariKodu, u"Cari kodu"_s};
     const Cells title{cr.l1, Cr::Unvani, u"Ünvan"_s};
-    const QString counter = u"cariref.kvz"_s;
     return QList<Rule>{programFolderRule(cr.program().folder),
                        targetRule(cr.program()),
-                       counterRule(counter,
-                                   [path = cr.program().path(counter)] {
-                                       return inioku(u"id"_s, u"id"_s, path);
-                                   }),
+                       referenceRule(cr.program()),
                        emptyRule(code, u"boş kod"_s, Level::Error, sourceCure()),
                        emptyRule(title, u"boş ünvan"_s, Level::Warning, sourceCure()),
                        doubledRule(code, u"cari kodu"_s, Level::Error, doubledCure()),

@@ -421,6 +421,20 @@ std::optional<double> documentNumber(QStringView text)
     return isNumber ? std::optional(value) : std::nullopt;
 }
 
+bool isOddlyGrouped(QStringView number, QChar groupMark, QChar decimalMark)
+{
+    const QStringView text = number.trimmed();
+    const qsizetype decimals = text.indexOf(decimalMark);
+    if (decimals >= 0 && text.sliced(decimals).contains(groupMark))
+        return true;
+    const auto groups = text.first(decimals < 0 ? text.size() : decimals).split(groupMark);
+    const auto isWrong = [](QStringView group) {
+        return group.size() != 3;
+    };
+    return groups.size() > 1 && (groups.first().size() > 4 || // with its sign
+                                 std::any_of(groups.cbegin() + 1, groups.cend(), isWrong));
+}
+
 QList<Rule> amountRules(const Cells &cells, const ReadAmount &read)
 {
     const Rule unreadable = ofCells(

@@ -80,6 +80,10 @@ QList<Rule> dateRules(const Cells &cells, const Clock &clock, const ReadDate &re
 /// A number as documents have it: 1234.50; nothing of any other text.
 std::optional<double> documentNumber(QStringView text);
 
+/// Whether marks that are read as group marks stand where none belongs, so that the number read is
+/// hardly the one meant: in "1.5" or "1234.50" under the group mark ".".
+bool isOddlyGrouped(QStringView number, QChar groupMark, QChar decimalMark);
+
 using ReadAmount = std::function<std::optional<double>(QStringView cell)>;
 /// Amounts that are no number (empty ones too), and those below zero.
 QList<Rule> amountRules(const Cells &cells, const ReadAmount &read);

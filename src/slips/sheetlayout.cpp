@@ -133,6 +133,7 @@ SheetLayout cafis3Layout()
 SheetLayout duzeyCashLayout()
 {
     return {.staff = StaffCell{DuzeyHareket::SaticiKodu, 4},
+            .groupMark = u',',
             .cells = {{DuzeyHareket::Tarih, 0, &trimmedField},
                       {DuzeyHareket::CariKodu, 1, &withoutCommas},
                       {DuzeyHareket::Unvani, 2, &trimmedField},
@@ -147,6 +148,7 @@ SheetLayout duzeyCashLayout()
 SheetLayout duzeyCardLayout()
 {
     return {.staff = StaffCell{DuzeyHareket::SaticiKodu, 1},
+            .groupMark = u',',
             .cells = {{DuzeyHareket::Tarih, 5, &trimmedField},
                       {DuzeyHareket::CariKodu, 3, &withoutCommas},
                       {DuzeyHareket::Unvani, 4, &trimmedField},

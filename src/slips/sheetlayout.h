@@ -85,6 +85,7 @@ struct SheetLayout
     std::optional<int> kindField = {}; // only records with "HHSATIS" there are taken
     std::optional<int> endField = {};  // an empty one ends the read
     std::optional<StaffCell> staff = {};
+    QChar groupMark = u'.';     // of amounts that are texts
     QList<CellRule> cells = {}; // in the order of filling
 };
 

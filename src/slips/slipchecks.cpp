@@ -192,6 +192,24 @@ QList<Rule> slipAmountRules(const Cells &cells, const ReadAmount &read)
     return amountRules(cells, read) << zero;
 }
 
+// A mark of the source that was taken for a group mark makes the amount another.
+Rule oddAmountRule(const SlipScreen &screen)
+{
+    return {.name = u"şüpheli tutar"_s,
+            .level = Level::Error,
+            .cure = u"Tutarı kaynakta sayı hücresi olarak yazıp yeniden okutun."_s,
+            .column = Hareket::Tutar,
+            .ofRow = [&screen](int row) {
+                const auto odd = screen.supheliTutar().constFind(row);
+                // One that is no number is told as such.
+                if (odd == screen.supheliTutar().cend() ||
+                    !number(screen.l1.cell(row, Hareket::Tutar)))
+                    return QString();
+                return u"Kaynakta %1 olan tutar %2 olarak okundu."_s.arg(
+                    quoted(*odd), quoted(screen.l1.cell(row, Hareket::Tutar)));
+            }};
+}
+
 // Staff.
 
 QString faultOfStaff(const SlipScreen &screen, int row, const QString &lacking)
@@ -232,7 +250,8 @@ QList<Rule> movementRules(SlipScreen &screen)
     QList<Rule> rules = movementDateRules(cells(Hareket::Tarih, u"Tarih"_s), screen) +
                         slipAmountRules(cells(Hareket::Tutar, u"Tutar"_s), &amountOf);
     rules << emptyRule(code, u"boş cari kodu"_s, Level::Error, sourceCure())
-          << emptyRule(title, u"boş ünvan"_s, Level::Warning, sourceCure());
+          << emptyRule(title, u"boş ünvan"_s, Level::Warning, sourceCure())
+          << oddAmountRule(screen);
     if (screen.form().files.first().layout.staff)
         rules << staffRule(screen, Hareket::KasaKodu, Level::Error, u"kasa kodu boş kalır."_s);
     else
@@ -254,6 +273,7 @@ QList<Rule> duzeyRules(SlipScreen &screen)
     QList<Rule> rules = movementDateRules(cells(DuzeyHareket::Tarih, u"Tarih"_s), screen) +
                         slipAmountRules(cells(DuzeyHareket::Tutar, u"Tutar"_s), &amountOf);
     rules << emptyRule(code, u"boş cari kodu"_s, Level::Error, sourceCure())
+          << oddAmountRule(screen)
           << staffRule(screen, DuzeyHareket::SaticiKodu, Level::Warning,
                        u"fişin satıcısı boş kalır."_s);
     return rules + letterRules(QList<Cells>{code, text, seller});
@@ -341,7 +361,7 @@ QList<RowText> faultsOfSums(const SlipScreen &screen)
         const QString &shown = screen.l2.cell(row, BankaFisi::Tutar);
         const auto amount = number(shown);
         if (amount && sum.isKnown && sum.rows == 1 && cents(*amount) != sum.cents)
-            faults.append({row, u"Tutar %1, hareketlerinin toplamı %2."_s.arg(
+            faults.append({row, u"Banka fişinin tutarı %1, hareketlerinin toplamı %2."_s.arg(
                                     quoted(shown),
                                     quoted(masked(double(sum.cents) / 100, "#,##0.00"_mask)))});
     }
@@ -466,10 +486,10 @@ QList<Rule> bankListRulesOf(SlipScreen &screen)
                     .ofRows = [&screen] {
                         return faultsOfSums(screen);
                     }};
-    return movementDateRules(cells(BankaFisi::FisTarihi, u"Fiş tarihi"_s), screen) +
-           slipAmountRules(cells(BankaFisi::Tutar, u"Tutar"_s), &amountOf) +
-           letterRules(cells(BankaFisi::OzelKod, u"Özel kod"_s)) + QList<Rule>{sums} +
-           wordRules(screen, screen.l2, true);
+    return movementDateRules(cells(BankaFisi::FisTarihi, u"Banka fişinin tarihi"_s), screen) +
+           slipAmountRules(cells(BankaFisi::Tutar, u"Banka fişinin tutarı"_s), &amountOf) +
+           letterRules(cells(BankaFisi::OzelKod, u"Banka fişinin özel kodu"_s)) +
+           QList<Rule>{sums} + wordRules(screen, screen.l2, true);
 }
 
 std::unique_ptr<Checks> checksOf(SlipScreen &screen, SharesCounter sharesCounter)

@@ -1,5 +1,6 @@
 #include "slips/slipscreen.h"
 
+#include "check/listrules.h"
 #include "check/readnotes.h"
 #include "slips/columns.h"
 #include "text/numbers.h"
@@ -10,6 +11,7 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
+#include <algorithm>
 #include <array>
 
 namespace kervan {
@@ -65,6 +67,7 @@ void SlipScreen::exeloku(const SheetLayout &layout)
     l2.clear();
     m_bankRows.clear();
     m_eksikPersonel.clear();
+    m_supheliTutar.clear();
     tumHareketler.setChecked(false); // no new row is ticked
     tumFisler.setChecked(false);
     int record = 0;
@@ -138,9 +141,24 @@ bool SlipScreen::takeRecord(const SheetLayout &layout, Reading &reading)
     for (const CellRule &rule : layout.cells)
         carryOut(layout, [&] { l1.setCell(row, rule.cell(), rule.text(reading)); });
     reportEmpty(layout, reading, row);
+    keepOddAmount(layout, reading, row);
     if (m_form.hasBankList())
         addToBankList(layout, row);
     return true;
+}
+
+// Only of texts: a number of the workbook knows its decimals.
+void SlipScreen::keepOddAmount(const SheetLayout &layout, const Reading &reading, int row)
+{
+    static_assert(int(Hareket::Tutar) == int(DuzeyHareket::Tutar));
+    const auto rule = std::ranges::find(layout.cells, int(Hareket::Tutar), &CellRule::cell);
+    passOver([&] {
+        if (reading.sheet.kind(reading.record, rule->field()) != Sheet::Kind::Text)
+            return;
+        const QString text = reading.text(rule->field());
+        if (isOddlyGrouped(text, layout.groupMark, layout.groupMark == u'.' ? u',' : u'.'))
+            m_supheliTutar.insert(row, text);
+    });
 }
 
 void SlipScreen::reportCell(const Reading &reading, int field, const QString &reason)
@@ -230,6 +248,7 @@ void SlipScreen::caridosyasikoku()
     bilgi.begin();
     okuma.begin(m_dosyayolu);
     m_eksikPersonel.clear();
+    m_supheliTutar.clear();
     const Grid::Refill refill(l1);
     l1.setColumns(metinHareketColumns());
     tumHareketler.setChecked(false);

@@ -51,6 +51,8 @@ public:
     bool metinden() const { return l1.columnCount() > MetinHareket::MuhBelgeNo; }
     /// The staff codes of the source that `persl` has nothing for, by the row that needs them.
     const QHash<int, QString> &eksikPersonel() const { return m_eksikPersonel; }
+    /// Amounts of the source that hold a group mark where a decimal mark seems meant, by row.
+    const QHash<int, QString> &supheliTutar() const { return m_supheliTutar; }
     /// Why the staff could not be read, if it could not.
     const std::optional<Failure> &personelOkunamadi() const { return m_personelOkunamadi; }
     const SlipSequence &kasaSirasi() const { return m_cash; }
@@ -86,6 +88,7 @@ private:
     void readMovements(const SheetLayout &layout, int &record);
     bool takeRecord(const SheetLayout &layout, Reading &reading);
     void reportCell(const Reading &reading, int field, const QString &reason);
+    void keepOddAmount(const SheetLayout &layout, const Reading &reading, int row);
     void reportEmpty(const SheetLayout &layout, const Reading &reading, int row);
     void addToBankList(const SheetLayout &layout, int row);
     /// Adds the amount to the code's row of `l2`, in single precision, and tells whether there is
@@ -115,6 +118,7 @@ private:
     int m_passedOver = 0;           // steps of the read in hand
     QString m_firstPassedOver;
     QHash<int, QString> m_eksikPersonel;
+    QHash<int, QString> m_supheliTutar;
     std::optional<Failure> m_personelOkunamadi;
     std::optional<Failure> m_adsaklanamadi; // the sheet's name, the last time
 };

@@ -34,15 +34,10 @@ QString faultOfBarcode(const Grid &l1, int row)
 QString faultOfPoints(const Sayimform &sayim, int row)
 {
     const QString &cell = sayim.l1.cell(row, Sayimform::Miktar);
-    if (!isWritten(sayim, row) || !cell.contains(u'.') || !number(cell))
-        return {};
-    const QStringList groups = cell.section(u',', 0, 0).split(u'.');
-    bool isGrouped = groups.first().size() <= 3;
-    for (const QString &group : groups.sliced(1))
-        isGrouped = isGrouped && group.size() == 3;
-    return isGrouped ? QString()
-                     : u"Miktar %1 belgeye %2 olarak yazılır: nokta binlik sayılır."_s.arg(
-                           quoted(cell), quoted(tutarnoktasil(cell)));
+    const bool isOdd = isWritten(sayim, row) && number(cell) && isOddlyGrouped(cell, u'.', u',');
+    return isOdd ? u"Miktar %1 belgeye %2 olarak yazılır: nokta binlik sayılır."_s.arg(
+                       quoted(cell), quoted(tutarnoktasil(cell)))
+                 : QString();
 }
 
 QString faultOfNumberWords(const Sayimform &sayim)

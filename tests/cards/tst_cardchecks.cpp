@@ -109,7 +109,7 @@ private Q_SLOTS:
         read({u"CR000001AB & CO"_s, u"CR000002A<B"_s, u"CR000003A\u0001B"_s, u"CR000004ÇAY 5 €"_s,
               u"CR000005Ω KAFE"_s, u"CR000006BİR"_s, u"CR000007İKİ"_s, u"CR000006ÜÇ"_s,
               u"        KODSUZ"_s, u"CR000010"_s, u"CR000011eski caridataref"_s, u""_s});
-        QCOMPARE(found(*checks), lines(u"hata belge klasörü\nhata sayaç\n"
+        QCOMPARE(found(*checks), lines(u"hata belge klasörü\nuyari sayaç\n"
                                        "hata 1:2 XML işareti\nhata 2:2 XML işareti\n"
                                        "hata 3:2 XML işareti\nuyari 4:2 harf\nuyari 5:2 harf\n"
                                        "hata 6:1 çift numara\nhata 8:1 çift numara\n"

@@ -92,6 +92,7 @@ private Q_SLOTS:
                        movement(u"#4"_s, u"K3"_s, u"C4"_s, {}, u"yarın"_s) +
                        movement(u"#0"_s, u"K4&"_s, u"C5"_s, u"ÇAY € 'X'"_s, u"@2024-03-06"_s) +
                        movement(u"#3"_s, {}, u"C6"_s, u"saat evi"_s, u"2.2.2023"_s) +
+                       movement(u"12.50"_s, u"K8"_s, u"C8"_s, u"SEKİZ"_s, u"7.3.2024"_s) +
                        movement(u"1,2,3"_s, u"K7"_s, u"C7"_s, u"YEDİ"_s, u"7.3.2024"_s));
         QCOMPARE(d.found(),
                  lines(u"hata belge klasörü\nhata bankahesapno1 boş banka kodu\nhata sayaç\n"
@@ -108,16 +109,19 @@ private Q_SLOTS:
                        "hata l2 4:5 XML işareti\n"
                        "hata 5:2 tarih okunamıyor\nuyari 5:5 sıfır tutar\nuyari 5:4 harf\n"
                        "hata 5:8 XML işareti\nhata 6:8 boş kasa kodu\nhata 6:0 şablon "
-                       "sözcüğü\nhata 7:5 tutar okunamıyor\n"
-                       "eksik Banka hesap kodu 5 bankakodu"_s));
-        QCOMPARE(textOf(*d.checks, 1, u"toplam"_s),
-                 u"Tutar \"1.234.568,00\", hareketlerinin toplamı \"1.234.568,39\"."_s);
+                       "sözcüğü\nhata 7:5 şüpheli tutar\nhata 8:5 tutar okunamıyor\n"
+                       "eksik Banka hesap kodu 6 bankakodu"_s));
+        QCOMPARE(
+            textOf(*d.checks, 1, u"toplam"_s),
+            u"Banka fişinin tutarı \"1.234.568,00\", hareketlerinin toplamı \"1.234.568,39\"."_s);
+        QCOMPARE(textOf(*d.checks, 7, u"şüpheli tutar"_s),
+                 u"Kaynakta \"12.50\" olan tutar \"1.250,00\" olarak okundu."_s);
         QVERIFY(textOf(*d.checks, 2, u"tarih"_s).contains(u"gelecekte"));
         QVERIFY(textOf(*d.checks, 3, u"tarih"_s).contains(u"400 günün dışında"));
         QCOMPARE(leftOut(d.s.okuma), lines(u"4 Sayfa1!F4 CARİ KODU boş.\n5 Sayfa1!G5 UNVANI boş.\n"
-                                           "7 Sayfa1!D7 KASA KODU boş.\n8 Okuma burada bitti."_s));
+                                           "7 Sayfa1!D7 KASA KODU boş.\n9 Okuma burada bitti."_s));
         d.s.bankaHesapKodu.setText(u"BANKA"_s); // without a new list
-        QVERIFY(!d.found().contains(u"eksik Banka hesap kodu 5 bankakodu"_s));
+        QVERIFY(!d.found().contains(u"eksik Banka hesap kodu 6 bankakodu"_s));
     }
 
     // The document of all rows, held against what is said of each.
@@ -202,14 +206,15 @@ private Q_SLOTS:
             return text;
         };
         d.readBook(u"a.xlsx"_s,
-                   u"T|C|Ü|A|P|x|T"_s + rows(u"7.3.2024/1/A & B/12/10\n7.3.2024//sateleman/99/10\n"
-                                             "x/3/trhay/12/-1\n7.3.2024/4/// 1.2.3"_s));
+                   u"T|C|Ü|A|P|x|T"_s +
+                       rows(u"7.3.2024/1/A & B/12/10\n7.3.2024//sateleman/99/10\n"
+                            "x/3/trhay/12/-1\n7.3.2024/4/// 1.2.3\n7.3.2024/5//12/1.234,50"_s));
         QCOMPARE(d.found(),
                  lines(u"hata kskod boş kasa kodu\nhata 1:10 XML işareti\n"
                        "hata 2:3 boş cari kodu\nuyari 2:9 personel\nhata 2:0 şablon sözcüğü\n"
                        "hata 3:2 tarih okunamıyor\nuyari 3:5 eksi tutar\n"
-                       "hata 4:5 tutar okunamıyor\nuyari 4:9 personel\n"
-                       "eksik Personel 99 1 per\neksik Kasa kodu 4 kskod"_s));
+                       "hata 4:5 tutar okunamıyor\nuyari 4:9 personel\nhata 5:5 şüpheli tutar\n"
+                       "eksik Personel 99 1 per\neksik Kasa kodu 5 kskod"_s));
         d.readBook(u"b.xlsx"_s,
                    u"x|P|A|C|Ü|T|x|T\nx|12|sateleman|1|Ü|7.3.2024|x|10\n"
                    "x|12|trhay|1|Ü|7.3.2024|x|10\nx|12||1|Ü|7.3.2024|x|0"_s,
