@@ -44,6 +44,12 @@ QString spelled(QChar c)
     return c < u' ' ? u"%1 kodlu denetim karakteri"_s.arg(c.unicode()) : u"\"%1\""_s.arg(c);
 }
 
+// Letters that most values have, which need no closer look.
+bool isUsual(QChar c)
+{
+    return c < u'\x7F' || QStringView(u"çğıöşüÇĞİÖŞÜâîû").contains(c);
+}
+
 // The first letter that the document can't hold, or where none of its readers looks for one.
 struct OddLetter
 {
@@ -54,7 +60,7 @@ std::optional<OddLetter> oddLetter(const QString &text)
 {
     for (qsizetype i = 0; i < text.size(); ++i) {
         const QChar c = text[i];
-        if (c < u'\x7F')
+        if (isUsual(c))
             continue;
         const bool paired = c.isHighSurrogate() && i + 1 < text.size();
         const QString letter = text.mid(i, paired ? 2 : 1);
@@ -76,6 +82,19 @@ Rule ofCells(const Cells &cells, Rule rule, std::function<QString(const QString 
                                                   : QString();
     };
     return rule;
+}
+
+// Most rows of a list share their date.
+ReadDate keptLast(ReadDate read)
+{
+    return [read = std::move(read), last = QString(),
+            date = std::optional<QDate>()](const QString &cell) mutable {
+        if (cell != last || cell.isEmpty()) {
+            date = read(cell);
+            last = cell;
+        }
+        return date;
+    };
 }
 
 Rule markupRule()
@@ -392,7 +411,7 @@ QList<Rule> dateRules(const Cells &cells, const Clock &clock, const ReadDate &re
         {.name = u"tarih okunamıyor"_s,
          .level = Level::Error,
          .cure = u"Kaynaktaki tarihi gün.ay.yıl olarak düzeltip yeniden okutun."_s},
-        [name = cells.name, read](const QString &cell) {
+        [name = cells.name, read = keptLast(read)](const QString &cell) {
             if (isBlank(cell))
                 return u"%1 boş."_s.arg(name);
             return read(cell) ? QString() : u"%1 %2 bir tarih değil."_s.arg(name, quoted(cell));
@@ -400,7 +419,7 @@ QList<Rule> dateRules(const Cells &cells, const Clock &clock, const ReadDate &re
     const Rule strange = ofCells(
         cells,
         {.name = u"tarih"_s, .cure = u"Tarih doğru değilse kaynağında düzeltip yeniden okutun."_s},
-        [name = cells.name, read, &clock](const QString &cell) {
+        [name = cells.name, read = keptLast(read), &clock](const QString &cell) {
             const auto date = read(cell);
             const QDate today = clock.now().date();
             if (date && *date > today)

@@ -12,7 +12,8 @@ void addEmptyCells(ReadReport &report, const Grid &grid, int row, QStringView li
                    std::span<const WantedField> wanted)
 {
     const auto isEmpty = [&](const WantedField &field) {
-        return trimmedBlanks(grid.cell(row, field.column)).isEmpty();
+        const QString &cell = grid.cell(row, field.column);
+        return cell.isEmpty() || (cell.front() == u' ' && trimmedBlanks(cell).isEmpty());
     };
     if (std::ranges::none_of(wanted, isEmpty))
         return;
