@@ -1,6 +1,7 @@
 #include "cards/cr.h"
 
 #include "cards/cardfiles.h"
+#include "check/readnotes.h"
 #include "store/sidefiles.h"
 #include "text/ini.h"
 #include "text/numbers.h"
@@ -41,6 +42,8 @@ constexpr std::array<RecordField, 2> cardFields{{
     {Cr::Unvani, 11, 50, &titleField},
 }};
 static_assert(inOrder(cardFields));
+constexpr std::array<WantedField, 2> wantedFields{
+    {{Cr::CariKodu, 3, u"Cari kodu"}, {Cr::Unvani, 11, u"Ünvan"}}};
 
 // Their order is part of the format: a value is searched by every later step.
 QList<QByteArray> placeholders()
@@ -74,19 +77,24 @@ void Cr::dosyaac(const QString &path)
 void Cr::caridosyasikoku()
 {
     bilgi.begin();
+    okuma.begin(m_dosyayolu);
     {
         const Grid::Refill refill(l1);
         const auto work = m_program.busy.reading(m_dosyayolu);
         l1.clear();
-        bilgi.add(passOver([this] {
+        const auto failed = passOver([this] {
             walkLines(m_dosyayolu, ilerleme, [this](QStringView line) {
                 const int row = l1.addRow({});
                 cutRecord(line, cardFields,
                           [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
+                addEmptyCells(okuma, l1, row, line, wantedFields);
             });
             checkSource(bilgi, m_dosyayolu, SourceKind::Accounts, l1);
-        }));
+        });
+        bilgi.add(failed);
+        addEnd(okuma, l1.rows() + 1, failed);
     }
+    okuma.end();
     kartSayisi.setText(QString::number(l1.rows()));
 }
 
@@ -121,16 +129,25 @@ void Cr::guncellemexmlkaydet()
         kaydetguncelle(*dosya);
 }
 
-void Cr::write(const QString &dosya, const QString &kart,
-               const std::function<QString(int row)> &dataref)
+Filling Cr::filling(const QString &kart, std::function<QString(int row)> dataref) const
 {
-    CreationTime an(m_program.clock);
-    const Sablon card = cardTemplate(kart, placeholders());
-    writeCards(dosya, u"cr"_s, card, l1.rows(), ilerleme, [&](int row) {
-        return QStringList{
-            an.tarih(),           an.saat(),   an.dakika(), an.saniye(), l1.cell(row, CariKodu),
-            l1.cell(row, Unvani), dataref(row)};
-    });
+    return {
+        placeholders(), cardTemplate(kart, placeholders()),
+        [this, dataref = std::move(dataref), an = CreationTime(m_program.clock)](int row) mutable {
+            return QStringList{
+                an.tarih(),           an.saat(),   an.dakika(), an.saniye(), l1.cell(row, CariKodu),
+                l1.cell(row, Unvani), dataref(row)};
+        }};
+}
+
+Filling Cr::kartlar() const
+{
+    return filling(u"cr-kartex"_s, [](int) { return dataReference.toString(); });
+}
+
+void Cr::write(const QString &dosya, const Filling &cards)
+{
+    writeCards(dosya, u"cr"_s, cards.record, l1.rows(), ilerleme, cards.values);
 }
 
 void Cr::kaydet(const QString &dosya)
@@ -138,8 +155,7 @@ void Cr::kaydet(const QString &dosya)
     bilgi.begin();
     const QString list = m_program.path(u"carikontrol.kvz");
     QFile::remove(list);
-    const auto failed = passOver(
-        [&] { write(dosya, u"cr-kartex"_s, [](int) { return dataReference.toString(); }); });
+    const auto failed = passOver([&] { write(dosya, kartlar()); });
     bilgi.addDocument(dosya, u"cari kart"_s, l1.rows(), m_program.clock.now().time(), failed);
     bilgi.add(passOver([&] { writeLines(list, columnOf(l1, CariKodu)); }));
     tellDone(m_program.boxes);
@@ -149,8 +165,8 @@ void Cr::kaydetguncelle(const QString &dosya)
 {
     bilgi.begin();
     bilgi.add(endQuietly([&] {
-        write(dosya, u"cr-kartexguncelle"_s,
-              [this](int row) { return l1.cell(row, DataReferans); });
+        write(dosya, filling(u"cr-kartexguncelle"_s,
+                             [this](int row) { return l1.cell(row, DataReferans); }));
         bilgi.addDocument(dosya, u"cari kart"_s, l1.rows(), m_program.clock.now().time());
         tellDone(m_program.boxes);
     }));

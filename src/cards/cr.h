@@ -3,6 +3,8 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "check/readreport.h"
+#include "logoxml/template.h"
 #include "store/program.h"
 
 #include <functional>
@@ -23,6 +25,7 @@ public:
     Grid l1;
     TextField kartSayisi; ///< panel 2 of the status bar
     Notes bilgi;          ///< what the last read or write has to tell without a box
+    ReadReport okuma;     ///< what the last read left out
     ProgressField ilerleme;
 
     // What the user does.
@@ -44,11 +47,15 @@ public:
     /// that is no number is a Failure.
     QString datarefyap(const QString &carino);
 
+    /// The cards as kaydet() fills them.
+    Filling kartlar() const;
+    const Program &program() const { return m_program; }
+
 private:
     std::optional<QString> hedefsor();
     bool isFilled(const QString &warning);
-    void write(const QString &dosya, const QString &kart,
-               const std::function<QString(int row)> &dataref);
+    Filling filling(const QString &kart, std::function<QString(int row)> dataref) const;
+    void write(const QString &dosya, const Filling &cards);
 
     Program &m_program;
     QString m_dosyayolu;

@@ -1,6 +1,7 @@
 #include "cards/st.h"
 
 #include "cards/cardfiles.h"
+#include "check/readnotes.h"
 #include "logoxml/document.h"
 #include "transfer/sourcecheck.h"
 #include "transfer/target.h"
@@ -28,6 +29,8 @@ constexpr std::array<QStringView, 9> accountColumns{
     u"kdv", u"al", u"sat", u"ali", u"sati", u"alkdv", u"satkdv", u"alikdv", u"satikdv"};
 enum Account { Kdv, Al, Sat, Ali, Sati };
 
+constexpr QStringView sheetName = u"cari mey";
+
 // Their order is part of the format: a value is searched by every later step.
 QList<QByteArray> placeholders()
 {
@@ -53,11 +56,15 @@ void St::note(const std::optional<Failure> &failed)
 void St::yukle()
 {
     LocalDb &db = m_program.db;
+    m_tanimOkunamadi.reset();
     const auto read = [&](auto &&use) {
-        note(passOver([&] {
+        const auto failed = passOver([&] {
             OpenDb open(db, m_program.path(u"data.dbs"));
             use();
-        }));
+        });
+        note(failed);
+        if (failed && !m_tanimOkunamadi)
+            m_tanimOkunamadi = failed;
     };
     bilgi.begin();
     read([&] { loadFolders(db, m_program.folders); });
@@ -95,7 +102,7 @@ void St::manualac()
 std::shared_ptr<const Sheet> St::sheet(const QString &path)
 {
     const auto work = m_program.busy.reading(path);
-    return m_workbooks.sheet(path, u"cari mey"_s);
+    return m_workbooks.sheet(path, sheetName.toString());
 }
 
 // One heading that fits is enough; a workbook that can't be read has none.
@@ -123,9 +130,11 @@ void St::ac(const QString &path)
 {
     bilgi.begin();
     bilgi.source.setText(path);
+    okuma.begin(path);
+    const auto report = qScopeGuard([this] { okuma.end(); });
     const Grid::Refill refill(l1);
     l1.clear();
-    note(passOver([&] {
+    const auto failed = passOver([&] {
         const auto records = sheet(path);
         // The heading row is a record like the others; fields without a column are passed over.
         const int fields = std::min(int(Columns), records->columns());
@@ -133,10 +142,27 @@ void St::ac(const QString &path)
             const int row = l1.addRow(records->text(record, 0));
             for (int field = 1; field < fields; ++field)
                 l1.setCell(row, field, records->text(record, field));
+            reportEmpty(*records, record);
         }
-    }));
+        for (int field = Columns; field < records->columns(); ++field)
+            okuma.add(1, records->text(0, field), u"Listede bu sütunun yeri yok."_s,
+                      sheetName.toString() + u'!' + records->address(0, field));
+    });
+    note(failed);
+    addEnd(okuma, l1.rows() + 1, failed);
     kayitSayisi.setText(QString::number(l1.rows()));
     bilgi.add(lettersLost(l1));
+}
+
+// Of the cells that a card is made of; a row has the number of its record.
+void St::reportEmpty(const Sheet &records, int record)
+{
+    for (const int column : {UrunKodu, UrunAdi}) {
+        if (l1.cell(record, column).isEmpty())
+            okuma.add(record + 1, l1.cell(record, Depo),
+                      u"%1 boş."_s.arg(l1.columns()[column].heading),
+                      sheetName.toString() + u'!' + records.address(record, column));
+    }
 }
 
 void St::kdvoranisec()
@@ -208,6 +234,34 @@ void St::otomatikkaydet()
                        [this] { kaydet(fullName(m_program.folder, m_program.folders.xs)); }));
 }
 
+Filling St::kartlar() const
+{
+    return {placeholders(), Sablon(sablon(u"st-xl"_s), placeholders()),
+            [this, an = CreationTime(m_program.clock)](int row) mutable {
+                return QStringList{l1.cell(row, UrunKodu),
+                                   l1.cell(row, UrunAdi),
+                                   QString(),
+                                   m_muh[Kdv],
+                                   m_birim,
+                                   an.tarih(),
+                                   an.saat(),
+                                   an.dakika(),
+                                   an.saniye(),
+                                   m_muh[Al],
+                                   m_muh[Sat],
+                                   m_muh[Ali],
+                                   m_muh[Sati]};
+            }};
+}
+
+QList<std::pair<QString, QString>> St::hesaplar() const
+{
+    return {{u"alış"_s, m_muh[Al]},
+            {u"satış"_s, m_muh[Sat]},
+            {u"alış iade"_s, m_muh[Ali]},
+            {u"satış iade"_s, m_muh[Sati]}};
+}
+
 void St::kaydet(const QString &dosya)
 {
     if (dosya.isEmpty()) {
@@ -223,16 +277,12 @@ void St::kaydet(const QString &dosya)
             bekle.setChecked(false);
             ilerleme.finish();
         });
-        const Sablon xl(sablon(u"st-xl"_s), placeholders());
-        CreationTime an(m_program.clock);
+        const Filling cards = kartlar();
         Belge belge{sablon(u"st-baslik"_s), {}, " ", sablon(u"st-sonu"_s)};
         for (int row = 0; row < l1.rows(); ++row) {
             ilerleme.step();
             QByteArray &record = belge.body.emplaceBack();
-            xl.doldur(QStringList{l1.cell(row, UrunKodu), l1.cell(row, UrunAdi), QString(),
-                                  m_muh[Kdv], m_birim, an.tarih(), an.saat(), an.dakika(),
-                                  an.saniye(), m_muh[Al], m_muh[Sat], m_muh[Ali], m_muh[Sati]},
-                      record);
+            cards.record.doldur(cards.values(row), record);
         }
         belgeyaz(belge, DocumentEnd::AsItStands, dosya);
         bilgi.addDocument(dosya, u"kart"_s, l1.rows(), m_program.clock.now().time());

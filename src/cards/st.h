@@ -4,6 +4,8 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "check/readreport.h"
+#include "logoxml/template.h"
 #include "store/program.h"
 #include "workbook/workbook.h"
 
@@ -35,6 +37,7 @@ public:
     ChoiceField statu; ///< without effect
     TextField kayitSayisi;
     Notes bilgi;      ///< what the last read or write has to tell without a box
+    ReadReport okuma; ///< what the last read left out
     CheckField bekle; ///< the pointer is an hourglass
     ProgressField ilerleme;
 
@@ -53,16 +56,28 @@ public:
     /// Writes the document; the first step that fails is a Failure.
     void kaydet(const QString &dosya);
 
+    /// The cards as kaydet() fills them.
+    Filling kartlar() const;
+    /// What the chosen rate and unit set bring along: the accounts of purchases, sales and their
+    /// returns by what they are of, and the unit set's number.
+    QList<std::pair<QString, QString>> hesaplar() const;
+    const QString &birimNo() const { return m_birim; }
+    /// Why the definitions could not be read, if they could not.
+    const std::optional<Failure> &tanimOkunamadi() const { return m_tanimOkunamadi; }
+    const Program &program() const { return m_program; }
+
 private:
     bool isReady();
     QString hedef() const;
     std::shared_ptr<const Sheet> sheet(const QString &path);
+    void reportEmpty(const Sheet &records, int record);
     void note(const std::optional<Failure> &failed);
 
     Program &m_program;
     Workbooks m_workbooks;
     std::array<QString, 9> m_muh; // kdv, al, sat, ali, sati and the accounts of their tax
-    QString m_birim;              // the number of the chosen unit set
+    std::optional<Failure> m_tanimOkunamadi;
+    QString m_birim; // the number of the chosen unit set
 };
 
 } // namespace kervan

@@ -1,6 +1,7 @@
 #include "cards/stoktrf.h"
 
 #include "cards/cardfiles.h"
+#include "check/readnotes.h"
 #include "store/sidefiles.h"
 #include "text/record.h"
 #include "transfer/linewalk.h"
@@ -35,6 +36,11 @@ constexpr std::array<RecordField, 5> cardFields{{
     {Stoktrf::Kdv, 133, 2, &untouchedField},
 }};
 static_assert(inOrder(cardFields));
+constexpr std::array<WantedField, 5> wantedFields{{{Stoktrf::MalzemeKodu, 25, u"Malzeme kodu"},
+                                                   {Stoktrf::Aciklama, 79, u"Açıklama"},
+                                                   {Stoktrf::Birim, 119, u"Birim"},
+                                                   {Stoktrf::BirimCarpani, 125, u"Birim çarpanı"},
+                                                   {Stoktrf::Kdv, 133, u"Kdv oranı"}}};
 
 // Their order is part of the format: a value is searched by every later step.
 QList<QByteArray> placeholders()
@@ -76,12 +82,13 @@ void Stoktrf::load()
 void Stoktrf::ozkodyukle()
 {
     QStringList entries{QString()};
-    bilgi.add(endQuietly([&] {
+    m_ozkodOkunamadi = endQuietly([&] {
         LocalDb &db = m_program.db;
         OpenDb open(db, m_program.path(u"stokozkod.dbs"));
         db.forEach(Statement(u"select * from ozkod"),
                    [&] { entries << db.field(u"ozkod") + u"- "_s + db.field(u"ack"); });
-    }));
+    });
+    bilgi.add(m_ozkodOkunamadi);
     for (ChoiceField &list : ozelKodlar)
         list.setEntries(entries);
 }
@@ -102,7 +109,8 @@ void Stoktrf::dosyaac(const QString &path)
 void Stoktrf::stokdosyasikoku()
 {
     bilgi.begin();
-    bilgi.add(endQuietly([this] {
+    okuma.begin(m_dosyayolu);
+    const auto failed = endQuietly([this] {
         const Grid::Refill refill(l1);
         const auto work = m_program.busy.reading(m_dosyayolu);
         l1.clear();
@@ -110,10 +118,14 @@ void Stoktrf::stokdosyasikoku()
             const int row = l1.addRow(QString::number(l1.rows() + 1));
             cutRecord(line, cardFields,
                       [&](int cell, const QString &text) { l1.setCell(row, cell, text); });
+            addEmptyCells(okuma, l1, row, line, wantedFields);
         });
         kartSayisi.setText(QString::number(l1.rows()));
         checkSource(bilgi, m_dosyayolu, SourceKind::Stock, l1);
-    }));
+    });
+    bilgi.add(failed);
+    addEnd(okuma, l1.rows() + 1, failed);
+    okuma.end();
 }
 
 void Stoktrf::xmlkaydet()
@@ -127,36 +139,41 @@ void Stoktrf::xmlkaydet()
         kaydet(*dosya);
 }
 
+Filling Stoktrf::kartlar() const
+{
+    const QList<QByteArray> words = placeholders();
+    std::array<QString, 5> codes;
+    for (std::size_t i = 0; i < codes.size(); ++i)
+        codes[i] = codeOf(ozelKodlar[i], words[firstCode + static_cast<qsizetype>(i)]);
+    return {words, cardTemplate(u"stok-kartex"_s, words),
+            [this, codes, an = CreationTime(m_program.clock)](int row) mutable {
+                return QStringList{an.tarih(),
+                                   an.saat(),
+                                   an.dakika(),
+                                   an.saniye(),
+                                   l1.cell(row, MalzemeKodu),
+                                   l1.cell(row, Aciklama),
+                                   brmseti.text(),
+                                   l1.cell(row, Kdv),
+                                   l1.cell(row, Birim),
+                                   codes[0],
+                                   codes[1],
+                                   codes[2],
+                                   codes[3],
+                                   codes[4],
+                                   multiplier(l1.cell(row, BirimCarpani))};
+            }};
+}
+
 void Stoktrf::kaydet(const QString &dosya)
 {
     bilgi.begin();
     const QString list = m_program.path(u"stokkontrol.kvz");
     QFile::remove(list);
-    const QList<QByteArray> words = placeholders();
-    std::array<QString, 5> codes;
-    for (std::size_t i = 0; i < codes.size(); ++i)
-        codes[i] = codeOf(ozelKodlar[i], words[firstCode + static_cast<qsizetype>(i)]);
-    CreationTime an(m_program.clock);
-    const auto valuesOf = [&](int row) {
-        return QStringList{an.tarih(),
-                           an.saat(),
-                           an.dakika(),
-                           an.saniye(),
-                           l1.cell(row, MalzemeKodu),
-                           l1.cell(row, Aciklama),
-                           brmseti.text(),
-                           l1.cell(row, Kdv),
-                           l1.cell(row, Birim),
-                           codes[0],
-                           codes[1],
-                           codes[2],
-                           codes[3],
-                           codes[4],
-                           multiplier(l1.cell(row, BirimCarpani))};
-    };
-    const Sablon kart = cardTemplate(u"stok-kartex"_s, words);
-    const auto failed =
-        passOver([&] { writeCards(dosya, u"stok"_s, kart, l1.rows(), ilerleme, valuesOf); });
+    const auto failed = passOver([&] {
+        const Filling cards = kartlar();
+        writeCards(dosya, u"stok"_s, cards.record, l1.rows(), ilerleme, cards.values);
+    });
     bilgi.addDocument(dosya, u"stok kartı"_s, l1.rows(), m_program.clock.now().time(), failed);
     bilgi.add(passOver([&] { writeLines(list, columnOf(l1, MalzemeKodu)); }));
     tellDone(m_program.boxes);

@@ -3,9 +3,12 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "check/readreport.h"
+#include "logoxml/template.h"
 #include "store/program.h"
 
 #include <array>
+#include <optional>
 
 namespace kervan {
 
@@ -29,6 +32,7 @@ public:
     std::array<ChoiceField, 5> ozelKodlar;
     TextField kartSayisi; ///< panel 2 of the status bar
     Notes bilgi;          ///< what the last read or write has to tell without a box
+    ReadReport okuma;     ///< what the last read left out
     ProgressField ilerleme;
 
     // What the user does.
@@ -43,9 +47,16 @@ public:
     /// over.
     void kaydet(const QString &dosya);
 
+    /// The cards as kaydet() fills them.
+    Filling kartlar() const;
+    /// Why the special codes could not be read, if they could not.
+    const std::optional<Failure> &ozkodOkunamadi() const { return m_ozkodOkunamadi; }
+    const Program &program() const { return m_program; }
+
 private:
     Program &m_program;
     QString m_dosyayolu;
+    std::optional<Failure> m_ozkodOkunamadi;
 };
 
 } // namespace kervan

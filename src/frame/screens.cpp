@@ -98,10 +98,26 @@ void load(QWidget *window)
     static_cast<Window *>(window)->load();
 }
 
+// Whether another open screen has numbers of the cash counter in its list.
+bool sharesCounter(const MainWindow &frame, const SlipWindow *own)
+{
+    if (auto *window = frame.openScreen<FatWindow>(u"fat");
+        window && !window->fat().liste.l1.isEmpty())
+        return true;
+    for (const QStringView word : {u"cafis", u"cafis2", u"cafis3", u"carifisduzey"}) {
+        auto *window = frame.openScreen<SlipWindow>(word);
+        if (window && window != own && !window->screen().l1.isEmpty())
+            return true;
+    }
+    return false;
+}
+
 template<const SlipForm &form()>
 QWidget *slips(MainWindow &frame, QStringView)
 {
-    return closable(frame, new SlipWindow(frame.program(), form()));
+    auto *window = closable(frame, new SlipWindow(frame.program(), form()));
+    window->setSharesCounter([&frame, window] { return sharesCounter(frame, window); });
+    return window;
 }
 
 template<SqlbaglantiWindow::Way way>

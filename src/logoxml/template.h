@@ -3,7 +3,9 @@
 #include <QByteArray>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
+#include <functional>
 #include <span>
 
 namespace kervan {
@@ -38,6 +40,8 @@ public:
 
     /// Appends the template filled with one value per placeholder to `out`.
     void doldur(std::span<const QString> values, QByteArray &out) const;
+    /// The same with no value searched: what comes of it where none holds a word of the template.
+    void yerlestir(std::span<const QString> values, QByteArray &out) const;
 
     /// The steps of a filling that search a value once it is put in.
     enum class Steps {
@@ -57,6 +61,14 @@ private:
     QList<qsizetype> m_slots; // the placeholder of each
     bool m_separates = true;  // no step could find anything across the border of a value
     bool m_lettered = true;   // each placeholder holds a small letter
+};
+
+/// What the records of a document are filled from.
+struct Filling
+{
+    QList<QByteArray> placeholders;
+    Sablon record;
+    std::function<QStringList(int row)> values; ///< one per placeholder
 };
 
 } // namespace kervan

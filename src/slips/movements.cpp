@@ -102,9 +102,9 @@ QString tutarduzelt1(QString amount)
 
 void SlipSequence::load()
 {
-    QString stored;
-    endQuietly([&] { stored = readSingleValue(m_path); });
-    m_last = number(stored).value_or(0);
+    m_stored.clear();
+    endQuietly([&] { m_stored = readSingleValue(m_path); });
+    m_last = number(m_stored).value_or(0);
 }
 
 void SlipSequence::store() const

@@ -46,10 +46,13 @@ public:
     double next() { return ++m_last; }
     /// Writes the last number given out; a Failure names the file.
     void store() const;
+    /// What the file held when it was read last.
+    const QString &stored() const { return m_stored; }
 
 private:
     QString m_path;
     Spelling m_spelling;
+    QString m_stored;
     double m_last = 0;
 };
 

@@ -105,6 +105,7 @@ SheetLayout cafis2Layout()
             .passesOver = true,
             .namedDate = NamedDate{.day = 1, .month = 3, .year = 5},
             .endField = 0,
+            .staff = StaffCell{Hareket::KasaKodu},
             .cells = {{Hareket::Tarih, &dateOfName},
                       {Hareket::CariKodu, 0, &trimmedField},
                       {Hareket::Unvani, 2},
@@ -131,7 +132,9 @@ SheetLayout cafis3Layout()
 
 SheetLayout duzeyCashLayout()
 {
-    return {.cells = {{DuzeyHareket::Tarih, 0, &trimmedField},
+    return {.staff = StaffCell{DuzeyHareket::SaticiKodu, 4},
+            .groupMark = u',',
+            .cells = {{DuzeyHareket::Tarih, 0, &trimmedField},
                       {DuzeyHareket::CariKodu, 1, &withoutCommas},
                       {DuzeyHareket::Unvani, 2, &trimmedField},
                       {DuzeyHareket::Tutar, &duzeyAmount, 6},
@@ -144,7 +147,9 @@ SheetLayout duzeyCashLayout()
 
 SheetLayout duzeyCardLayout()
 {
-    return {.cells = {{DuzeyHareket::Tarih, 5, &trimmedField},
+    return {.staff = StaffCell{DuzeyHareket::SaticiKodu, 1},
+            .groupMark = u',',
+            .cells = {{DuzeyHareket::Tarih, 5, &trimmedField},
                       {DuzeyHareket::CariKodu, 3, &withoutCommas},
                       {DuzeyHareket::Unvani, 4, &trimmedField},
                       {DuzeyHareket::Tutar, &duzeyAmount, 7},

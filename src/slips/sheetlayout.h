@@ -46,6 +46,7 @@ public:
     }
 
     int cell() const { return m_cell; }
+    int field() const { return m_field; }
     QString text(const Reading &reading) const
     {
         if (m_value)
@@ -67,6 +68,14 @@ struct NamedDate
     int day, month, year;
 };
 
+/// The cell that a staff code of the source is put into as Logo's, and the field that holds it; -1
+/// where the file's name does.
+struct StaffCell
+{
+    int cell;
+    int field = -1;
+};
+
 /// How the records of a sheet become rows.
 struct SheetLayout
 {
@@ -75,7 +84,9 @@ struct SheetLayout
     std::optional<NamedDate> namedDate = {};
     std::optional<int> kindField = {}; // only records with "HHSATIS" there are taken
     std::optional<int> endField = {};  // an empty one ends the read
-    QList<CellRule> cells = {};        // in the order of filling
+    std::optional<StaffCell> staff = {};
+    QChar groupMark = u'.';     // of amounts that are texts
+    QList<CellRule> cells = {}; // in the order of filling
 };
 
 // The sheets of the screens; the last has one of cash and one of card collections.

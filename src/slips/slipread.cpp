@@ -1,5 +1,7 @@
 #include "slips/slipscreen.h"
 
+#include "check/listrules.h"
+#include "check/readnotes.h"
 #include "slips/columns.h"
 #include "text/numbers.h"
 #include "text/record.h"
@@ -9,6 +11,9 @@
 #include <QFileInfo>
 #include <QScopeGuard>
 
+#include <algorithm>
+#include <array>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -16,6 +21,13 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QStringView takenKind = u"HHSATIS";
+
+constexpr std::array<WantedField, 4> wantedFields{{{MetinHareket::CariKod, 3, u"Cari kodu"},
+                                                   {MetinHareket::IslemTarihi, 16, u"Tarih"},
+                                                   {MetinHareket::Tutar, 37, u"Tutar"},
+                                                   {MetinHareket::MuhBelgeNo, 217, u"Belge no"}}};
+constexpr qsizetype shownFields = 5;
+constexpr int optionalCell = DuzeyHareket::Aciklama; // of lists that have so many columns
 
 // "1-2.xlsx" gives "1-2x": the first removal leaves nothing for the second, and a staff code from
 // there ends in "x".
@@ -30,17 +42,32 @@ QString dateIn(const QString &title, const NamedDate &place)
                              cut(title, place.year, 4));
 }
 
+// The first fields that hold something.
+QString beginningOf(const Reading &reading)
+{
+    QStringList texts;
+    for (int field = 0; field < reading.sheet.columns() && texts.size() < shownFields; ++field) {
+        const QString text = reading.text(field);
+        if (!text.isEmpty())
+            texts << text;
+    }
+    return texts.join(u" | "_s);
+}
+
 } // namespace
 
 void SlipScreen::exeloku(const SheetLayout &layout)
 {
     bilgi.begin();
+    okuma.begin(m_dosyayolu);
     m_passedOver = 0;
     const Grid::Refill refillCash(l1);
     const Grid::Refill refillBank(l2);
     l1.setColumns(m_form.columns);
     l2.clear();
     m_bankRows.clear();
+    m_eksikPersonel.clear();
+    m_supheliTutar.clear();
     tumHareketler.setChecked(false); // no new row is ticked
     tumFisler.setChecked(false);
     int record = 0;
@@ -52,6 +79,8 @@ void SlipScreen::exeloku(const SheetLayout &layout)
     if (!ended && m_passedOver == 0 && l1.isEmpty())
         bilgi.add(u"\"%1\" sayfasında bu ekranın okuduğu türden satır yok."_s.arg(sayfaAdi.text()));
     bilgi.add(lettersLost(l1));
+    addEnd(okuma, record + 1, ended);
+    okuma.end();
 }
 
 void SlipScreen::readMovements(const SheetLayout &layout, int &record)
@@ -91,17 +120,74 @@ bool SlipScreen::takeRecord(const SheetLayout &layout, Reading &reading)
         carryOut(layout, [&] { text = trimmedField(reading.text(field)); });
         return text;
     };
-    if (layout.kindField && trimmed(*layout.kindField) != takenKind)
-        return true;
-    if (layout.endField && trimmed(*layout.endField).isEmpty())
+    if (layout.kindField) {
+        const QString kind = trimmed(*layout.kindField);
+        if (kind != takenKind) {
+            reportCell(reading, *layout.kindField,
+                       u"Türü \"%1\" değil: alınmadı."_s.arg(takenKind));
+            return true;
+        }
+    }
+    if (layout.endField && trimmed(*layout.endField).isEmpty()) {
+        const int behind = reading.sheet.rows() - reading.record - 1;
+        const QString reason = u"Boş cari kodu okumayı bitirdi"_s;
+        reportCell(reading, *layout.endField,
+                   behind > 0 ? u"%1, arkasındaki %2 kayıt okunmadı."_s.arg(reason).arg(behind)
+                              : reason + u'.');
         return false;
+    }
     reading.sira = m_cash.next();
     const int row = l1.addRow(QString::number(l1.rows() + 1));
     for (const CellRule &rule : layout.cells)
         carryOut(layout, [&] { l1.setCell(row, rule.cell(), rule.text(reading)); });
+    reportEmpty(layout, reading, row);
+    keepOddAmount(layout, reading, row);
     if (m_form.hasBankList())
         addToBankList(layout, row);
     return true;
+}
+
+// Only of texts: a number of the workbook knows its decimals.
+void SlipScreen::keepOddAmount(const SheetLayout &layout, const Reading &reading, int row)
+{
+    static_assert(int(Hareket::Tutar) == int(DuzeyHareket::Tutar));
+    const auto rule = std::ranges::find(layout.cells, int(Hareket::Tutar), &CellRule::cell);
+    passOver([&] {
+        if (reading.sheet.kind(reading.record, rule->field()) != Sheet::Kind::Text)
+            return;
+        const QString text = reading.text(rule->field());
+        if (isOddlyGrouped(text, layout.groupMark, layout.groupMark == u'.' ? u',' : u'.'))
+            m_supheliTutar.insert(row, text);
+    });
+}
+
+void SlipScreen::reportCell(const Reading &reading, int field, const QString &reason)
+{
+    okuma.add(reading.record + 1, beginningOf(reading), reason,
+              sayfaAdi.text() + u'!' + reading.sheet.address(reading.record, field));
+}
+
+// The cells that stayed empty, and why: nothing is in their field, or no definition fits it.
+void SlipScreen::reportEmpty(const SheetLayout &layout, const Reading &reading, int row)
+{
+    for (const CellRule &rule : layout.cells) {
+        if (!l1.cell(row, rule.cell()).isEmpty() || rule.field() < 0 || rule.cell() == optionalCell)
+            continue;
+        const QString &heading = l1.columns()[rule.cell()].heading;
+        QString text;
+        if (passOver([&] { text = trimmedField(reading.text(rule.field())); }))
+            reportCell(reading, rule.field(), u"%1: sayfada bu sütun yok."_s.arg(heading));
+        else if (text.isEmpty())
+            reportCell(reading, rule.field(), u"%1 boş."_s.arg(heading));
+        else
+            reportCell(reading, rule.field(),
+                       u"%1: %2 kodunun tanımı yok."_s.arg(heading, text.left(60)));
+    }
+    if (layout.staff && l1.cell(row, layout.staff->cell).isEmpty()) {
+        QString &code = m_eksikPersonel[row];
+        const int field = layout.staff->field;
+        passOver([&] { code = trimmedField(field < 0 ? reading.per : reading.text(field)); });
+    }
 }
 
 void SlipScreen::addToBankList(const SheetLayout &layout, int row)
@@ -160,14 +246,25 @@ void SlipScreen::noteRead(const std::optional<Failure> &ended, int record)
 void SlipScreen::caridosyasikoku()
 {
     bilgi.begin();
+    okuma.begin(m_dosyayolu);
+    m_eksikPersonel.clear();
+    m_supheliTutar.clear();
     const Grid::Refill refill(l1);
     l1.setColumns(metinHareketColumns());
     tumHareketler.setChecked(false);
-    note(passOver([this] {
+    const auto failed = passOver([this] {
         const auto work = m_program.busy.reading(m_dosyayolu);
-        walkLines(m_dosyayolu, ilerleme,
-                  [this](QStringView line) { addMovementLine(l1, line, m_sira); });
-    }));
+        walkLines(m_dosyayolu, ilerleme, [this](QStringView line) {
+            addMovementLine(l1, line, m_sira);
+            const int row = l1.rows() - 1;
+            addEmptyCells(okuma, l1, row, line, wantedFields);
+            if (l1.cell(row, MetinHareket::IslemTipi).isEmpty() && !trimmedBlanks(line).isEmpty())
+                okuma.add(row + 1, line, u"İşlem tipi tanınmıyor: satırı hiçbir belge almaz."_s);
+        });
+    });
+    note(failed);
+    addEnd(okuma, l1.rows() + 1, failed);
+    okuma.end();
     hareketSayisi.setText(QString::number(l1.rows()));
 }
 

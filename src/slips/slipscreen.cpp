@@ -34,6 +34,8 @@ void SlipScreen::load()
     if (!m_form.aktifform.isEmpty()) // the invoice list menu then serves another screen
         m_program.aktifform = m_form.aktifform;
     sayfanooku();
+    m_cash.load();
+    m_bank.load();
     passOver([this] { bankaHesapKodu.setText(readSingleValue(m_program.path(u"bank.kvz"))); });
     passOver([this] { kasaKodu.setText(readSingleValue(m_program.path(u"kasa.kvz"))); });
     if (m_form.usesStaff)
@@ -62,11 +64,12 @@ void SlipScreen::sayfaadikaydet()
 
 void SlipScreen::personelyukle()
 {
-    note(endQuietly([this] {
+    m_personelOkunamadi = endQuietly([this] {
         const Grid::Refill refill(persl);
         const OpenDb open(m_program.db, m_program.path(u"data.dbs"));
         loadStaff(m_program.db, persl);
-    }));
+    });
+    note(m_personelOkunamadi);
 }
 
 void SlipScreen::run(const SlipCommand &command)

@@ -4,6 +4,8 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "check/readreport.h"
+#include "slips/columns.h"
 #include "slips/movements.h"
 #include "slips/slipform.h"
 #include "store/program.h"
@@ -11,6 +13,8 @@
 
 #include <QHash>
 #include <QString>
+
+#include <optional>
 
 namespace kervan {
 
@@ -41,8 +45,24 @@ public:
     CheckField tumHareketler, tumFisler; ///< all rows of `l1`, of `l2`
     TextField baslik;
     TextField hareketSayisi;
-    Notes bilgi; ///< what the last read or write has to tell without a box
+    Notes bilgi;      ///< what the last read or write has to tell without a box
+    ReadReport okuma; ///< what the last read left out
     ProgressField ilerleme;
+
+    // What the list in hand is.
+    ReadKind okunan() const { return m_kind; }
+    /// It is of a text export, with the columns of one.
+    bool metinden() const { return l1.columnCount() > MetinHareket::MuhBelgeNo; }
+    /// The staff codes of the source that `persl` has nothing for, by the row that needs them.
+    const QHash<int, QString> &eksikPersonel() const { return m_eksikPersonel; }
+    /// Amounts of the source that hold a group mark where a decimal mark seems meant, by row.
+    const QHash<int, QString> &supheliTutar() const { return m_supheliTutar; }
+    /// Why the staff could not be read, if it could not.
+    const std::optional<Failure> &personelOkunamadi() const { return m_personelOkunamadi; }
+    const SlipSequence &kasaSirasi() const { return m_cash; }
+    const SlipSequence &bankaSirasi() const { return m_bank; }
+    SlipCodes codes() const { return {kasaKodu.text(), bankaHesapKodu.text()}; }
+    const Program &program() const { return m_program; }
 
     // What the user does.
     void run(const SlipCommand &command);
@@ -71,6 +91,9 @@ private:
     void caridosyasikoku();
     void readMovements(const SheetLayout &layout, int &record);
     bool takeRecord(const SheetLayout &layout, Reading &reading);
+    void reportCell(const Reading &reading, int field, const QString &reason);
+    void keepOddAmount(const SheetLayout &layout, const Reading &reading, int row);
+    void reportEmpty(const SheetLayout &layout, const Reading &reading, int row);
     void addToBankList(const SheetLayout &layout, int row);
     /// Adds the amount to the code's row of `l2`, in single precision, and tells whether there is
     /// one.
@@ -86,7 +109,6 @@ private:
 
     void warn(const QString &text, Icon icon = Icon::Exclamation);
     void note(const std::optional<Failure> &failed);
-    SlipCodes codes() const { return {kasaKodu.text(), bankaHesapKodu.text()}; }
 
     Program &m_program;
     const SlipForm &m_form;
@@ -99,6 +121,9 @@ private:
     QHash<QString, int> m_bankRows; // of `l2`, by code
     int m_passedOver = 0;           // steps of the read in hand
     QString m_firstPassedOver;
+    QHash<int, QString> m_eksikPersonel;
+    QHash<int, QString> m_supheliTutar;
+    std::optional<Failure> m_personelOkunamadi;
     std::optional<Failure> m_adsaklanamadi; // the sheet's name, the last time
 };
 

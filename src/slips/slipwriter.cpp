@@ -8,7 +8,6 @@
 #include "text/numbers.h"
 #include "text/spellings.h"
 
-#include <QDate>
 #include <QScopeGuard>
 #include <QTime>
 
@@ -20,17 +19,6 @@ namespace {
 
 constexpr int dateColumn = Hareket::Tarih;
 static_assert(dateColumn == BankaFisi::FisTarihi && dateColumn == DuzeyHareket::Tarih);
-
-// A workbook's cell of a date with a time spells both.
-QDate dayOf(const QString &cell)
-{
-    const QStringView text = trimmedBlanks(cell);
-    const qsizetype blank = text.indexOf(u' ');
-    const QString behind = blank > 0 ? text.sliced(blank).trimmed().toString() : QString();
-    const bool timed = QTime::fromString(behind, u"H:mm:ss"_s).isValid() ||
-                       QTime::fromString(behind, u"H:mm"_s).isValid();
-    return toDate(timed ? text.first(blank) : text);
-}
 
 struct SlipTexts
 {
@@ -85,13 +73,24 @@ int rowsTaken(const SlipDocument &document, const Grid &grid)
 
 } // namespace
 
+// A workbook's cell of a date with a time spells both.
+QDate movementDay(const QString &cell)
+{
+    const QStringView text = trimmedBlanks(cell);
+    const qsizetype blank = text.indexOf(u' ');
+    const QString behind = blank > 0 ? text.sliced(blank).trimmed().toString() : QString();
+    const bool timed = QTime::fromString(behind, u"H:mm:ss"_s).isValid() ||
+                       QTime::fromString(behind, u"H:mm"_s).isValid();
+    return toDate(timed ? text.first(blank) : text);
+}
+
 const SlipRow::Date &SlipRow::date() const
 {
     const QString &text = cell(dateColumn);
     if (text == m_dateText && !m_date.yil.isEmpty())
         return m_date;
     QDate day;
-    if (const auto failed = passOver([&] { day = dayOf(text); }))
+    if (const auto failed = passOver([&] { day = movementDay(text); }))
         throw Failure(u"%1. satır: %2"_s.arg(m_row + 1).arg(failed->description()));
     const QString month = masked(double(day.month()), "00"_mask);
     const QString year = QString::number(day.year());
@@ -101,6 +100,18 @@ const SlipRow::Date &SlipRow::date() const
               .ikiHaneliAy = month,
               .yil = year};
     return m_date;
+}
+
+Filling fillingOf(const SlipDocument &document, const SlipSource &source, const Clock &clock)
+{
+    const QList<QByteArray> placeholders = placeholdersOf(document);
+    return {placeholders, Sablon(sablon(textsOf(document, source.salesman).record), placeholders),
+            [&document, &clock, row = SlipRow(source)](int number) mutable {
+                QStringList values;
+                row.moveTo(number);
+                takeValues(document, row, clock.now().time(), values);
+                return values;
+            }};
 }
 
 int writeSlips(const SlipDocument &document, const SlipSource &source, const Clock &clock,

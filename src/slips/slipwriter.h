@@ -3,9 +3,11 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/ports.h"
+#include "logoxml/template.h"
 #include "slips/columns.h"
 #include "slips/slipcodes.h"
 
+#include <QDate>
 #include <QList>
 #include <QString>
 
@@ -46,6 +48,10 @@ private:
     mutable QString m_dateText; // the date spelled last: most rows of a list share one
     mutable Date m_date;
 };
+
+/// The day of a movement's cell; a time behind it is passed over, and a text that spells no day is
+/// a Failure.
+QDate movementDay(const QString &cell);
 
 /// A placeholder of a document and the value that fills it.
 class SlipWord
@@ -109,6 +115,10 @@ struct SlipDocument
                              : grid.cell(row, MetinHareket::IslemTipi) == rowClass;
     }
 };
+
+/// What the document's records are filled from, at the clock's time; the source must outlive it. A
+/// document without a template is a Failure.
+Filling fillingOf(const SlipDocument &document, const SlipSource &source, const Clock &clock);
 
 /// Writes the document to the file and gives the number of its slips. The first row or step that
 /// fails is a Failure, and no file is written.

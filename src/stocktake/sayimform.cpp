@@ -1,14 +1,16 @@
 #include "stocktake/sayimform.h"
 
+#include "check/readnotes.h"
 #include "logolink/statements.h"
 #include "logoxml/document.h"
-#include "logoxml/template.h"
 #include "text/spellings.h"
 #include "transfer/linewalk.h"
 #include "transfer/sourcecheck.h"
 #include "transfer/target.h"
 
 #include <QScopeGuard>
+
+#include <array>
 
 namespace kervan {
 
@@ -24,6 +26,9 @@ QList<GridColumn> countColumns()
             {u"Miktar"_s, 1500, Qt::AlignRight},
             {u"BIRIM"_s, 1500}};
 }
+
+constexpr std::array<WantedField, 2> wantedFields{
+    {{Sayimform::Barkod, 1, u"Barkod"}, {Sayimform::Miktar, 15, u"Miktar"}}};
 
 } // namespace
 
@@ -53,6 +58,8 @@ void Sayimform::dosyaac(const QString &path)
 void Sayimform::sayimdosyasikoku()
 {
     bilgi.begin();
+    okuma.begin(m_dosyayolu);
+    const auto report = qScopeGuard([this] { okuma.end(); });
     bilgi.add(endWithReport(m_program.boxes, [this] {
         const Grid::Refill refill(l1);
         const auto count = qScopeGuard([this] { sayimSayisi.setText(QString::number(l1.rows())); });
@@ -67,6 +74,7 @@ void Sayimform::sayimdosyasikoku()
             bilgi.add(u"Okuma %1. satırda durdu (dosyada %2 satır var), liste boşaltıldı."_s
                           .arg(l1.rows())
                           .arg(ilerleme.maximum()));
+        addEnd(okuma, l1.rows(), failed);
         l1.clear(); // half a count must not be written as if it were whole
         throw *failed;
     }));
@@ -81,6 +89,9 @@ void Sayimform::takeLine(QStringView line)
     l1.setCell(row, StokKodu, stokkodbul(barkod).value(0));
     l1.setCell(row, Miktar, trimmedBlanks(cut(line, 15, 6)).toString());
     l1.setCell(row, Birim, stokkodbul(barkod).value(1));
+    addEmptyCells(okuma, l1, row, line, wantedFields);
+    if (!barkod.isEmpty() && l1.cell(row, StokKodu).isEmpty())
+        okuma.add(row + 1, line, u"Logo bu barkodu tanımıyor: satır fişe girmez."_s);
 }
 
 // Stock code and unit code of the first row that the server gives; both empty for an unknown one.
@@ -104,24 +115,42 @@ void Sayimform::xmlkaydet()
         kaydet(*dosya);
 }
 
+Filling Sayimform::bas() const
+{
+    const QList<QByteArray> words{"+FISNO+", "+TARIH+", "+SAAT+", "+DAKIKA+", "+SANIYE+"};
+    return {words, Sablon(sablon(u"sayim-xml1"_s), words), [this](int) {
+                const QDateTime now = m_program.clock.now();
+                const QTime time = now.time();
+                return QStringList{fisno.text(), now.date().toString(u"dd.MM.yyyy"_s),
+                                   QString::number(time.hour()), QString::number(time.minute()),
+                                   QString::number(time.second())};
+            }};
+}
+
+// Rows count from 1 among those that are written.
+Filling Sayimform::satirlar() const
+{
+    const QList<QByteArray> words{"+STOKKODU+", "+SIRANO+", "+MIKTAR+", "+BIRIM+"};
+    return {words, Sablon(sablon(u"sayim-xml2"_s) + "\r\n", words),
+            [this, sirano = 0](int row) mutable {
+                sirano += l1.cell(row, StokKodu).isEmpty() ? 0 : 1;
+                return QStringList{l1.cell(row, StokKodu), QString::number(sirano),
+                                   tutarnoktasil(l1.cell(row, Miktar)), l1.cell(row, Birim)};
+            }};
+}
+
 QByteArray Sayimform::head() const
 {
-    const QDateTime now = m_program.clock.now();
-    const QTime time = now.time();
+    const Filling filling = bas();
     QByteArray text;
-    Sablon(sablon(u"sayim-xml1"_s), {"+FISNO+", "+TARIH+", "+SAAT+", "+DAKIKA+", "+SANIYE+"})
-        .doldur(QStringList{fisno.text(), now.date().toString(u"dd.MM.yyyy"_s),
-                            QString::number(time.hour()), QString::number(time.minute()),
-                            QString::number(time.second())},
-                text);
+    filling.record.doldur(filling.values(0), text);
     return text + "\r\n";
 }
 
 void Sayimform::kaydet(const QString &dosya)
 {
     bilgi.begin();
-    const Sablon line(sablon(u"sayim-xml2"_s) + "\r\n",
-                      {"+STOKKODU+", "+SIRANO+", "+MIKTAR+", "+BIRIM+"});
+    const Filling line = satirlar();
     int sirano = 0;
     const auto failed = passOver([&] {
         ilerleme.start(l1.rows());
@@ -131,9 +160,8 @@ void Sayimform::kaydet(const QString &dosya)
             if (l1.cell(row, StokKodu).isEmpty())
                 continue;
             ilerleme.setValue(row + 1);
-            line.doldur(QStringList{l1.cell(row, StokKodu), QString::number(++sirano),
-                                    tutarnoktasil(l1.cell(row, Miktar)), l1.cell(row, Birim)},
-                        lines);
+            ++sirano;
+            line.record.doldur(line.values(row), lines);
         }
         belgeyaz({head(), {lines}, {}, sablon(u"sayim-xml3"_s)}, DocumentEnd::LineEnd, dosya);
     });

@@ -3,7 +3,9 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "check/readreport.h"
 #include "logolink/screenlink.h"
+#include "logoxml/template.h"
 #include "store/program.h"
 
 #include <QString>
@@ -27,7 +29,8 @@ public:
     Grid l1;
     TextField fisno{QStringLiteral("SYM000001")}; ///< slip number
     TextField sayimSayisi;                        ///< panel 2 of the status bar
-    Notes bilgi; ///< what the last read or write has to tell without a box
+    Notes bilgi;      ///< what the last read or write has to tell without a box
+    ReadReport okuma; ///< what the last read left out
     ProgressField ilerleme;
     ScreenLink link;
 
@@ -41,6 +44,11 @@ public:
     void sayimdosyasikoku();
     /// Writes the slip of the rows that Logo knows. A step that fails is passed over.
     void kaydet(const QString &dosya);
+
+    /// The head of the slip and its lines, as kaydet() fills them; the head has one row.
+    Filling bas() const;
+    Filling satirlar() const;
+    const Program &program() const { return m_program; }
 
 private:
     void takeLine(QStringView line);

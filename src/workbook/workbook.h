@@ -28,6 +28,8 @@ public:
     /// its format pads it with; a date as dd.MM.yyyy, with HH:mm:ss behind a blank if it has a
     /// time; Doğru or Yanlış; empty for errors. A record or field beyond the sheet is a Failure.
     QString text(int row, int field) const;
+    /// The cell's name in a spreadsheet: "B7"; beyond the sheet too.
+    QString address(int row, int field) const;
 
 private:
     friend class SheetBuilder;

@@ -1,5 +1,6 @@
 #include "cards/screens/crwindow.h"
 
+#include "cards/cardchecks.h"
 #include "check/screens/checkedlist.h"
 #include "check/screens/listmemory.h"
 #include "controls/flowlayout.h"
@@ -20,7 +21,7 @@ CrWindow::CrWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_program(program)
     , m_cr(program)
-    , m_checks(m_cr.l1, {})
+    , m_checks(checksOf(m_cr))
 {
     setObjectName(u"cr"_s);
     setWindowTitle(u"Cari Kart Transferi"_s);
@@ -76,10 +77,10 @@ QWidget *CrWindow::cards(Program &program)
                          .view = view,
                          .frame = plainFrame(view),
                          .memoryKey = u"cr/pane"_s,
-                         .checks = m_checks,
-                         .report = m_report,
+                         .checks = *m_checks,
+                         .report = m_cr.okuma,
                          .dialogs = program.dialogs,
-                         .shape = [] { return ListShape{}; },
+                         .shape = [this] { return shapeOf(m_cr); },
                          .reread =
                              [this] {
                                  m_cr.caridosyasikoku();

@@ -2,9 +2,10 @@
 
 #include "cards/cr.h"
 #include "check/checks.h"
-#include "check/readreport.h"
 
 #include <QWidget>
+
+#include <memory>
 
 class QStatusBar;
 
@@ -33,8 +34,7 @@ private:
 
     Program &m_program;
     Cr m_cr;
-    Checks m_checks;
-    ReadReport m_report;
+    std::unique_ptr<Checks> m_checks;
     TextField m_date; // panels 3 and 4
     TextField m_time;
 };

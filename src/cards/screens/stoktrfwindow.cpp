@@ -1,5 +1,6 @@
 #include "cards/screens/stoktrfwindow.h"
 
+#include "cards/cardchecks.h"
 #include "check/screens/checkedlist.h"
 #include "check/screens/listmemory.h"
 #include "controls/binding.h"
@@ -20,7 +21,7 @@ using namespace Qt::StringLiterals;
 StoktrfWindow::StoktrfWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_stoktrf(program)
-    , m_checks(m_stoktrf.l1, {})
+    , m_checks(checksOf(m_stoktrf))
 {
     setObjectName(u"stoktrf"_s);
     setWindowTitle(u"Malzeme Kartları Transfer"_s);
@@ -93,10 +94,10 @@ QWidget *StoktrfWindow::cards(Program &program)
                          .view = view,
                          .frame = plainFrame(view),
                          .memoryKey = u"stoktrf/pane"_s,
-                         .checks = m_checks,
-                         .report = m_report,
+                         .checks = *m_checks,
+                         .report = m_stoktrf.okuma,
                          .dialogs = program.dialogs,
-                         .shape = [] { return ListShape{}; },
+                         .shape = [this] { return shapeOf(m_stoktrf); },
                          .reread =
                              [this] {
                                  m_stoktrf.stokdosyasikoku();

@@ -2,9 +2,10 @@
 
 #include "cards/stoktrf.h"
 #include "check/checks.h"
-#include "check/readreport.h"
 
 #include <QWidget>
+
+#include <memory>
 
 namespace kervan {
 
@@ -29,8 +30,7 @@ private:
     QWidget *cards(Program &program);
 
     Stoktrf m_stoktrf;
-    Checks m_checks;
-    ReadReport m_report;
+    std::unique_ptr<Checks> m_checks;
 };
 
 } // namespace kervan

@@ -1,5 +1,6 @@
 #include "cards/screens/stwindow.h"
 
+#include "cards/cardchecks.h"
 #include "check/screens/checkedlist.h"
 #include "check/screens/listmemory.h"
 #include "controls/announcing.h"
@@ -23,7 +24,7 @@ using namespace Qt::StringLiterals;
 StWindow::StWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_st(program)
-    , m_checks(m_st.l1, {})
+    , m_checks(checksOf(m_st))
 {
     setObjectName(u"st"_s);
     setWindowTitle(u"Stok Kartı Transferi"_s);
@@ -112,10 +113,10 @@ QWidget *StWindow::cards(Program &program)
                          .view = view,
                          .frame = frame,
                          .memoryKey = u"st/pane"_s,
-                         .checks = m_checks,
-                         .report = m_report,
+                         .checks = *m_checks,
+                         .report = m_st.okuma,
                          .dialogs = program.dialogs,
-                         .shape = [] { return ListShape{}; },
+                         .shape = [this] { return shapeOf(m_st); },
                          .reread =
                              [this] {
                                  m_st.ac(m_st.bilgi.source.text());

@@ -2,9 +2,10 @@
 
 #include "cards/st.h"
 #include "check/checks.h"
-#include "check/readreport.h"
 
 #include <QWidget>
+
+#include <memory>
 
 namespace kervan {
 
@@ -27,8 +28,7 @@ private:
     QWidget *cards(Program &program);
 
     St m_st;
-    Checks m_checks;
-    ReadReport m_report;
+    std::unique_ptr<Checks> m_checks;
     TextField m_nothing; // the status bar has no caption of its own to show
 };
 

@@ -9,6 +9,7 @@
 #include "controls/panes.h"
 #include "controls/sheetlist.h"
 #include "controls/transferwidgets.h"
+#include "slips/slipchecks.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -32,7 +33,7 @@ constexpr QStringView cashListCaption = u"CH Kasa Nakit Haraket Listesi";
 SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
     : QWidget(parent)
     , m_screen(program, form)
-    , m_checks(m_screen.l1, {})
+    , m_checks(checksOf(m_screen, [this] { return m_sharesCounter && m_sharesCounter(); }))
 {
     setObjectName(form.screen);
     setWindowTitle(form.caption);
@@ -147,10 +148,10 @@ QWidget *SlipWindow::lists(Program &program)
                      .view = l1,
                      .frame = cash,
                      .memoryKey = u"slips/pane"_s,
-                     .checks = m_checks,
-                     .report = m_report,
+                     .checks = *m_checks,
+                     .report = m_screen.okuma,
                      .dialogs = program.dialogs,
-                     .shape = [] { return ListShape{}; },
+                     .shape = [this] { return shapeOf(m_screen); },
                      .reread =
                          [this] {
                              m_screen.yenidenoku();

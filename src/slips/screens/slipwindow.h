@@ -1,10 +1,12 @@
 #pragma once
 
 #include "check/checks.h"
-#include "check/readreport.h"
+#include "slips/slipchecks.h"
 #include "slips/slipscreen.h"
 
 #include <QWidget>
+
+#include <memory>
 
 class QGroupBox;
 
@@ -26,6 +28,9 @@ public:
     void setBankaKodu(const QString &kod) { m_screen.bankaHesapKodu.setText(kod); }
     void setKasaKodu(const QString &kod) { m_screen.kasaKodu.setText(kod); }
 
+    /// Who knows whether another open screen counts with the cash counter too.
+    void setSharesCounter(SharesCounter shares) { m_sharesCounter = std::move(shares); }
+
 Q_SIGNALS:
     void closeWanted();
 
@@ -40,8 +45,8 @@ private:
     void addHidden();
 
     SlipScreen m_screen;
-    Checks m_checks;
-    ReadReport m_report;
+    SharesCounter m_sharesCounter;
+    std::unique_ptr<Checks> m_checks;
 };
 
 } // namespace kervan

@@ -8,6 +8,7 @@
 #include "controls/linklabel.h"
 #include "controls/panes.h"
 #include "controls/transferwidgets.h"
+#include "stocktake/countchecks.h"
 
 #include <QLabel>
 #include <QLineEdit>
@@ -20,7 +21,7 @@ using namespace Qt::StringLiterals;
 SayimWindow::SayimWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_sayimform(program)
-    , m_checks(m_sayimform.l1, {})
+    , m_checks(checksOf(m_sayimform))
 {
     setObjectName(u"sayimform"_s);
     setWindowTitle(u"Sayım Transferi"_s);
@@ -80,10 +81,10 @@ QWidget *SayimWindow::counts(Program &program)
                          .view = view,
                          .frame = plainFrame(view),
                          .memoryKey = u"sayimform/pane"_s,
-                         .checks = m_checks,
-                         .report = m_report,
+                         .checks = *m_checks,
+                         .report = m_sayimform.okuma,
                          .dialogs = program.dialogs,
-                         .shape = [] { return ListShape{}; },
+                         .shape = [this] { return shapeOf(m_sayimform); },
                          .reread =
                              [this] {
                                  m_sayimform.sayimdosyasikoku();

@@ -1,10 +1,11 @@
 #pragma once
 
 #include "check/checks.h"
-#include "check/readreport.h"
 #include "stocktake/sayimform.h"
 
 #include <QWidget>
+
+#include <memory>
 
 namespace kervan {
 
@@ -28,8 +29,7 @@ private:
     QWidget *counts(Program &program);
 
     Sayimform m_sayimform;
-    Checks m_checks;
-    ReadReport m_report;
+    std::unique_ptr<Checks> m_checks;
 };
 
 } // namespace kervan
