@@ -108,6 +108,11 @@ void Sablon::doldur(std::span<const QString> values, QByteArray &out) const
         out += sablondoldur(m_text, fillsOf(m_placeholders, values));
         return;
     }
+    yerlestir(values, out);
+}
+
+void Sablon::yerlestir(std::span<const QString> values, QByteArray &out) const
+{
     for (qsizetype i = 0; i < m_slots.size(); ++i) {
         out += m_literals[i];
         appendToCodePage(out, values[static_cast<std::size_t>(m_slots[i])]);

@@ -38,6 +38,8 @@ public:
 
     /// Appends the template filled with one value per placeholder to `out`.
     void doldur(std::span<const QString> values, QByteArray &out) const;
+    /// The same with no value searched: what comes of it where none holds a word of the template.
+    void yerlestir(std::span<const QString> values, QByteArray &out) const;
 
     /// The steps of a filling that search a value once it is put in.
     enum class Steps {

@@ -1,0 +1,504 @@
+#include "check/listrules.h"
+
+#include "base/codepage.h"
+#include "base/failure.h"
+#include "text/dates.h"
+#include "text/numbers.h"
+#include "text/spellings.h"
+
+#include <QDateTime>
+#include <QFileInfo>
+#include <QHash>
+
+#include <algorithm>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr qsizetype shownLetters = 60;
+constexpr qsizetype othersNamed = 3;
+constexpr int rowsAtOnce = 64;
+
+// Of a value that stands in the source.
+QString sourceCure()
+{
+    return u"Değeri kaynağında değiştirip yeniden okutun."_s;
+}
+
+bool isBlank(const QString &text)
+{
+    return trimmedBlanks(text).isEmpty();
+}
+
+bool breaksXml(QChar c)
+{
+    return c == u'&' || c == u'<' || (c < u' ' && c != u'\t' && c != u'\n' && c != u'\r');
+}
+
+QString spelled(QChar c)
+{
+    return c < u' ' ? u"%1 kodlu denetim karakteri"_s.arg(c.unicode()) : u"\"%1\""_s.arg(c);
+}
+
+// The first letter that the document can't hold, or where none of its readers looks for one.
+struct OddLetter
+{
+    QString letter;
+    bool isLost = false; // it becomes a "?"
+};
+std::optional<OddLetter> oddLetter(const QString &text)
+{
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (c < u'\x7F')
+            continue;
+        const bool paired = c.isHighSurrogate() && i + 1 < text.size();
+        const QString letter = text.mid(i, paired ? 2 : 1);
+        const auto byte = static_cast<unsigned char>(toCodePage(letter).front());
+        if (byte == '?')
+            return OddLetter{letter, true};
+        if (byte >= 0x80 && byte <= 0x9F)
+            return OddLetter{letter, false};
+    }
+    return std::nullopt;
+}
+
+Rule ofCells(const Cells &cells, Rule rule, std::function<QString(const QString &cell)> fault)
+{
+    rule.column = cells.column;
+    rule.list = cells.list;
+    rule.ofRow = [cells, fault = std::move(fault)](int row) {
+        return !cells.counts || cells.counts(row) ? fault(cells.grid.cell(row, cells.column))
+                                                  : QString();
+    };
+    return rule;
+}
+
+Rule markupRule()
+{
+    return {.name = u"XML işareti"_s, .level = Level::Error, .cure = sourceCure()};
+}
+
+Rule letterRule()
+{
+    return {.name = u"harf"_s, .level = Level::Warning, .cure = sourceCure()};
+}
+
+// "3. ve 7. satırlarda" of rows from 0, without the row itself.
+QString otherRows(const QList<int> &rows, int row)
+{
+    QStringList named;
+    for (qsizetype i = 0; i < rows.size() && named.size() < othersNamed; ++i) {
+        if (rows[i] != row)
+            named << QString::number(rows[i] + 1) + u'.';
+    }
+    const auto more = rows.size() - 1 - named.size();
+    if (more > 0)
+        return u"%1 ve %2 satırda daha"_s.arg(named.join(u", "_s)).arg(more);
+    if (named.size() == 1)
+        return named.first() + u" satırda"_s;
+    const QString last = named.takeLast();
+    return u"%1 ve %2 satırlarda"_s.arg(named.join(u", "_s), last);
+}
+
+// Walks a list in steps; the rules are asked as for the first list.
+class ListSurvey : public Survey
+{
+public:
+    ListSurvey(const Grid &list, QList<Rule> rules)
+        : m_list(list)
+        , m_rules(std::move(rules))
+    {
+    }
+    void begin() override
+    {
+        m_row = 0;
+        m_rule = 0;
+        m_findings.clear();
+    }
+    bool step() override
+    {
+        for (int i = 0; i < rowsAtOnce && m_row < m_list.rows(); ++i, ++m_row) {
+            for (const Rule &rule : std::as_const(m_rules)) {
+                if (rule.ofRow)
+                    take(rule, m_row, rule.ofRow(m_row));
+            }
+        }
+        if (m_row < m_list.rows())
+            return true;
+        if (m_rule == m_rules.size())
+            return false;
+        const Rule &rule = m_rules[m_rule++];
+        if (rule.ofRows) {
+            for (const RowText &found : rule.ofRows())
+                take(rule, found.row, found.text);
+        }
+        return true;
+    }
+    void tell(QList<Finding> &findings, QList<Gap> &) const override { findings += m_findings; }
+
+private:
+    void take(const Rule &rule, int row, const QString &text)
+    {
+        if (!text.isEmpty())
+            m_findings << Finding{.rule = rule.name,
+                                  .level = rule.level,
+                                  .text = text,
+                                  .cure = rule.cure,
+                                  .row = row,
+                                  .column = rule.column,
+                                  .control = rule.control,
+                                  .list = rule.list};
+    }
+
+    const Grid &m_list;
+    QList<Rule> m_rules;
+    int m_row = 0;
+    qsizetype m_rule = 0;
+    QList<Finding> m_findings;
+};
+
+class GapSurvey : public Survey
+{
+public:
+    GapSurvey(const Grid &list, QString kind, QString screen,
+              std::function<std::optional<Need>(int row)> needOf)
+        : m_list(list)
+        , m_kind(std::move(kind))
+        , m_screen(std::move(screen))
+        , m_needOf(std::move(needOf))
+    {
+    }
+    void begin() override
+    {
+        m_row = 0;
+        m_gaps.clear();
+        m_places.clear();
+    }
+    bool step() override
+    {
+        for (int i = 0; i < rowsAtOnce && m_row < m_list.rows(); ++i, ++m_row) {
+            if (const auto need = m_needOf(m_row))
+                take(*need);
+        }
+        return m_row < m_list.rows();
+    }
+    void tell(QList<Finding> &, QList<Gap> &gaps) const override { gaps += m_gaps; }
+
+private:
+    void take(const Need &need)
+    {
+        const auto known = m_places.constFind(need.code);
+        const qsizetype place = known == m_places.cend() ? m_gaps.size() : *known;
+        if (known == m_places.cend()) {
+            m_places.insert(need.code, place);
+            m_gaps << Gap{.kind = m_kind, .code = need.code, .name = need.name, .screen = m_screen};
+        }
+        ++m_gaps[place].lines;
+        ++m_gaps[place].documents;
+    }
+
+    const Grid &m_list;
+    QString m_kind, m_screen;
+    std::function<std::optional<Need>(int row)> m_needOf;
+    int m_row = 0;
+    QList<Gap> m_gaps;
+    QHash<QString, qsizetype> m_places; // in m_gaps, by code
+};
+
+bool isOfOtherMachine(const QString &path)
+{
+    return path.startsWith(u"//"_s) || path.startsWith(u"\\\\"_s);
+}
+
+} // namespace
+
+QString quoted(const QString &value)
+{
+    const QString text = value.trimmed();
+    return text.size() > shownLetters ? u"\"%1…\""_s.arg(text.left(shownLetters))
+                                      : u"\"%1\""_s.arg(text);
+}
+
+QString faultOfMarkup(const QString &name, const QString &value)
+{
+    const auto *const found = std::ranges::find_if(value, breaksXml);
+    if (found == value.end())
+        return {};
+    return u"%1 %2 içinde %3 var: Logo belgenin hiçbir kaydını okuyamaz."_s.arg(name, quoted(value),
+                                                                                spelled(*found));
+}
+
+QString faultOfLetters(const QString &name, const QString &value)
+{
+    const auto odd = oddLetter(value);
+    if (!odd)
+        return {};
+    const QString what =
+        odd->isLost ? u"belgede yerine \"?\" yazılır"_s : u"Logo bu işareti başka okuyabilir"_s;
+    return u"%1 %2 içinde \"%3\" var, %4."_s.arg(name, quoted(value), odd->letter, what);
+}
+
+QString faultOfWords(const Sablon &record, const QList<QByteArray> &placeholders,
+                     const QStringList &values)
+{
+    if (!record.mayChange(values, Sablon::Steps::Later))
+        return {};
+    QByteArray filled, meant;
+    record.doldur(values, filled);
+    record.yerlestir(values, meant);
+    if (filled == meant)
+        return {};
+    // The first step that finds something behind its place.
+    for (qsizetype step = 1; step < placeholders.size(); ++step) {
+        for (qsizetype i = 0; i < step; ++i) {
+            if (toCodePage(values[i]).contains(placeholders[step]))
+                return u"%1 içindeki \"%2\" şablonun sözcüğüdür, belgede yerine %3 yazılır."_s.arg(
+                    quoted(values[i]), fromCodePage(placeholders[step]), quoted(values[step]));
+        }
+    }
+    return u"Değerlerde şablonun sözcükleri var, belge listedekinden başka olur."_s;
+}
+
+QList<Rule> letterRules(const Cells &cells)
+{
+    return {ofCells(cells, markupRule(),
+                    [name = cells.name](const QString &cell) { return faultOfMarkup(name, cell); }),
+            ofCells(cells, letterRule(), [name = cells.name](const QString &cell) {
+                return faultOfLetters(name, cell);
+            })};
+}
+
+QList<Rule> letterRules(const QList<Cells> &columns)
+{
+    QList<Rule> rules;
+    for (const Cells &cells : columns)
+        rules += letterRules(cells);
+    return rules;
+}
+
+QList<Rule> letterRules(const TextField &field, const QString &name, const QString &control)
+{
+    Rule markup = markupRule();
+    Rule letters = letterRule();
+    markup.cure = letters.cure = u"Değeri kendi ekranında düzeltin."_s;
+    markup.control = letters.control = control;
+    markup.ofScreen = [&field, name] {
+        return faultOfMarkup(name, field.text());
+    };
+    letters.ofScreen = [&field, name] {
+        return faultOfLetters(name, field.text());
+    };
+    return {markup, letters};
+}
+
+Rule wordRule(const Sablon &record, const QList<QByteArray> &placeholders,
+              std::function<QStringList(int row)> valuesOf)
+{
+    return {.name = u"şablon sözcüğü"_s,
+            .level = Level::Error,
+            .cure = sourceCure(),
+            .ofRow = [record, placeholders, valuesOf = std::move(valuesOf)](int row) {
+                QString fault;
+                passOver([&] {
+                    const QStringList values = valuesOf(row);
+                    if (!values.isEmpty())
+                        fault = faultOfWords(record, placeholders, values);
+                });
+                return fault;
+            }};
+}
+
+Rule emptyRule(const Cells &cells, const QString &rule, Level level, const QString &cure)
+{
+    return ofCells(cells, {.name = rule, .level = level, .cure = cure},
+                   [name = cells.name](const QString &cell) {
+                       return isBlank(cell) ? u"%1 boş."_s.arg(name) : QString();
+                   });
+}
+
+Rule emptyRule(const TextField &field, const QString &rule, Level level, const QString &text,
+               const QString &cure, const QString &control)
+{
+    return {
+        .name = rule, .level = level, .cure = cure, .control = control, .ofScreen = [&field, text] {
+            return isBlank(field.text()) ? text : QString();
+        }};
+}
+
+Rule doubledRule(const Cells &cells, const QString &what, Level level, const QString &cure)
+{
+    return {.name = u"çift numara"_s,
+            .level = level,
+            .cure = cure,
+            .column = cells.column,
+            .list = cells.list,
+            .ofRows = [cells, what] {
+                QHash<QString, QList<int>> rowsOf;
+                for (int row = 0; row < cells.grid.rows(); ++row) {
+                    const QString value = cells.grid.cell(row, cells.column).trimmed();
+                    if (!value.isEmpty() && (!cells.counts || cells.counts(row)))
+                        rowsOf[value] << row;
+                }
+                QList<RowText> found;
+                for (auto it = rowsOf.cbegin(); it != rowsOf.cend(); ++it) {
+                    if (it->size() < 2)
+                        continue;
+                    for (const int row : *it)
+                        found.append({row, u"%1 %2 %3 da var."_s.arg(quoted(it.key()), what,
+                                                                     otherRows(*it, row))});
+                }
+                return found;
+            }};
+}
+
+std::optional<QDate> dateOf(const QString &cell)
+{
+    std::optional<QDate> date;
+    passOver([&] { date = toDate(cell); });
+    return date;
+}
+
+QList<Rule> dateRules(const Cells &cells, const Clock &clock, const ReadDate &read)
+{
+    const Rule unreadable = ofCells(
+        cells,
+        {.name = u"tarih okunamıyor"_s,
+         .level = Level::Error,
+         .cure = u"Kaynaktaki tarihi gün.ay.yıl olarak düzeltip yeniden okutun."_s},
+        [name = cells.name, read](const QString &cell) {
+            if (isBlank(cell))
+                return u"%1 boş."_s.arg(name);
+            return read(cell) ? QString() : u"%1 %2 bir tarih değil."_s.arg(name, quoted(cell));
+        });
+    const Rule strange = ofCells(
+        cells,
+        {.name = u"tarih"_s, .cure = u"Tarih doğru değilse kaynağında düzeltip yeniden okutun."_s},
+        [name = cells.name, read, &clock](const QString &cell) {
+            const auto date = read(cell);
+            const QDate today = clock.now().date();
+            if (date && *date > today)
+                return u"%1 %2 gelecekte."_s.arg(name, quoted(cell));
+            if (date && *date < today.addDays(-daysBack))
+                return u"%1 %2 son %3 günün dışında."_s.arg(name, quoted(cell)).arg(daysBack);
+            return QString();
+        });
+    return {unreadable, strange};
+}
+
+QList<Rule> amountRules(const Cells &cells, const ReadAmount &read)
+{
+    const Rule unreadable = ofCells(
+        cells,
+        {.name = u"tutar okunamıyor"_s,
+         .level = Level::Error,
+         .cure = u"Kaynakta sayı olarak düzeltip yeniden okutun."_s},
+        [name = cells.name, read](const QString &cell) {
+            if (isBlank(cell))
+                return u"%1 boş."_s.arg(name);
+            return read(cell) ? QString() : u"%1 %2 bir sayı değil."_s.arg(name, quoted(cell));
+        });
+    const Rule negative = ofCells(
+        cells,
+        {.name = u"eksi tutar"_s, .cure = u"İade ya da düzeltme değilse kaynağında düzeltin."_s},
+        [name = cells.name, read](const QString &cell) {
+            return read(cell).value_or(0) < 0 ? u"%1 %2 eksi."_s.arg(name, quoted(cell))
+                                              : QString();
+        });
+    return {unreadable, negative};
+}
+
+QList<Rule> amountRules(const Cells &cells)
+{
+    return amountRules(cells, [](QStringView cell) { return number(cell); });
+}
+
+Rule folderRule(std::function<QString()> target)
+{
+    return {.name = u"belge klasörü"_s,
+            .level = Level::Error,
+            .cure = u"Dosya konumları ekranında yazılabilen bir klasör seçin."_s,
+            .ofScreen = [target = std::move(target)]() -> QString {
+                const QString path = target();
+                if (path.isEmpty() || isOfOtherMachine(path))
+                    return {};
+                QFileInfo folder(path);
+                if (!folder.isDir())
+                    folder.setFile(folder.path());
+                if (!folder.isDir())
+                    return u"Belgelerin klasörü yok: %1"_s.arg(folder.filePath());
+                return folder.isWritable()
+                           ? QString()
+                           : u"Belgelerin klasörüne yazılamıyor: %1"_s.arg(folder.filePath());
+            }};
+}
+
+Rule existingFileRule(std::function<QString()> target)
+{
+    return {.name = u"var olan dosya"_s,
+            .cure = u"Eski belge daha aktarılmadıysa önce başka bir yere alın."_s,
+            .ofScreen = [target = std::move(target)]() -> QString {
+                const QString path = target();
+                if (path.isEmpty() || isOfOtherMachine(path))
+                    return {};
+                const QFileInfo file(path);
+                if (!file.isFile())
+                    return {};
+                const QString time = file.lastModified().toString(u"dd.MM.yyyy HH:mm"_s);
+                return u"%1 zaten var (%2), üzerine yazılır."_s.arg(file.fileName(), time);
+            }};
+}
+
+Rule databaseRule(const QString &path)
+{
+    return {.name = u"veritabanı"_s,
+            .level = Level::Error,
+            .cure = u"Program klasörünü yedekten geri koyun ya da programı yeniden kurun."_s,
+            .ofScreen = [path] {
+                return QFileInfo::exists(path)
+                           ? QString()
+                           : u"%1 yok: tanımlar okunamadı."_s.arg(QFileInfo(path).fileName());
+            }};
+}
+
+Rule counterRule(const QString &file, std::function<QString()> stored)
+{
+    return {.name = u"sayaç"_s,
+            .level = Level::Error,
+            .cure = u"Dosyanın ilk satırına son verilen numarayı yazın."_s,
+            .ofScreen = [file, stored = std::move(stored)] {
+                const QString text = stored();
+                return isBlank(text) || number(text)
+                           ? QString()
+                           : u"%1 dosyasındaki %2 bir sayı değil: numaralar 1'den başlar."_s.arg(
+                                 file, quoted(text));
+            }};
+}
+
+Rule programFolderRule(const QString &folder)
+{
+    return {.name = u"program klasörü"_s,
+            .level = Level::Error,
+            .cure = u"Klasöre yazma hakkı verin ya da programı yazılabilen bir klasöre taşıyın."_s,
+            .ofScreen = [folder] {
+                return QFileInfo(folder).isWritable()
+                           ? QString()
+                           : u"Program klasörüne yazılamıyor: %1"_s.arg(folder);
+            }};
+}
+
+std::unique_ptr<Survey> surveyOf(const Grid &list, QList<Rule> rules)
+{
+    return std::make_unique<ListSurvey>(list, std::move(rules));
+}
+
+std::unique_ptr<Survey> gapsOf(const Grid &list, const QString &kind, const QString &screen,
+                               std::function<std::optional<Need>(int row)> needOf)
+{
+    return std::make_unique<GapSurvey>(list, kind, screen, std::move(needOf));
+}
+
+} // namespace kervan

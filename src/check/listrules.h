@@ -1,0 +1,112 @@
+#pragma once
+
+#include "base/fields.h"
+#include "base/grid.h"
+#include "base/ports.h"
+#include "check/rules.h"
+#include "logoxml/template.h"
+
+#include <QByteArray>
+#include <QDate>
+#include <QList>
+#include <QString>
+
+#include <functional>
+#include <memory>
+#include <optional>
+
+namespace kervan {
+
+// Rules that serve lists of all kinds, made from a list and what its columns mean.
+
+/// The cells of a column that go into a document.
+struct Cells
+{
+    const Grid &grid;
+    int column;
+    QString name; ///< as a sentence begins with it: "Ünvan"
+    QString list = QStringLiteral("l1");
+    /// Whether the row is one to look at; without it all are.
+    std::function<bool(int row)> counts = nullptr;
+};
+
+// What is wrong with a value, as a sentence; empty where nothing is.
+
+/// "&", "<" and characters that no XML may hold: the whole document is refused for one of them.
+QString faultOfMarkup(const QString &name, const QString &value);
+/// Letters that a document holds as "?", and those of its bytes 80 to 9F, which the declared
+/// ISO-8859-9 has no letters for.
+QString faultOfLetters(const QString &name, const QString &value);
+/// A value that the next steps of a filling change, because it holds words of the template; said
+/// exactly where the record that comes of it is another. `placeholders` are the template's.
+QString faultOfWords(const Sablon &record, const QList<QByteArray> &placeholders,
+                     const QStringList &values);
+
+/// Both of the first two, of each cell.
+QList<Rule> letterRules(const Cells &cells);
+/// The same for several columns.
+QList<Rule> letterRules(const QList<Cells> &columns);
+/// The same for a value that stands outside the list; `control` leads to it.
+QList<Rule> letterRules(const TextField &field, const QString &name, const QString &control);
+
+/// The third, of each row; valuesOf(row) gives a value per placeholder, and none for a row that is
+/// passed over. A Failure of it counts as none.
+Rule wordRule(const Sablon &record, const QList<QByteArray> &placeholders,
+              std::function<QStringList(int row)> valuesOf);
+
+/// A cell that is empty or blank.
+Rule emptyRule(const Cells &cells, const QString &rule, Level level, const QString &cure);
+
+/// A field that is; the sentence is the rule's own.
+Rule emptyRule(const TextField &field, const QString &rule, Level level, const QString &text,
+               const QString &cure, const QString &control);
+
+/// A value that further rows hold too; blank ones are none. `what` is as the sentence goes on:
+/// "cari kodu".
+Rule doubledRule(const Cells &cells, const QString &what, Level level, const QString &cure);
+
+using ReadDate = std::function<std::optional<QDate>(const QString &cell)>;
+/// toDate() without a Failure.
+std::optional<QDate> dateOf(const QString &cell);
+constexpr int daysBack = 400;
+/// Cells that are no date, and dates that lie in the future or more than `daysBack` days back.
+QList<Rule> dateRules(const Cells &cells, const Clock &clock, const ReadDate &read = &dateOf);
+
+using ReadAmount = std::function<std::optional<double>(QStringView cell)>;
+/// Amounts that are no number (empty ones too), and those below zero.
+QList<Rule> amountRules(const Cells &cells, const ReadAmount &read);
+/// The same of amounts in the spelling of cells: 1.234,50.
+QList<Rule> amountRules(const Cells &cells);
+
+/// A folder that documents go to, as the target settings and dialogs name it: it or, where the
+/// value names a file, the folder of that file. Names of other machines are not asked for, since
+/// one that is switched off would hold the program for long.
+Rule folderRule(std::function<QString()> target);
+/// The file that a save without a dialog writes to, where there is one already.
+Rule existingFileRule(std::function<QString()> target);
+/// A database of the program folder that isn't there; without a file there is nothing to read.
+Rule databaseRule(const QString &path);
+/// A side file that keeps a counter and held something that is no number when it was read: counting
+/// then begins anew. A missing or empty file is in order. `stored` gives what it held.
+Rule counterRule(const QString &file, std::function<QString()> stored);
+/// The program folder doesn't let its side files be written.
+Rule programFolderRule(const QString &folder);
+
+/// Rules of a list that stands beside the first one, walked in small steps.
+std::unique_ptr<Survey> surveyOf(const Grid &list, QList<Rule> rules);
+
+/// One who needs a definition that is missing.
+struct Need
+{
+    QString code; ///< what the source calls it
+    QString name = {};
+};
+/// Missing definitions of a kind, each once with its lines; `needOf` tells what the row lacks. A
+/// row is a document of its own.
+std::unique_ptr<Survey> gapsOf(const Grid &list, const QString &kind, const QString &screen,
+                               std::function<std::optional<Need>(int row)> needOf);
+
+/// A value between quotes as sentences show it, long ones cut.
+QString quoted(const QString &value);
+
+} // namespace kervan
