@@ -13,6 +13,14 @@ namespace {
 constexpr int sliceTime = 8; // milliseconds
 constexpr int rowsAtOnce = 64;
 
+// A rule that can't look, such as at a column that the list has no longer, finds nothing: it is
+// asked from a timer, where nobody would catch its failure.
+template<class Look>
+void ask(Look &&look)
+{
+    passOver(std::forward<Look>(look));
+}
+
 } // namespace
 
 Checks::Checks(Grid &list, QList<Rule> rules, QObject *parent)
@@ -24,14 +32,19 @@ Checks::Checks(Grid &list, QList<Rule> rules, QObject *parent)
     connect(&m_timer, &QTimer::timeout, this, &Checks::slice);
     m_screenTimer.setSingleShot(true);
     connect(&m_screenTimer, &QTimer::timeout, this, &Checks::askScreen);
-    connect(&list, &QAbstractItemModel::modelReset, this, &Checks::restart);
-    connect(&list, &QAbstractItemModel::rowsInserted, this, &Checks::restart);
-    connect(&list, &QAbstractItemModel::dataChanged, this,
+    restartWith(list);
+    restart();
+}
+
+void Checks::restartWith(Grid &grid)
+{
+    connect(&grid, &QAbstractItemModel::modelReset, this, &Checks::restart);
+    connect(&grid, &QAbstractItemModel::rowsInserted, this, &Checks::restart);
+    connect(&grid, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex &first, const QModelIndex &last) {
                 if (first.column() > 0 || last.column() > 0) // else it is a tick
                     restart();
             });
-    restart();
 }
 
 void Checks::add(std::unique_ptr<Survey> survey)
@@ -50,6 +63,11 @@ void Checks::watch(CheckField &field)
     connect(&field, &CheckField::changed, &m_screenTimer, qOverload<>(&QTimer::start));
 }
 
+void Checks::watch(Grid &definitions)
+{
+    restartWith(definitions);
+}
+
 int Checks::count(Level level) const
 {
     return static_cast<int>(std::ranges::count(m_findings, level, &Finding::level));
@@ -57,14 +75,10 @@ int Checks::count(Level level) const
 
 void Checks::restart()
 {
-    m_state = State::Rows;
-    m_row = 0;
-    m_step = 0;
-    m_ofRows.clear();
-    m_gaps.clear();
-    for (const auto &survey : m_surveys)
-        survey->begin();
-    m_timer.start(0);
+    // A read changes its list cell by cell: no more is done here than to say that it changed.
+    m_state = State::Begin;
+    if (!m_timer.isActive())
+        m_timer.start(0);
 }
 
 void Checks::askScreen()
@@ -72,7 +86,7 @@ void Checks::askScreen()
     QList<Finding> before = std::exchange(m_ofScreen, {});
     for (const Rule &rule : m_rules) {
         if (rule.ofScreen)
-            take(rule, -1, rule.ofScreen());
+            ask([&] { take(rule, -1, rule.ofScreen()); });
     }
     if (m_ofScreen != before)
         publish();
@@ -92,7 +106,8 @@ void Checks::slice()
 {
     QElapsedTimer elapsed;
     elapsed.start();
-    if (m_row == 0 && m_state == State::Rows) {
+    if (m_state == State::Begin) {
+        work();
         askScreen();
         publish(); // what was said of the rows before no longer holds
     }
@@ -109,6 +124,15 @@ void Checks::slice()
 bool Checks::work()
 {
     switch (m_state) {
+    case State::Begin:
+        m_row = 0;
+        m_step = 0;
+        m_ofRows.clear();
+        m_gaps.clear();
+        for (const auto &survey : m_surveys)
+            survey->begin();
+        m_state = State::Rows;
+        return true;
     case State::Rows:
         for (int i = 0; i < rowsAtOnce && m_row < m_list.rows(); ++i)
             lookAtRow();
@@ -119,8 +143,10 @@ bool Checks::work()
         if (m_step < m_rules.size()) {
             const Rule &rule = m_rules[m_step++];
             if (rule.ofRows) {
-                for (const RowText &found : rule.ofRows())
-                    take(rule, found.row, found.text);
+                ask([&] {
+                    for (const RowText &found : rule.ofRows())
+                        take(rule, found.row, found.text);
+                });
             }
             return true;
         }
@@ -148,7 +174,7 @@ void Checks::lookAtRow()
 {
     for (const Rule &rule : m_rules) {
         if (rule.ofRow)
-            take(rule, m_row, rule.ofRow(m_row));
+            ask([&] { take(rule, m_row, rule.ofRow(m_row)); });
     }
     ++m_row;
 }

@@ -28,6 +28,8 @@ public:
     /// The screen's rules are asked again when it changes.
     void watch(TextField &field);
     void watch(CheckField &field);
+    /// All is looked at anew when these definitions change, which rows and lines are held against.
+    void watch(Grid &definitions);
 
     /// What was found: first of the screen, then by row. Of a list in hand, none of the rows yet.
     const QList<Finding> &findings() const { return m_findings; }
@@ -49,10 +51,11 @@ Q_SIGNALS:
     void changed();
 
 private:
-    enum class State { Rows, Lists, Surveys, Complete };
+    enum class State { Begin, Rows, Lists, Surveys, Complete };
 
     void slice();
     bool work();
+    void restartWith(Grid &grid);
     void lookAtRow();
     void take(const Rule &rule, int row, const QString &text);
     void publish();
@@ -62,7 +65,7 @@ private:
     std::vector<std::unique_ptr<Survey>> m_surveys;
     QTimer m_timer;
     QTimer m_screenTimer;
-    State m_state = State::Rows;
+    State m_state = State::Begin;
     int m_row = 0;
     qsizetype m_step = 0; // of the rules or the surveys
     QList<Finding> m_ofScreen, m_ofRows;

@@ -4,7 +4,11 @@
 #include "base/notes.h"
 #include "store/program.h"
 
+#include <QByteArray>
+#include <QList>
 #include <QString>
+#include <QStringList>
+#include <QTime>
 
 namespace kervan {
 
@@ -18,6 +22,15 @@ void kasacariislemnokaydet(const Program &program, double counter);
 
 /// Numbers all rows of the invoice list from the stored counter on: "NT" and "KN" with six digits.
 void faturakasafisnoyaz(const Program &program, Grid &l1);
+
+/// Whether the invoice of a row is paid in cash and gets a slip when it is written. A grand total
+/// that is no number is a Failure.
+bool kasaFisiAlir(const Grid &l1, int row);
+
+/// How a slip's template is filled: its placeholders in their order.
+QList<QByteArray> kasaSozcukleri();
+/// The values of a row's slip, one to each of them. A date that is none is a Failure.
+QStringList kasaDegerleri(const Grid &l1, int row, const QString &kasakodu, QTime time);
 
 /// Writes the slips of the ticked rows whose grand total lies below the cash limit into the file
 /// named like the invoice document `dosya`, its last four characters replaced by "-KASANAKIT.xml",

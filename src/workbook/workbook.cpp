@@ -114,6 +114,23 @@ QString Sheet::text(int row, int field) const
     return {};
 }
 
+QString Sheet::address(int row, int field) const
+{
+    QString letters;
+    for (int column = m_firstColumn + field + 1; column > 0; column = (column - 1) / 26)
+        letters.prepend(QChar(u'A' + (column - 1) % 26));
+    const qint64 first = m_cells.isEmpty() ? 0 : m_cells.first().row;
+    return letters + QString::number(first + row + 1);
+}
+
+std::optional<double> Sheet::number(int row, int field) const
+{
+    const Cell *const cell = find(row, field);
+    if (!cell || cell->kind != Kind::Number)
+        return std::nullopt;
+    return std::bit_cast<double>(cell->bits);
+}
+
 std::shared_ptr<const Sheet> readSheet(const QString &path, const QString &sheetName)
 {
     QFile file(path);

@@ -6,6 +6,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace kervan {
 
@@ -27,6 +28,10 @@ public:
     /// its format pads it with; a date as dd.MM.yyyy, with HH:mm:ss behind a blank if it has a
     /// time; Doğru or Yanlış; empty for errors. A record or field beyond the sheet is a Failure.
     QString text(int row, int field) const;
+    /// The cell's name in a spreadsheet: "B7"; beyond the sheet too.
+    QString address(int row, int field) const;
+    /// What a field of kind Number holds, else nothing; for those who look at it without its words.
+    std::optional<double> number(int row, int field) const;
 
 private:
     friend class SheetBuilder;

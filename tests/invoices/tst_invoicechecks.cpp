@@ -1,0 +1,210 @@
+// What the invoice screens are checked for. A case (documentcase.h) is a folder of
+// tests/data/checks/fat or fatduz: source.bif or source.txt (see bookRows), and
+//   data.txt      firma (typed and not clicked with a "?" in front), muh, odeme, fatbilgi, efatura,
+//                 as for whole documents; logosuz is without a connection, fiyatsiz what the
+//                 reading says of prices; klasor and belge are the target of the automatic save and
+//                 that it exists, with icerik in it; ortak shares the counter; sayfaSonra is the
+//                 sheet's name after the read
+//   expected.txt  a block of findings (level, row of the list or "-", rule, text), one of missing
+//                 definitions, and one of what gave no row
+
+#include "desk.h"
+#include "duzeydesk.h"
+
+#include "invoices/duzey/fatduzchecks.h"
+#include "invoices/fatchecks.h"
+#include "support/documentcase.h"
+
+#include <QSignalSpy>
+
+using namespace kervan;
+
+namespace {
+
+QString told(const Finding &finding)
+{
+    return u"%1 | %2 | %3 | %4"_s.arg(
+        finding.level == Level::Error ? u"hata"_s : u"uyarı"_s,
+        finding.row < 0 ? u"-"_s : QString::number(finding.row + 1), finding.rule, finding.text);
+}
+
+QString told(const Gap &gap)
+{
+    return u"%1 %2 (%3): %4 satır, %5 fatura, %6"_s.arg(gap.kind, gap.code, gap.name)
+        .arg(gap.lines)
+        .arg(gap.documents)
+        .arg(gap.screen);
+}
+
+QString told(const ReadReport::Entry &entry)
+{
+    return u"%1 %2 %3"_s.arg(entry.line).arg(entry.cell, entry.reason).simplified();
+}
+
+template<class List>
+QStringList allTold(const List &list)
+{
+    QStringList lines;
+    for (const auto &one : list)
+        lines << told(one);
+    return lines;
+}
+
+// The names of the rules, each once.
+QString rulesTold(const QList<Finding> &findings)
+{
+    QStringList rules;
+    for (const Finding &finding : findings)
+        rules << finding.rule;
+    rules.removeDuplicates();
+    rules.sort();
+    return rules.join(u", "_s);
+}
+
+// A finding of every screen over a fresh folder leads to what is done about it.
+void compare(const DocumentCase &given, const Checks &checks, const ReadReport &okuma,
+             const QString &folder)
+{
+    const QStringList told = allTold(checks.findings()) + QStringList{QString()} +
+                             allTold(checks.gaps()) + QStringList{QString()} +
+                             allTold(okuma.entries());
+    const QString text = told.join(u'\n').replace(folder, u"KLASÖR"_s) + u'\n';
+    QCOMPARE(text.split(u'\n'), given.text(u"expected.txt"_s).split(u'\n'));
+    for (const Finding &finding : checks.findings())
+        QVERIFY2(!finding.cure.isEmpty(), qPrintable(finding.rule));
+}
+
+void choose(const DocumentCase &given, InvoiceDefinitions &tanimlar)
+{
+    tanimlar.firma.setText(given[u"firma"_s]);
+    if (!tanimlar.firma.text().startsWith(u'?'))
+        tanimlar.firmasec();
+}
+
+void expectNoLink(TestProgram &t)
+{
+    t.boxes.expect({u"SQL Server bağlantısı yok. E-Fatura Okunurken Hata Oluştu"_s, u"Dikkat"_s,
+                    Icon::Stop});
+}
+
+void choose(const DocumentCase &given, Fat &fat)
+{
+    choose(given, fat.tanimlar);
+    fat.kdvOrani.setText(given[u"muh"_s]);
+    fat.kdvoranisec();
+    fat.odemePlani.setText(given[u"odeme"_s]);
+    fat.odemeplanisec();
+}
+
+} // namespace
+
+class TestInvoiceChecks : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void theFindingsOfAnInvoiceFileAreTheListedOnes_data()
+    {
+        DocumentCase::addAll(u"checks/fat"_s);
+    }
+    void theFindingsOfAnInvoiceFileAreTheListedOnes()
+    {
+        TestProgram t;
+        const DocumentCase given(t);
+        if (given[u"logosuz"_s].isEmpty())
+            given.markEInvoices(t);
+        const QString target = given[u"klasor"_s].isEmpty() ? u"belge.xml"_s : given[u"klasor"_s];
+        t.fill({u"Update yol set xf = '%1' Where id='1'"_s.arg(target)});
+        Fat fat(t.program);
+        fat.load();
+        const auto checks =
+            checksOf(fat, {[&] { return given[u"ortak"_s] == u"1"; },
+                           [&](const QString &path) {
+                               return path == t.path(target) ? given[u"icerik"_s] : QString();
+                           }});
+        choose(given, fat);
+        if (!given[u"belge"_s].isEmpty())
+            writeBytes(t.path(target), "<SALES_INVOICES>");
+        if (!given[u"fiyatsiz"_s].isEmpty())
+            t.boxes.expect({.text = noPrices + given[u"fiyatsiz"_s]});
+        if (given.expected(u"source.bif"_s).size() == 1) {
+            if (!given[u"logosuz"_s].isEmpty())
+                expectNoLink(t);
+            fat.dosyaac(given.path(u"source.bif"_s));
+        }
+        checks->finish();
+        compare(given, *checks, fat.okuma, t.folder.path());
+    }
+
+    void theFindingsOfASheetAreTheListedOnes_data() { DocumentCase::addAll(u"checks/fatduz"_s); }
+    void theFindingsOfASheetAreTheListedOnes()
+    {
+        TestProgram t;
+        const DocumentCase given(t);
+        if (given[u"logosuz"_s].isEmpty())
+            given.markEInvoices(t);
+        writeBytes(t.path(u"kasa.kvz"_s), "K100");
+        Fatduz fatduz(t.program);
+        fatduz.load();
+        const auto checks = checksOf(fatduz);
+        choose(given, fatduz.tanimlar);
+        if (given.expected(u"source.txt"_s).size() == 1) {
+            writeWorkbook(t.path(u"kaynak.xlsx"_s), u"Sheet1"_s,
+                          bookRows(given.text(u"source.txt"_s)));
+            if (!given[u"logosuz"_s].isEmpty())
+                expectNoLink(t);
+            fatduz.dosyaac(t.path(u"kaynak.xlsx"_s));
+        }
+        if (!given[u"sayfaSonra"_s].isEmpty())
+            fatduz.sayfaAdi.setText(given[u"sayfaSonra"_s]);
+        checks->finish();
+        compare(given, *checks, fatduz.okuma, t.folder.path());
+    }
+
+    // What the rules find in the sources of all expected documents, a folder a line.
+    void theSourcesOfDocumentsHaveTheListedFaults_data()
+    {
+        QTest::addColumn<QString>("folder");
+        QTest::addColumn<QString>("rules");
+        for (const QString &line : rowsOf(QString::fromUtf8(
+                 readBytes(QStringLiteral(TEST_DATA "/checks/belgeler.txt")))))
+            QTest::newRow(qPrintable(line.section(u':', 0, 0)))
+                << QStringLiteral(TEST_DATA "/") + line.section(u':', 0, 0)
+                << line.section(u':', 1).trimmed();
+    }
+    void theSourcesOfDocumentsHaveTheListedFaults()
+    {
+        QFETCH(const QString, folder);
+        QFETCH(const QString, rules);
+        TestProgram t;
+        const DocumentCase given(t);
+        given.markEInvoices(t);
+        writeBytes(t.path(u"kasa.kvz"_s), "K100");
+        QString told;
+        if (folder.contains(u"fatura/"_s)) {
+            Fat fat(t.program);
+            fat.load();
+            choose(given, fat);
+            const auto checks = checksOf(fat);
+            fat.dosyaac(given.path(u"source.bif"_s));
+            checks->finish();
+            told = rulesTold(checks->findings());
+        } else {
+            Fatduz fatduz(t.program);
+            fatduz.load();
+            choose(given, fatduz.tanimlar);
+            fatduz.faturaTuru.setText(given[u"fatbilgi"_s]);
+            const auto checks = checksOf(fatduz);
+            const QString sheet = given[u"sayfa"_s].isEmpty() ? u"Sheet1"_s : given[u"sayfa"_s];
+            fatduz.sayfaAdi.setText(sheet);
+            writeWorkbook(t.path(u"kaynak.xlsx"_s), sheet, bookRows(given.text(u"source.txt"_s)));
+            fatduz.dosyaac(t.path(u"kaynak.xlsx"_s));
+            checks->finish();
+            told = rulesTold(checks->findings());
+        }
+        QCOMPARE(told, rules);
+    }
+};
+
+QTEST_GUILESS_MAIN(TestInvoiceChecks)
+#include "tst_invoicechecks.moc"
