@@ -493,7 +493,8 @@ private:
             const double tax = (*amount - product.price * packs) * extraTax;
             const double net = (*price * packs - tax) / vatFactor;
             invoice->gross += net;
-            if (net < -0.005 && product.price > 0 && !invoice->negativeNet.contains(placeOf(product)))
+            if (net / packs < -0.005 && product.price > 0 &&
+                !invoice->negativeNet.contains(placeOf(product)))
                 invoice->negativeNet << placeOf(product);
             if ((*quantity < 0 || *price < 0 || *amount < 0) &&
                 invoice->negative.size() < shownPlaces)
@@ -532,14 +533,18 @@ private:
                            const std::optional<double> &quantity,
                            const std::optional<double> &price, const std::optional<double> &amount)
     {
-        const auto spelled = [](QStringView name, QStringView field) {
-            return u"%1 %2"_s.arg(name, quoted(field.toString()));
+        const auto told = [&](QStringView name, int first, int length, QStringView fault) {
+            return u"%1. satırın %2 %3 %4"_s.arg(invoice.lines)
+                .arg(name, quoted(cut(line, first, length).toString()), fault);
         };
-        const QString fault = !quantity || (price && amount)
-                                  ? spelled(u"miktarı", cut(line, 97, 8))
-                                  : !price ? spelled(u"fiyatı", cut(line, 106, 12))
-                                           : spelled(u"tutarı", cut(line, 124, 12));
-        return u"%1. satırın %2"_s.arg(invoice.lines).arg(fault);
+        const QStringView unreadable = u"okunamıyor";
+        if (!quantity)
+            return told(u"miktarı", 97, 8, unreadable);
+        if (!price)
+            return told(u"fiyatı", 106, 12, unreadable);
+        if (!amount)
+            return told(u"tutarı", 124, 12, unreadable);
+        return told(u"miktarı", 97, 8, u"olduğundan net fiyatı hesaplanamaz");
     }
 
     // Those whose lines have not come, a few hundred at once.
@@ -591,7 +596,7 @@ private:
                 u"Kaynakta kendi satırı yok: belgeye %1 satırları yazılır."_s.arg(invoice.owner));
         if (!invoice.unread.isEmpty())
             add(invoice, row, unread,
-                u"%1 okunamıyor: bu satır yarım kalır, arkasındakiler belgeye girmez."_s.arg(
+                u"%1: bu satır yarım kalır, arkasındakiler belgeye girmez."_s.arg(
                     invoice.unread.first()));
         if (!invoice.negative.isEmpty())
             add(invoice, row, negative,
@@ -668,7 +673,7 @@ private:
     {
         QStringList codes;
         for (const qsizetype place : places)
-            codes << m_products[static_cast<std::size_t>(place)].code;
+            codes << shown(m_products[static_cast<std::size_t>(place)].code);
         return codes;
     }
 
@@ -753,7 +758,19 @@ QList<Rule> rulesOf(Fat &fat, const InvoiceHooks &hooks)
                      {L1::GenelToplam, u"Genel Toplam"_s}},
          .templates = sapTemplates(),
          .headOf = headOf,
-         .chosenHead = chosenHead});
+         .chosenHead = chosenHead,
+         .chosenGoods =
+             [&fat] {
+                 QList<InvoiceGoods> goods(2);
+                 for (InvoiceGoods &line : goods) {
+                     line.satKod = fat.muhkayit().sat;
+                     line.satKdvKod = fat.muhkayit().satkdv;
+                     line.kdvMuafiyetSatir = fat.tanimlar.kdvmuafiyetsatir;
+                 }
+                 goods[0].birim = birimbul(fat.tanimlar.lbrm, u"PAKET"_s);
+                 goods[1].birim = birimbul(fat.tanimlar.lbrm, u"KARTON"_s);
+                 return goods;
+             }});
     rules += vatRules(fat);
     rules += planRules(fat);
     rules += unitValueRules(fat.tanimlar);

@@ -1,5 +1,6 @@
 #include "invoices/invoicechecks.h"
 
+#include "base/codepage.h"
 #include "base/failure.h"
 #include "check/listrules.h"
 #include "invoices/columns.h"
@@ -155,28 +156,70 @@ Rule personRule(const InvoiceScreen &screen)
             }};
 }
 
-// Words of the templates in what a row gives, and once for all of them in what the screen's choices
+// A template with the words of its filling.
+struct Filled
+{
+    QList<QByteArray> words;
+    Sablon sablon;
+};
+
+Filled headOf(const InvoiceTemplates &templates)
+{
+    return {headWords(), Sablon(templates.xl1, headWords())};
+}
+
+Filled lineOf(const InvoiceTemplates &templates)
+{
+    return {lineWords(), Sablon(templates.xl2, lineWords())};
+}
+
+// A value that a step behind its own changes. What it becomes is that step's value, which here may
+// be another at each line.
+QString changedValue(const Filled &filled, const QStringList &values)
+{
+    if (faultOfWords(filled.sablon, filled.words, values).isEmpty())
+        return {};
+    for (qsizetype value = 0; value < values.size(); ++value) {
+        const QByteArray bytes = toCodePage(values[value]);
+        for (qsizetype step = value + 1; step < filled.words.size(); ++step) {
+            if (bytes.contains(filled.words[step]))
+                return u"%1 içindeki \"%2\" şablonun sözcüğüdür, belgede başka bir değere döner."_s
+                    .arg(quoted(values[value]), fromCodePage(filled.words[step]));
+        }
+    }
+    return {};
+}
+
+// Words of the templates in what a row gives, and once for all rows in what the screen's choices
 // give.
 QList<Rule> wordRules(const InvoiceScreen &screen)
 {
-    const Sablon head(screen.templates.xl1, headWords());
-    const Sablon line(screen.templates.xl2, lineWords());
-    const auto ofChoices = [](const Sablon &sablon, const QList<QByteArray> &words,
-                              std::function<QStringList()> values) {
-        Rule rule = wordRule(sablon, words, [](int) { return QStringList(); });
-        rule.cure = u"Değeri tanım ekranında değiştirin."_s;
-        rule.ofRow = nullptr;
-        rule.ofScreen = [sablon, words, values = std::move(values)] {
-            return faultOfWords(sablon, words, values());
-        };
-        return rule;
+    const Filled head = headOf(screen.templates);
+    const Filled line = lineOf(screen.templates);
+    const Rule word{.name = u"şablon sözcüğü"_s,
+                    .level = Level::Error,
+                    .cure = u"Değeri kaynağında değiştirip yeniden okutun."_s};
+    Rule ofRow = word;
+    ofRow.ofRow = [head, line, headOf = screen.headOf](int row) {
+        const InvoiceHead given = headOf(row);
+        const QString fault = changedValue(head, headValues(given));
+        return fault.isEmpty() ? changedValue(line, lineValues({}, given)) : fault;
     };
-    return {wordRule(head, headWords(),
-                     [headOf = screen.headOf](int row) { return headValues(headOf(row)); }),
-            wordRule(line, lineWords(),
-                     [headOf = screen.headOf](int row) { return lineValues({}, headOf(row)); }),
-            ofChoices(head, headWords(),
-                      [chosen = screen.chosenHead] { return headValues(chosen()); })};
+    Rule ofChoices = word;
+    ofChoices.cure = u"Değeri tanım ekranında değiştirin."_s;
+    ofChoices.ofScreen = [head, line, chosenHead = screen.chosenHead,
+                          chosenGoods = screen.chosenGoods] {
+        const InvoiceHead chosen = chosenHead();
+        QString fault = changedValue(head, headValues(chosen));
+        const QList<InvoiceGoods> lines =
+            chosenGoods ? chosenGoods() : QList<InvoiceGoods>{InvoiceGoods()};
+        for (const InvoiceGoods &goods : lines) {
+            if (fault.isEmpty())
+                fault = changedValue(line, lineValues(goods, chosen));
+        }
+        return fault;
+    };
+    return {ofRow, ofChoices};
 }
 
 } // namespace
@@ -249,8 +292,7 @@ Finding findingOf(const LineRule &rule, const QString &text, int row, const QStr
 
 CodeFaults::CodeFaults(const QString &code)
 {
-    static const QList<QByteArray> words = lineWords();
-    static const Sablon line(sapTemplates().xl2, words);
+    static const Filled line = lineOf(sapTemplates());
     static constexpr LineRule empty{u"ürün kodu", Level::Error,
                                     u"Ürün kodunu kaynağında girip dosyayı yeniden okutun."};
     static constexpr const char16_t *change = u"Değeri kaynağında değiştirip yeniden okutun.";
@@ -267,7 +309,7 @@ CodeFaults::CodeFaults(const QString &code)
     add(empty, code.isEmpty() ? u"Ürün kodu boş olan satır var."_s : QString());
     add(markup, faultOfMarkup(u"Ürün kodu"_s, code));
     add(letters, faultOfLetters(u"Ürün kodu"_s, code));
-    add(word, faultOfWords(line, words, lineValues(goods, {})));
+    add(word, changedValue(line, lineValues(goods, {})));
 }
 
 void Gaps::clear()
@@ -306,6 +348,11 @@ void needPerson(Gaps &gaps, const Grid &l1, int row, int lines)
     const QString &code = l1.cell(row, L1::SapPersonelKodu);
     if (!code.isEmpty() && l1.cell(row, L1::LogoPersonelKodu).isEmpty())
         gaps.need(u"Personel"_s, code, u"per"_s, lines, 1);
+}
+
+QString shown(const QString &code)
+{
+    return code.isEmpty() ? u"(boş)"_s : code;
 }
 
 QString someOf(const QStringList &names, const QString &what)

@@ -48,6 +48,8 @@ struct InvoiceScreen
     /// A row's head without what the screen's choices give, and that alone.
     std::function<InvoiceHead(int row)> headOf;
     std::function<InvoiceHead()> chosenHead;
+    /// The same of lines, where a screen gives them any.
+    std::function<QList<InvoiceGoods>()> chosenGoods = nullptr;
 };
 
 /// Database, connection, e-invoice marks, firm, and what each row shows by itself: number, date,
@@ -100,6 +102,9 @@ private:
 void needFirm(Gaps &gaps, const InvoiceDefinitions &tanimlar, int lines, int documents);
 /// The person of a row, where its definition is missing.
 void needPerson(Gaps &gaps, const Grid &l1, int row, int lines);
+
+/// A code as a sentence shows it: an empty one as such.
+QString shown(const QString &code);
 
 /// A few of many, as a sentence lists them: "P1, P2 ve 3 ürün daha".
 QString someOf(const QStringList &names, const QString &what);

@@ -61,6 +61,25 @@ QString rulesTold(const QList<Finding> &findings)
     return rules.join(u", "_s);
 }
 
+QStringList textsOf(const QList<Finding> &findings)
+{
+    QStringList texts;
+    for (const Finding &finding : findings)
+        texts << finding.text;
+    return texts;
+}
+
+QList<Finding> surveyed(Survey &survey)
+{
+    survey.begin();
+    while (survey.step()) {
+    }
+    QList<Finding> findings;
+    QList<Gap> gaps;
+    survey.tell(findings, gaps);
+    return findings;
+}
+
 // A finding of every screen over a fresh folder leads to what is done about it.
 void compare(const DocumentCase &given, const Checks &checks, const ReadReport &okuma,
              const QString &folder)
@@ -85,6 +104,15 @@ void expectNoLink(TestProgram &t)
 {
     t.boxes.expect({u"SQL Server bağlantısı yok. E-Fatura Okunurken Hata Oluştu"_s, u"Dikkat"_s,
                     Icon::Stop});
+}
+
+// A document of an earlier day.
+void lay(const QString &path, const QDateTime &time)
+{
+    writeBytes(path, "<SALES_INVOICES>");
+    QFile file(path);
+    QVERIFY(file.open(QIODevice::ReadWrite));
+    QVERIFY(file.setFileTime(time, QFileDevice::FileModificationTime));
 }
 
 void choose(const DocumentCase &given, Fat &fat)
@@ -124,9 +152,9 @@ private Q_SLOTS:
                            }});
         choose(given, fat);
         if (!given[u"belge"_s].isEmpty())
-            writeBytes(t.path(target), "<SALES_INVOICES>");
+            lay(t.path(target), QDateTime(QDate(2024, 3, 6), QTime(18, 30)));
         if (!given[u"fiyatsiz"_s].isEmpty())
-            t.boxes.expect({.text = noPrices + given[u"fiyatsiz"_s]});
+            t.boxes.expect({.text = noPrices + u"  "_s + given[u"fiyatsiz"_s]});
         if (given.expected(u"source.bif"_s).size() == 1) {
             if (!given[u"logosuz"_s].isEmpty())
                 expectNoLink(t);
@@ -203,6 +231,116 @@ private Q_SLOTS:
             told = rulesTold(checks->findings());
         }
         QCOMPARE(told, rules);
+    }
+
+    void whatTheOpeningCouldNotReadIsTold()
+    {
+        TestProgram t;
+        QVERIFY(QFile::remove(t.path(u"fatozkod.dbs"_s)));
+        t.reachLogo();
+        Fat codeless(t.program);
+        codeless.load();
+        const auto first = checksOf(codeless);
+        first->finish();
+        QCOMPARE(rulesTold(first->findings()),
+                 u"firma, kasa kodu, kdv satırı, ödeme planı, özel kodlar"_s);
+        QVERIFY(QFile::remove(t.path(u"data.dbs"_s)));
+        codeless.yukle();
+        first->finish();
+        QCOMPARE(rulesTold(first->findings()),
+                 u"firma, kasa kodu, kdv satırı, tanımlar, veritabanı, ödeme planı"_s);
+    }
+
+    void aSourceThatIsGoneIsToldOnceAndLinesOfNoneAreNot()
+    {
+        Desk desk;
+        desk.open(header() + goods(u"P1"));
+        QVERIFY(QFile::remove(desk.fat.dosyaadi()));
+        const auto survey = surveyOf(desk.fat);
+        QCOMPARE(rulesTold(surveyed(*survey)), u"kaynak"_s);
+    }
+
+    void linesBeyondSixtyThousandAreLost()
+    {
+        Desk desk;
+        QByteArray bif = header({.no = u"F1"_s});
+        for (int line = 0; line < 60'000; ++line)
+            bif += goods(u"P1"_s);
+        bif += header({.no = u"F2"_s}) + goods(u"P1"_s);
+        desk.open(bif);
+        const auto survey = surveyOf(desk.fat);
+        QVERIFY(!rulesTold(surveyed(*survey)).contains(u"satır sınırı"));
+        bif.insert(bif.indexOf("@6"), goods(u"P1"_s));
+        desk.open(bif);
+        QVERIFY(rulesTold(surveyed(*survey)).contains(u"satır sınırı"));
+    }
+
+    // The list is another while its lines are walked: what was found of the rows before is dropped,
+    // and none of them is told.
+    void aListThatChangesInTheMidstOfItsCheckIsCheckedAnew()
+    {
+        Desk desk;
+        QByteArray bif;
+        for (int no = 1; no <= 3000; ++no)
+            bif += header({.no = QString::number(no), .person = no == 2900 ? u"S9"_s : u"S1"_s}) +
+                   goods(no % 1000 == 0 ? u"P&1"_s : u"P1"_s);
+        desk.t.boxes.expect({.text = noPrices + u"  P&1  P&1  P&1"_s});
+        const auto checks = checksOf(desk.fat);
+        desk.open(bif);
+        int turns = 0;
+        while (checks->gaps().isEmpty() && !checks->isComplete() && turns < 3) {
+            QCoreApplication::processEvents();
+            ++turns;
+        }
+        QVERIFY(!checks->isComplete());
+        desk.l1.keepWhere([](int row) { return row >= 1999; });
+        QTRY_VERIFY(checks->isComplete());
+        QStringList rows;
+        for (const Finding &finding : checks->findings()) {
+            if (finding.row >= 0 && finding.rule != u"satır toplamı")
+                rows << u"%1 %2"_s.arg(finding.row + 1).arg(finding.rule);
+        }
+        QCOMPARE(rows.join(u", "_s), u"1 bayi fiyatı, 1 XML işareti, 901 personel, 1001 bayi "
+                                     "fiyatı, 1001 XML işareti"_s);
+        QCOMPARE(checks->ofRow(900).size(), 2);
+
+        // A tick changes nothing that is checked; a definition that comes later does.
+        QSignalSpy changed(checks.get(), &Checks::changed);
+        desk.fat.liste.fattumsec();
+        QCoreApplication::processEvents();
+        QCOMPARE(changed.count(), 0);
+        desk.t.fill({u"insert into per values (Null,'LP9','S9')"_s});
+        desk.fat.yukle();
+        QTRY_VERIFY(changed.count() > 0 && checks->isComplete());
+        QVERIFY(textsOf(checks->findings())
+                    .contains(u"2900: \"S9\" personelinin Logo kodu okumadan sonra tanımlandı."_s));
+        desk.l1.clear();
+        QTRY_VERIFY(checks->isComplete());
+        QVERIFY(checks->ofRow(0).isEmpty() && checks->gaps().isEmpty());
+    }
+
+    void aRuleThatFailsFindsNothing()
+    {
+        Grid list({{u"a"_s}});
+        list.addRow(u"x"_s);
+        Checks checks(list, {{.name = u"yok"_s,
+                              .ofRow = [&list](int row) { return list.cell(row, 7); }},
+                             {.name = u"var"_s, .ofRow = [](int) { return u"bulundu"_s; }}});
+        checks.finish();
+        QCOMPARE(rulesTold(checks.findings()), u"var"_s);
+    }
+
+    void aReportKeepsBoundsAndCountsOn()
+    {
+        ReadReport report;
+        report.begin(u"kaynak"_s);
+        for (int line = 1; line <= 6000; ++line)
+            report.add(line, u"kayıt", u"neden %1"_s.arg(line <= 3000 ? 0 : line));
+        QCOMPARE(report.total(), 6000);
+        QCOMPARE(report.entries().size(), ReadReport::mostEntries);
+        QCOMPARE(report.reasons().size(), ReadReport::mostReasons + 1);
+        QCOMPARE(report.reasons().first().second, 3000);
+        QCOMPARE(report.reasons().last(), std::pair(u"başka nedenler"_s, 6000 - 3000 - 199));
     }
 };
 

@@ -38,8 +38,9 @@ constexpr LineRule tooMany{u"satır sınırı", Level::Error,
                        u"Faturayı sayfada bölün ya da kalan satırları Logo'da girin."};
 constexpr LineRule discount{u"indirim", Level::Warning,
                         u"İndirim oranlarını ve tutarını sayfada kontrol edin."};
-constexpr LineRule unitValue{u"XML işareti", Level::Error,
-                         u"Birimin Logo kodunu Birim Setleri ekranında düzeltin."};
+constexpr const char16_t *unitCure = u"Birimin Logo kodunu Birim Setleri ekranında düzeltin.";
+constexpr LineRule unitMarkup{u"XML işareti", Level::Error, unitCure};
+constexpr LineRule unitWord{u"şablon sözcüğü", Level::Error, unitCure};
 constexpr LineRule columns{u"sayfa", Level::Error,
                        u"Sayfayı 23 sütunuyla, indirim tutarı sütunuyla birlikte alın."};
 
@@ -206,12 +207,12 @@ private:
             known = m_units.insert(word, {.isDefined = !code.isEmpty()});
             InvoiceGoods goods;
             goods.birim = code;
-            for (const QString &fault :
-                 {faultOfMarkup(u"%1 biriminin Logo kodu"_s.arg(quoted(word)), code),
-                  faultOfWords(m_line, lineWords(), lineValues(goods, {}))}) {
-                if (!fault.isEmpty())
-                    m_found << findingOf(unitValue, fault);
-            }
+            const QString name = u"%1 biriminin Logo kodu"_s.arg(quoted(word));
+            if (const QString fault = faultOfMarkup(name, code); !fault.isEmpty())
+                m_found << findingOf(unitMarkup, fault);
+            if (!faultOfWords(m_line, lineWords(), lineValues(goods, {})).isEmpty())
+                m_found << findingOf(unitWord, u"%1 %2 şablonun bir sözcüğünü taşıyor, belgede "
+                                               "başka bir değere döner."_s.arg(name, quoted(code)));
         }
         if (known->isDefined)
             return;
@@ -221,9 +222,8 @@ private:
             known->last = &invoice;
             known->documents += static_cast<int>(invoice.rows.size());
         }
-        const QString shown = word.isEmpty() ? u"(boş)"_s : word;
-        if (!invoice.units.contains(shown))
-            invoice.units << shown;
+        if (!invoice.units.contains(shown(word)))
+            invoice.units << shown(word);
     }
 
     void takeProduct(Invoice &invoice, int record)
