@@ -17,7 +17,7 @@ struct Finding
     QString text; ///< what is wrong, with the value
     QString cure; ///< what to do about it
     int row = -1;
-    int column = -1; ///< of the cell; -1 where it is the whole row
+    int column = -1;      ///< of the cell; -1 where it is the whole row
     QString control = {}; ///< object name of the control that leads there, without a row
     QString list = QStringLiteral("l1"); ///< the row's list
 
@@ -27,8 +27,8 @@ struct Finding
 /// A definition that is missing, told once, with those who need it.
 struct Gap
 {
-    QString kind; ///< "Birim", "Personel", "Bayi fiyatı"
-    QString code; ///< what the source calls it
+    QString kind;      ///< "Birim", "Personel", "Bayi fiyatı"
+    QString code;      ///< what the source calls it
     QString name = {}; ///< what it is, where the source tells
     int lines = 0;
     int documents = 0;

@@ -46,14 +46,14 @@ public:
     TextField odemePlaniKodu; ///< its code, which goes into the document
     ChoiceField faturaTuru;   ///< begins with the kind: 10, 20, 30, 40 or 80
     TextField baslik{QStringLiteral("FATURA")}; ///< caption of bar1
-    Notes bilgi; ///< what the last read or write has to tell without a box
-    ReadReport okuma; ///< what of the file gave no row at the last read
+    Notes bilgi;               ///< what the last read or write has to tell without a box
+    ReadReport okuma;          ///< what of the file gave no row at the last read
     AskedPrices bayiFiyatlari; ///< the dealer prices of the file's products at the last read
     ProgressField ilerleme;
     ScreenLink link;
 
     const Program &program() const { return m_program; }
-    const QString &dosyaadi() const { return m_dosyaadi; } ///< empty before one was picked
+    const QString &dosyaadi() const { return m_dosyaadi; }  ///< empty before one was picked
     const MuhKayit &muhkayit() const { return m_muhkayit; } ///< of the rate that was chosen
 
     // What the definition screens tell an open screen.

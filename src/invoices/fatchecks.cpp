@@ -83,8 +83,8 @@ QList<Rule> vatRules(Fat &fat)
                                                               missing.join(u" ve "_s));
          }}};
     rules += definitionValueRules(u"Satış hesabı"_s, cure, [&fat] { return fat.muhkayit().sat; });
-    rules += definitionValueRules(u"Satış Kdv hesabı"_s, cure,
-                                  [&fat] { return fat.muhkayit().satkdv; });
+    rules +=
+        definitionValueRules(u"Satış Kdv hesabı"_s, cure, [&fat] { return fat.muhkayit().satkdv; });
     return rules;
 }
 
@@ -92,14 +92,12 @@ QList<Rule> planRules(Fat &fat)
 {
     const QString cure = u"Ödeme Plan Kodu listesinden seçin; listede yoksa Ödeme Plan Kodu "
                          "ekranında girin."_s;
-    QList<Rule> rules{{.name = u"ödeme planı"_s,
-                       .cure = cure,
-                       .control = u"c5"_s,
-                       .ofScreen = [&fat] {
-                           return fat.odemePlaniKodu.text().isEmpty()
-                                      ? u"Ödeme planı seçilmedi: faturalar plansız yazılır."_s
-                                      : QString();
-                       }}};
+    QList<Rule> rules{
+        {.name = u"ödeme planı"_s, .cure = cure, .control = u"c5"_s, .ofScreen = [&fat] {
+             return fat.odemePlaniKodu.text().isEmpty()
+                        ? u"Ödeme planı seçilmedi: faturalar plansız yazılır."_s
+                        : QString();
+         }}};
     rules += definitionValueRules(u"Ödeme plan kodu"_s, cure,
                                   [&fat] { return fat.odemePlaniKodu.text(); });
     return rules;
@@ -132,39 +130,40 @@ QList<Rule> exemptionRules(const InvoiceDefinitions &tanimlar)
 Rule slipWords(Fat &fat)
 {
     const QList<QByteArray> words = kasaSozcukleri();
-    return {
-        .name = u"şablon sözcüğü"_s,
-        .level = Level::Error,
-        .cure = u"Ünvanı kaynağında değiştirin ya da kasa fişini Logo'da düzeltin."_s,
-        .column = L1::Unvani,
-        .ofRow = [&fat, words, slip = Sablon(sablon(u"kasatex"_s), words)](int row) -> QString {
-            const Grid &l1 = fat.liste.l1;
-            const auto mayHoldWord = [](const QString &value) {
-                return std::ranges::any_of(value, [](QChar c) { return c.isLower(); });
-            };
-            if (!mayHoldWord(l1.cell(row, L1::Unvani)) && !mayHoldWord(l1.cell(row, L1::CariKodu)) &&
-                !mayHoldWord(l1.cell(row, L1::KasaSatisElemani)) &&
-                !mayHoldWord(fat.tanimlar.kasakodu))
-                return {};
-            QString fault;
-            if (getsSlip(l1, row)) {
-                passOver([&] {
-                    const QStringList values =
-                        kasaDegerleri(l1, row, fat.tanimlar.kasakodu, QTime(0, 0));
-                    fault = faultOfWords(slip, words, values);
-                    if (!fault.isEmpty() || !slip.mayChange(values, Sablon::Steps::All))
-                        return;
-                    int next = row + 1;
-                    while (next < l1.rows() && !getsSlip(l1, next))
-                        ++next;
-                    if (next < l1.rows())
-                        fault = u"%1 içinde şablonun sözcüğü var; arkasındaki %2 faturasının fişi "
+    return {.name = u"şablon sözcüğü"_s,
+            .level = Level::Error,
+            .cure = u"Ünvanı kaynağında değiştirin ya da kasa fişini Logo'da düzeltin."_s,
+            .column = L1::Unvani,
+            .ofRow = [&fat, words, slip = Sablon(sablon(u"kasatex"_s), words)](int row) -> QString {
+                const Grid &l1 = fat.liste.l1;
+                const auto mayHoldWord = [](const QString &value) {
+                    return std::ranges::any_of(value, [](QChar c) { return c.isLower(); });
+                };
+                if (!mayHoldWord(l1.cell(row, L1::Unvani)) &&
+                    !mayHoldWord(l1.cell(row, L1::CariKodu)) &&
+                    !mayHoldWord(l1.cell(row, L1::KasaSatisElemani)) &&
+                    !mayHoldWord(fat.tanimlar.kasakodu))
+                    return {};
+                QString fault;
+                if (getsSlip(l1, row)) {
+                    passOver([&] {
+                        const QStringList values =
+                            kasaDegerleri(l1, row, fat.tanimlar.kasakodu, QTime(0, 0));
+                        fault = faultOfWords(slip, words, values);
+                        if (!fault.isEmpty() || !slip.mayChange(values, Sablon::Steps::All))
+                            return;
+                        int next = row + 1;
+                        while (next < l1.rows() && !getsSlip(l1, next))
+                            ++next;
+                        if (next < l1.rows())
+                            fault =
+                                u"%1 içinde şablonun sözcüğü var; arkasındaki %2 faturasının fişi "
                                 "de yazılırsa değişir."_s.arg(quoted(l1.cell(row, L1::Unvani)),
                                                               l1.cell(next, L1::FaturaNumarasi));
-                });
-            }
-            return fault.isEmpty() ? fault : u"Kasa fişinde "_s + fault;
-        }};
+                    });
+                }
+                return fault.isEmpty() ? fault : u"Kasa fişinde "_s + fault;
+            }};
 }
 
 QList<Rule> slipRules(Fat &fat, const InvoiceHooks &hooks)
@@ -225,24 +224,24 @@ QList<Rule> targetRules(Fat &fat, const InvoiceHooks &hooks)
 // --- The lines
 
 constexpr LineRule unread{u"satır okunamıyor", Level::Error,
-                      u"Satırı kaynağında düzeltip dosyayı yeniden okutun."};
+                          u"Satırı kaynağında düzeltip dosyayı yeniden okutun."};
 constexpr LineRule negative{u"eksi satır", Level::Warning,
-                        u"İade ya da düzeltme değilse kaynağında düzeltin."};
+                            u"İade ya da düzeltme değilse kaynağında düzeltin."};
 constexpr LineRule unit{u"birim", Level::Error,
-                    u"Birim Setleri ekranında birimin Logo kodunu girin."};
+                        u"Birim Setleri ekranında birimin Logo kodunu girin."};
 constexpr LineRule unpriced{u"bayi fiyatı", Level::Error,
-                        u"Ürün Bayi Fiyat Eşleştirmesi ekranında fiyatı girin, sonra dosyayı "
-                        "yeniden okutun."};
+                            u"Ürün Bayi Fiyat Eşleştirmesi ekranında fiyatı girin, sonra dosyayı "
+                            "yeniden okutun."};
 constexpr LineRule netPrice{u"net fiyat", Level::Error,
-                        u"Bayi fiyatını ve kaynaktaki fiyatı karşılaştırın."};
+                            u"Bayi fiyatını ve kaynaktaki fiyatı karşılaştırın."};
 constexpr LineRule sums{u"satır toplamı", Level::Warning,
-                    u"Faturanın eksik ya da fazla satırı olup olmadığına kaynağında bakın."};
+                        u"Faturanın eksik ya da fazla satırı olup olmadığına kaynağında bakın."};
 constexpr LineRule lineless{u"satırsız fatura", Level::Error,
-                        u"Faturayı kaynağından yeniden alın; işaretini kaldırmadan yazmayın."};
+                            u"Faturayı kaynağından yeniden alın; işaretini kaldırmadan yazmayın."};
 constexpr LineRule tooMany{u"satır sınırı", Level::Error,
-                       u"Faturayı kaynağında bölün ya da kalan satırları Logo'da girin."};
+                           u"Faturayı kaynağında bölün ya da kalan satırları Logo'da girin."};
 constexpr LineRule discount{u"genel indirim", Level::Error,
-                        u"İndirimi ve satırları kaynağında karşılaştırın."};
+                            u"İndirimi ve satırları kaynağında karşılaştırın."};
 constexpr LineRule source{u"kaynak", Level::Error, u"Dosyayı yerine koyup yeniden okutun."};
 
 // The number of a field in source spelling, as the cells of the lines read it; nothing if it is
@@ -312,8 +311,8 @@ public:
     {
         const auto failed = passOver([this] { go(); });
         if (failed) {
-            m_found << findingOf(source, u"Satırlar denetlenemedi, belgeye de girmez: %1"_s.arg(
-                                             failed->headline()));
+            m_found << findingOf(
+                source, u"Satırlar denetlenemedi, belgeye de girmez: %1"_s.arg(failed->headline()));
             m_stage = Stage::End;
         }
         if (m_stage == Stage::End)
@@ -341,12 +340,12 @@ private:
         int lines = 0;
         int packs = 0;
         int cartons = 0;
-        qint64 sum = 0;   // of the amounts
-        double gross = 0; // net prices times quantities
+        qint64 sum = 0;     // of the amounts
+        double gross = 0;   // net prices times quantities
         bool ended = false; // at a line that can't be read; what comes behind it is not written
         QStringList unread, negative;
-        QList<qsizetype> odd;        // products with something to tell
-        QList<qsizetype> unpriced;   // and those without a price
+        QList<qsizetype> odd;      // products with something to tell
+        QList<qsizetype> unpriced; // and those without a price
         QList<qsizetype> negativeNet;
         int unpricedLines = 0;
     };
@@ -512,8 +511,7 @@ private:
         product.code = code.toString();
         product.name = trimmedBlanks(cut(line, 46, 50)).toString();
         // What could not be asked for counts as without a price, as it does for the reading.
-        product.price =
-            std::max(number(m_fat.bayiFiyatlari.value(product.code)).value_or(0), 0.0);
+        product.price = std::max(number(m_fat.bayiFiyatlari.value(product.code)).value_or(0), 0.0);
         product.faults = CodeFaults(product.code);
         m_productPlaces.insert(product.code, static_cast<qsizetype>(m_products.size()) - 1);
         return product;
@@ -576,16 +574,14 @@ private:
             tellRow(invoice, row);
         }
         if (m_noPacks && invoice.packs > 0)
-            m_gaps.need(u"Birim"_s, u"PAKET"_s, u"birimseti"_s, invoice.packs, documentsOf(invoice));
+            m_gaps.need(u"Birim"_s, u"PAKET"_s, u"birimseti"_s, invoice.packs,
+                        documentsOf(invoice));
         if (m_noCartons && invoice.cartons > 0)
             m_gaps.need(u"Birim"_s, u"KARTON"_s, u"birimseti"_s, invoice.cartons,
                         documentsOf(invoice));
     }
 
-    static int documentsOf(const Invoice &invoice)
-    {
-        return static_cast<int>(invoice.rows.size());
-    }
+    static int documentsOf(const Invoice &invoice) { return static_cast<int>(invoice.rows.size()); }
 
     void tellRow(const Invoice &invoice, int row)
     {
@@ -620,7 +616,8 @@ private:
                 u"%1 satırı var, belgeye ilk %2 satır sığar."_s.arg(invoice.lines)
                     .arg(InvoiceDocument::mostLines));
         for (const qsizetype place : invoice.odd) {
-            for (const auto &[rule, fault] : m_products[static_cast<std::size_t>(place)].faults.faults)
+            for (const auto &[rule, fault] :
+                 m_products[static_cast<std::size_t>(place)].faults.faults)
                 add(invoice, row, *rule, fault);
         }
         tellDiscount(invoice, row);
@@ -741,36 +738,35 @@ QList<Rule> rulesOf(Fat &fat, const InvoiceHooks &hooks)
         head.kdvMuafiyetGenel = fat.tanimlar.kdvmuafiyetgenel;
         return head;
     };
-    QList<Rule> rules = sharedRules(
-        {.program = fat.program(),
-         .liste = fat.liste,
-         .tanimlar = fat.tanimlar,
-         .link = fat.link,
-         .kaynakAdi = u"SAP"_s,
-         .linkCure = u"Sql Server Bağlantı ekranında ayarları kaydedin."_s,
-         .numberless = u"Numarasız fatura satırsız yazılır."_s,
-         .values = {{L1::CariKodu, u"Cari kodu"_s},
-                    {L1::FaturaNumarasi, u"Fatura numarası"_s},
-                    {L1::LogoPersonelKodu, u"Personel kodu"_s}},
-         .amounts = {{L1::ToplamTutar, u"Toplam Tutar"_s},
-                     {L1::IndirimToplami, u"İndirim Toplamı"_s},
-                     {L1::KdvToplami, u"Kdv Toplamı"_s},
-                     {L1::GenelToplam, u"Genel Toplam"_s}},
-         .templates = sapTemplates(),
-         .headOf = headOf,
-         .chosenHead = chosenHead,
-         .chosenGoods =
-             [&fat] {
-                 QList<InvoiceGoods> goods(2);
-                 for (InvoiceGoods &line : goods) {
-                     line.satKod = fat.muhkayit().sat;
-                     line.satKdvKod = fat.muhkayit().satkdv;
-                     line.kdvMuafiyetSatir = fat.tanimlar.kdvmuafiyetsatir;
-                 }
-                 goods[0].birim = birimbul(fat.tanimlar.lbrm, u"PAKET"_s);
-                 goods[1].birim = birimbul(fat.tanimlar.lbrm, u"KARTON"_s);
-                 return goods;
-             }});
+    QList<Rule> rules =
+        sharedRules({.program = fat.program(),
+                     .liste = fat.liste,
+                     .tanimlar = fat.tanimlar,
+                     .link = fat.link,
+                     .kaynakAdi = u"SAP"_s,
+                     .linkCure = u"Sql Server Bağlantı ekranında ayarları kaydedin."_s,
+                     .numberless = u"Numarasız fatura satırsız yazılır."_s,
+                     .values = {{L1::CariKodu, u"Cari kodu"_s},
+                                {L1::FaturaNumarasi, u"Fatura numarası"_s},
+                                {L1::LogoPersonelKodu, u"Personel kodu"_s}},
+                     .amounts = {{L1::ToplamTutar, u"Toplam Tutar"_s},
+                                 {L1::IndirimToplami, u"İndirim Toplamı"_s},
+                                 {L1::KdvToplami, u"Kdv Toplamı"_s},
+                                 {L1::GenelToplam, u"Genel Toplam"_s}},
+                     .templates = sapTemplates(),
+                     .headOf = headOf,
+                     .chosenHead = chosenHead,
+                     .chosenGoods = [&fat] {
+                         QList<InvoiceGoods> goods(2);
+                         for (InvoiceGoods &line : goods) {
+                             line.satKod = fat.muhkayit().sat;
+                             line.satKdvKod = fat.muhkayit().satkdv;
+                             line.kdvMuafiyetSatir = fat.tanimlar.kdvmuafiyetsatir;
+                         }
+                         goods[0].birim = birimbul(fat.tanimlar.lbrm, u"PAKET"_s);
+                         goods[1].birim = birimbul(fat.tanimlar.lbrm, u"KARTON"_s);
+                         return goods;
+                     }});
     rules += vatRules(fat);
     rules += planRules(fat);
     rules += unitValueRules(fat.tanimlar);
@@ -792,9 +788,9 @@ std::unique_ptr<Checks> checksOf(Fat &fat, const InvoiceHooks &hooks)
 {
     auto checks = std::make_unique<Checks>(fat.liste.l1, rulesOf(fat, hooks));
     checks->add(surveyOf(fat));
-    for (TextField *field : {static_cast<TextField *>(&fat.tanimlar.firma),
-                             static_cast<TextField *>(&fat.kdvOrani), &fat.odemePlaniKodu,
-                             &fat.tanimlar.genelKdv, &fat.link.durum})
+    for (TextField *field :
+         {static_cast<TextField *>(&fat.tanimlar.firma), static_cast<TextField *>(&fat.kdvOrani),
+          &fat.odemePlaniKodu, &fat.tanimlar.genelKdv, &fat.link.durum})
         checks->watch(*field);
     checks->watch(fat.tanimlar.lbrm);
     checks->watch(fat.tanimlar.persl);

@@ -250,7 +250,10 @@ QList<Rule> definitionValueRules(const QString &name, const QString &cure,
     return {{.name = u"XML işareti"_s,
              .level = Level::Error,
              .cure = cure,
-             .ofScreen = [name, value] { return faultOfMarkup(name, value()); }},
+             .ofScreen =
+                 [name, value] {
+                     return faultOfMarkup(name, value());
+                 }},
             {.name = u"harf"_s, .cure = cure, .ofScreen = [name, value] {
                  return faultOfLetters(name, value());
              }}};
@@ -265,8 +268,8 @@ QList<Rule> sharedRules(const InvoiceScreen &screen)
                         Level::Error, screen.numberless + u' ' + sourceCure)
            << emptyRule({l1, L1::CariKodu, u"Cari kodu"_s}, u"cari kodu"_s, Level::Error,
                         sourceCure);
-    ofRows += dateRules({l1, L1::FaturaTarihi, u"Fatura tarihi"_s}, screen.program.clock,
-                        &listedDate);
+    ofRows +=
+        dateRules({l1, L1::FaturaTarihi, u"Fatura tarihi"_s}, screen.program.clock, &listedDate);
     for (const auto &[column, name] : screen.amounts)
         ofRows += amountRules({l1, column, name});
     for (const auto &[column, name] : screen.values)
@@ -338,7 +341,8 @@ void needFirm(Gaps &gaps, const InvoiceDefinitions &tanimlar, int lines, int doc
     if (firma.firma.isEmpty() || firma.firma != tanimlar.firma.text() || documents == 0)
         return;
     if (firma.alkod.isEmpty())
-        gaps.need(u"Alıcı hesabı"_s, firma.firma, u"fir"_s, lines, documents, u"Alıcı Hesap Kodu"_s);
+        gaps.need(u"Alıcı hesabı"_s, firma.firma, u"fir"_s, lines, documents,
+                  u"Alıcı Hesap Kodu"_s);
     if (firma.dkod.isEmpty())
         gaps.need(u"Depo"_s, firma.firma, u"fir"_s, lines, documents, u"Depo Kodu"_s);
 }

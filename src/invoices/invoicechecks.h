@@ -39,7 +39,7 @@ struct InvoiceScreen
     const InvoiceList &liste;
     const InvoiceDefinitions &tanimlar;
     const ScreenLink &link;
-    QString kaynakAdi; ///< of the staff's codes: "SAP"
+    QString kaynakAdi;  ///< of the staff's codes: "SAP"
     QString linkCure;   ///< what to do without a connection
     QString numberless; ///< what becomes of an invoice without a number
     /// Columns of `l1` whose cells go into the head of an invoice, and the amounts of a row.

@@ -23,9 +23,9 @@ namespace {
 
 QString told(const Finding &finding)
 {
-    return u"%1 | %2 | %3 | %4"_s.arg(
-        finding.level == Level::Error ? u"hata"_s : u"uyarı"_s,
-        finding.row < 0 ? u"-"_s : QString::number(finding.row + 1), finding.rule, finding.text);
+    return u"%1 | %2 | %3 | %4"_s.arg(finding.level == Level::Error ? u"hata"_s : u"uyarı"_s,
+                                      finding.row < 0 ? u"-"_s : QString::number(finding.row + 1),
+                                      finding.rule, finding.text);
 }
 
 QString told(const Gap &gap)
@@ -102,8 +102,8 @@ void choose(const DocumentCase &given, InvoiceDefinitions &tanimlar)
 
 void expectNoLink(TestProgram &t)
 {
-    t.boxes.expect({u"SQL Server bağlantısı yok. E-Fatura Okunurken Hata Oluştu"_s, u"Dikkat"_s,
-                    Icon::Stop});
+    t.boxes.expect(
+        {u"SQL Server bağlantısı yok. E-Fatura Okunurken Hata Oluştu"_s, u"Dikkat"_s, Icon::Stop});
 }
 
 // A document of an earlier day.
@@ -194,8 +194,8 @@ private Q_SLOTS:
     {
         QTest::addColumn<QString>("folder");
         QTest::addColumn<QString>("rules");
-        for (const QString &line : rowsOf(QString::fromUtf8(
-                 readBytes(QStringLiteral(TEST_DATA "/checks/belgeler.txt")))))
+        for (const QString &line :
+             rowsOf(QString::fromUtf8(readBytes(QStringLiteral(TEST_DATA "/checks/belgeler.txt")))))
             QTest::newRow(qPrintable(line.section(u':', 0, 0)))
                 << QStringLiteral(TEST_DATA "/") + line.section(u':', 0, 0)
                 << line.section(u':', 1).trimmed();
@@ -324,8 +324,13 @@ private Q_SLOTS:
         Grid list({{u"a"_s}});
         list.addRow(u"x"_s);
         Checks checks(list, {{.name = u"yok"_s,
-                              .ofRow = [&list](int row) { return list.cell(row, 7); }},
-                             {.name = u"var"_s, .ofRow = [](int) { return u"bulundu"_s; }}});
+                              .ofRow =
+                                  [&list](int row) {
+                                      return list.cell(row, 7);
+                                  }},
+                             {.name = u"var"_s, .ofRow = [](int) {
+                                  return u"bulundu"_s;
+                              }}});
         checks.finish();
         QCOMPARE(rulesTold(checks.findings()), u"var"_s);
     }

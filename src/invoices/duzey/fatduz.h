@@ -39,7 +39,7 @@ public:
     ChoiceField faturaTuru;                           ///< begins with the kind: 10, 20, 30 or 40
     TextField sayfaAdi{QStringLiteral("Sheet1")};     ///< name of the sheet
     TextField baslik{QStringLiteral("DÜZEY FATURA")}; ///< caption of bar1
-    Notes bilgi; ///< what the last read or write has to tell without a box
+    Notes bilgi;      ///< what the last read or write has to tell without a box
     ReadReport okuma; ///< what of the sheet gave no row at the last read
     ProgressField ilerleme;
     CheckField bekle; ///< an export is on: the pointer is an hourglass

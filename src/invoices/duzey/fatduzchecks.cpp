@@ -26,23 +26,25 @@ constexpr qsizetype shownPlaces = 3;
 constexpr int rateCount = 6;
 
 constexpr LineRule unread{u"satır okunamıyor", Level::Error,
-                      u"Hücreyi sayfada sayı olarak düzeltip yeniden okutun."};
+                          u"Hücreyi sayfada sayı olarak düzeltip yeniden okutun."};
 constexpr LineRule negative{u"eksi satır", Level::Warning,
-                        u"İade ya da düzeltme değilse sayfada düzeltin."};
-constexpr LineRule unit{u"birim", Level::Error,
-                    u"Birim Setleri ekranında birimin Logo kodunu girin, sonra bu ekranı kapatıp "
-                    "yeniden açın."};
-constexpr LineRule foreign{u"başka kayıt", Level::Error,
-                       u"Kayıtların cari kodunu, tipini ya da fatura numarasını sayfada düzeltin."};
+                            u"İade ya da düzeltme değilse sayfada düzeltin."};
+constexpr LineRule unit{
+    u"birim", Level::Error,
+    u"Birim Setleri ekranında birimin Logo kodunu girin, sonra bu ekranı kapatıp "
+    "yeniden açın."};
+constexpr LineRule foreign{
+    u"başka kayıt", Level::Error,
+    u"Kayıtların cari kodunu, tipini ya da fatura numarasını sayfada düzeltin."};
 constexpr LineRule tooMany{u"satır sınırı", Level::Error,
-                       u"Faturayı sayfada bölün ya da kalan satırları Logo'da girin."};
+                           u"Faturayı sayfada bölün ya da kalan satırları Logo'da girin."};
 constexpr LineRule discount{u"indirim", Level::Warning,
-                        u"İndirim oranlarını ve tutarını sayfada kontrol edin."};
+                            u"İndirim oranlarını ve tutarını sayfada kontrol edin."};
 constexpr const char16_t *unitCure = u"Birimin Logo kodunu Birim Setleri ekranında düzeltin.";
 constexpr LineRule unitMarkup{u"XML işareti", Level::Error, unitCure};
 constexpr LineRule unitWord{u"şablon sözcüğü", Level::Error, unitCure};
 constexpr LineRule columns{u"sayfa", Level::Error,
-                       u"Sayfayı 23 sütunuyla, indirim tutarı sütunuyla birlikte alın."};
+                           u"Sayfayı 23 sütunuyla, indirim tutarı sütunuyla birlikte alın."};
 
 class SheetSurvey : public Survey
 {
@@ -190,12 +192,11 @@ private:
             return;
         if (invoice.foreign++ > 0)
             return;
-        const QString place = m_sheet->address(record, here == cari ? Duzey::FaturaTipi
-                                                                    : Duzey::CariKodu);
-        invoice.firstForeign =
-            here.isEmpty() ? u"%1 cari kodu boş"_s.arg(place)
-            : here != cari ? u"%1 cari kodu %2"_s.arg(place, quoted(here))
-                           : u"%1 fatura tipi %2"_s.arg(place, quoted(kind));
+        const QString place =
+            m_sheet->address(record, here == cari ? Duzey::FaturaTipi : Duzey::CariKodu);
+        invoice.firstForeign = here.isEmpty() ? u"%1 cari kodu boş"_s.arg(place)
+                               : here != cari ? u"%1 cari kodu %2"_s.arg(place, quoted(here))
+                                              : u"%1 fatura tipi %2"_s.arg(place, quoted(kind));
     }
 
     void takeUnit(Invoice &invoice, int record)
@@ -249,8 +250,7 @@ private:
         const QString spelled = text(record, field);
         const auto value = tutarsayisi(spelled);
         // Of two marks the last three zeros are cut off: "1.000.000" comes out as 1.
-        const bool isCut =
-            value && spelled.count(u'.') + spelled.count(u',') > 1;
+        const bool isCut = value && spelled.count(u'.') + spelled.count(u',') > 1;
         if ((!value && (isWanted || !spelled.isEmpty())) || isCut) {
             if (invoice.unread.size() < shownPlaces)
                 invoice.unread << u"%1 %2 (%3) %4"_s.arg(
@@ -280,8 +280,9 @@ private:
         const double total = quantity * price;
         double given = 0;
         for (int i = 0; i < rateCount; ++i) {
-            const double rate = numberIn(invoice, record, static_cast<Duzey::Field>(Duzey::Oran1 + i),
-                                         u"indirim oranı", false);
+            const double rate =
+                numberIn(invoice, record, static_cast<Duzey::Field>(Duzey::Oran1 + i),
+                         u"indirim oranı", false);
             if (rate > 0)
                 given += (i < 2 ? total : total - given) * rate / 100;
         }
@@ -290,8 +291,8 @@ private:
         if (money > 0) {
             given += money;
             m_scratch.clear();
-            const auto failed = passOver(
-                [&] { addToL3(*m_sheet, record, m_fatduz.tanimlar.lbrm, m_scratch); });
+            const auto failed =
+                passOver([&] { addToL3(*m_sheet, record, m_fatduz.tanimlar.lbrm, m_scratch); });
             if (failed && invoice.unread.size() < shownPlaces)
                 invoice.unread << u"indirim tutarının (%1) indireceği tutar yok, arkasındaki "
                                   "satırlar belgeye girmez"_s.arg(
@@ -340,8 +341,8 @@ private:
         if (!invoice.negative.isEmpty())
             add(negative, u"Eksi değer: %1."_s.arg(invoice.negative.join(u", "_s)));
         if (!invoice.discounts.isEmpty())
-            add(discount, u"İndirimler satırın tutarını aşıyor: %1."_s.arg(
-                              invoice.discounts.join(u", "_s)));
+            add(discount,
+                u"İndirimler satırın tutarını aşıyor: %1."_s.arg(invoice.discounts.join(u", "_s)));
         if (invoice.unitLines > 0)
             add(unit, u"%1 satırın birimi tanımlı değil: %2."_s.arg(invoice.unitLines)
                           .arg(someOf(invoice.units, u"birim"_s)));
@@ -467,8 +468,8 @@ std::unique_ptr<Checks> checksOf(Fatduz &fatduz, const InvoiceHooks &hooks)
 {
     auto checks = std::make_unique<Checks>(fatduz.liste.l1, rulesOf(fatduz, hooks));
     checks->add(surveyOf(fatduz));
-    for (TextField *field : {static_cast<TextField *>(&fatduz.tanimlar.firma), &fatduz.sayfaAdi,
-                             &fatduz.link.durum})
+    for (TextField *field :
+         {static_cast<TextField *>(&fatduz.tanimlar.firma), &fatduz.sayfaAdi, &fatduz.link.durum})
         checks->watch(*field);
     checks->watch(fatduz.tanimlar.lbrm);
     checks->watch(fatduz.tanimlar.persl);
