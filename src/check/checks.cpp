@@ -5,12 +5,13 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <numeric>
 
 namespace kervan {
 
 namespace {
 
-constexpr int sliceTime = 8; // milliseconds
+constexpr int sliceTime = 6; // milliseconds; the last step may take some more
 constexpr int rowsAtOnce = 64;
 
 // A rule that can't look, such as at a column that the list has no longer, finds nothing: it is
@@ -112,7 +113,8 @@ void Checks::slice()
         publish(); // what was said of the rows before no longer holds
     }
     while (work()) {
-        if (elapsed.elapsed() >= sliceTime) {
+        // What is left behind the last survey is one step, and has a slice of its own.
+        if (elapsed.elapsed() >= sliceTime || m_state == State::Sorting) {
             m_timer.start(0);
             return;
         }
@@ -128,6 +130,7 @@ bool Checks::work()
         m_row = 0;
         m_step = 0;
         m_ofRows.clear();
+        m_byRow.clear();
         m_gaps.clear();
         for (const auto &survey : m_surveys)
             survey->begin();
@@ -162,6 +165,10 @@ bool Checks::work()
             }
             return true;
         }
+        m_state = State::Sorting;
+        return true;
+    case State::Sorting:
+        sort();
         m_state = State::Complete;
         return false;
     case State::Complete:
@@ -193,20 +200,36 @@ void Checks::take(const Rule &rule, int row, const QString &text)
                                                  .list = rule.list};
 }
 
+// By row, and in the order of the rules within one. There may be tens of thousands, which are moved
+// once and not at each comparison.
+void Checks::sort()
+{
+    QList<qsizetype> order(m_ofRows.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::stable_sort(order, {}, [this](qsizetype i) { return m_ofRows[i].row; });
+    QList<Finding> sorted;
+    sorted.reserve(m_ofRows.size());
+    for (const qsizetype i : std::as_const(order)) {
+        const Finding &finding = sorted.emplace_back(std::move(m_ofRows[i]));
+        if (finding.row >= 0 && finding.list == QStringLiteral("l1"))
+            m_byRow[finding.row] << static_cast<int>(sorted.size()) - 1;
+    }
+    m_ofRows = std::move(sorted);
+}
+
+QList<int> Checks::ofRow(int row) const
+{
+    QList<int> places = isComplete() ? m_byRow.value(row) : QList<int>();
+    for (int &place : places)
+        place += static_cast<int>(m_ofScreen.size());
+    return places;
+}
+
 void Checks::publish()
 {
-    QList<Finding> findings = m_ofScreen;
-    if (isComplete()) {
-        findings += m_ofRows;
-        std::ranges::stable_sort(findings.begin() + m_ofScreen.size(), findings.end(), {},
-                                 &Finding::row);
-    }
-    m_findings = std::move(findings);
-    m_byRow.clear();
-    for (int i = 0; i < m_findings.size(); ++i) {
-        if (m_findings[i].row >= 0 && m_findings[i].list == QStringLiteral("l1"))
-            m_byRow[m_findings[i].row] << i;
-    }
+    m_findings = m_ofScreen;
+    if (isComplete())
+        m_findings += m_ofRows;
     Q_EMIT changed();
 }
 

@@ -36,7 +36,7 @@ public:
     const QList<Gap> &gaps() const { return m_gaps; }
     int count(Level level) const;
     /// The findings of a row of `l1`, by their place in findings().
-    QList<int> ofRow(int row) const { return m_byRow.value(row); }
+    QList<int> ofRow(int row) const;
     bool isComplete() const { return m_state == State::Complete; }
 
     /// Everything anew, after a change that none of what is watched tells.
@@ -51,13 +51,14 @@ Q_SIGNALS:
     void changed();
 
 private:
-    enum class State { Begin, Rows, Lists, Surveys, Complete };
+    enum class State { Begin, Rows, Lists, Surveys, Sorting, Complete };
 
     void slice();
     bool work();
     void restartWith(Grid &grid);
     void lookAtRow();
     void take(const Rule &rule, int row, const QString &text);
+    void sort();
     void publish();
 
     Grid &m_list;
@@ -71,7 +72,7 @@ private:
     QList<Finding> m_ofScreen, m_ofRows;
     QList<Finding> m_findings;
     QList<Gap> m_gaps;
-    QHash<int, QList<int>> m_byRow;
+    QHash<int, QList<int>> m_byRow; // places in m_ofRows
 };
 
 } // namespace kervan
