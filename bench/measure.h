@@ -22,6 +22,7 @@ inline void writeAgain(benchmark::State &state, const QString &path)
     if (!file.open(QIODevice::ReadOnly))
         state.SkipWithError("no document");
     const QByteArray bytes = file.readAll();
+    file.close(); // Windows would keep its place for it
     for (auto _ : state) {
         QSaveFile copy(path);
         if (!copy.open(QIODevice::WriteOnly) || copy.write(bytes) != bytes.size() || !copy.commit())

@@ -74,28 +74,46 @@ own_files() { # FOLDER
     (cd "$1" && find ./*.dbs ./*.kvz txt ornekler "logo xml" -type f -exec sha256sum {} + | sort -k 2)
 }
 
+# The folder stands unquoted at the end, blanks and all, as installers of its kind want it.
+install_into() { # INSTALLER FOLDER
+    wine cmd /c "$(winepath -w "$1") /S /D=$2"
+}
+
+# Over a program that runs nothing is laid out, and it goes on.
+refuse_while_open() { # INSTALLER FOLDER TARGET
+    local status=0
+    wine "$2/kervan-transfer.exe" &
+    sleep 10
+    install_into "$1" "$3" || status=$?
+    [[ $status == 3 ]] || { echo "Over an open program it ended with $status" >&2 && return 1; }
+    wine taskkill /im kervan-transfer.exe
+    wait $!
+}
+
 # Installed, used, installed again and taken away: what is the user's own stays as it was.
 wine_install() { # INSTALLER
-    local folder=$WINEPREFIX/drive_c/Deneme/Kervan before after left
-    local target='C:\Deneme\Kervan'
-    wine "$1" /S "/D=$target"
+    local folder="$WINEPREFIX/drive_c/Çalışma Yeri/Kervan" before after left
+    local target='C:\Çalışma Yeri\Kervan'
+    install_into "$1" "$target"
     [[ -f $folder/kervan-transfer.exe && -f $folder/data.dbs && -f $folder/kilavuz/kullanim.md ]]
     wine "$folder/kervan-kurulum.exe" "$target" "$target\\ornekler"
     echo "belge" >"$folder/logo xml/belge.xml"
     echo "benim" >"$folder/ornekler/kasa.kvz"
     before=$(own_files "$folder")
-    wine "$1" /S "/D=$target"
+    install_into "$1" "$target"
     [[ $(own_files "$folder") == "$before" ]]
     wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\KervanTransfer' /v DisplayVersion
-    # The folder stands unquoted at the end, blanks and all, as installers of its kind want it.
-    if wine cmd /c "$(winepath -w "$1") /S /D=C:\\Program Files\\Kervan"; then
+    if install_into "$1" 'C:\Program Files\Kervan'; then
         echo "It went under Program Files" >&2
         return 1
     fi
-    wine "$folder/kaldir.exe" /S "_?=$target"
+    refuse_while_open "$1" "$folder" "$target"
+    # As a user starts it, it goes on as a copy of itself and is back at once.
+    wine "$folder/kaldir.exe" /S
+    wineserver -w
     after=$(own_files "$folder")
     diff <(echo "$before") <(echo "$after")
-    left=$(find "$folder" -name '*.exe' ! -name kaldir.exe -o -name '*.dll' -o -name kilavuz)
+    left=$(find "$folder" -name '*.exe' -o -name '*.dll' -o -name kilavuz)
     [[ -z $left ]] || { echo "Left behind: $left" >&2 && return 1; }
     echo "Installed twice and uninstalled; what was the user's own stayed: $(wc -l <<<"$after") files"
 }

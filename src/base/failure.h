@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QString>
+#include <QStringList>
 
 #include <optional>
 #include <utility>
@@ -14,19 +15,23 @@ class Boxes;
 class Failure
 {
 public:
-    explicit Failure(QString description, QString headline = {})
+    explicit Failure(QString description, QString headline = {}, QStringList choices = {})
         : m_description(std::move(description))
         , m_headline(std::move(headline))
+        , m_choices(std::move(choices))
     {
     }
     /// What went wrong, in words for the user: names the file, statement, line or value.
     const QString &description() const { return m_description; }
     /// The same for a line that may be cut short: the reason before the path.
     const QString &headline() const { return m_headline.isEmpty() ? m_description : m_headline; }
+    /// What there is instead of what was asked for, such as other sheets of a workbook.
+    const QStringList &choices() const { return m_choices; }
 
 private:
     QString m_description;
     QString m_headline;
+    QStringList m_choices;
 };
 
 /// Carries out one step; a failure of it is passed over and given back, and the caller goes on.

@@ -31,6 +31,7 @@ std::wstring systemName(const QString &path);
 #endif
 
 /// The failure of a file: `step` is what could not be done, "yazılamadı".
-Failure fileFailure(const QString &path, const QString &step, const QString &why);
+Failure fileFailure(const QString &path, const QString &step, const QString &why,
+                    const QStringList &choices = {});
 
 } // namespace kervan

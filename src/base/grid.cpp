@@ -67,8 +67,16 @@ bool Grid::ticked(int row) const
 
 void Grid::setTicked(int row, bool ticked)
 {
-    at(row).ticked = ticked;
-    changed(row, row, 0, 0);
+    setTicked(QList<int>{row}, ticked);
+}
+
+void Grid::setTicked(const QList<int> &rows, bool ticked)
+{
+    QBitArray turned(rows.isEmpty() ? 0 : std::ranges::max(rows) + 1);
+    for (const int row : rows)
+        turned.setBit(row, at(row).ticked != ticked);
+    turn(turned);
+    remember(std::move(turned), {});
 }
 
 void Grid::setAllTicked(bool ticked)
@@ -78,10 +86,11 @@ void Grid::setAllTicked(bool ticked)
 
 void Grid::tickWhere(const std::function<bool(int)> &belongs)
 {
+    QBitArray turned(rows());
     for (int row = 0; row < rows(); ++row)
-        m_rows[row].ticked = belongs(row);
-    if (!isEmpty())
-        changed(0, rows() - 1, 0, 0);
+        turned.setBit(row, belongs(row) != m_rows[row].ticked);
+    turn(turned);
+    remember(std::move(turned), {});
 }
 
 int Grid::tickedCount() const
@@ -101,31 +110,39 @@ void Grid::setTag(int row, const QString &tag)
 
 void Grid::clear()
 {
+    Q_EMIT aboutToClear();
     const Refill refill(*this);
     m_rows.clear();
+    m_steps.clear();
+    ++m_filling;
 }
 
 void Grid::setColumns(QList<GridColumn> columns)
 {
+    Q_EMIT aboutToClear();
     const Refill refill(*this);
-    m_rows.clear();
+    clear();
     m_columns = std::move(columns);
 }
 
 void Grid::keepWhere(const std::function<bool(int)> &belongs)
 {
     const Refill refill(*this);
+    QList<Taken> taken;
     int kept = 0;
     int row = 0;
     const auto closeGap = [&] {
         m_rows.remove(kept, row - kept);
+        remember({}, std::move(taken));
     };
     try {
         for (; row < rows(); ++row) {
-            if (!belongs(row))
+            if (!belongs(row)) {
+                taken.append({row, std::move(m_rows[row])});
                 continue;
+            }
             if (kept != row)
-                std::swap(m_rows[kept], m_rows[row]);
+                m_rows[kept] = std::move(m_rows[row]);
             ++kept;
         }
     } catch (...) {
@@ -178,6 +195,8 @@ QVariant Grid::data(const QModelIndex &index, int role) const
         if (m_kind == Tickable && index.column() == 0)
             return ticked(index.row()) ? Qt::Checked : Qt::Unchecked;
         return {};
+    case Qt::AccessibleDescriptionRole:
+        return m_rowText ? m_rowText(index.row()) : QString();
     default:
         return {};
     }
@@ -205,6 +224,11 @@ QVariant Grid::headerData(int section, Qt::Orientation orientation, int role) co
             return m_columns[section].heading;
         if (role == Qt::TextAlignmentRole)
             return QVariant::fromValue(m_columns[section].alignment | Qt::AlignVCenter);
+    }
+    if (orientation == Qt::Vertical && role == Qt::AccessibleTextRole && m_rowText &&
+        section < rows()) {
+        const QString text = m_rowText(section);
+        return text.isEmpty() ? QVariant() : u"%1: %2"_s.arg(section + 1).arg(text);
     }
     return QAbstractTableModel::headerData(section, orientation, role);
 }

@@ -10,13 +10,17 @@ void Notes::begin()
     m_details.clear();
     m_text.clear();
     m_written.clear();
+    m_choices.clear();
     Q_EMIT changed();
 }
 
 void Notes::add(const std::optional<Failure> &failed)
 {
-    if (failed)
-        tell(failed->headline(), failed->description());
+    if (!failed)
+        return;
+    if (!failed->choices().isEmpty())
+        m_choices = failed->choices();
+    tell(failed->headline(), failed->description());
 }
 
 void Notes::add(const QString &text)
@@ -52,7 +56,7 @@ void Notes::addDocument(const QString &path, const QString &what, qsizetype coun
 {
     if (failed)
         return add(failed);
-    m_written << Written{path, u"%1 %2"_s.arg(count).arg(what), when};
+    m_written << Written{path, u"%1 %2"_s.arg(count).arg(what), when, count};
     Q_EMIT changed();
 }
 

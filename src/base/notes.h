@@ -26,6 +26,7 @@ public:
         QString path;
         QString what; ///< how many of what: "12 fatura"
         QTime when;
+        qsizetype count = 0;
     };
 
     /// A read or a write begins: what the one before left is gone.
@@ -43,8 +44,15 @@ public:
     QString details() const { return m_details.join(u'\n'); }
     const QList<Written> &written() const { return m_written; }
 
+    /// What there is instead of what failed, if that is known.
+    const QStringList &choices() const { return m_choices; }
+
     /// The file that the screen holds, where no caption shows it.
     TextField source;
+
+Q_SIGNALS:
+    /// The user wants this one of the choices.
+    void chosen(const QString &choice);
 
 private:
     void tell(const QString &headline, const QString &details);
@@ -52,6 +60,7 @@ private:
     QStringList m_headlines;
     QStringList m_details; // one to each headline
     QList<Written> m_written;
+    QStringList m_choices;
 };
 
 } // namespace kervan

@@ -2,10 +2,9 @@
 
 #ifdef Q_OS_WIN
 
-#include "base/filefault.h"
-
 #include <QByteArray>
 
+#include <io.h>
 #include <windows.h>
 // Needs the one above.
 #include <aclapi.h>
@@ -27,6 +26,15 @@ bool keepsRights(const std::wstring &path)
            (flags & FILE_PERSISTENT_ACLS);
 }
 
+// The name that an open file has at the moment; empty if the system doesn't tell.
+std::wstring nameOf(int descriptor)
+{
+    auto *const file = reinterpret_cast<HANDLE>(_get_osfhandle(descriptor));
+    std::wstring name(GetFinalPathNameByHandleW(file, nullptr, 0, 0), L'\0');
+    name.resize(GetFinalPathNameByHandleW(file, name.data(), static_cast<DWORD>(name.size()), 0));
+    return name;
+}
+
 // Empty if the system doesn't tell.
 QByteArray currentUser()
 {
@@ -43,11 +51,11 @@ QByteArray currentUser()
 
 } // namespace
 
-bool keepToUser(const QString &path)
+bool keepToUser(int descriptor)
 {
-    std::wstring name = systemName(path);
+    std::wstring name = nameOf(descriptor);
     QByteArray user = currentUser();
-    if (user.isEmpty() || !keepsRights(name))
+    if (name.empty() || user.isEmpty() || !keepsRights(name))
         return false;
     EXPLICIT_ACCESSW all{};
     all.grfAccessPermissions = GENERIC_ALL;

@@ -31,8 +31,9 @@ void WholeFile::attempt(Step &&step)
 
 void WholeFile::keepToOwner()
 {
-    m_isForOwner = true;
-#ifndef Q_OS_WIN
+#ifdef Q_OS_WIN // the other call knows only a mark that keeps nobody from reading
+    m_isKept = m_fine && keepToUser(m_file.handle());
+#else
     m_isKept = m_file.setPermissions(QFile::ReadOwner | QFile::WriteOwner);
 #endif
 }
@@ -49,9 +50,6 @@ void WholeFile::commit()
     if (!m_fine)
         throw fileFailure(m_file.fileName(), u"yazılamadı"_s,
                           m_nameFault.isEmpty() ? filefault(m_file, m_fault) : m_nameFault);
-#ifdef Q_OS_WIN // where a file that takes another's place brings its own rights along
-    m_isKept = !m_isForOwner || keepToUser(m_file.fileName());
-#endif
     if (!m_isKept)
         throw Failure(
             u"%1 yazıldı, ama bu diskte dosyalara hak verilemiyor: klasörü açabilen herkes "

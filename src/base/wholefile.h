@@ -12,8 +12,7 @@ class WholeFile
 {
 public:
     explicit WholeFile(const QString &path);
-    /// Lets its owner alone read the file: from before its first byte, on Windows from the commit
-    /// on. Where the disk knows no rights, the file is written all the same, and then told as a
+    /// Lets its owner alone read the file, from before its first byte. Where the disk knows no rights, the file is written all the same, and then told as a
     /// Failure.
     void keepToOwner();
     void write(QByteArrayView bytes);
@@ -28,7 +27,6 @@ private:
     QSaveFile m_file;
     QString m_nameFault;
     bool m_fine;
-    bool m_isForOwner = false;
     bool m_isKept = true; // to its owner
     int m_fault = 0;      // of the system, once it is no longer fine
 };

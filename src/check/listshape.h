@@ -16,6 +16,7 @@ struct ListShape
     int customer = -1;
     int title = -1;          ///< of the customer
     QList<int> amounts = {}; ///< summed up; the first one is the document's own
+    bool renumbered = false; ///< each read gives other numbers, so they tell no row again
 };
 
 } // namespace kervan

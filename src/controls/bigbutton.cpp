@@ -1,5 +1,7 @@
 #include "controls/bigbutton.h"
 
+#include "controls/theme.h"
+
 #include <QPainter>
 #include <QSet>
 
@@ -67,6 +69,13 @@ void BigButton::setFront(bool front)
     update();
 }
 
+void BigButton::setLit(bool lit)
+{
+    m_lit = lit;
+    setAccessibleDescription(lit ? QStringLiteral("Dosya buraya bırakılabilir") : QString());
+    update();
+}
+
 // A little smaller where captions have to be turned.
 QFont BigButton::captionFont(int lines) const
 {
@@ -100,10 +109,13 @@ void BigButton::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::Antialiasing);
     const QColor accent = palette().color(QPalette::Highlight);
     QColor fill = palette().color(QPalette::Button);
+    if (m_lit)
+        fill = tint(palette());
     if (isDown())
         fill = fill.darker(108);
-    const bool marked = hasFocus() || m_front || (underMouse() && isEnabled());
-    painter.setPen(QPen(marked ? accent : palette().color(QPalette::Mid), hasFocus() ? 2 : 1));
+    const bool marked = hasFocus() || m_front || m_lit || (underMouse() && isEnabled());
+    painter.setPen(
+        QPen(marked ? accent : palette().color(QPalette::Mid), hasFocus() || m_lit ? 2 : 1));
     painter.setBrush(fill);
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), m_compact ? 5 : 8,
                             m_compact ? 5 : 8);

@@ -18,6 +18,9 @@ public:
     void setCompact(bool compact);
     /// Marks the button of the screen that is in front.
     void setFront(bool front);
+    /// Lights up one that may be given what the user holds.
+    void setLit(bool lit);
+    bool isLit() const { return m_lit; }
     /// The least width that shows the caption in so many lines, or in as few as it can be turned
     /// to.
     int widthFor(int lines) const;
@@ -38,6 +41,7 @@ private:
     int m_lines = 1;
     bool m_compact = false;
     bool m_front = false;
+    bool m_lit = false;
 };
 
 /// The row of big buttons: as wide as it is, and as high as the captions then need.

@@ -1,7 +1,6 @@
 #include "controls/griddelegate.h"
 
 #include "controls/gridview.h"
-#include "controls/theme.h"
 
 #include <QPainter>
 
@@ -60,8 +59,10 @@ void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                 box.marginsAdded({roundTickBox, roundTickBox, roundTickBox, roundTickBox}),
                 palette.base());
         }
-    } else if (m_view->isTicked(index.row())) {
-        painter->fillRect(option.rect, tint(palette));
+    } else if (const QColor ground = groundOf(palette, m_view->markOf(index.row()).kind,
+                                              m_view->isTicked(index.row()));
+               ground.isValid()) {
+        painter->fillRect(option.rect, ground);
     }
     if (m_view->selectionBehavior() == QAbstractItemView::SelectRows)
         shown.state &= ~QStyle::State_HasFocus; // the whole row stands out, and no cell of it

@@ -42,8 +42,7 @@ bool GridView::isTicked(int row) const
 
 void GridView::tickRows(bool tick)
 {
-    for (const int row : selectedPositions())
-        m_grid.setTicked(row, tick);
+    m_grid.setTicked(selectedPositions(), tick);
 }
 
 void GridView::tickCustomer()
@@ -70,8 +69,31 @@ void GridView::contextMenuEvent(QContextMenuEvent *event)
             menu->addAction(u"Aynı Carinin Hepsini Seç"_s, this, &GridView::tickCustomer);
     }
     const bool byKey = event->reason() == QContextMenuEvent::Keyboard;
+    const QModelIndex clicked = byKey ? currentIndex() : indexAt(event->pos());
+    if (m_offersFilter && (clicked.isValid() || isFiltered())) {
+        menu->addSeparator();
+        if (clicked.isValid())
+            menu->addAction(u"Bu değere göre süz"_s, this,
+                            [this, clicked = QPersistentModelIndex(clicked)] {
+                                if (clicked.isValid())
+                                    filterByCell(clicked);
+                            });
+        if (isFiltered())
+            menu->addAction(u"Süzmeyi kaldır"_s, this, &GridView::endFilter);
+    }
     const QRect row = visualRect(currentIndex());
     menu->popup(byKey ? viewport()->mapToGlobal(row.bottomLeft()) : event->globalPos());
+}
+
+void GridView::filterByCell(const QModelIndex &index)
+{
+    const int column = index.column();
+    const QString value = m_grid.cell(index.row(), column);
+    const QString heading = m_grid.columns()[column].heading;
+    filter({value.isEmpty() ? u"%1 boş"_s.arg(heading) : u"%1: %2"_s.arg(heading, value),
+            [this, column, value](int row) {
+                return m_grid.cell(row, column) == value;
+            }});
 }
 
 void GridView::showColumnMenu(const QPoint &place)

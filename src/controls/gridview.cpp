@@ -3,13 +3,16 @@
 #include "controls/frozenheader.h"
 #include "controls/griddelegate.h"
 
-#include <QClipboard>
-#include <QGuiApplication>
+#include <QAbstractButton>
+#include <QHelpEvent>
 #include <QKeyEvent>
 #include <QPainter>
+#include <QPointer>
 #include <QScrollBar>
+#include <QToolTip>
 
 #include <algorithm>
+#include <utility>
 
 namespace kervan {
 
@@ -39,6 +42,7 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
     , m_header(new FrozenHeader(this))
 {
     setHorizontalHeader(m_header);
+    setVerticalHeader(new MarkHeader(this));
     setObjectName(name);
     setModel(&grid);
     setSelectionBehavior(SelectRows);
@@ -50,7 +54,8 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
     setHorizontalScrollMode(ScrollPerPixel);
     setEditTriggers(NoEditTriggers);
     verticalHeader()->hide();
-    verticalHeader()->setSectionResizeMode(QHeaderView::Fixed);
+    setCornerButtonEnabled(false);
+    findChild<QAbstractButton *>()->setAccessibleName(u"Satır imleri"_s); // shown with the marks
     verticalHeader()->setDefaultSectionSize(fontMetrics().height() + 6);
     horizontalHeader()->setResizeContentsPrecision(rowsLookedAt);
     for (int column = 0; column < grid.columnCount(); ++column)
@@ -60,6 +65,7 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
         if (m_fitted && !m_fitting)
             m_setByUser << column;
     });
+    connect(&grid, &QAbstractItemModel::modelReset, this, &GridView::filterAfterReset);
     connect(&grid, &QAbstractItemModel::modelReset, this, &GridView::describe);
     connect(&grid, &QAbstractItemModel::rowsInserted, this, &GridView::describe);
     horizontalScrollBar()->setAccessibleName(u"Yatay kaydırma"_s);
@@ -104,50 +110,35 @@ void GridView::fitColumns()
 
 QList<int> GridView::selectedPositions() const
 {
-    QSet<int> rows;
-    for (const QItemSelectionRange &range : selectionModel()->selection()) {
-        for (int row = range.top(); row <= range.bottom(); ++row)
+    QBitArray selected(m_grid.rows());
+    for (const QItemSelectionRange &range : selectionModel()->selection())
+        selected.fill(true, range.top(), range.bottom() + 1);
+    QList<int> rows;
+    for (int row = 0; row < selected.size(); ++row) {
+        if (selected.testBit(row) && isShown(row))
             rows << row;
     }
-    QList<int> sorted = rows.values();
-    std::ranges::sort(sorted);
-    return sorted;
+    return rows;
 }
 
 void GridView::markRows(const QList<int> &rows)
 {
-    QItemSelection marked;
-    const int last = m_grid.columnCount() - 1;
-    for (const int row : rows) {
-        const QModelIndex first = m_grid.index(row, 0);
-        if (!marked.isEmpty() && marked.last().bottom() == row - 1)
-            marked.last() = QItemSelectionRange(marked.last().topLeft(), m_grid.index(row, last));
-        else
-            marked.append(QItemSelectionRange(first, m_grid.index(row, last)));
-    }
+    if (!rows.isEmpty() && std::ranges::none_of(rows, [this](int row) { return isShown(row); }))
+        endFilter();
+    const QItemSelection marked = rangesOf(rows);
     selectionModel()->select(marked, QItemSelectionModel::ClearAndSelect);
-    if (!rows.isEmpty())
-        scrollTo(m_grid.index(rows.first(), 0), PositionAtCenter);
+    if (!marked.isEmpty())
+        scrollTo(marked.first().topLeft(), PositionAtCenter);
 }
 
-void GridView::copySelection(Headings headings) const
+void GridView::goTo(int row, int column)
 {
-    const QList<int> rows = selectedPositions();
-    QStringList lines;
-    const auto addLine = [&](int row, const auto &textOf) {
-        QStringList cells;
-        for (int column = 0; column < m_grid.columnCount(); ++column) {
-            if (!isColumnHidden(column) && selectionModel()->isSelected(m_grid.index(row, column)))
-                cells << textOf(column);
-        }
-        lines << cells.join(u'\t');
-    };
-    if (headings == Headings::With && !rows.isEmpty())
-        addLine(rows.first(), [this](int column) { return m_grid.columns()[column].heading; });
-    for (const int row : rows)
-        addLine(row, [this, row](int column) { return m_grid.cell(row, column); });
-    if (!lines.isEmpty())
-        QGuiApplication::clipboard()->setText(lines.join(u'\n'));
+    if (!isShown(row))
+        endFilter();
+    const QModelIndex index = m_grid.index(row, column);
+    selectionModel()->setCurrentIndex(index, QItemSelectionModel::ClearAndSelect |
+                                                 QItemSelectionModel::Rows);
+    scrollTo(index);
 }
 
 // All selected rows take the state that the current one does not have.
@@ -159,9 +150,7 @@ void GridView::tickSelection()
     if (rows.isEmpty())
         return;
     const int leading = rows.contains(currentIndex().row()) ? currentIndex().row() : rows.first();
-    const bool tick = !m_grid.ticked(leading);
-    for (const int row : rows)
-        m_grid.setTicked(row, tick);
+    m_grid.setTicked(rows, !m_grid.ticked(leading));
 }
 
 void GridView::keyPressEvent(QKeyEvent *event)
@@ -190,6 +179,8 @@ void GridView::moveByKey(QKeyEvent *event)
     }
     const int before = currentIndex().row();
     QTableView::keyPressEvent(event);
+    if (currentIndex().isValid() && !isShown(currentIndex().row())) // a letter leads anywhere
+        selectRow(nearestShown(before));
     const int now = currentIndex().row();
     if (isJump(event) && selectionBehavior() == SelectRows && now >= 0 &&
         !selectionModel()->isSelected(currentIndex()))
@@ -230,11 +221,14 @@ void GridView::paintEvent(QPaintEvent *event)
     QPainter painter(viewport());
     paintFrozen(painter, event->rect());
     paintCurrentRow(painter);
-    if (!m_grid.isEmpty() || m_emptyText.isEmpty())
+    const QString text = m_grid.isEmpty()   ? m_emptyText
+                         : shownRows() == 0 ? u"Süzmeye uyan satır yok."_s
+                                            : QString();
+    if (text.isEmpty())
         return;
     painter.setPen(palette().color(QPalette::PlaceholderText));
     painter.drawText(viewport()->rect().adjusted(20, 2, -20, -2),
-                     Qt::AlignCenter | Qt::TextWordWrap, m_emptyText);
+                     Qt::AlignCenter | Qt::TextWordWrap, text);
 }
 
 // Among selected rows the frame stands out from their ground.
@@ -300,11 +294,16 @@ void GridView::paintFrozen(QPainter &painter, const QRect &area)
     QStyleOptionViewItem option;
     initViewItemOption(&option);
     const int last = rowAt(area.bottom()) < 0 ? m_grid.rows() - 1 : rowAt(area.bottom());
-    for (int row = qMax(rowAt(area.top()), 0); row <= last; ++row) {
+    const int first = qMax(rowAt(area.top()), 0);
+    bool isAlternate = this->isAlternate(first);
+    for (int row = first; row <= last; ++row) {
+        if (!isShown(row))
+            continue;
+        const auto ground =
+            std::exchange(isAlternate, !isAlternate) ? QPalette::AlternateBase : QPalette::Base;
         for (int visual = 0; visual < m_header->frozen(); ++visual) {
             const QModelIndex index = m_grid.index(row, m_header->logicalIndex(visual));
             option.rect = visualRect(index);
-            const auto ground = row % 2 ? QPalette::AlternateBase : QPalette::Base;
             painter.fillRect(option.rect, palette().brush(ground));
             option.state.setFlag(QStyle::State_Selected, selectionModel()->isSelected(index));
             itemDelegateForIndex(index)->paint(&painter, option, index);
@@ -312,6 +311,15 @@ void GridView::paintFrozen(QPainter &painter, const QRect &area)
     }
     painter.setPen(palette().color(QPalette::Mid));
     painter.drawLine(end - 1, area.top(), end - 1, area.bottom());
+}
+
+// The table counts only the rows in sight.
+bool GridView::isAlternate(int row) const
+{
+    int above = row;
+    for (int i = 0; i < qMin<qsizetype>(row, m_outOfSight.size()); ++i)
+        above -= m_outOfSight.testBit(i) ? 1 : 0;
+    return above % 2 == 1;
 }
 
 void GridView::shrinkWhenEmpty()
@@ -360,11 +368,51 @@ void GridView::showCurrentRow()
     horizontalScrollBar()->setValue(across);
 }
 
+void GridView::setMarker(std::function<RowMark(int row)> marker)
+{
+    m_marker = std::move(marker);
+    m_grid.setRowText(
+        [view = QPointer(this)](int row) { return view ? spoken(view->markOf(row)) : QString(); });
+}
+
+void GridView::marksChanged(bool any)
+{
+    m_hasMarks = any && m_marker;
+    verticalHeader()->setVisible(m_hasMarks);
+    verticalHeader()->viewport()->update();
+    viewport()->update();
+}
+
+RowMark GridView::markOf(int row) const
+{
+    return m_hasMarks && row >= 0 && row < m_grid.rows() ? m_marker(row) : RowMark();
+}
+
+void GridView::showMarkText(const QPoint &globalPlace, int row)
+{
+    const QString text = spoken(markOf(row)).toHtmlEscaped().replace(u'\n', u"<br>"_s);
+    QToolTip::showText(globalPlace, text.isEmpty() ? text : u"<qt>%1</qt>"_s.arg(text), this);
+}
+
+bool GridView::viewportEvent(QEvent *event)
+{
+    if (event->type() != QEvent::ToolTip || !m_hasMarks)
+        return QTableView::viewportEvent(event);
+    auto *help = static_cast<QHelpEvent *>(event);
+    showMarkText(help->globalPos(), indexAt(help->pos()).row());
+    return true;
+}
+
 void GridView::enter(int row)
 {
-    if (row >= 0 || !currentIndex().isValid())
-        selectionModel()->setCurrentIndex(m_grid.index(qMax(row, 0), 0),
-                                          QItemSelectionModel::NoUpdate);
+    if (row >= 0 || !currentIndex().isValid()) {
+        int entered = qMax(row, 0);
+        if (!isShown(entered)) {
+            const QList<int> selected = selectedPositions();
+            entered = selected.isEmpty() ? nearestShown(entered) : selected.first();
+        }
+        selectionModel()->setCurrentIndex(m_grid.index(entered, 0), QItemSelectionModel::NoUpdate);
+    }
     setFocus();
 }
 

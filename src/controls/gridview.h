@@ -1,9 +1,13 @@
 #pragma once
 
 #include "base/grid.h"
+#include "controls/rowmarks.h"
 
+#include <QBitArray>
 #include <QSet>
 #include <QTableView>
+
+#include <functional>
 
 namespace kervan {
 
@@ -22,9 +26,14 @@ public:
     /// What an empty list says.
     void setEmptyText(const QString &text);
     const QString &emptyText() const { return m_emptyText; }
-    /// Selects these rows and no others, and makes the first of them visible.
+    /// Selects these rows and no others, and makes the first of them visible. Those that a filter
+    /// hides are left out; if it hides them all, it ends.
     void markRows(const QList<int> &rows);
+    /// The rows in sight that are selected, rising. The selection itself may reach over hidden
+    /// ones.
+    QList<int> selectedPositions() const;
     enum class Headings { Without, With };
+    /// Copies the selected rows in sight; with headings, in a form that spreadsheets take.
     void copySelection(Headings headings = Headings::Without) const;
     /// The first columns stay in view while the others are scrolled.
     void freeze(int columns);
@@ -32,9 +41,42 @@ public:
     void setCustomerColumn(int column) { m_customerColumn = column; }
     /// An empty list takes only the room of what it says.
     void shrinkWhenEmpty();
-    /// Takes the focus with this row, or its first one; it is not selected by that.
+    /// Takes the focus with this row, or its first one; it is not selected by that. For a row that
+    /// a filter hides, it is the first selected one, or the next in sight.
     void enter(int row = -1);
+    Grid &grid() const { return m_grid; }
+    bool isTickable() const;
     bool isTicked(int row) const;
+    /// Goes to a row and a cell of it, and selects the row; a filter that hides it ends.
+    void goTo(int row, int column = 0);
+    /// Shows only some of the rows: those that `shows` answers true for, in one walk when it is set
+    /// and after rows went or came back. `what` tells the user which: "\"IŞIK\" geçenler". There is
+    /// one at a time, and it ends when the list is read anew. The grid knows nothing of it.
+    struct Filter
+    {
+        QString what;
+        std::function<bool(int row)> shows;
+    };
+    void filter(Filter filter);
+    void endFilter();
+    /// What `shows` answers has changed.
+    void refilter();
+    bool isFiltered() const { return m_filter.shows != nullptr; }
+    const QString &filteredBy() const { return m_filter.what; }
+    bool isShown(int row) const;
+    int shownRows() const;
+    int hiddenTicks() const;
+    /// The menu offers to show the rows with the value of a cell; where something on the screen
+    /// tells that rows are hidden.
+    void offerFilter() { m_offersFilter = true; }
+    /// Tells the mark of a row; it is asked for rows in view, often, and always with the rows as
+    /// they are now. Nothing is shown of it before `marksChanged`.
+    void setMarker(std::function<RowMark(int row)> marker);
+    /// Marks came, went or changed; the column in front of the list stands while there are `any`.
+    void marksChanged(bool any);
+    RowMark markOf(int row) const;
+    /// Shows the text of a row's mark, or takes away what is shown.
+    void showMarkText(const QPoint &globalPlace, int row);
     /// Keeps the current row in view where the list has less room than before.
     void showCurrentRow();
     /// Its height with so many rows, its headings and its scroll bar.
@@ -50,6 +92,8 @@ Q_SIGNALS:
     /// The current row was moved by a key, or by the mouse otherwise than by a click, which is told
     /// of as such.
     void movedTo(int row);
+    /// Rows were hidden or shown, or the filter ended.
+    void filterChanged();
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;
@@ -60,19 +104,26 @@ protected:
     void hideEvent(QHideEvent *event) override;
     void scrollContentsBy(int dx, int dy) override;
     void contextMenuEvent(QContextMenuEvent *event) override;
+    bool viewportEvent(QEvent *event) override;
 
 private:
     void describe();
     int leastHeight() const;
     void paintFrozen(QPainter &painter, const QRect &area);
-    bool isTickable() const;
+    QList<int> copiedColumns(int row) const;
+    void copyAsSheet(const QList<int> &rows) const;
+    void hideRows(QBitArray hidden);
+    void filterAfterReset();
+    int nearestShown(int row) const;
+    QItemSelection rangesOf(const QList<int> &rows) const;
+    bool isAlternate(int row) const;
     void tickRows(bool tick);
     void tickCustomer();
+    void filterByCell(const QModelIndex &index);
     void showColumnMenu(const QPoint &place);
     QString memoryKey(QStringView what) const;
     void recallColumns();
     void keepColumns() const;
-    QList<int> selectedPositions() const;
     void tickSelection();
     void moveByKey(QKeyEvent *event);
     void paintCurrentRow(QPainter &painter);
@@ -88,6 +139,12 @@ private:
     QSet<int> m_hiddenByUser;
     bool m_fitted = false;
     bool m_fitting = false;
+    Filter m_filter;
+    int m_filling = 0;      // of the grid, when the filter was set
+    QBitArray m_outOfSight; // by row, those that it hides
+    bool m_offersFilter = false;
+    std::function<RowMark(int row)> m_marker;
+    bool m_hasMarks = false;
     QSet<int> m_setByUser; // columns whose width the user has set
 };
 

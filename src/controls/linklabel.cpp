@@ -54,7 +54,7 @@ void LinkLabel::colour()
 {
     const QPalette theme = QGuiApplication::palette();
     const bool onDark = isDark(theme);
-    QColor good = onDark ? QColor(0x82, 0xd2, 0x9b) : QColor(0x1d, 0x73, 0x3c);
+    QColor good = goodText(theme);
     QColor bad = onDark ? QColor(0xf2, 0x95, 0x84) : QColor(0xa8, 0x35, 0x22);
     if (isHighContrast(theme))
         good = bad = theme.color(QPalette::WindowText);

@@ -1,6 +1,8 @@
 #include "controls/notestrip.h"
 
 #include "controls/announcing.h"
+#include "controls/flowlayout.h"
+#include "controls/linkbutton.h"
 
 #include <QDesktopServices>
 #include <QFileInfo>
@@ -21,6 +23,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int shownLines = 4;
+constexpr int mostKeys = 9;
 
 QToolButton *smallButton(const QString &name, const QString &caption, const QString &hint)
 {
@@ -49,6 +52,13 @@ QString sentenceOf(const Notes::Written &written)
 
 } // namespace
 
+void showFolderOf(const QString &path, Notes &notes)
+{
+    const QString folder = QFileInfo(path).absolutePath();
+    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder)))
+        notes.add(u"Klasör açılamadı: %1"_s.arg(folder));
+}
+
 QSize CutLabel::minimumSizeHint() const
 {
     return {0, QLabel::minimumSizeHint().height()};
@@ -69,6 +79,7 @@ NoteStrip::NoteStrip(Notes &notes)
     , m_more(smallButton(u"ayrinti"_s, u"A&yrıntı"_s,
                          u"Metnin tümünü gösterir: seçilip kopyalanabilir"_s))
     , m_details(new QPlainTextEdit)
+    , m_choices(new QWidget)
     , m_writtenText(cutLabel(u"yazilan"_s))
     , m_faults(makeFaults())
     , m_written(makeWritten())
@@ -103,7 +114,11 @@ QFrame *NoteStrip::makeFaults()
     row->addWidget(m_text, 1);
     row->addWidget(m_more);
     column->addLayout(row);
+    column->addWidget(m_choices);
     column->addWidget(m_details);
+    m_choices->setObjectName(u"secenekler"_s);
+    m_choices->hide();
+    new FlowLayout(m_choices);
     return frame;
 }
 
@@ -111,7 +126,8 @@ QFrame *NoteStrip::makeWritten()
 {
     auto *folder =
         smallButton(u"klasorac"_s, u"&Klasörü aç"_s, u"Belgenin durduğu klasörü gösterir"_s);
-    connect(folder, &QAbstractButton::clicked, this, &NoteStrip::openFolder);
+    connect(folder, &QAbstractButton::clicked, this,
+            [this] { showFolderOf(m_notes.written().constFirst().path, m_notes); });
     auto *frame = new QFrame;
     frame->setObjectName(u"yazilanlar"_s);
     auto *row = new QHBoxLayout(frame);
@@ -129,6 +145,7 @@ void NoteStrip::showNotes()
     if (m_notes.text().isEmpty())
         m_more->setChecked(false);
     m_faults->setVisible(!m_notes.text().isEmpty());
+    showChoices();
 
     QStringList sentences;
     QStringList paths;
@@ -148,11 +165,22 @@ void NoteStrip::showNotes()
     announce(this, all);
 }
 
-void NoteStrip::openFolder()
+void NoteStrip::showChoices()
 {
-    const QString folder = QFileInfo(m_notes.written().constFirst().path).absolutePath();
-    if (!QDesktopServices::openUrl(QUrl::fromLocalFile(folder)))
-        m_notes.add(u"Klasör açılamadı: %1"_s.arg(folder));
+    const QStringList &choices = m_notes.choices();
+    if (choices == m_shownChoices)
+        return;
+    m_shownChoices = choices;
+    qDeleteAll(m_choices->findChildren<QWidget *>(Qt::FindDirectChildrenOnly));
+    for (int i = 0; i < choices.size(); ++i) {
+        const QString keys = i < mostKeys ? u"Ctrl+Shift+%1"_s.arg(i + 1) : QString();
+        auto *link = new LinkButton(parentWidget(), u"secenek%1"_s.arg(i + 1), keys);
+        link->setLink(choices[i], u"Yerine bunu yazar"_s);
+        connect(link, &QAbstractButton::clicked, this,
+                [this, choice = choices[i]] { Q_EMIT m_notes.chosen(choice); });
+        m_choices->layout()->addWidget(link);
+    }
+    m_choices->setVisible(!choices.isEmpty());
 }
 
 } // namespace kervan

@@ -21,12 +21,12 @@ int heightWith(const QWidget *frame, const GridView *list, int rows)
 
 } // namespace
 
-Panes::Panes(QWidget *upper, QWidget *lower, const QString &memoryKey)
+Panes::Panes(QWidget *upper, LowerPane *lower, GridView *lines, const QString &memoryKey)
     : QSplitter(Qt::Vertical)
     , m_upper(upper)
     , m_lower(lower)
     , m_upperList(upper->findChild<GridView *>())
-    , m_lowerList(lower->findChild<GridView *>())
+    , m_lines(lines)
     , m_memoryKey(memoryKey)
 {
     addWidget(upper);
@@ -36,21 +36,17 @@ Panes::Panes(QWidget *upper, QWidget *lower, const QString &memoryKey)
     setChildrenCollapsible(false);
     if (const QVariant share = remembered(m_memoryKey); share.isValid())
         m_share = share.toDouble();
-    m_lowerList->shrinkWhenEmpty();
-    const auto follow = [this] {
-        const bool isFilled =
-            m_upperList->model()->rowCount() > 0 || m_lowerList->model()->rowCount() > 0;
-        if (isFilled == m_isFilled)
-            return;
-        m_isFilled = isFilled;
-        share();
-    };
-    for (const GridView *list : {m_upperList, m_lowerList}) {
-        connect(list->model(), &QAbstractItemModel::modelReset, this, follow);
-        connect(list->model(), &QAbstractItemModel::rowsInserted, this, follow);
+    if (m_lines)
+        m_lines->shrinkWhenEmpty();
+    for (const GridView *list : {m_upperList, m_lines}) {
+        if (!list)
+            continue;
+        connect(list->model(), &QAbstractItemModel::modelReset, this, &Panes::follow);
+        connect(list->model(), &QAbstractItemModel::rowsInserted, this, &Panes::follow);
     }
+    connect(m_lower, &LowerPane::roomChanged, this, &Panes::share);
     connect(this, &QSplitter::splitterMoved, this, [this] {
-        if (!m_isFilled || height() == 0)
+        if (!needsRoom() || height() == 0)
             return;
         m_share = double(sizes().last()) / height();
         remember(m_memoryKey, m_share);
@@ -64,9 +60,27 @@ void Panes::resizeEvent(QResizeEvent *event)
     share();
 }
 
+// The lines of a row need none before there are rows.
+bool Panes::needsRoom() const
+{
+    if (!m_lower->isOpen())
+        return false;
+    const GridView *shown = m_lower->listOfPage();
+    return !m_lines || shown != m_lines || m_upperList->model()->rowCount() > 0 ||
+           m_lines->model()->rowCount() > 0;
+}
+
+// Later fills move nothing.
+void Panes::follow()
+{
+    if (needsRoom() != m_hadRoom)
+        share();
+}
+
 void Panes::share()
 {
-    if (!m_isFilled) {
+    m_hadRoom = needsRoom();
+    if (!m_hadRoom) {
         const int least = m_lower->minimumSizeHint().height();
         m_lower->setMaximumHeight(least);
         setSizes({height() - least - handleWidth(), least});
@@ -74,12 +88,16 @@ void Panes::share()
     }
     m_lower->setMaximumHeight(QWIDGETSIZE_MAX);
     const int room = height() - handleWidth();
-    const int least = heightWith(m_lower, m_lowerList, rowsAlways);
+    const GridView *shown = m_lower->listOfPage();
+    const int least =
+        shown ? heightWith(m_lower, shown, rowsAlways) : m_lower->minimumSizeHint().height();
     const int wanted = m_share > 0 ? qMin(qRound(height() * m_share),
                                           room - heightWith(m_upper, m_upperList, rowsKept))
                                    : qMin(qRound(height() * firstShare),
                                           room - heightWith(m_upper, m_upperList, rowsFirst));
     const int lower = qMax(least, wanted);
+    if (sizes() == QList<int>{room - lower, lower})
+        return;
     setSizes({room - lower, lower});
     m_upperList->showCurrentRow();
 }

@@ -20,6 +20,7 @@ struct Colours
     QColor window, text, base, alternate, button, highlight, highlightedText, line, faint, accent,
         handle;
     QColor fault, faultBase; // what failed or writes into Logo, and the strip that tells it
+    QColor good;             // what is done or connected
 };
 
 constexpr Colours light{.window = {0xf4, 0xf5, 0xf7},
@@ -34,7 +35,8 @@ constexpr Colours light{.window = {0xf4, 0xf5, 0xf7},
                         .accent = {0x2f, 0x6f, 0x7e},
                         .handle = {0xa9, 0xb4, 0xbc},
                         .fault = {0xa1, 0x2d, 0x1c},
-                        .faultBase = {0xfd, 0xf1, 0xee}};
+                        .faultBase = {0xfd, 0xf1, 0xee},
+                        .good = {0x1d, 0x73, 0x3c}};
 
 constexpr Colours dark{.window = {0x2b, 0x2e, 0x33},
                        .text = {0xe3, 0xe6, 0xe9},
@@ -48,7 +50,8 @@ constexpr Colours dark{.window = {0x2b, 0x2e, 0x33},
                        .accent = {0x7f, 0xbc, 0xc9},
                        .handle = {0x6b, 0x73, 0x7b},
                        .fault = {0xf5, 0xa8, 0x98},
-                       .faultBase = {0x40, 0x2b, 0x28}};
+                       .faultBase = {0x40, 0x2b, 0x28},
+                       .good = {0x82, 0xd2, 0x9b}};
 
 bool isDark(const QColor &colour)
 {
@@ -94,7 +97,8 @@ QString styleOf(const Colours &c)
         "  margin-top: 0.8em; padding-top: 0.35em; }"
         "QGroupBox::title { subcontrol-origin: margin; left: 10px; padding: 0 4px; color: %2; }"
         "QTableView { border: none; gridline-color: %1; }"
-        "QHeaderView::section { background: %3; border: none; border-right: 1px solid %1;"
+        "QHeaderView::section, QTableCornerButton::section { background: %3; border: none; "
+        "border-right: 1px solid %1;"
         "  border-bottom: 1px solid %1; padding: 3px 6px; }"
         "#bar1 { background: %4; border: 1px solid %1; border-radius: 6px; }"
         "#bar1 QLabel { color: %2; font-weight: 600; }"
@@ -121,14 +125,16 @@ QString styleOf(const Colours &c)
             c.window.name(), c.handle.name(), c.accent.name());
     // What writes into Logo itself does not look like what makes a file.
     const QString warning =
-        u"#bilgi { color: %1; }"
+        u"#bilgi, #tutmayan { color: %1; }"
+        "#tutmayan { font-weight: 600; }"
+        "#belge { color: %5; }"
         "#arizalar { background: %4; border: 1px solid %1; border-radius: 6px; }"
         "#yazilanlar { background: %2; border: 1px solid %3; border-radius: 6px; }"
         "QPushButton[writes=\"true\"] { color: %1; background: %2; border: 2px solid %1;"
         "  border-radius: 4px; padding: 2px 8px; font-weight: 600; }"
         "QPushButton[writes=\"true\"]:pressed, QPushButton[writes=\"true\"]:focus"
         "  { border-color: %3; }"_s.arg(c.fault.name(), c.button.name(), c.accent.name(),
-                                        c.faultBase.name());
+                                        c.faultBase.name(), c.good.name());
     return lists + boxes + scrolling + warning;
 }
 
@@ -177,7 +183,8 @@ Colours coloursOf(const QPalette &palette)
             .accent = text,
             .handle = text,
             .fault = text,
-            .faultBase = palette.color(QPalette::Base)};
+            .faultBase = palette.color(QPalette::Base),
+            .good = text};
 }
 
 // What such a desktop leaves to be derived would be too faint.
@@ -264,16 +271,25 @@ QColor faultText(const QPalette &palette)
     return (isDark(palette) ? dark : light).fault;
 }
 
+QColor goodText(const QPalette &palette)
+{
+    if (isHighContrast(palette))
+        return palette.color(QPalette::WindowText);
+    return (isDark(palette) ? dark : light).good;
+}
+
 QColor tint(const QPalette &palette)
 {
-    constexpr int share = 20; // of a hundred
-    const QColor base = palette.color(QPalette::Base);
-    const QColor accent = palette.color(QPalette::Highlight);
-    const auto mixed = [](int below, int above) {
-        return (below * (100 - share) + above * share) / 100;
+    return mixed(palette.color(QPalette::Base), palette.color(QPalette::Highlight), 20);
+}
+
+QColor mixed(const QColor &below, const QColor &above, int share)
+{
+    const auto part = [share](int under, int over) {
+        return (under * (100 - share) + over * share) / 100;
     };
-    return {mixed(base.red(), accent.red()), mixed(base.green(), accent.green()),
-            mixed(base.blue(), accent.blue())};
+    return {part(below.red(), above.red()), part(below.green(), above.green()),
+            part(below.blue(), above.blue())};
 }
 
 } // namespace kervan

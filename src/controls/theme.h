@@ -24,7 +24,13 @@ void applyTheme(QApplication &application, bool onDark);
 /// What is wrong is written in it.
 QColor faultText(const QPalette &palette);
 
+/// What is done or connected is written in it.
+QColor goodText(const QPalette &palette);
+
 /// The ground of a ticked row.
 QColor tint(const QPalette &palette);
+
+/// A colour with so many hundredths of another over it.
+QColor mixed(const QColor &below, const QColor &above, int share);
 
 } // namespace kervan

@@ -2,10 +2,12 @@
 
 #include "controls/announcing.h"
 #include "controls/binding.h"
+#include "controls/findstrip.h"
 #include "controls/gridview.h"
 #include "controls/keyedbutton.h"
 #include "controls/notestrip.h"
 #include "controls/pictures.h"
+#include "controls/undo.h"
 
 #include <QApplication>
 #include <QComboBox>
@@ -27,6 +29,12 @@
 namespace kervan {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int readingTime = 10000; // milliseconds
+
+} // namespace
 
 TitleStrip *titleStrip(const QString &title)
 {
@@ -149,6 +157,7 @@ QList<QWidget *> panesOf(const QWidget *window)
     QList<QWidget *> panes;
     for (QWidget *panel : panels) {
         QList<GridView *> lists = panel->findChildren<GridView *>();
+        lists.removeIf([](const GridView *list) { return !list->isVisible(); });
         std::ranges::sort(lists, {}, [window](const GridView *list) {
             return list->mapTo(window, QPoint()).y();
         });
@@ -190,6 +199,12 @@ void goToPane(const QWidget *window, int step)
 
 } // namespace
 
+void addListTools(QWidget *window)
+{
+    installFind(window);
+    installUndo(window);
+}
+
 void leadThroughPanes(QWidget *window)
 {
     const auto step = [window](const QKeySequence &keys, int by) {
@@ -207,6 +222,13 @@ void leadThroughPanes(QWidget *window)
         if (wasRead && list->model()->rowCount() > 0)
             list->enter();
     });
+}
+
+void tellBelow(const QWidget *window, const QString &text)
+{
+    auto *bar = window->findChild<QStatusBar *>(u"sb1"_s);
+    bar->showMessage(text, readingTime);
+    announce(bar, text);
 }
 
 void readIntoList(QWidget *window, const std::function<void()> &command)
@@ -260,6 +282,7 @@ void layOutParts(QWidget *window, const TransferParts &parts)
                          readIntoList(window, [&] { open(path); });
                      });
     leadThroughPanes(window);
+    addListTools(window);
     window->findChild<QPushButton *>(parts.firstButton)->setFocus();
 }
 
@@ -272,8 +295,14 @@ bool FileDrop::eventFilter(QObject *watched, QEvent *event)
     if (files.isEmpty() || !files.first().isLocalFile())
         return false;
     drop->acceptProposedAction();
-    if (event->type() == QEvent::Drop)
-        Q_EMIT dropped(files.first().toLocalFile());
+    if (event->type() != QEvent::Drop)
+        return true;
+    const QString path = files.first().toLocalFile();
+    Q_EMIT dropped(path);
+    if (files.size() > 1)
+        tellBelow(static_cast<QWidget *>(watched),
+                  u"%1 dosya bırakıldı, yalnız ilki alındı: %2"_s.arg(files.size())
+                      .arg(QFileInfo(path).fileName()));
     return true;
 }
 

@@ -66,6 +66,13 @@ protected:
 /// panel of its layout, and a read that began at its list or a button leads to the first row.
 void leadThroughPanes(QWidget *window);
 
+/// What every transfer lets its user do with its lists `l1` and `l2`: Ctrl+F, F3, Ctrl+Z. The
+/// window has its parts in a column, the status bar among them.
+void addListTools(QWidget *window);
+
+/// Tells something passing in the status bar of the window, and to those who do not see it.
+void tellBelow(const QWidget *window, const QString &text);
+
 /// Carries out a command that may read a source. If the list was filled anew by it, the keys are
 /// the list's from then on, wherever they were: at a choice, the next arrow would change it.
 void readIntoList(QWidget *window, const std::function<void()> &command);

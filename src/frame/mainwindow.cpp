@@ -1,16 +1,20 @@
 #include "frame/mainwindow.h"
 
 #include "base/failure.h"
+#include "check/screens/gapspage.h"
 #include "controls/announcing.h"
 #include "controls/bigbutton.h"
 #include "controls/pictures.h"
 #include "controls/remembered.h"
 #include "controls/transferwidgets.h"
+#include "frame/dropguide.h"
 #include "frame/entries.h"
 #include "frame/guidewindow.h"
 #include "frame/resim.h"
 #include "invoices/duzey/screens/fatduzwindow.h"
 #include "invoices/screens/fatwindow.h"
+#include "stocktake/screens/urunwindow.h"
+#include "store/screens/definitionwindow.h"
 
 #include <QApplication>
 #include <QDialog>
@@ -77,6 +81,7 @@ MainWindow::MainWindow(Program &program, QWidget *parent)
     column->addWidget(m_band);
     column->addWidget(m_area, 1);
     setCentralWidget(content);
+    m_drops = new DropGuide(*this, *m_band);
     buildMenus();
     connect(&program.busy, &Busy::changed, this, &MainWindow::showBusy);
     connect(qApp, &QApplication::focusChanged, this, &MainWindow::bringIntoView);
@@ -131,7 +136,7 @@ void MainWindow::fillBand()
         button->setToolTip(u"%1 (%2)"_s.arg(entry.caption, keys));
         button->setKeys(keys);
         const auto openScreen = [this, screen = entry.screen] {
-            open(screen);
+            openByUser(screen);
         };
         connect(button, &QAbstractButton::clicked, this, openScreen);
         connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, openScreen);
@@ -175,7 +180,8 @@ void MainWindow::addMenu(const QString &name, const QString &caption, const QStr
     for (const Entry &entry : entries) {
         QAction *action = menu->addAction(entry.caption);
         action->setObjectName(entry.name);
-        connect(action, &QAction::triggered, this, [this, screen = entry.screen] { open(screen); });
+        connect(action, &QAction::triggered, this,
+                [this, screen = entry.screen] { openByUser(screen); });
     }
     connect(new QShortcut(QKeySequence(keys), this), &QShortcut::activated, this, [this, menu] {
         menuBar()->setActiveAction(menu->menuAction());
@@ -187,6 +193,12 @@ void MainWindow::tell(const QString &text)
 {
     if (!text.isEmpty())
         statusBar()->showMessage(text);
+}
+
+void MainWindow::openByUser(QStringView screen)
+{
+    if (!m_drops->bringTo(screen))
+        open(screen);
 }
 
 void MainWindow::open(QStringView screen)
@@ -219,8 +231,22 @@ QMdiSubWindow *MainWindow::transfer(const Screen &screen)
         window->setWindowTitle(made->windowTitle());
         window->setGeometry(m_area->viewport()->rect());
         connect(window, &QObject::destroyed, this, &MainWindow::showFront, Qt::QueuedConnection);
+        auto *memory = made->findChild<ListMemory *>();
+        if (const auto last = m_lastLists.constFind(made->objectName());
+            memory && last != m_lastLists.cend())
+            memory->offer(*last);
+        if (const auto *gaps = made->findChild<GapsPage *>())
+            connect(gaps, &GapsPage::screenWanted, this, &MainWindow::openAt);
     }
     return window;
+}
+
+void MainWindow::rememberList(const QWidget *screen)
+{
+    if (const auto *memory = screen->findChild<ListMemory *>()) {
+        if (const auto last = memory->take())
+            m_lastLists[screen->objectName()] = *last;
+    }
 }
 
 QMdiSubWindow *MainWindow::subWindowOf(QWidget *screen)
@@ -271,6 +297,16 @@ void MainWindow::openTransfer(const Screen &screen)
         }
         screen.load(screenIn(window));
     }
+}
+
+void MainWindow::openAt(const QString &screen, const QString &code)
+{
+    open(screen);
+    QDialog *dialog = m_dialogs.value(screen);
+    if (auto *definitions = qobject_cast<DefinitionWindow *>(dialog))
+        definitions->goTo(code);
+    else if (auto *prices = qobject_cast<UrunWindow *>(dialog))
+        prices->goTo(code);
 }
 
 void MainWindow::openDialog(const Screen &screen)

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "check/screens/listmemory.h"
 #include "frame/screens.h"
 #include "invoices/invoicelist.h"
 #include "store/program.h"
@@ -19,6 +20,7 @@ class QStatusBar;
 namespace kervan {
 
 class ButtonBand;
+class DropGuide;
 class GuideWindow;
 class Resim;
 struct Entry;
@@ -37,6 +39,8 @@ public:
     /// in a plain box, and the screen is then not there.
     void open(QStringView screen);
     void open(const Screen &screen);
+    /// Opens the screen that gives a definition, at this code.
+    void openAt(const QString &screen, const QString &code);
 
     /// Tells it in a line below the screens; an empty text leaves the line away.
     void tell(const QString &text);
@@ -70,6 +74,8 @@ public:
     /// A step of some screen is not yet done: it works, or it waits behind a box for an answer. No
     /// screen may close before.
     bool isAtWork() const;
+    /// Remembers what a transfer holds, and offers it when the screen is opened the next time.
+    void rememberList(const QWidget *screen);
     /// The child of the frame that a transfer's window stands in.
     static QMdiSubWindow *subWindowOf(QWidget *screen);
 
@@ -82,6 +88,8 @@ protected:
 private:
     static QWidget *screenIn(const QMdiSubWindow *window);
     bool isBehindABox(const QObject *shortcut) const;
+    /// Opens it as the user asks for it: with the file that waits for a screen, if it fits.
+    void openByUser(QStringView screen);
     void fillBand();
     void buildMenus();
     /// Tells at the end of the menu bar that there is a guide.
@@ -109,6 +117,7 @@ private:
     Program &m_program;
     QMdiArea *m_area;
     ButtonBand *m_band;
+    DropGuide *m_drops;
     QMenu *m_seminmenu;
     Resim *m_resim;
     std::unique_ptr<GuideWindow> m_guide; // once it was asked for
@@ -119,6 +128,7 @@ private:
     QHash<QStringView, QPointer<QMdiSubWindow>> m_transfers;
     QHash<QStringView, QPointer<QWidget>> m_starts; // where work begins on screens not yet shown
     QHash<QStringView, QPointer<QDialog>> m_dialogs;
+    QHash<QString, LastList> m_lastLists; // by the screen's word
 };
 
 } // namespace kervan

@@ -65,11 +65,13 @@ void tellUnitSet(MainWindow &frame, const QString &code)
 
 // The screen asks to be closed; the subwindow around it is what closes.
 template<class Window>
-Window *closable(const MainWindow &frame, Window *window)
+Window *closable(MainWindow &frame, Window *window)
 {
     QObject::connect(window, &Window::closeWanted, window, [window, &frame] {
-        if (!frame.isAtWork())
-            MainWindow::subWindowOf(window)->close();
+        if (frame.isAtWork())
+            return;
+        frame.rememberList(window);
+        MainWindow::subWindowOf(window)->close();
     });
     return window;
 }

@@ -44,7 +44,7 @@ void faturakasafisnoyaz(const Program &program, Grid &l1)
     }
 }
 
-bool kasaFisiAlir(const Grid &l1, int row)
+bool isBelowCashLimit(const Grid &l1, int row)
 {
     return toSingleNumber(l1.cell(row, L1::GenelToplam)) < cashLimit;
 }
@@ -88,7 +88,7 @@ void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kas
         throw Failure(u"%1 için kasa dosyası adı kurulamadı."_s.arg(dosya));
     AccumulatedBody body(sablon(u"kasatex"_s), kasaSozcukleri());
     for (int row = 0; row < l1.rows(); ++row) {
-        if (l1.ticked(row) && kasaFisiAlir(l1, row))
+        if (l1.ticked(row) && isBelowCashLimit(l1, row))
             body.add(kasaDegerleri(l1, row, kasakodu, program.clock.now().time()));
     }
     // The line end in front of the footer belongs to it, not to the last record.

@@ -23,9 +23,9 @@ void kasacariislemnokaydet(const Program &program, double counter);
 /// Numbers all rows of the invoice list from the stored counter on: "NT" and "KN" with six digits.
 void faturakasafisnoyaz(const Program &program, Grid &l1);
 
-/// Whether the invoice of a row is paid in cash and gets a slip when it is written. A grand total
-/// that is no number is a Failure.
-bool kasaFisiAlir(const Grid &l1, int row);
+/// Whether the grand total of the row lies below the cash limit, so that it gets a slip when it is
+/// ticked. One that is no number is a Failure.
+bool isBelowCashLimit(const Grid &l1, int row);
 
 /// How a slip's template is filled: its placeholders in their order.
 QList<QByteArray> kasaSozcukleri();

@@ -36,7 +36,7 @@ constexpr qsizetype shownPlaces = 3;
 bool getsSlip(const Grid &l1, int row)
 {
     bool gets = false;
-    passOver([&] { gets = kasaFisiAlir(l1, row); });
+    passOver([&] { gets = isBelowCashLimit(l1, row); });
     return gets;
 }
 

@@ -55,6 +55,7 @@ void Fat::umurlarfaturabaslikoku()
         note(endQuietly([this] { liste.tarihbelirle(); }));
     liste.eFaturaSorulmayan = efaturabul(l1(), link, ilerleme, m_program.boxes, bilgi);
     faturakasafisnoyaz(m_program, l1());
+    l1().forgetSteps(); // what the filter took out has no marks and numbers
     okuma.end();
 }
 

@@ -37,6 +37,7 @@ InvoiceList::InvoiceList(QList<GridColumn> columns, Boxes &boxes, std::function<
     , m_boxes(boxes)
     , m_reread(std::move(reread))
 {
+    QObject::connect(&l1, &Grid::undone, &l1, [this] { showRowCount(); });
 }
 
 void InvoiceList::showRowCount()

@@ -92,6 +92,7 @@ void SlipScreen::dosyaac(const SlipFile &file)
 void SlipScreen::dosyaac(const SlipFile &file, const QString &path)
 {
     m_dosyayolu = path;
+    m_file = &file;
     if (file.kind == ReadKind::None) // else the caption shows it
         bilgi.source.setText(path);
     exeloku(file.layout);
@@ -100,6 +101,14 @@ void SlipScreen::dosyaac(const SlipFile &file, const QString &path)
     // A read that failed counts too.
     m_kind = file.kind;
     baslik.setText(m_form.heading + u"  ["_s + QFileInfo(path).fileName() + u']');
+}
+
+void SlipScreen::yenidenoku()
+{
+    if (m_file)
+        dosyaac(*m_file, m_dosyayolu);
+    else if (!m_dosyayolu.isEmpty())
+        caridosyasikoku();
 }
 
 void SlipScreen::birakilandosya(const QString &path)
@@ -121,6 +130,7 @@ void SlipScreen::metindosyasiac()
     if (!name || name->isEmpty())
         return;
     m_dosyayolu = *name;
+    m_file = nullptr;
     bilgi.source.setText(*name);
     caridosyasikoku();
 }

@@ -22,6 +22,10 @@ public:
     SlipScreen(Program &program, const SlipForm &form);
 
     const SlipForm &form() const { return m_form; }
+    /// The file that was opened last.
+    const QString &dosyayolu() const { return m_dosyayolu; }
+    /// Which of the form's files it was; null where it was a text export, or none.
+    const SlipFile *sonDosya() const { return m_file; }
 
     /// What the opening of the screen does.
     void load();
@@ -47,6 +51,8 @@ public:
     /// A file that was dropped: of the kind read last, where there are two. Before the first read
     /// nobody knows which, and it is refused.
     void birakilandosya(const QString &path);
+    /// Reads the last source again, as it was read.
+    void yenidenoku();
     void sayfaadikaydet();
     void tumhareketlerisec() { l1.setAllTicked(tumHareketler.isChecked()); }
     void tumfislerisec() { l2.setAllTicked(tumFisler.isChecked()); }
@@ -85,6 +91,7 @@ private:
     Program &m_program;
     const SlipForm &m_form;
     QString m_dosyayolu;
+    const SlipFile *m_file = nullptr; // that it was read as; a text without one
     ReadKind m_kind = ReadKind::None;
     Workbooks m_workbooks;
     IslemSira m_sira;

@@ -62,6 +62,23 @@ void Urunform::readRows()
     });
 }
 
+int Urunform::satirbul(const QString &kod)
+{
+    int empty = -1;
+    for (int row = 0; row < l1.rows(); ++row) {
+        if (l1.cell(row, Kod) == kod)
+            return row;
+        if (empty < 0 && l1.cell(row, Kod).isEmpty())
+            empty = row;
+    }
+    if (empty < 0) {
+        addEmptyRow();
+        empty = l1.rows() - 1;
+    }
+    l1.setCell(empty, Kod, kod);
+    return empty;
+}
+
 void Urunform::satirekle(int currentRow)
 {
     if (currentRow == l1.rows() - 1)

@@ -27,6 +27,8 @@ public:
     /// Fills the grid from the table, and ten empty rows behind it. A table that can't be read
     /// shows the failure; the grid then stays empty, and saving only shows it again.
     void yukle();
+    /// The row of a product: where it has none, an empty one that gets its code.
+    int satirbul(const QString &kod);
     /// The down arrow was pressed on this row: on the last one it adds an empty row.
     void satirekle(int currentRow);
     /// Puts a block of a spreadsheet, lines of cells parted by tabs, into the grid from this cell

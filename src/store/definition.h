@@ -67,6 +67,7 @@ struct Definition
     QList<DefinitionField> fields;
     QList<DefinitionColumn> grid;
     std::optional<SideValue> sideValue = {};
+    QString sourceColumn = {}; ///< holds what sources call a record, if they name it
 
     // The statements, word for word as they reach the engine.
     Statement select() const;

@@ -38,7 +38,8 @@ Definition fir()
                      {u"Kasa Kodu"_s, 1764, u"kaskod"_s},
                      {u"Depo Kodu"_s, 1764, u"dkod"_s},
                      {u"Satıcı Hesap Kodu"_s, 2646, u"satkod"_s},
-                     {u"Alıcı Hesap Kodu"_s, 2646, u"alkod"_s}}};
+                     {u"Alıcı Hesap Kodu"_s, 2646, u"alkod"_s}},
+            .sourceColumn = u"firma"_s};
 }
 
 Definition muhkod()
@@ -71,7 +72,8 @@ Definition muhkod()
                      {u"Satış İade Kdv"_s, 2293, u"satikdv"_s},
                      {u"İndirimler Muhasebe Kodu"_s, 5292, u"ind"_s}},
             .sideValue =
-                SideValue{u"genkdv"_s, u"Genel Kdv Oranı: %"_s, u"18"_s, u"kdv"_s, u"kdv"_s}};
+                SideValue{u"genkdv"_s, u"Genel Kdv Oranı: %"_s, u"18"_s, u"kdv"_s, u"kdv"_s},
+            .sourceColumn = u"kdv"_s};
 }
 
 Definition odmplan()
@@ -93,7 +95,8 @@ Definition odmplan()
                        hidden(u"Text6"_s, u"crkod"_s),
                        hidden(u"Text7"_s, u"satkod"_s),
                        hidden(u"Text8"_s, u"alkod"_s)},
-            .grid = {{u"Ödeme Plan Kodu"_s, 2540, u"frno"_s}, {u"Açıklama"_s, 2540, u"frkod"_s}}};
+            .grid = {{u"Ödeme Plan Kodu"_s, 2540, u"frno"_s}, {u"Açıklama"_s, 2540, u"frkod"_s}},
+            .sourceColumn = u"frno"_s};
 }
 
 Definition birimseti()
@@ -112,7 +115,8 @@ Definition birimseti()
             .grid = {{u"Birim Seti kodu"_s, 2540, u"frno"_s},
                      {u"Açıklama"_s, 2540, u"frkod"_s},
                      {u"Logo Birim Kodu"_s, 2540, u"firma"_s},
-                     {u"SAP Birim Kodu"_s, 2540, u"kaskod"_s}}};
+                     {u"SAP Birim Kodu"_s, 2540, u"kaskod"_s}},
+            .sourceColumn = u"kaskod"_s};
 }
 
 Definition ststatu()
@@ -141,7 +145,8 @@ Definition per()
             .fields = {{u"Text1"_s, u"Logo Personel Kodu:"_s, u"kod"_s},
                        {u"Text2"_s, u"Sap Personel Kodu:"_s, u"per"_s}},
             .grid = {{u"Logo Personel Kodu"_s, 3528, u"kod"_s},
-                     {u"Sap Personel Kodu"_s, 3528, u"per"_s}}};
+                     {u"Sap Personel Kodu"_s, 3528, u"per"_s}},
+            .sourceColumn = u"per"_s};
 }
 
 Definition ozkod()

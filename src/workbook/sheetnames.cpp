@@ -41,7 +41,8 @@ qsizetype findSheet(const QStringList &names, const QString &wanted)
         u"\""_s + names.first(std::min(names.size(), mostNamesTold)).join(u"\", \"") + u'"';
     if (names.size() > mostNamesTold)
         told += u" ve %1 sayfa daha"_s.arg(names.size() - mostNamesTold);
-    throw Failure(u"\"%1\" adlı sayfa yok; sayfaları: %2"_s.arg(wanted.left(100), told));
+    throw Failure(u"\"%1\" adlı sayfa yok; sayfaları: %2"_s.arg(wanted.left(100), told), {},
+                  names.first(std::min(names.size(), mostNamesTold)));
 }
 
 } // namespace kervan

@@ -23,9 +23,9 @@ namespace {
 
 constexpr qint64 mostFileBytes = 256LL * 1024 * 1024;
 
-[[noreturn]] void failAt(const QString &path, const QString &why)
+[[noreturn]] void failAt(const QString &path, const QString &why, const QStringList &choices = {})
 {
-    throw fileFailure(path, u"okunamadı"_s, why);
+    throw fileFailure(path, u"okunamadı"_s, why, choices);
 }
 
 // Other programs may have it open, too: Qt asks for no more than reading, and shares it.
@@ -54,15 +54,37 @@ void open(QFile &file)
 }
 
 // The kind of a file is told by its first bytes.
-std::shared_ptr<const Sheet> parse(QByteArray bytes, const QString &sheetName)
+enum class Format { Xlsx, Xls };
+
+Format formatOf(QByteArrayView bytes)
 {
     if (bytes.startsWith("PK"))
-        return readXlsx(bytes, sheetName);
+        return Format::Xlsx;
     const bool isBareBiff = bytes.size() > 1 && bytes[0] == '\x09' &&
                             QByteArrayView("\0\2\4\x08", 4).contains(bytes[1]);
     if (isBareBiff || bytes.startsWith(CompoundFile::mark))
-        return readXls(std::move(bytes), sheetName);
+        return Format::Xls;
     failForeign(bytes);
+}
+
+// Hands the bytes of the file to the step, whose failures then name the file.
+template<class Step>
+auto ofFile(const QString &path, Step &&step)
+{
+    QFile file(path);
+    open(file);
+    if (file.size() > mostFileBytes)
+        failAt(path, u"%1 MB sınırını aşıyor"_s.arg(mostFileBytes / 1024 / 1024));
+    clearFault();
+    QByteArray bytes = file.readAll();
+    if (file.error() != QFile::NoError)
+        failAt(path, filefault(file, lastFault()));
+    file.close();
+    decltype(step(std::move(bytes))) result;
+    const auto failed = passOver([&] { result = step(std::move(bytes)); });
+    if (failed)
+        failAt(path, failed->description(), failed->choices());
+    return result;
 }
 
 } // namespace
@@ -133,20 +155,18 @@ std::optional<double> Sheet::number(int row, int field) const
 
 std::shared_ptr<const Sheet> readSheet(const QString &path, const QString &sheetName)
 {
-    QFile file(path);
-    open(file);
-    if (file.size() > mostFileBytes)
-        failAt(path, u"%1 MB sınırını aşıyor"_s.arg(mostFileBytes / 1024 / 1024));
-    clearFault();
-    QByteArray bytes = file.readAll();
-    if (file.error() != QFile::NoError)
-        failAt(path, filefault(file, lastFault()));
-    file.close();
-    std::shared_ptr<const Sheet> sheet;
-    const auto failed = passOver([&] { sheet = parse(std::move(bytes), sheetName); });
-    if (failed)
-        failAt(path, failed->description());
-    return sheet;
+    return ofFile(path, [&](QByteArray bytes) {
+        return formatOf(bytes) == Format::Xlsx ? readXlsx(bytes, sheetName)
+                                               : readXls(std::move(bytes), sheetName);
+    });
+}
+
+QStringList readSheetNames(const QString &path)
+{
+    return ofFile(path, [](QByteArray bytes) {
+        return formatOf(bytes) == Format::Xlsx ? xlsxSheetNames(bytes)
+                                               : xlsSheetNames(std::move(bytes));
+    });
 }
 
 std::shared_ptr<const Sheet> Workbooks::sheet(const QString &path, const QString &sheetName)

@@ -4,6 +4,7 @@
 #include <QDateTime>
 #include <QList>
 #include <QString>
+#include <QStringList>
 
 #include <memory>
 #include <optional>
@@ -59,6 +60,10 @@ private:
 /// which name the file: it is missing, no such workbook, damaged, protected by a password, larger
 /// than the bounds, or has no such sheet (then the sheets that there are are named).
 std::shared_ptr<const Sheet> readSheet(const QString &path, const QString &sheetName);
+
+/// The names of its sheets, in their order, without reading what is in them. Failures are as for
+/// readSheet().
+QStringList readSheetNames(const QString &path);
 
 /// Keeps the sheet that was read last, and parses again only when path, sheet name, size or time
 /// of change differ. A file that is gone or unreadable now is a Failure at each call all the same.

@@ -45,6 +45,19 @@ public:
     {
     }
 
+    // They stand in front of the texts, which may be many.
+    QStringList names()
+    {
+        checkStart(m_records.next());
+        for (Record record = m_records.next();
+             record.type != BiffRecords::EndOfPart && record.type != BiffRecords::SharedTexts;
+             record = m_records.next()) {
+            if (record.type == BiffRecords::SheetEntry)
+                readGlobal(record);
+        }
+        return m_sheetNames;
+    }
+
     std::shared_ptr<const Sheet> read(const QString &sheetName)
     {
         readGlobals();
@@ -242,6 +255,13 @@ std::shared_ptr<const Sheet> readXls(QByteArray bytes, const QString &sheetName)
     bytes = biffStream(bytes);
     decipherXls(bytes);
     return XlsReader(bytes).read(sheetName);
+}
+
+QStringList xlsSheetNames(QByteArray bytes)
+{
+    bytes = biffStream(bytes);
+    decipherXls(bytes);
+    return XlsReader(bytes).names();
 }
 
 } // namespace kervan

@@ -8,4 +8,7 @@ namespace kervan {
 /// go of early. Failures are as for readSheet(), but don't name the file.
 std::shared_ptr<const Sheet> readXls(QByteArray bytes, const QString &sheetName);
 
+/// The names of the sheets that hold cells.
+QStringList xlsSheetNames(QByteArray bytes);
+
 } // namespace kervan

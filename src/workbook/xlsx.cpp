@@ -37,21 +37,25 @@ public:
     {
     }
 
-    std::shared_ptr<const Sheet> read(const QString &sheetName)
+    QStringList names()
     {
         const QByteArray workbook = workbookPart();
         m_relations = relations(workbook);
         readWorkbook(workbook);
         QStringList names;
-        QList<QByteArray> parts;
         for (const SheetEntry &entry : std::as_const(m_sheets)) {
             const Relation relation = m_relations.value(entry.relation);
             if (relation.kind != "worksheet")
                 continue; // charts and macro sheets have no cells for us
             names << entry.name;
-            parts << relation.part;
+            m_parts << relation.part;
         }
-        const QByteArray part = parts[findSheet(names, sheetName)];
+        return names;
+    }
+
+    std::shared_ptr<const Sheet> read(const QString &sheetName)
+    {
+        const QByteArray part = m_parts[findSheet(names(), sheetName)];
         readStyles(partOf("styles"));
         const QByteArray strings = partOf("sharedStrings");
         QList<SheetBuilder::Text> texts;
@@ -176,6 +180,7 @@ private:
     ZipPackage m_package;
     QMap<QByteArray, Relation> m_relations;
     QList<SheetEntry> m_sheets;
+    QList<QByteArray> m_parts; ///< of the sheets that hold cells
     SheetBuilder m_builder;
 };
 
@@ -184,6 +189,11 @@ private:
 std::shared_ptr<const Sheet> readXlsx(const QByteArray &bytes, const QString &sheetName)
 {
     return XlsxReader(bytes).read(sheetName);
+}
+
+QStringList xlsxSheetNames(const QByteArray &bytes)
+{
+    return XlsxReader(bytes).names();
 }
 
 } // namespace kervan

@@ -8,4 +8,7 @@ namespace kervan {
 /// the file.
 std::shared_ptr<const Sheet> readXlsx(const QByteArray &bytes, const QString &sheetName);
 
+/// The names of the sheets that hold cells.
+QStringList xlsxSheetNames(const QByteArray &bytes);
+
 } // namespace kervan

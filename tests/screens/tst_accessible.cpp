@@ -3,6 +3,7 @@
 
 #include "app/realports.h"
 #include "cards/screens/crwindow.h"
+#include "controls/gridview.h"
 #include "controls/keyedbutton.h"
 #include "frame/mainwindow.h"
 #include "invoices/screens/fatwindow.h"
@@ -251,6 +252,7 @@ private Q_SLOTS:
         row(u"fat"_s, u"calendar"_s);
         row(u"urunform"_s, u"edit"_s);
         row(u"cr"_s, u"notes"_s);
+        row(u"cr"_s, u"find"_s);
         row(u"MDIForm1"_s);
     }
     void everyControlHasANameOfItsOwnAndEveryButtonAKey()
@@ -269,6 +271,14 @@ private Q_SLOTS:
             notes.add(u"bir arıza"_s);
             notes.addDocument(frame.t.path(u"belge.xml"_s), u"cari"_s, 2, QTime(9, 5));
             press(*walked, u"ayrinti"_s);
+        } else if (step == u"find") {
+            static_cast<CrWindow *>(walked)->cr().dosyaac(frame.accounts());
+            auto *list = walked->findChild<GridView *>();
+            list->setMarker([](int) { return RowMark{RowMark::Error, u"kod boş"_s}; });
+            list->marksChanged(true);
+            QTest::keyClick(list, Qt::Key_F, Qt::ControlModifier);
+            QTest::keyClicks(walked->findChild<QWidget *>(u"aranan"_s), u"market"_s);
+            walked->findChild<QAbstractButton *>(u"suz"_s)->click();
         } else if (!step.isEmpty()) {
             press(*walked, step);
         }

@@ -101,6 +101,29 @@ private Q_SLOTS:
         }
         press(s.window, u"Check2"_s);
         QCOMPARE(s.l1.tickedCount(), 1);
+        QTest::keyClick(s.view, Qt::Key_Z, Qt::ControlModifier);
+        QTest::keyClick(s.view, Qt::Key_Z, Qt::ControlModifier);
+        QCOMPARE(s.find<QLabel>("sb1_2")->text(), u"3"_s);
+        QVERIFY(s.l1.ticked(0) && s.l1.ticked(1) && !s.l1.ticked(2));
+    }
+
+    void whatTheDateFilterTakesOutComesBackOnlyWhereItsRowsAreWhole()
+    {
+        Shown s;
+        const auto undo = [&s] {
+            QTest::keyClick(s.view, Qt::Key_Z, Qt::ControlModifier);
+        };
+        s.fat.liste.ilkTarih.setDate({2024, 3, 8});
+        s.fat.liste.sonTarih.setDate({2024, 3, 8});
+        press(s.window, u"Check1"_s);
+        QCOMPARE(s.l1.rows(), 1);
+        undo();
+        QCOMPARE(s.l1.rows(), 3);
+        QCOMPARE(s.l1.cell(0, L1::IslemNo), u"NT000001"_s);
+        QTest::keyClick(s.view, Qt::Key_F5); // reads, filters and numbers
+        QCOMPARE(s.l1.rows(), 1);
+        undo();
+        QCOMPARE(s.l1.rows(), 1);
     }
 
     void theKeysAreTheListsAfterEachCommandThatReads()

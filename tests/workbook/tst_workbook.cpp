@@ -208,6 +208,7 @@ private Q_SLOTS:
         writeWorkbook(path(u"names.xlsx"_s), sheets);
         writeXls(path(u"names.xls"_s), sheets);
         for (const QString &book : {path(u"names.xlsx"_s), path(u"names.xls"_s)}) {
+            QCOMPARE(readSheetNames(book), QStringList({u"veri"_s, u"VERİ2"_s, u"Gizli"_s}));
             QCOMPARE(readSheet(book, u"VERI"_s)->text(0, 0), u"1"_s);
             QCOMPARE(readSheet(book, u"veri2"_s)->text(0, 0), u"2"_s);
             QCOMPARE(readSheet(book, u"gizli"_s)->text(0, 0), u"3"_s);
@@ -222,7 +223,9 @@ private Q_SLOTS:
         QVERIFY(failureOf([&] {
                     readSheet(path(u"many.xlsx"_s), u"A"_s);
                 }).endsWith(u"\"S19\", \"S20\" ve 2 sayfa daha"_s));
+        QCOMPARE(readSheetNames(path(u"many.xlsx"_s)).size(), 22);
         writeZip(path(u"parts.zip"_s), package({.rows = {}}));
+        QCOMPARE(readSheetNames(path(u"parts.zip"_s)), QStringList{u"SATIŞ LİSTESİ"_s});
         QVERIFY(failureOf([&] {
                     readSheet(path(u"parts.zip"_s), u"Grafik"_s);
                 }).endsWith(u"sayfaları: \"SATIŞ LİSTESİ\""_s));

@@ -45,7 +45,7 @@ void write(const QString &name, const QByteArray &contents)
 QByteArray onDark(QByteArray svg)
 {
     svg.replace("#2f6f7e", "#8db6be").replace("#55636f", "#b8c2ca");
-    return svg.replace("#c4604a", "#f0a08a");
+    return svg.replace("#c4604a", "#f0a08a").replace("#a8701f", "#e3b469");
 }
 
 QByteArray png(const QByteArray &svg, int width)

@@ -1,7 +1,10 @@
 #include "cards/screens/crwindow.h"
 
+#include "check/screens/checkedlist.h"
+#include "check/screens/listmemory.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
+#include "controls/panes.h"
 #include "controls/transferwidgets.h"
 
 #include <QLabel>
@@ -17,12 +20,14 @@ CrWindow::CrWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_program(program)
     , m_cr(program)
+    , m_checks(m_cr.l1, {})
 {
     setObjectName(u"cr"_s);
     setWindowTitle(u"Cari Kart Transferi"_s);
+    (new ListMemory(this, {}))->setFile([this] { return m_cr.bilgi.source.text(); });
     layOutTransfer(this, {.strip = titleStrip(u"CARİ HESAP AKTARIMI"_s),
                           .notes = &m_cr.bilgi,
-                          .panels = {commands(), cards()},
+                          .panels = {commands(), cards(program)},
                           .statusBar = statusBar(),
                           .firstButton = u"chameleonButton5"_s,
                           .openFile = [this](const QString &path) {
@@ -60,13 +65,25 @@ QWidget *CrWindow::commands()
     return bar;
 }
 
-QWidget *CrWindow::cards()
+QWidget *CrWindow::cards(Program &program)
 {
     auto *view = new GridView(m_cr.l1, u"l1"_s);
     view->setAccessibleName(u"Cari Kart Listesi"_s);
     view->setEmptyText(u"\"Cari Dosyası Aç\" ile bir .txt dosyası seçin ya da dosyayı buraya "
                        "sürükleyin."_s);
-    return plainFrame(view);
+    return checkedPanes({.window = this,
+                         .rows = m_cr.l1,
+                         .view = view,
+                         .frame = plainFrame(view),
+                         .memoryKey = u"cr/pane"_s,
+                         .checks = m_checks,
+                         .report = m_report,
+                         .dialogs = program.dialogs,
+                         .shape = [] { return ListShape{}; },
+                         .reread =
+                             [this] {
+                                 m_cr.caridosyasikoku();
+                             }});
 }
 
 QStatusBar *CrWindow::statusBar()

@@ -1,6 +1,8 @@
 #pragma once
 
 #include "cards/cr.h"
+#include "check/checks.h"
+#include "check/readreport.h"
 
 #include <QWidget>
 
@@ -25,12 +27,14 @@ Q_SIGNALS:
 
 private:
     QWidget *commands();
-    QWidget *cards();
+    QWidget *cards(Program &program);
     QStatusBar *statusBar();
     void showTime();
 
     Program &m_program;
     Cr m_cr;
+    Checks m_checks;
+    ReadReport m_report;
     TextField m_date; // panels 3 and 4
     TextField m_time;
 };

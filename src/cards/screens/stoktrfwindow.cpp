@@ -1,8 +1,11 @@
 #include "cards/screens/stoktrfwindow.h"
 
+#include "check/screens/checkedlist.h"
+#include "check/screens/listmemory.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
+#include "controls/panes.h"
 #include "controls/transferwidgets.h"
 
 #include <QComboBox>
@@ -17,13 +20,16 @@ using namespace Qt::StringLiterals;
 StoktrfWindow::StoktrfWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_stoktrf(program)
+    , m_checks(m_stoktrf.l1, {})
 {
     setObjectName(u"stoktrf"_s);
     setWindowTitle(u"Malzeme Kartları Transfer"_s);
+    (new ListMemory(this, {u"c1"_s, u"c2"_s, u"c3"_s, u"c4"_s, u"c5"_s, u"brmseti"_s}))
+        ->setFile([this] { return m_stoktrf.bilgi.source.text(); });
     layOutTransfer(this,
                    {.strip = titleStrip(u"STOK KART AKTARIMI"_s),
                     .notes = &m_stoktrf.bilgi,
-                    .panels = {commands(), choices(), cards()},
+                    .panels = {commands(), choices(), cards(program)},
                     .statusBar = transferStatusBar(u"Stok Kart Sayısı:"_s, m_stoktrf.kartSayisi,
                                                    m_stoktrf.bilgi, m_stoktrf.ilerleme),
                     .firstButton = u"chameleonButton5"_s,
@@ -76,13 +82,25 @@ QWidget *StoktrfWindow::choices()
     return panel;
 }
 
-QWidget *StoktrfWindow::cards()
+QWidget *StoktrfWindow::cards(Program &program)
 {
     auto *view = new GridView(m_stoktrf.l1, u"l1"_s);
     view->setAccessibleName(u"Stok Kart Listesi"_s);
     view->setEmptyText(u"\"Stok Dosyası Aç\" ile bir .txt dosyası seçin ya da dosyayı buraya "
                        "sürükleyin."_s);
-    return plainFrame(view);
+    return checkedPanes({.window = this,
+                         .rows = m_stoktrf.l1,
+                         .view = view,
+                         .frame = plainFrame(view),
+                         .memoryKey = u"stoktrf/pane"_s,
+                         .checks = m_checks,
+                         .report = m_report,
+                         .dialogs = program.dialogs,
+                         .shape = [] { return ListShape{}; },
+                         .reread =
+                             [this] {
+                                 m_stoktrf.stokdosyasikoku();
+                             }});
 }
 
 } // namespace kervan

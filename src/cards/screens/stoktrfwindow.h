@@ -1,6 +1,8 @@
 #pragma once
 
 #include "cards/stoktrf.h"
+#include "check/checks.h"
+#include "check/readreport.h"
 
 #include <QWidget>
 
@@ -24,9 +26,11 @@ Q_SIGNALS:
 private:
     QWidget *commands();
     QWidget *choices();
-    QWidget *cards();
+    QWidget *cards(Program &program);
 
     Stoktrf m_stoktrf;
+    Checks m_checks;
+    ReadReport m_report;
 };
 
 } // namespace kervan

@@ -1,9 +1,12 @@
 #include "cards/screens/stwindow.h"
 
+#include "check/screens/checkedlist.h"
+#include "check/screens/listmemory.h"
 #include "controls/announcing.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
+#include "controls/panes.h"
 #include "controls/transferwidgets.h"
 
 #include <QComboBox>
@@ -20,12 +23,16 @@ using namespace Qt::StringLiterals;
 StWindow::StWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_st(program)
+    , m_checks(m_st.l1, {})
 {
     setObjectName(u"st"_s);
     setWindowTitle(u"Stok Kartı Transferi"_s);
+    (new ListMemory(this, {u"c1"_s, u"c2"_s, u"c3"_s}))->setFile([this] {
+        return m_st.bilgi.source.text();
+    });
     layOutTransfer(this, {.strip = titleStrip(u"STOK KART TRANSFERİ"_s),
                           .notes = &m_st.bilgi,
-                          .panels = {commands(), choices(), cards()},
+                          .panels = {commands(), choices(), cards(program)},
                           .statusBar = transferStatusBar({}, m_nothing, m_st.bilgi, m_st.ilerleme),
                           .firstButton = u"chameleonButton5"_s,
                           .openFile = [this](const QString &path) {
@@ -90,7 +97,7 @@ QWidget *StWindow::choices()
     return bar;
 }
 
-QWidget *StWindow::cards()
+QWidget *StWindow::cards(Program &program)
 {
     auto *frame = new QGroupBox(u"Mey Stok Kart Listesi"_s);
     frame->setObjectName(u"f1"_s);
@@ -100,7 +107,19 @@ QWidget *StWindow::cards()
                        "sürükleyin."_s);
     auto *column = new QVBoxLayout(frame);
     column->addWidget(view);
-    return frame;
+    return checkedPanes({.window = this,
+                         .rows = m_st.l1,
+                         .view = view,
+                         .frame = frame,
+                         .memoryKey = u"st/pane"_s,
+                         .checks = m_checks,
+                         .report = m_report,
+                         .dialogs = program.dialogs,
+                         .shape = [] { return ListShape{}; },
+                         .reread =
+                             [this] {
+                                 m_st.ac(m_st.bilgi.source.text());
+                             }});
 }
 
 } // namespace kervan

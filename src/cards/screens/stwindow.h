@@ -1,6 +1,8 @@
 #pragma once
 
 #include "cards/st.h"
+#include "check/checks.h"
+#include "check/readreport.h"
 
 #include <QWidget>
 
@@ -22,9 +24,11 @@ Q_SIGNALS:
 private:
     QWidget *commands();
     QWidget *choices();
-    QWidget *cards();
+    QWidget *cards(Program &program);
 
     St m_st;
+    Checks m_checks;
+    ReadReport m_report;
     TextField m_nothing; // the status bar has no caption of its own to show
 };
 

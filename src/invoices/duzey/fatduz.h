@@ -46,6 +46,7 @@ public:
     ScreenLink link;
 
     const Program &program() const { return m_program; }
+    const QString &dosyaadi() const { return m_dosyaadi; } ///< empty before one was picked
     /// The sheet that the list was read from, under this name; none before a read and after one
     /// that failed.
     const std::shared_ptr<const Sheet> &okunanSayfa() const { return m_okunanSayfa; }

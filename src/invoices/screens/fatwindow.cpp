@@ -1,6 +1,6 @@
 #include "invoices/screens/fatwindow.h"
 
-#include "controls/announcing.h"
+#include "check/screens/listmemory.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
@@ -21,24 +21,22 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
-constexpr int readingTime = 10000; // milliseconds
-
-} // namespace
-
 FatWindow::FatWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_fat(program)
+    , m_checks(m_fat.liste.l1, {})
     , m_l1(invoiceView(m_fat.liste, u".bif"_s, m_fat.baslik,
                        [this](int row) { m_fat.satirsec(row); }))
 {
     setObjectName(u"fat"_s);
     setWindowTitle(u"Fatura Transferi"_s);
+    auto *memory = new ListMemory(this, {u"c3"_s, u"c1"_s, u"c2"_s, u"fatbilgi"_s, u"c5"_s, u"c4"_s,
+                                         u"pers"_s, u"d1"_s, u"d2"_s, u"Check1"_s});
+    memory->setFile([this] { return m_fat.dosyaadi(); });
     layOutTransfer(this,
                    {.strip = strip(),
                     .notes = &m_fat.bilgi,
-                    .panels = {commands(), choices(), filters(), invoiceLists(m_l1, m_fat.l2)},
+                    .panels = {commands(), choices(), filters(), lists(program)},
                     .statusBar = transferStatusBar(u"Fatura Sayısı:"_s, m_fat.liste.satirSayisi,
                                                    m_fat.bilgi, m_fat.ilerleme),
                     .firstButton = u"chameleonButton5"_s,
@@ -105,7 +103,23 @@ QWidget *FatWindow::choices()
     auto *plan =
         valueLabel(u"odmplnkod"_s, u"Belgeye yazılan ödeme planı:"_s, m_fat.odemePlaniKodu);
     plan->setToolTip(u"Belgeye yazılan ödeme planı"_s);
-    panel->add(plan);
+    auto *beside = new QWidget;
+    auto *daily = new QHBoxLayout(beside);
+    daily->setContentsMargins(0, 0, 0, 0);
+    daily->addWidget(plan, 1);
+    daily->addWidget(dailyChoicesButton(this, m_fat.bilgi,
+                                        {{u"Firma"_s, tanimlar.firma,
+                                          [this] {
+                                              m_fat.firmasec();
+                                          }},
+                                         {u"Kdv oranı"_s, m_fat.kdvOrani,
+                                          [this] {
+                                              m_fat.kdvoranisec();
+                                          }},
+                                         {u"Ödeme planı"_s, m_fat.odemePlani, [this] {
+                                              m_fat.odemeplanisec();
+                                          }}}));
+    panel->add(beside);
     addField(panel, u"Fatura Özel Kodu:"_s, choiceBox(u"c4"_s, tanimlar.ozelKod));
     auto *last = new QWidget;
     auto *row = new QHBoxLayout(last);
@@ -137,21 +151,37 @@ QWidget *FatWindow::filters()
     connect(search, &QLineEdit::returnPressed, this, [this] {
         const QList<int> found = m_fat.liste.unvanara();
         m_l1->markRows(found);
-        auto *bar = findChild<QStatusBar *>(u"sb1"_s);
-        bar->clearMessage();
+        findChild<QStatusBar *>(u"sb1"_s)->clearMessage();
         if (!found.isEmpty())
             return m_l1->enter(found.first());
         const QString none =
             u"\"%1\" geçen bir unvan bulunamadı. Büyük ve küçük harf ayrı sayılır."_s.arg(
                 m_fat.liste.arananUnvan.text());
-        bar->showMessage(none, readingTime);
-        announce(bar, none);
+        tellBelow(this, none);
     });
     row->addPair(labelFor(search, u"Cari Unvanı:"_s), search);
     row->addStretch();
     auto *range = addDateFilter(row, list, [this] { m_fat.tarihdegisti(); });
     connect(range, &QCheckBox::clicked, this, [this] { m_fat.tariharaligisec(); });
     return panel;
+}
+
+QWidget *FatWindow::lists(Program &program)
+{
+    return invoiceLists({.window = this,
+                         .rows = m_fat.liste.l1,
+                         .view = m_l1,
+                         .frame = nullptr,
+                         .memoryKey = {},
+                         .checks = m_checks,
+                         .report = m_report,
+                         .dialogs = program.dialogs,
+                         .shape = [] { return ListShape{.what = u"fatura"_s, .number = 2}; },
+                         .reread =
+                             [this] {
+                                 m_fat.otomatikac();
+                             }},
+                        m_fat.l2);
 }
 
 } // namespace kervan

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "check/checks.h"
+#include "check/readreport.h"
 #include "invoices/fat.h"
 
 #include <QWidget>
@@ -34,11 +36,14 @@ private:
     QWidget *commands();
     QWidget *choices();
     QWidget *filters();
+    QWidget *lists(Program &program);
     QPushButton *command(const QString &name, const QString &caption, const QString &pictureName,
                          const QString &keys, void (Fat::*action)());
     QComboBox *chosen(QComboBox *box, void (Fat::*action)());
 
     Fat m_fat;
+    Checks m_checks;
+    ReadReport m_report;
     GridView *m_l1;
 };
 

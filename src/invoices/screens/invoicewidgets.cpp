@@ -5,6 +5,7 @@
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/panes.h"
+#include "controls/remembered.h"
 #include "controls/transferwidgets.h"
 #include "invoices/columns.h"
 
@@ -47,6 +48,15 @@ QComboBox *namedBox(const QString &name, ChoiceField &field, const QString &what
     box->setAccessibleName(what);
     box->setToolTip(hint);
     return box;
+}
+
+QWidget *page(GridView *view)
+{
+    auto *page = new QWidget;
+    auto *column = new QVBoxLayout(page);
+    column->setContentsMargins({});
+    column->addWidget(view);
+    return page;
 }
 
 QGroupBox *listFrame(const QString &caption, GridView *view)
@@ -105,6 +115,53 @@ void addField(FieldPanel *panel, const QString &label, QWidget *field)
     panel->add(labelFor(field, label), field);
 }
 
+QPushButton *dailyChoicesButton(QWidget *window, Notes &notes, const QList<DailyChoice> &choices)
+{
+    auto *button = commandButton(window, u"dunku"_s, u"Dünkü seçimler"_s, {}, u"F9"_s);
+    const auto keyOf = [window](const DailyChoice &choice) {
+        return u"%1/daily/%2"_s.arg(window->objectName(), choice.name);
+    };
+    const auto showWhich = [button, choices, keyOf] {
+        QStringList parts;
+        for (const DailyChoice &choice : choices) {
+            const QString text = remembered(keyOf(choice)).toString();
+            if (!text.isEmpty())
+                parts << u"%1 %2"_s.arg(choice.name, text);
+        }
+        const QString which = parts.isEmpty()
+                                  ? u"Son belgedeki seçimleri yapar; daha belge yazılmadı"_s
+                                  : u"Son belgedeki seçimleri yapar: "_s + parts.join(u", "_s);
+        button->setToolTip(which.toHtmlEscaped() + u" (F9)"_s);
+        button->setAccessibleDescription(which);
+    };
+    showWhich();
+    QObject::connect(&notes, &Notes::changed, button, [&notes, choices, keyOf, showWhich] {
+        if (notes.written().isEmpty())
+            return;
+        for (const DailyChoice &choice : choices)
+            remember(keyOf(choice), choice.field.text());
+        showWhich();
+    });
+    QObject::connect(button, &QAbstractButton::clicked, window, [&notes, choices, keyOf] {
+        bool isFirst = true; // nothing was remembered yet
+        for (const DailyChoice &choice : choices) {
+            const QString text = remembered(keyOf(choice)).toString();
+            isFirst = isFirst && text.isEmpty();
+            if (text.isEmpty() || text == choice.field.text())
+                continue;
+            if (!choice.field.entries().contains(text)) {
+                notes.add(u"%1 \"%2\" artık listede yok, seçilmedi."_s.arg(choice.name, text));
+                continue;
+            }
+            choice.field.setText(text);
+            choice.pick();
+        }
+        if (isFirst)
+            notes.add(u"Hatırlanan seçim yok: ilk belge yazıldığında saklanır."_s);
+    });
+    return button;
+}
+
 QCheckBox *allRowsBox(InvoiceList &list)
 {
     auto *box = check(u"Check2"_s, u"Tümünü Seç"_s, list.tumunuSec);
@@ -158,11 +215,14 @@ GridView *invoiceView(InvoiceList &list, const QString &source, TextField &capti
     return view;
 }
 
-QWidget *invoiceLists(GridView *invoices, Grid &l2)
+QWidget *invoiceLists(CheckedList list, Grid &l2)
 {
-    GridView *lines = lineView(l2);
-    return new Panes(listFrame(u"Fatura Listesi"_s, invoices),
-                     listFrame(u"Fatura Kalemleri"_s, lines), u"invoices/lines"_s);
+    list.frame = listFrame(u"Fatura Listesi"_s, list.view);
+    list.memoryKey = u"invoices/lines"_s;
+    list.linesView = lineView(l2);
+    list.lines = page(list.linesView);
+    list.linesTitle = u"Kalemler"_s;
+    return checkedPanes(list);
 }
 
 } // namespace kervan

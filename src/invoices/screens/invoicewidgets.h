@@ -1,5 +1,7 @@
 #pragma once
 
+#include "base/notes.h"
+#include "check/screens/checkedlist.h"
 #include "invoices/invoicelist.h"
 
 #include <QString>
@@ -9,13 +11,13 @@
 class QCheckBox;
 class QComboBox;
 class QPoint;
+class QPushButton;
 class QWidget;
 
 namespace kervan {
 
 class FieldPanel;
 class FlowLayout;
-class GridView;
 
 // The pieces that the windows of both invoice transfers are made of.
 
@@ -34,6 +36,18 @@ void addListCommands(FlowLayout *row, QWidget *window, InvoiceList &list,
 /// Adds a field and its label to the panel of choices.
 void addField(FieldPanel *panel, const QString &label, QWidget *field);
 
+/// A choice that is the same on most days, and what its picking does.
+struct DailyChoice
+{
+    QString name; ///< as a sentence has it: "Firma"
+    ChoiceField &field;
+    std::function<void()> pick;
+};
+/// The button that makes the choices of the last document again, as if the user picked them. What
+/// was chosen is remembered for the screen whenever it has written a document; a choice that no
+/// longer is in its list is told in the notes and left as it is.
+QPushButton *dailyChoicesButton(QWidget *window, Notes &notes, const QList<DailyChoice> &choices);
+
 /// The box that ticks all rows of the list.
 QCheckBox *allRowsBox(InvoiceList &list);
 /// Adds the date filter to the row: its box, and two pickers that tell when a user changes them.
@@ -45,7 +59,8 @@ QCheckBox *addDateFilter(FlowLayout *row, InvoiceList &list, const std::function
 /// one of the kind `source`.
 GridView *invoiceView(InvoiceList &list, const QString &source, TextField &caption,
                       const std::function<void(int row)> &choose);
-/// That list and the lines of the chosen invoice, in their frames, with a handle between.
-QWidget *invoiceLists(GridView *invoices, Grid &l2);
+/// That list in its frame, and below it the lines of the chosen invoice and what is checked; `list`
+/// tells all but the frame and the lines.
+QWidget *invoiceLists(CheckedList list, Grid &l2);
 
 } // namespace kervan

@@ -1,10 +1,13 @@
 #include "slips/screens/slipwindow.h"
 
+#include "check/screens/checkedlist.h"
+#include "check/screens/listmemory.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/notestrip.h"
 #include "controls/panes.h"
+#include "controls/sheetlist.h"
 #include "controls/transferwidgets.h"
 
 #include <QCheckBox>
@@ -29,9 +32,19 @@ constexpr QStringView cashListCaption = u"CH Kasa Nakit Haraket Listesi";
 SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
     : QWidget(parent)
     , m_screen(program, form)
+    , m_checks(m_screen.l1, {})
 {
     setObjectName(form.screen);
     setWindowTitle(form.caption);
+    auto *memory = new ListMemory(this, {u"Text1"_s, u"bankahesapno1"_s});
+    memory->setFile([this] { return m_screen.sonDosya() ? m_screen.dosyayolu() : QString(); },
+                    [this] {
+                        return static_cast<int>(m_screen.sonDosya() -
+                                                m_screen.form().files.constData());
+                    });
+    memory->setRead([this](const QString &path, int way) {
+        readIntoList(this, [&] { m_screen.dosyaac(m_screen.form().files[way], path); });
+    });
     auto *strip = titleStrip({});
     bind(strip->caption(), m_screen.baslik);
     auto *column = new QVBoxLayout(this);
@@ -39,13 +52,14 @@ SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
     column->setSpacing(screenSpacing);
     column->addWidget(strip);
     column->addWidget(new NoteStrip(m_screen.bilgi));
-    column->addWidget(scroller({head(), lists()}), 1);
+    column->addWidget(scroller({head(), lists(program)}), 1);
     column->addWidget(transferStatusBar(u"Cari Haraket Sayısı:"_s, m_screen.hareketSayisi,
                                         m_screen.bilgi, m_screen.ilerleme));
     addHidden();
 
     letClose(this, strip);
     leadThroughPanes(this);
+    addListTools(this);
     connect(new FileDrop(this), &FileDrop::dropped, this, [this](const QString &path) {
         readIntoList(this, [&] { m_screen.birakilandosya(path); });
     });
@@ -98,8 +112,12 @@ QWidget *SlipWindow::settings()
         box->setMaximumWidth(220);
         bind(box, field);
         row->addPair(labelFor(box, label), box);
+        return box;
     };
-    edit(u"Text1"_s, u"Exel Sayfa Adı"_s, m_screen.sayfaAdi);
+    auto *sheet = edit(u"Text1"_s, u"Exel Sayfa Adı"_s, m_screen.sayfaAdi);
+    addSheetList(
+        sheet, m_screen.sayfaAdi, [this] { return m_screen.dosyayolu(); }, &readSheetNames);
+    connect(&m_screen.bilgi, &Notes::chosen, &m_screen.sayfaAdi, &TextField::setText);
     auto *keep = commandButton(this, u"lvButtons_H1"_s, {}, u"keep"_s, u"Ctrl+D"_s);
     keep->setToolTip(u"Sayfa adını sakla (Ctrl+D)"_s);
     keep->setAccessibleName(u"Sayfa adını sakla"_s);
@@ -118,19 +136,36 @@ QWidget *SlipWindow::settings()
     return panel;
 }
 
-QWidget *SlipWindow::lists()
+QWidget *SlipWindow::lists(Program &program)
 {
     const SlipForm &form = m_screen.form();
+    GridView *l1 = movements();
     auto *cash = listFrame(u"f1"_s, cashListCaption.toString(), u"Check1"_s, m_screen.tumHareketler,
-                           &SlipScreen::tumhareketlerisec, movements());
+                           &SlipScreen::tumhareketlerisec, l1);
+    CheckedList list{.window = this,
+                     .rows = m_screen.l1,
+                     .view = l1,
+                     .frame = cash,
+                     .memoryKey = u"slips/pane"_s,
+                     .checks = m_checks,
+                     .report = m_report,
+                     .dialogs = program.dialogs,
+                     .shape = [] { return ListShape{}; },
+                     .reread =
+                         [this] {
+                             m_screen.yenidenoku();
+                         }};
     if (!form.hasBankList())
-        return cash;
+        return checkedPanes(list);
     auto *view = new GridView(m_screen.l2, u"l2"_s);
     view->setAccessibleName(form.bankListCaption);
     view->setEmptyText(u"Hareketler okununca kod başına bir satır burada görünür."_s);
-    auto *bank = listFrame(u"f3"_s, form.bankListCaption, u"Check2"_s, m_screen.tumFisler,
+    list.lines = listFrame(u"f3"_s, form.bankListCaption, u"Check2"_s, m_screen.tumFisler,
                            &SlipScreen::tumfislerisec, view);
-    return new Panes(cash, bank, u"slips/bank"_s);
+    list.linesView = view;
+    list.linesTitle = u"Banka Fişleri"_s;
+    list.memoryKey = u"slips/bank"_s;
+    return checkedPanes(list);
 }
 
 GridView *SlipWindow::movements()

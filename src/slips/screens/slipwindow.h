@@ -1,5 +1,7 @@
 #pragma once
 
+#include "check/checks.h"
+#include "check/readreport.h"
 #include "slips/slipscreen.h"
 
 #include <QWidget>
@@ -31,13 +33,15 @@ private:
     QWidget *head();
     QWidget *commands();
     QWidget *settings();
-    QWidget *lists();
+    QWidget *lists(Program &program);
     QGroupBox *listFrame(const QString &name, const QString &caption, const QString &checkName,
                          CheckField &check, void (SlipScreen::*tickAll)(), GridView *view);
     GridView *movements();
     void addHidden();
 
     SlipScreen m_screen;
+    Checks m_checks;
+    ReadReport m_report;
 };
 
 } // namespace kervan

@@ -1,9 +1,12 @@
 #include "stocktake/screens/sayimwindow.h"
 
+#include "check/screens/checkedlist.h"
+#include "check/screens/listmemory.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/linklabel.h"
+#include "controls/panes.h"
 #include "controls/transferwidgets.h"
 
 #include <QLabel>
@@ -17,15 +20,19 @@ using namespace Qt::StringLiterals;
 SayimWindow::SayimWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_sayimform(program)
+    , m_checks(m_sayimform.l1, {})
 {
     setObjectName(u"sayimform"_s);
     setWindowTitle(u"Sayım Transferi"_s);
+    (new ListMemory(this, {u"Text1"_s}))->setFile([this] {
+        return m_sayimform.bilgi.source.text();
+    });
     auto *strip = titleStrip(u"SAYIM AKTARIMI"_s);
     strip->addNote(new LinkLabel(u"Label9"_s, m_sayimform.link.durum));
     layOutTransfer(this,
                    {.strip = strip,
                     .notes = &m_sayimform.bilgi,
-                    .panels = {commands(), counts()},
+                    .panels = {commands(), counts(program)},
                     .statusBar = transferStatusBar(u"Sayım Sayısı:"_s, m_sayimform.sayimSayisi,
                                                    m_sayimform.bilgi, m_sayimform.ilerleme),
                     .firstButton = u"chameleonButton5"_s,
@@ -62,13 +69,25 @@ QWidget *SayimWindow::commands()
     return bar;
 }
 
-QWidget *SayimWindow::counts()
+QWidget *SayimWindow::counts(Program &program)
 {
     auto *view = new GridView(m_sayimform.l1, u"l1"_s);
     view->setAccessibleName(u"Sayım Listesi"_s);
     view->setEmptyText(u"\"Sayım Text Dosyası Aç\" ile bir .txt dosyası seçin ya da dosyayı buraya "
                        "sürükleyin."_s);
-    return plainFrame(view);
+    return checkedPanes({.window = this,
+                         .rows = m_sayimform.l1,
+                         .view = view,
+                         .frame = plainFrame(view),
+                         .memoryKey = u"sayimform/pane"_s,
+                         .checks = m_checks,
+                         .report = m_report,
+                         .dialogs = program.dialogs,
+                         .shape = [] { return ListShape{}; },
+                         .reread =
+                             [this] {
+                                 m_sayimform.sayimdosyasikoku();
+                             }});
 }
 
 } // namespace kervan

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "check/checks.h"
+#include "check/readreport.h"
 #include "stocktake/sayimform.h"
 
 #include <QWidget>
@@ -23,9 +25,11 @@ Q_SIGNALS:
 
 private:
     QWidget *commands();
-    QWidget *counts();
+    QWidget *counts(Program &program);
 
     Sayimform m_sayimform;
+    Checks m_checks;
+    ReadReport m_report;
 };
 
 } // namespace kervan

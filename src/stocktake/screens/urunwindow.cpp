@@ -103,10 +103,10 @@ UrunWindow::UrunWindow(Program &program, QWidget *parent)
     : QDialog(parent)
     , m_urunform(program)
     , m_note(new QLabel)
+    , m_view(makeView())
 {
     setObjectName(u"urunform"_s);
     setWindowTitle(u"Ürünler"_s);
-    PriceView *view = makeView();
     m_note->setObjectName(u"bilgi"_s);
     auto *save = dialogButton(u"chameleonButton7"_s, u"Kaydet"_s, u"Ctrl+S"_s, u"save"_s);
     auto *close = dialogButton(u"chameleonButton8"_s, u"Kapat"_s, u"Ctrl+W"_s, u"close"_s);
@@ -116,7 +116,7 @@ UrunWindow::UrunWindow(Program &program, QWidget *parent)
     connect(close, &QAbstractButton::clicked, this, &QDialog::reject);
 
     auto *column = new QVBoxLayout(this);
-    column->addWidget(view, 1);
+    column->addWidget(m_view, 1);
     auto *buttons = new QHBoxLayout;
     buttons->addWidget(m_note, 1);
     buttons->addWidget(save);
@@ -124,7 +124,7 @@ UrunWindow::UrunWindow(Program &program, QWidget *parent)
     column->addLayout(buttons);
     resize(QSize(820, 560).boundedTo(screen()->availableSize() - QSize(16, 40)));
     m_urunform.yukle();
-    view->setCurrentIndex(m_urunform.l1.index(0, Urunform::Kod));
+    m_view->setCurrentIndex(m_urunform.l1.index(0, Urunform::Kod));
     connect(&m_urunform.l1, &Grid::dataChanged, this, [this] {
         m_changed = true;
         tell({});
@@ -177,6 +177,12 @@ void UrunWindow::save()
 }
 
 // The arrow goes on to the view, which then moves to the row that was added.
+void UrunWindow::goTo(const QString &kod)
+{
+    m_view->setCurrentIndex(m_urunform.l1.index(m_urunform.satirbul(kod), Urunform::Fiyat));
+    m_view->setFocus();
+}
+
 bool UrunWindow::eventFilter(QObject *watched, QEvent *event)
 {
     auto *view = qobject_cast<PriceView *>(watched);

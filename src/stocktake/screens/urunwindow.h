@@ -41,6 +41,8 @@ public:
     explicit UrunWindow(Program &program, QWidget *parent = nullptr);
 
     Urunform &urunform() { return m_urunform; }
+    /// Goes to the price of a product, which gets a row if it has none.
+    void goTo(const QString &kod);
 
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
@@ -53,6 +55,7 @@ private:
 
     Urunform m_urunform;
     QLabel *m_note;
+    PriceView *m_view;
     bool m_changed = false; // something was typed since the table was read
 };
 

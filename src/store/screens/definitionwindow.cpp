@@ -15,6 +15,8 @@
 #include <QStackedLayout>
 #include <QVBoxLayout>
 
+#include <algorithm>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -199,6 +201,23 @@ void DefinitionWindow::yeni()
 {
     m_toLast = true;
     m_screen.yeni();
+}
+
+void DefinitionWindow::goTo(const QString &code)
+{
+    const Definition &definition = m_screen.definition();
+    const auto column =
+        std::ranges::find(definition.grid, definition.sourceColumn, &DefinitionColumn::column);
+    const auto field =
+        std::ranges::find(definition.fields, definition.sourceColumn, &DefinitionField::column);
+    if (column == definition.grid.end() || field == definition.fields.end())
+        return;
+    for (int row = 0; row < m_screen.l1.rows(); ++row) {
+        if (m_screen.l1.cell(row, static_cast<int>(column - definition.grid.begin())) == code)
+            return m_list->selectRow(row);
+    }
+    yeni();
+    m_screen.text(static_cast<int>(field - definition.fields.begin())).setText(code);
 }
 
 void DefinitionWindow::degistir()

@@ -22,6 +22,8 @@ public:
     DefinitionWindow(Program &program, const Definition &definition, QWidget *parent = nullptr);
 
     DefinitionScreen &screen() { return m_screen; }
+    /// Goes to the record that a source calls so, or begins a new one with that code typed in.
+    void goTo(const QString &code);
 
 Q_SIGNALS:
     /// The window was closed: by its button, or by Esc or the frame's cross.

@@ -1,9 +1,11 @@
 #include "invoices/duzey/screens/fatduzwindow.h"
 
+#include "check/screens/listmemory.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/linklabel.h"
+#include "controls/sheetlist.h"
 #include "controls/transferwidgets.h"
 #include "invoices/screens/invoicewidgets.h"
 
@@ -22,21 +24,26 @@ using namespace Qt::StringLiterals;
 FatduzWindow::FatduzWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_fatduz(program)
+    , m_checks(m_fatduz.liste.l1, {})
+    , m_l1(invoiceView(m_fatduz.liste, u"Excel"_s, m_fatduz.baslik,
+                       [this](int row) { m_fatduz.satirsec(row); }))
 {
     setObjectName(u"fatduz"_s);
     setWindowTitle(u"Düzey Fatura Transferi"_s);
-    GridView *invoices = invoiceView(m_fatduz.liste, u"Excel"_s, m_fatduz.baslik,
-                                     [this](int row) { m_fatduz.satirsec(row); });
-    layOutTransfer(
-        this, {.strip = strip(),
-               .notes = &m_fatduz.bilgi,
-               .panels = {commands(), choices(), filters(), invoiceLists(invoices, m_fatduz.l2)},
-               .statusBar = transferStatusBar(u"Fatura Sayısı:"_s, m_fatduz.liste.satirSayisi,
-                                              m_fatduz.bilgi, m_fatduz.ilerleme),
-               .firstButton = u"buton1"_s,
-               .openFile = [this](const QString &path) {
-                   m_fatduz.dosyaac(path);
-               }});
+    // A kind that is chosen without a file fails, and only a date starts the filter.
+    auto *memory = new ListMemory(this, {u"c3"_s, u"c4"_s, u"Text1"_s, u"pers"_s},
+                                  {u"fatbilgi"_s, u"Check1"_s, u"d1"_s, u"d2"_s});
+    memory->setFile([this] { return m_fatduz.dosyaadi(); });
+    layOutTransfer(this,
+                   {.strip = strip(),
+                    .notes = &m_fatduz.bilgi,
+                    .panels = {commands(), choices(), filters(), lists(program)},
+                    .statusBar = transferStatusBar(u"Fatura Sayısı:"_s, m_fatduz.liste.satirSayisi,
+                                                   m_fatduz.bilgi, m_fatduz.ilerleme),
+                    .firstButton = u"buton1"_s,
+                    .openFile = [this](const QString &path) {
+                        m_fatduz.dosyaac(path);
+                    }});
     bindHourglass(this, m_fatduz.bekle);
 }
 
@@ -88,7 +95,16 @@ QWidget *FatduzWindow::choices()
     panel->add(chosen(kindBox(m_fatduz.faturaTuru), &Fatduz::yenidenoku));
     panel->add(sheetName());
     panel->add(chosen(staffBox(tanimlar.personel), &Fatduz::personelsec));
-    addField(panel, u"Gen.Kdv:"_s, valueLabel(u"kdyaz"_s, u"Gen.Kdv:"_s, tanimlar.genelKdv));
+    auto *last = new QWidget;
+    auto *row = new QHBoxLayout(last);
+    row->setContentsMargins(0, 0, 0, 0);
+    auto *rate = valueLabel(u"kdyaz"_s, u"Gen.Kdv:"_s, tanimlar.genelKdv);
+    row->addWidget(labelFor(rate, u"Gen.Kdv:"_s));
+    row->addWidget(rate, 1);
+    row->addWidget(dailyChoicesButton(this, m_fatduz.bilgi, {{u"Firma"_s, tanimlar.firma, [this] {
+                                                                  m_fatduz.firmasec();
+                                                              }}}));
+    panel->add(last);
     return panel;
 }
 
@@ -100,6 +116,9 @@ QWidget *FatduzWindow::sheetName()
     auto *name = new QLineEdit;
     name->setObjectName(u"Text1"_s);
     bind(name, m_fatduz.sayfaAdi);
+    addSheetList(
+        name, m_fatduz.sayfaAdi, [this] { return m_fatduz.dosyaadi(); }, &readSheetNames);
+    connect(&m_fatduz.bilgi, &Notes::chosen, &m_fatduz.sayfaAdi, &TextField::setText);
     row->addWidget(labelFor(name, u"Exel Sayfa Adı"_s));
     row->addWidget(name, 1);
     const QString what = u"Sayfa adını sakla"_s;
@@ -119,6 +138,24 @@ QWidget *FatduzWindow::filters()
     // Only a date starts the filter here; its box alone does nothing.
     addDateFilter(row, m_fatduz.liste, [this] { m_fatduz.tarihdegisti(); });
     return panel;
+}
+
+QWidget *FatduzWindow::lists(Program &program)
+{
+    return invoiceLists({.window = this,
+                         .rows = m_fatduz.liste.l1,
+                         .view = m_l1,
+                         .frame = nullptr,
+                         .memoryKey = {},
+                         .checks = m_checks,
+                         .report = m_report,
+                         .dialogs = program.dialogs,
+                         .shape = [] { return ListShape{.what = u"fatura"_s, .number = 2}; },
+                         .reread =
+                             [this] {
+                                 m_fatduz.yenidenoku();
+                             }},
+                        m_fatduz.l2);
 }
 
 } // namespace kervan

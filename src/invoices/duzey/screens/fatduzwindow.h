@@ -1,5 +1,7 @@
 #pragma once
 
+#include "check/checks.h"
+#include "check/readreport.h"
 #include "invoices/duzey/fatduz.h"
 
 #include <QWidget>
@@ -8,6 +10,7 @@ class QPushButton;
 
 namespace kervan {
 
+class GridView;
 class TitleStrip;
 
 /// The window of the Düzey invoice transfer.
@@ -33,10 +36,14 @@ private:
     QWidget *choices();
     QWidget *sheetName();
     QWidget *filters();
+    QWidget *lists(Program &program);
     QPushButton *command(const QString &name, const QString &caption, const QString &pictureName,
                          const QString &keys, void (Fatduz::*action)());
 
     Fatduz m_fatduz;
+    Checks m_checks;
+    ReadReport m_report;
+    GridView *m_l1;
 };
 
 } // namespace kervan

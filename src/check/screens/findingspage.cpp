@@ -1,0 +1,185 @@
+#include "check/screens/findingspage.h"
+
+#include "base/failure.h"
+#include "check/findingsfile.h"
+#include "controls/gridview.h"
+#include "controls/transferwidgets.h"
+
+#include <QCheckBox>
+#include <QHBoxLayout>
+#include <QHeaderView>
+#include <QLabel>
+#include <QPushButton>
+#include <QShortcut>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int mostShown = 5000;
+
+enum Column { Weight, Row, Number, Text, Cure };
+
+QList<GridColumn> columns()
+{
+    return {{u"Önem"_s, 900},
+            {u"Satır"_s, 800, Qt::AlignRight},
+            {u"Numara"_s, 1800},
+            {u"Bulgu"_s, 6000},
+            {u"Ne yapmalı"_s, 6000}};
+}
+
+QString wordOf(Level level)
+{
+    return level == Level::Error ? u"Hata"_s : u"Uyarı"_s;
+}
+
+} // namespace
+
+FindingsPage::FindingsPage(Checks &checks, Window window, QWidget *parent)
+    : QWidget(parent)
+    , m_checks(checks)
+    , m_window(std::move(window))
+    , m_rows(columns())
+    , m_view(new GridView(m_rows, u"bulgular"_s))
+    , m_counts(new QLabel)
+    , m_head(new QHBoxLayout)
+    , m_write(new QPushButton(u"Bulgulu satırları yaz…"_s))
+    , m_only(new QCheckBox(u"Yalnız bulgulu satırlar"_s))
+{
+    setObjectName(u"denetim"_s);
+    m_view->setAccessibleName(u"Bulgular"_s);
+    m_counts->setObjectName(u"bulguSayisi"_s);
+    m_only->setObjectName(u"yalnizBulgulu"_s);
+    m_only->setToolTip(u"Bulgusu olmayan satırları gizle"_s);
+    m_write->setObjectName(u"bulgulariYaz"_s);
+    m_write->setToolTip(u"Bulgulu satırları nedenleriyle bir .csv dosyasına yaz"_s);
+    m_head->setContentsMargins(4, 1, 4, 1);
+    m_head->setSpacing(16);
+    m_head->addWidget(m_counts);
+    m_head->addWidget(m_only);
+    m_head->addStretch();
+    m_head->addWidget(m_write);
+    auto *column = new QVBoxLayout(this);
+    column->setContentsMargins({});
+    column->setSpacing(0);
+    column->addLayout(m_head);
+    column->addWidget(m_view);
+    connect(&m_checks, &Checks::changed, this, &FindingsPage::show);
+    connect(m_view, &QAbstractItemView::activated, this,
+            [this](const QModelIndex &index) { goTo(index.row()); });
+    connect(m_only, &QCheckBox::toggled, this, &FindingsPage::onlyFoundWanted);
+    connect(m_write, &QAbstractButton::clicked, this, &FindingsPage::write);
+    show();
+}
+
+void FindingsPage::addToHead(QWidget *part)
+{
+    m_head->insertWidget(m_head->indexOf(m_only) + 1, part);
+}
+
+void FindingsPage::show()
+{
+    const int errors = m_checks.count(Level::Error);
+    const int warnings = m_checks.count(Level::Warning);
+    const QString working = m_checks.isComplete() ? QString() : u" · denetleniyor…"_s;
+    m_counts->setText((errors + warnings == 0 ? u"Bulgu yok"_s
+                                              : u"%1 hata, %2 uyarı"_s.arg(errors).arg(warnings)) +
+                      working);
+    m_write->setEnabled(errors + warnings > 0);
+    m_view->setEmptyText(m_checks.isComplete() ? u"Denetimde bir şey bulunmadı."_s
+                                               : u"Denetleniyor…"_s);
+    Q_EMIT titleChanged(errors + warnings == 0 ? u"Denetim"_s
+                                               : u"Denetim (%1)"_s.arg(errors + warnings));
+    m_current = -1;
+    m_isStale = true;
+    if (isVisible())
+        fill();
+}
+
+void FindingsPage::showEvent(QShowEvent *event)
+{
+    QWidget::showEvent(event);
+    if (m_isStale)
+        fill();
+}
+
+// Only what is looked at is put into rows.
+void FindingsPage::fill()
+{
+    m_isStale = false;
+    const int number = m_window.shape().number;
+    const Grid::Refill refill(m_rows);
+    m_rows.clear();
+    const QList<Finding> &findings = m_checks.findings();
+    for (const Finding &finding : findings.first(qMin(findings.size(), mostShown))) {
+        const int row = m_rows.addRow(wordOf(finding.level));
+        if (finding.row >= 0)
+            m_rows.setCell(row, Row, QString::number(finding.row + 1));
+        const bool isInList = finding.list == m_window.view->objectName();
+        if (isInList && finding.row >= 0 && finding.row < m_window.list.rows() && number >= 0)
+            m_rows.setCell(row, Number, m_window.list.cell(finding.row, number));
+        m_rows.setCell(row, Text, finding.text);
+        m_rows.setCell(row, Cure, finding.cure);
+    }
+    if (findings.size() > mostShown) {
+        const int row = m_rows.addRow({});
+        m_rows.setCell(row, Text, u"ve %1 bulgu daha"_s.arg(findings.size() - mostShown));
+    }
+}
+
+void FindingsPage::goTo(int place)
+{
+    if (place < 0 || place >= m_checks.findings().size())
+        return;
+    m_current = place;
+    const Finding finding = m_checks.findings()[place];
+    if (m_view->isVisible())
+        m_view->markRows({place});
+    QWidget *window = m_window.view->window();
+    if (finding.row < 0) {
+        if (auto *control = window->findChild<QWidget *>(finding.control))
+            control->setFocus(Qt::ShortcutFocusReason);
+        return;
+    }
+    auto *list = finding.list == m_window.view->objectName()
+                     ? m_window.view
+                     : window->findChild<GridView *>(finding.list);
+    if (!list || finding.row >= list->model()->rowCount())
+        return;
+    const QModelIndex cell = list->model()->index(finding.row, qMax(finding.column, 0));
+    list->markRows({finding.row});
+    list->enter(finding.row);
+    list->scrollTo(cell);
+}
+
+void FindingsPage::goOn(int step)
+{
+    const auto count = static_cast<int>(m_checks.findings().size());
+    if (count == 0)
+        return m_window.tell(u"Denetimde bir şey bulunmadı."_s);
+    const int from = m_current < 0 && step < 0 ? 0 : m_current;
+    goTo((from + step + count) % count);
+    m_window.tell(u"Bulgu %1 / %2: %3"_s.arg(m_current + 1)
+                      .arg(count)
+                      .arg(m_checks.findings()[m_current].text));
+}
+
+void FindingsPage::write()
+{
+    const auto name = m_window.dialogs.saveName({.title = u"Bulgulu Satırları Kaydet"_s,
+                                                 .filter = u"Csv Dosyaları (csv)|*.csv"_s,
+                                                 .start = {}});
+    if (!name || name->isEmpty())
+        return;
+    const QString path = name->endsWith(u".csv", Qt::CaseInsensitive) ? *name : *name + u".csv"_s;
+    if (const auto failed =
+            endQuietly([&] { writeFindings(path, m_window.list, m_checks.findings()); }))
+        m_window.tell(failed->description());
+    else
+        m_window.tell(u"Bulgulu satırlar yazıldı: %1"_s.arg(path));
+}
+
+} // namespace kervan

@@ -1,0 +1,71 @@
+#pragma once
+
+#include "base/grid.h"
+#include "base/ports.h"
+#include "check/checks.h"
+#include "check/listshape.h"
+
+#include <QWidget>
+
+#include <functional>
+
+class QBoxLayout;
+class QCheckBox;
+class QLabel;
+class QPushButton;
+
+namespace kervan {
+
+class GridView;
+
+/// The page "Denetim": what is wrong with the list and the choices, and what to do about it. A
+/// double click or Enter goes there, F8 and Shift+F8 from one to the next, anywhere on the window.
+class FindingsPage : public QWidget
+{
+    Q_OBJECT
+
+public:
+    /// What it looks at on its window, and the doors to the outside.
+    struct Window
+    {
+        Grid &list;
+        GridView *view;
+        std::function<ListShape()> shape;
+        FileDialogs &dialogs;
+        std::function<void(const QString &text)> tell; ///< what failed
+    };
+
+    FindingsPage(Checks &checks, Window window, QWidget *parent = nullptr);
+
+    /// Beside the counts, at the top.
+    void addToHead(QWidget *part);
+    /// To the next finding of the list, or the one before it; round at the end.
+    void goOn(int step);
+
+Q_SIGNALS:
+    void titleChanged(const QString &title);
+    /// The rows without a finding are to be hidden, or shown again.
+    void onlyFoundWanted(bool only);
+
+private:
+    void show();
+    void fill();
+    void goTo(int finding);
+    void write();
+
+    Checks &m_checks;
+    Window m_window;
+    Grid m_rows;
+    GridView *m_view;
+    QLabel *m_counts;
+    QBoxLayout *m_head;
+    QPushButton *m_write;
+    QCheckBox *m_only;
+    int m_current = -1;
+    bool m_isStale = true;
+
+protected:
+    void showEvent(QShowEvent *event) override;
+};
+
+} // namespace kervan
