@@ -3,6 +3,7 @@
 
 #include "invoices/columns.h"
 #include "invoices/duzey/fatduz.h"
+#include "invoices/duzey/fatduzchecks.h"
 #include "measure.h"
 #include "support/quietdesk.h"
 #include "support/workbooks.h"
@@ -90,6 +91,19 @@ void readAgain(benchmark::State &state)
         open.fatduz.yenidenoku();
 }
 
+// All that is said of a list once it was read; it is done in slices beside the work.
+void findings(benchmark::State &state)
+{
+    Desk desk(static_cast<int>(state.range(0)));
+    Opened open(desk);
+    const auto checks = checksOf(open.fatduz);
+    for (auto _ : state) {
+        checks->restart();
+        checks->finish();
+    }
+    state.counters["findings"] = static_cast<double>(checks->findings().size());
+}
+
 void exportAll(benchmark::State &state)
 {
     Desk desk(static_cast<int>(state.range(0)));
@@ -121,6 +135,7 @@ void laterClick(benchmark::State &state)
 
 BENCHMARK(openWorkbook)->Arg(2500)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(readAgain)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(findings)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(exportAll)
     ->Arg(2500)
     ->Arg(5000)

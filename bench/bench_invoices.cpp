@@ -4,11 +4,15 @@
 #include "controls/gridview.h"
 #include "invoices/columns.h"
 #include "invoices/fat.h"
+#include "invoices/fatchecks.h"
 #include "measure.h"
 #include "support/bifgenerator.h"
 #include "support/quietdesk.h"
 
 #include <QApplication>
+
+#include <algorithm>
+#include <ctime>
 
 using namespace kervan;
 using namespace Qt::StringLiterals;
@@ -53,6 +57,44 @@ void readBytes(benchmark::State &state)
             state.SkipWithError("no source");
         benchmark::DoNotOptimize(file.readAll().count('\n'));
     }
+}
+
+// All that is said of a list once it was read; it is done in slices beside the work.
+void findings(benchmark::State &state)
+{
+    Desk desk(static_cast<int>(state.range(0)));
+    const auto checks = checksOf(desk.fat);
+    for (auto _ : state) {
+        checks->restart();
+        checks->finish();
+    }
+    state.counters["findings"] = static_cast<double>(checks->findings().size());
+}
+
+// The longest that a slice holds the program up, in time of the processor.
+void longestSlice(benchmark::State &state)
+{
+    Desk desk(static_cast<int>(state.range(0)));
+    const auto checks = checksOf(desk.fat);
+    std::clock_t longest = 0;
+    for (auto _ : state) {
+        checks->restart();
+        while (!checks->isComplete()) {
+            const std::clock_t start = std::clock();
+            QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+            longest = std::max(longest, std::clock() - start);
+        }
+    }
+    state.counters["longest_ms"] = static_cast<double>(longest) * 1e3 / CLOCKS_PER_SEC;
+}
+
+// Reading with the checks at the list, which wait for it to end.
+void readCheckedList(benchmark::State &state)
+{
+    Desk desk(static_cast<int>(state.range(0)));
+    const auto checks = checksOf(desk.fat);
+    for (auto _ : state)
+        desk.fat.umurlarfaturabaslikoku();
 }
 
 void exportAll(benchmark::State &state)
@@ -114,6 +156,9 @@ void shownList(benchmark::State &state)
 }
 
 BENCHMARK(readList)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(readCheckedList)->Arg(5000)->Unit(benchmark::kMillisecond);
+BENCHMARK(findings)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(longestSlice)->Arg(5000)->Unit(benchmark::kMillisecond);
 BENCHMARK(readBytes)->Arg(5000)->Unit(benchmark::kMillisecond);
 BENCHMARK(exportAll)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(writeBytes)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond)->UseRealTime();

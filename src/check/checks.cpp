@@ -5,13 +5,22 @@
 #include <QElapsedTimer>
 
 #include <algorithm>
+#include <numeric>
 
 namespace kervan {
 
 namespace {
 
-constexpr int sliceTime = 8; // milliseconds
+constexpr int sliceTime = 6; // milliseconds; the last step may take some more
 constexpr int rowsAtOnce = 64;
+
+// A rule that can't look, such as at a column that the list has no longer, finds nothing: it is
+// asked from a timer, where nobody would catch its failure.
+template<class Look>
+void ask(Look &&look)
+{
+    passOver(std::forward<Look>(look));
+}
 
 } // namespace
 
@@ -24,14 +33,19 @@ Checks::Checks(Grid &list, QList<Rule> rules, QObject *parent)
     connect(&m_timer, &QTimer::timeout, this, &Checks::slice);
     m_screenTimer.setSingleShot(true);
     connect(&m_screenTimer, &QTimer::timeout, this, &Checks::askScreen);
-    connect(&list, &QAbstractItemModel::modelReset, this, &Checks::restart);
-    connect(&list, &QAbstractItemModel::rowsInserted, this, &Checks::restart);
-    connect(&list, &QAbstractItemModel::dataChanged, this,
+    restartWith(list);
+    restart();
+}
+
+void Checks::restartWith(Grid &grid)
+{
+    connect(&grid, &QAbstractItemModel::modelReset, this, &Checks::restart);
+    connect(&grid, &QAbstractItemModel::rowsInserted, this, &Checks::restart);
+    connect(&grid, &QAbstractItemModel::dataChanged, this,
             [this](const QModelIndex &first, const QModelIndex &last) {
                 if (first.column() > 0 || last.column() > 0) // else it is a tick
                     restart();
             });
-    restart();
 }
 
 void Checks::add(std::unique_ptr<Survey> survey)
@@ -50,6 +64,11 @@ void Checks::watch(CheckField &field)
     connect(&field, &CheckField::changed, &m_screenTimer, qOverload<>(&QTimer::start));
 }
 
+void Checks::watch(Grid &definitions)
+{
+    restartWith(definitions);
+}
+
 int Checks::count(Level level) const
 {
     return static_cast<int>(std::ranges::count(m_findings, level, &Finding::level));
@@ -57,14 +76,10 @@ int Checks::count(Level level) const
 
 void Checks::restart()
 {
-    m_state = State::Rows;
-    m_row = 0;
-    m_step = 0;
-    m_ofRows.clear();
-    m_gaps.clear();
-    for (const auto &survey : m_surveys)
-        survey->begin();
-    m_timer.start(0);
+    // A read changes its list cell by cell: no more is done here than to say that it changed.
+    m_state = State::Begin;
+    if (!m_timer.isActive())
+        m_timer.start(0);
 }
 
 void Checks::askScreen()
@@ -72,7 +87,7 @@ void Checks::askScreen()
     QList<Finding> before = std::exchange(m_ofScreen, {});
     for (const Rule &rule : m_rules) {
         if (rule.ofScreen)
-            take(rule, -1, rule.ofScreen());
+            ask([&] { take(rule, -1, rule.ofScreen()); });
     }
     if (m_ofScreen != before)
         publish();
@@ -92,12 +107,14 @@ void Checks::slice()
 {
     QElapsedTimer elapsed;
     elapsed.start();
-    if (m_row == 0 && m_state == State::Rows) {
+    if (m_state == State::Begin) {
+        work();
         askScreen();
         publish(); // what was said of the rows before no longer holds
     }
     while (work()) {
-        if (elapsed.elapsed() >= sliceTime) {
+        // What is left behind the last survey is one step, and has a slice of its own.
+        if (elapsed.elapsed() >= sliceTime || m_state == State::Sorting) {
             m_timer.start(0);
             return;
         }
@@ -109,6 +126,16 @@ void Checks::slice()
 bool Checks::work()
 {
     switch (m_state) {
+    case State::Begin:
+        m_row = 0;
+        m_step = 0;
+        m_ofRows.clear();
+        m_byRow.clear();
+        m_gaps.clear();
+        for (const auto &survey : m_surveys)
+            survey->begin();
+        m_state = State::Rows;
+        return true;
     case State::Rows:
         for (int i = 0; i < rowsAtOnce && m_row < m_list.rows(); ++i)
             lookAtRow();
@@ -119,8 +146,10 @@ bool Checks::work()
         if (m_step < m_rules.size()) {
             const Rule &rule = m_rules[m_step++];
             if (rule.ofRows) {
-                for (const RowText &found : rule.ofRows())
-                    take(rule, found.row, found.text);
+                ask([&] {
+                    for (const RowText &found : rule.ofRows())
+                        take(rule, found.row, found.text);
+                });
             }
             return true;
         }
@@ -136,6 +165,10 @@ bool Checks::work()
             }
             return true;
         }
+        m_state = State::Sorting;
+        return true;
+    case State::Sorting:
+        sort();
         m_state = State::Complete;
         return false;
     case State::Complete:
@@ -148,7 +181,7 @@ void Checks::lookAtRow()
 {
     for (const Rule &rule : m_rules) {
         if (rule.ofRow)
-            take(rule, m_row, rule.ofRow(m_row));
+            ask([&] { take(rule, m_row, rule.ofRow(m_row)); });
     }
     ++m_row;
 }
@@ -167,20 +200,36 @@ void Checks::take(const Rule &rule, int row, const QString &text)
                                                  .list = rule.list};
 }
 
+// By row, and in the order of the rules within one. There may be tens of thousands, which are moved
+// once and not at each comparison.
+void Checks::sort()
+{
+    QList<qsizetype> order(m_ofRows.size());
+    std::iota(order.begin(), order.end(), 0);
+    std::ranges::stable_sort(order, {}, [this](qsizetype i) { return m_ofRows[i].row; });
+    QList<Finding> sorted;
+    sorted.reserve(m_ofRows.size());
+    for (const qsizetype i : std::as_const(order)) {
+        const Finding &finding = sorted.emplace_back(std::move(m_ofRows[i]));
+        if (finding.row >= 0 && finding.list == QStringLiteral("l1"))
+            m_byRow[finding.row] << static_cast<int>(sorted.size()) - 1;
+    }
+    m_ofRows = std::move(sorted);
+}
+
+QList<int> Checks::ofRow(int row) const
+{
+    QList<int> places = isComplete() ? m_byRow.value(row) : QList<int>();
+    for (int &place : places)
+        place += static_cast<int>(m_ofScreen.size());
+    return places;
+}
+
 void Checks::publish()
 {
-    QList<Finding> findings = m_ofScreen;
-    if (isComplete()) {
-        findings += m_ofRows;
-        std::ranges::stable_sort(findings.begin() + m_ofScreen.size(), findings.end(), {},
-                                 &Finding::row);
-    }
-    m_findings = std::move(findings);
-    m_byRow.clear();
-    for (int i = 0; i < m_findings.size(); ++i) {
-        if (m_findings[i].row >= 0 && m_findings[i].list == QStringLiteral("l1"))
-            m_byRow[m_findings[i].row] << i;
-    }
+    m_findings = m_ofScreen;
+    if (isComplete())
+        m_findings += m_ofRows;
     Q_EMIT changed();
 }
 

@@ -28,13 +28,15 @@ public:
     /// The screen's rules are asked again when it changes.
     void watch(TextField &field);
     void watch(CheckField &field);
+    /// All is looked at anew when these definitions change, which rows and lines are held against.
+    void watch(Grid &definitions);
 
     /// What was found: first of the screen, then by row. Of a list in hand, none of the rows yet.
     const QList<Finding> &findings() const { return m_findings; }
     const QList<Gap> &gaps() const { return m_gaps; }
     int count(Level level) const;
     /// The findings of a row of `l1`, by their place in findings().
-    QList<int> ofRow(int row) const { return m_byRow.value(row); }
+    QList<int> ofRow(int row) const;
     bool isComplete() const { return m_state == State::Complete; }
 
     /// Everything anew, after a change that none of what is watched tells.
@@ -49,12 +51,14 @@ Q_SIGNALS:
     void changed();
 
 private:
-    enum class State { Rows, Lists, Surveys, Complete };
+    enum class State { Begin, Rows, Lists, Surveys, Sorting, Complete };
 
     void slice();
     bool work();
+    void restartWith(Grid &grid);
     void lookAtRow();
     void take(const Rule &rule, int row, const QString &text);
+    void sort();
     void publish();
 
     Grid &m_list;
@@ -62,13 +66,13 @@ private:
     std::vector<std::unique_ptr<Survey>> m_surveys;
     QTimer m_timer;
     QTimer m_screenTimer;
-    State m_state = State::Rows;
+    State m_state = State::Begin;
     int m_row = 0;
     qsizetype m_step = 0; // of the rules or the surveys
     QList<Finding> m_ofScreen, m_ofRows;
     QList<Finding> m_findings;
     QList<Gap> m_gaps;
-    QHash<int, QList<int>> m_byRow;
+    QHash<int, QList<int>> m_byRow; // places in m_ofRows
 };
 
 } // namespace kervan

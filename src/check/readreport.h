@@ -16,6 +16,7 @@ class ReadReport : public QObject
 
 public:
     static constexpr int mostEntries = 5000;
+    static constexpr int mostReasons = 200;  // that are counted each by itself
     static constexpr int recordLength = 200; // letters of a record that are kept
 
     struct Entry
@@ -29,6 +30,8 @@ public:
     /// A read begins; what the one before told is gone.
     void begin(const QString &source);
     void add(qint64 line, QStringView record, const QString &reason, const QString &cell = {});
+    /// Whether the next entry is kept; if not, neither its record nor its cell need be spelled.
+    bool hasRoom() const { return m_entries.size() < mostEntries; }
     /// The read is through.
     void end() { Q_EMIT changed(); }
 
@@ -36,13 +39,16 @@ public:
     const QList<Entry> &entries() const { return m_entries; }
     /// How many there were, those that are not kept too.
     int total() const { return m_total; }
-    /// Reasons in the order in which they came, with their numbers.
+    /// Reasons in the order in which they came, with their numbers. Behind very many different ones
+    /// the rest are counted together.
     QList<std::pair<QString, int>> reasons() const;
 
 Q_SIGNALS:
     void changed();
 
 private:
+    void count(const QString &reason);
+
     QString m_source;
     QList<Entry> m_entries;
     QList<std::pair<QString, int>> m_reasons;

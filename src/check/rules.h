@@ -22,7 +22,7 @@ struct Rule
 {
     QString name;
     Level level = Level::Warning;
-    QString cure;
+    QString cure = {};
     QString control = {}; ///< where a finding of the screen leads
     int column = -1;      ///< where a finding of a row leads
     QString list = QStringLiteral("l1");

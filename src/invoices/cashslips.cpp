@@ -8,8 +8,6 @@
 #include "text/numbers.h"
 #include "text/record.h"
 
-#include <array>
-
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -20,38 +18,6 @@ constexpr float cashLimit = 7000;     // a grand total of just as much gets no s
 constexpr qsizetype endingLength = 4; // ".xml", or whatever stands there
 
 constexpr QStringView counterFile = u"kasacariislemno.kvz";
-
-QList<QByteArray> placeholders()
-{
-    return {"saat",        "dakika",    "saniye", "yil",     "ay",      "tarih",    "kasakodu",
-            "kasaislemno", "cariunvan", "tutar",  "carikod", "islemno", "makbuzno", "satiselemani"};
-}
-
-// In the order of the placeholders. The amount is the whole invoice's, whatever was collected.
-std::array<QString, 14> valuesOf(const Grid &l1, int row, const QString &kasakodu, QTime time)
-{
-    const auto cell = [&](int column) {
-        return l1.cell(row, column);
-    };
-    const QDate date = toDate(cell(L1::FaturaTarihi));
-    const QString day = masked(double(date.day()), "00"_mask);
-    const QString month = masked(double(date.month()), "00"_mask);
-    const QString year = QString::number(date.year());
-    return {QString::number(time.hour()),
-            QString::number(time.minute()),
-            QString::number(time.second()),
-            year,
-            month,
-            day + u'.' + month + u'.' + year,
-            kasakodu,
-            cell(L1::KasaIslemNo),
-            cell(L1::Unvani),
-            tutarnoktasil(cell(L1::ToplamTutar)),
-            cell(L1::CariKodu),
-            cell(L1::IslemNo),
-            QString(),
-            trimmedField(cell(L1::KasaSatisElemani))};
-}
 
 } // namespace
 
@@ -83,15 +49,47 @@ bool isBelowCashLimit(const Grid &l1, int row)
     return toSingleNumber(l1.cell(row, L1::GenelToplam)) < cashLimit;
 }
 
+QList<QByteArray> kasaSozcukleri()
+{
+    return {"saat",        "dakika",    "saniye", "yil",     "ay",      "tarih",    "kasakodu",
+            "kasaislemno", "cariunvan", "tutar",  "carikod", "islemno", "makbuzno", "satiselemani"};
+}
+
+// In the order of the placeholders. The amount is the whole invoice's, whatever was collected.
+QStringList kasaDegerleri(const Grid &l1, int row, const QString &kasakodu, QTime time)
+{
+    const auto cell = [&](int column) {
+        return l1.cell(row, column);
+    };
+    const QDate date = toDate(cell(L1::FaturaTarihi));
+    const QString day = masked(double(date.day()), "00"_mask);
+    const QString month = masked(double(date.month()), "00"_mask);
+    const QString year = QString::number(date.year());
+    return {QString::number(time.hour()),
+            QString::number(time.minute()),
+            QString::number(time.second()),
+            year,
+            month,
+            day + u'.' + month + u'.' + year,
+            kasakodu,
+            cell(L1::KasaIslemNo),
+            cell(L1::Unvani),
+            tutarnoktasil(cell(L1::ToplamTutar)),
+            cell(L1::CariKodu),
+            cell(L1::IslemNo),
+            QString(),
+            trimmedField(cell(L1::KasaSatisElemani))};
+}
+
 void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kasakodu,
                             const QString &dosya, Notes &notes)
 {
     if (dosya.size() < endingLength)
         throw Failure(u"%1 için kasa dosyası adı kurulamadı."_s.arg(dosya));
-    AccumulatedBody body(sablon(u"kasatex"_s), placeholders());
+    AccumulatedBody body(sablon(u"kasatex"_s), kasaSozcukleri());
     for (int row = 0; row < l1.rows(); ++row) {
         if (l1.ticked(row) && isBelowCashLimit(l1, row))
-            body.add(valuesOf(l1, row, kasakodu, program.clock.now().time()));
+            body.add(kasaDegerleri(l1, row, kasakodu, program.clock.now().time()));
     }
     // The line end in front of the footer belongs to it, not to the last record.
     const QString kasa = dosya.chopped(endingLength) + u"-KASANAKIT.xml"_s;

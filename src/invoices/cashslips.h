@@ -4,7 +4,11 @@
 #include "base/notes.h"
 #include "store/program.h"
 
+#include <QByteArray>
+#include <QList>
 #include <QString>
+#include <QStringList>
+#include <QTime>
 
 namespace kervan {
 
@@ -22,6 +26,11 @@ void faturakasafisnoyaz(const Program &program, Grid &l1);
 /// Whether the grand total of the row lies below the cash limit, so that it gets a slip when it is
 /// ticked. One that is no number is a Failure.
 bool isBelowCashLimit(const Grid &l1, int row);
+
+/// How a slip's template is filled: its placeholders in their order.
+QList<QByteArray> kasaSozcukleri();
+/// The values of a row's slip, one to each of them. A date that is none is a Failure.
+QStringList kasaDegerleri(const Grid &l1, int row, const QString &kasakodu, QTime time);
 
 /// Writes the slips of the ticked rows whose grand total lies below the cash limit into the file
 /// named like the invoice document `dosya`, its last four characters replaced by "-KASANAKIT.xml",

@@ -8,7 +8,7 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
-void efaturabul(Grid &l1, ScreenLink &link, ProgressField &ilerleme, Boxes &boxes, Notes &bilgi)
+int efaturabul(Grid &l1, ScreenLink &link, ProgressField &ilerleme, Boxes &boxes, Notes &bilgi)
 {
     int row = 0;
     ilerleme.start(l1.rows());
@@ -21,11 +21,14 @@ void efaturabul(Grid &l1, ScreenLink &link, ProgressField &ilerleme, Boxes &boxe
             ilerleme.setValue(row + 1);
         }
     });
-    if (!failed)
-        return ilerleme.finish();
+    if (!failed) {
+        ilerleme.finish();
+        return 0;
+    }
     bilgi.add(u"E-Fatura işaretleri %1. satırda kaldı: %2"_s.arg(row + 1).arg(failed->headline()));
     boxes.show(
         {failed->description() + u" E-Fatura Okunurken Hata Oluştu"_s, u"Dikkat"_s, Icon::Stop});
+    return l1.rows() - row;
 }
 
 } // namespace kervan

@@ -37,8 +37,7 @@ void Fat::load()
 
 void Fat::yukle()
 {
-    note(endQuietly([this] {
-        OpenDb open(m_program.db, m_program.path(u"data.dbs"));
+    note(tanimlar.load([this] {
         loadFolders(m_program.db, m_program.folders);
         loadPlansAndRates();
         tanimlar.loadLists();

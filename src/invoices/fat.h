@@ -4,6 +4,7 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "check/readreport.h"
 #include "invoices/biflines.h"
 #include "invoices/exporting.h"
 #include "invoices/invoicedefinitions.h"
@@ -45,12 +46,15 @@ public:
     TextField odemePlaniKodu; ///< its code, which goes into the document
     ChoiceField faturaTuru;   ///< begins with the kind: 10, 20, 30, 40 or 80
     TextField baslik{QStringLiteral("FATURA")}; ///< caption of bar1
-    Notes bilgi; ///< what the last read or write has to tell without a box
+    Notes bilgi;               ///< what the last read or write has to tell without a box
+    ReadReport okuma;          ///< what of the file gave no row at the last read
+    AskedPrices bayiFiyatlari; ///< the dealer prices of the file's products at the last read
     ProgressField ilerleme;
     ScreenLink link;
 
-    /// The file that was opened last.
-    const QString &dosyaadi() const { return m_dosyaadi; }
+    const Program &program() const { return m_program; }
+    const QString &dosyaadi() const { return m_dosyaadi; }  ///< empty before one was picked
+    const MuhKayit &muhkayit() const { return m_muhkayit; } ///< of the rate that was chosen
 
     // What the definition screens tell an open screen.
     void yukle();
@@ -86,7 +90,7 @@ private:
     // Reading.
     void readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar);
     void takeHeader(QStringView line);
-    void takeCollection(QStringView line);
+    QString takeCollection(QStringView line);
     void showMissingPrices(const QString &fiyatsizlar);
 
     // Exporting.

@@ -13,6 +13,18 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+QString stateFault(const QString &record, QStringView state, int column)
+{
+    if (state.isEmpty())
+        return u"%1 sayılmadı: satır kısa, %2. sütuna ulaşmıyor."_s.arg(record).arg(column);
+    return u"%1 sayılmadı: %2. sütunda \"0\" değil \"%3\" var."_s.arg(record).arg(column).arg(
+        state);
+}
+
+} // namespace
+
 void Fat::umurlarfaturabaslikoku()
 {
     QString fiyatsizlar;
@@ -21,6 +33,8 @@ void Fat::umurlarfaturabaslikoku()
     {
         const Grid::Refill refill(l1());
         l1().clear();
+        okuma.begin(m_dosyaadi);
+        bayiFiyatlari.clear();
         liste.tumunuSec.setChecked(false); // no new row is ticked
         std::optional<Prices> prices;
         note(passOver([&] { prices.emplace(m_program.db, m_program.path(u"data.dbs")); }));
@@ -30,6 +44,8 @@ void Fat::umurlarfaturabaslikoku()
                 checkSource(bilgi, m_dosyaadi, SourceKind::Invoices, l1());
             }));
         }
+        if (prices)
+            bayiFiyatlari = prices->asked();
     }
     if (!fiyatsizlar.isEmpty())
         showMissingPrices(fiyatsizlar);
@@ -37,16 +53,17 @@ void Fat::umurlarfaturabaslikoku()
     liste.showRowCount();
     if (m_dosyaacik && liste.tarihAraligi.isChecked())
         note(endQuietly([this] { liste.tarihbelirle(); }));
-    efaturabul(l1(), link, ilerleme, m_program.boxes, bilgi);
+    liste.eFaturaSorulmayan = efaturabul(l1(), link, ilerleme, m_program.boxes, bilgi);
     faturakasafisnoyaz(m_program, l1());
     l1().forgetSteps(); // what the filter took out has no marks and numbers
+    okuma.end();
 }
 
 void Fat::readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar)
 {
     const auto work = m_program.busy.reading(m_dosyaadi);
     LineReader reader(m_dosyaadi);
-    while (reader.next()) {
+    for (qint64 place = 1; reader.next(); ++place) {
         const QStringView line = reader.line();
         if (isLine(line)) {
             const QString kod = productCode(line).toString();
@@ -56,9 +73,16 @@ void Fat::readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar)
         } else if (isHeader(line)) {
             if (countsAsHeader(line))
                 takeHeader(line);
+            else
+                okuma.add(place, line, stateFault(u"Fatura başlığı"_s, cut(line, 148, 1), 148));
         } else if (isCollection(line)) {
-            if (countsAsCollection(line))
-                takeCollection(line);
+            const QString fault = countsAsCollection(line)
+                                      ? takeCollection(line)
+                                      : stateFault(u"Tahsilat"_s, cut(line, 22, 1), 22);
+            if (!fault.isEmpty())
+                okuma.add(place, line, fault);
+        } else if (!trimmedBlanks(line).isEmpty()) {
+            okuma.add(place, line, u"Tanınmayan kayıt: \"%1\"."_s.arg(line.left(2)));
         }
     }
 }
@@ -81,14 +105,15 @@ void Fat::takeHeader(QStringView line)
     l1().setCell(row, L1::LogoPersonelKodu, personel);
 }
 
-void Fat::takeCollection(QStringView line)
+// Gives why it gave no row a collection, if it did not.
+QString Fat::takeCollection(QStringView line)
 {
     const auto read = number(pointToComma(collectionRate(line)));
     if (read.value_or(0) <= 0)
-        return;
+        return u"Tahsilat alınmadı: oranı sıfırdan büyük bir sayı değil."_s;
     ++m_kasaislemsayac;
     const int row = l1().rows() - 1;
-    passOver([&] {
+    const auto failed = passOver([&] {
         const float rate = toSingleNumber(masked(*read, "#0.0000"_mask));
         l1().setCell(row, L1::TahsilatOrani, toText(rate));
         l1().setCell(row, L1::KasaSatisElemani, l1().cell(row, L1::LogoPersonelKodu));
@@ -96,6 +121,9 @@ void Fat::takeCollection(QStringView line)
         l1().setCell(row, L1::TahsilatTutari,
                      toText(toSingle(total * static_cast<double>(rate) / 100)));
     });
+    if (row < 0)
+        return u"Tahsilat alınmadı: önünde sayılan bir fatura yok."_s;
+    return failed ? u"Tahsilatın tutarı hesaplanamadı: "_s + failed->headline() : QString();
 }
 
 void Fat::showMissingPrices(const QString &fiyatsizlar)

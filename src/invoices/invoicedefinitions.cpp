@@ -21,6 +21,16 @@ InvoiceDefinitions::InvoiceDefinitions(Program &program)
 {
 }
 
+std::optional<Failure> InvoiceDefinitions::load(const std::function<void()> &tables)
+{
+    okundu = false;
+    okunamayan = endQuietly([&] {
+        OpenDb open(m_program.db, m_program.path(u"data.dbs"));
+        tables();
+    });
+    return okunamayan;
+}
+
 void InvoiceDefinitions::loadVatRate()
 {
     LocalDb &db = m_program.db;
@@ -45,6 +55,7 @@ void InvoiceDefinitions::loadLists()
     for (int row = 0; row < persl.rows(); ++row)
         staff << persl.cell(row, Persl::Per);
     personel.setEntries(staff);
+    okundu = true;
 
     db.open(m_program.path(u"fatozkod.dbs"));
     QStringList codes{QString()};

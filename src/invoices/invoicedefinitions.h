@@ -1,10 +1,14 @@
 #pragma once
 
+#include "base/failure.h"
 #include "base/fields.h"
 #include "base/grid.h"
 #include "store/program.h"
 
 #include <QString>
+
+#include <functional>
+#include <optional>
 
 namespace kervan {
 
@@ -32,6 +36,12 @@ public:
     QString kdvmuafiyetsatir;
     QString kasakodu;
 
+    bool okundu = false;               ///< all but the special codes were read at the last time
+    std::optional<Failure> okunamayan; ///< why not all of them were
+
+    /// Opens data.dbs and reads what a screen's `tables` read of it; tells what failed, and keeps
+    /// it.
+    std::optional<Failure> load(const std::function<void()> &tables);
     /// Takes the rate of the table's first row over; the database is open, and a table that can't
     /// be read is a Failure.
     void loadVatRate();

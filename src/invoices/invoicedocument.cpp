@@ -102,6 +102,15 @@ QList<QByteArray> placeholders(const std::array<Step, count> &steps)
 }
 
 template<std::size_t count>
+QStringList valuesOf(const std::array<Step, count> &steps)
+{
+    QStringList values;
+    for (const Step &step : steps)
+        values << step.value;
+    return values;
+}
+
+template<std::size_t count>
 void fill(const Sablon &sablon, const std::array<Step, count> &steps, QByteArray &out)
 {
     std::array<QString, count> values;
@@ -128,6 +137,26 @@ QByteArray ofKind(QByteArray head, QStringView kind)
 }
 
 } // namespace
+
+QList<QByteArray> headWords()
+{
+    return placeholders(headSteps({}));
+}
+
+QStringList headValues(const InvoiceHead &head)
+{
+    return valuesOf(headSteps(head));
+}
+
+QList<QByteArray> lineWords()
+{
+    return placeholders(lineSteps({}, {}));
+}
+
+QStringList lineValues(const InvoiceGoods &goods, const InvoiceHead &head)
+{
+    return valuesOf(lineSteps(goods, head));
+}
 
 InvoiceTemplates sapTemplates()
 {

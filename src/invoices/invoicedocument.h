@@ -48,6 +48,13 @@ struct InvoiceGoods
     QStringList yuzdeler; ///< discount percentages above 0, each a discount line behind the goods
 };
 
+/// How the templates of head and goods line are filled: the placeholders in the order of their
+/// steps, and a value for each of them.
+QList<QByteArray> headWords();
+QStringList headValues(const InvoiceHead &head);
+QList<QByteArray> lineWords();
+QStringList lineValues(const InvoiceGoods &goods, const InvoiceHead &head);
+
 /// The templates in which the sources of invoices differ: head and goods line.
 struct InvoiceTemplates
 {

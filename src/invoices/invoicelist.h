@@ -19,9 +19,10 @@ public:
     InvoiceList(QList<GridColumn> columns, Boxes &boxes, std::function<void()> reread);
 
     Grid l1;
-    bool listedolu = false;  ///< the list had rows at the end of the last read
-    CheckField tarihAraligi; ///< date filter on
-    CheckField tumunuSec;    ///< tick all
+    bool listedolu = false;    ///< the list had rows at the end of the last read
+    int eFaturaSorulmayan = 0; ///< rows whose e-invoice mark the last read could not ask for
+    CheckField tarihAraligi;   ///< date filter on
+    CheckField tumunuSec;      ///< tick all
     DateField ilkTarih;
     DateField sonTarih;
     TextField arananUnvan;

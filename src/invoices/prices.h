@@ -7,6 +7,9 @@
 
 namespace kervan {
 
+/// Products that were asked for, each with its price as it is stored.
+using AskedPrices = QHash<QString, QString>;
+
 /// The dealer prices of table `urun`, with the database open for the length of one read or one
 /// export. Each product is asked for once.
 class Prices
@@ -22,11 +25,12 @@ public:
     /// Field `bfiyat` of the product's first row as it is stored, an empty one included; "0" if
     /// there is no row or the query fails.
     QString satisfiyatibul(const QString &kod);
+    const AskedPrices &asked() const { return m_asked; }
 
 private:
     LocalDb &m_db;
     OpenDb m_open;
-    QHash<QString, QString> m_asked;
+    AskedPrices m_asked;
 };
 
 } // namespace kervan

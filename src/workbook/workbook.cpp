@@ -145,6 +145,14 @@ QString Sheet::address(int row, int field) const
     return letters + QString::number(first + row + 1);
 }
 
+std::optional<double> Sheet::number(int row, int field) const
+{
+    const Cell *const cell = find(row, field);
+    if (!cell || cell->kind != Kind::Number)
+        return std::nullopt;
+    return std::bit_cast<double>(cell->bits);
+}
+
 std::shared_ptr<const Sheet> readSheet(const QString &path, const QString &sheetName)
 {
     return ofFile(path, [&](QByteArray bytes) {

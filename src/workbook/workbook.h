@@ -7,6 +7,7 @@
 #include <QStringList>
 
 #include <memory>
+#include <optional>
 
 namespace kervan {
 
@@ -30,6 +31,8 @@ public:
     QString text(int row, int field) const;
     /// The cell's name in a spreadsheet: "B7"; beyond the sheet too.
     QString address(int row, int field) const;
+    /// What a field of kind Number holds, else nothing; for those who look at it without its words.
+    std::optional<double> number(int row, int field) const;
 
 private:
     friend class SheetBuilder;

@@ -29,6 +29,14 @@ struct DiscountCells
 constexpr DiscountCells shownCells{L2::Ind1Yuzde, 2, L2::Ind1Yuzde + 1, 2};
 constexpr DiscountCells copiedCells{L3::Yuzde1, 1, L3::Indirim1, 1};
 
+QString withoutThreeZeros(const QString &text)
+{
+    QString spelled = pointToComma(text);
+    if (spelled.endsWith(u",000"))
+        spelled.chop(4);
+    return spelled;
+}
+
 QString numberOf(const Sheet &sheet, int record, int field)
 {
     return tutarayarlama(fieldOf(sheet, record, static_cast<Duzey::Field>(field)));
@@ -101,11 +109,14 @@ QString fieldOf(const Sheet &sheet, int record, Duzey::Field field)
     return trimmedBlanks(sheet.text(record, field)).toString();
 }
 
+std::optional<double> tutarsayisi(const QString &text)
+{
+    return number(withoutThreeZeros(text));
+}
+
 QString tutarayarlama(const QString &text)
 {
-    QString spelled = pointToComma(text);
-    if (spelled.endsWith(u",000"))
-        spelled.chop(4);
+    const QString spelled = withoutThreeZeros(text);
     QString result = u"0,0000"_s;
     if (number(spelled))
         passOver([&] { result = masked(spelled, fourDecimals); });

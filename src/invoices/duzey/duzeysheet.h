@@ -8,6 +8,7 @@
 #include <QString>
 
 #include <memory>
+#include <optional>
 
 namespace kervan {
 
@@ -37,6 +38,9 @@ QString fieldOf(const Sheet &sheet, int record, Duzey::Field field);
 /// A number as the sheet spells it, "." or "," before its decimals, with four decimals. Anything
 /// else is "0,0000"; this step never fails.
 QString tutarayarlama(const QString &text);
+
+/// The number that it reads, before its rounding; nothing where it finds none.
+std::optional<double> tutarsayisi(const QString &text);
 
 /// Quantity times price of a record.
 double amountOf(const Sheet &sheet, int record);

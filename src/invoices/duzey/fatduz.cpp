@@ -54,8 +54,7 @@ void Fatduz::open()
 
 void Fatduz::yukle()
 {
-    note(endQuietly([this] {
-        OpenDb data(m_program.db, m_program.path(u"data.dbs"));
+    note(tanimlar.load([this] {
         loadFolders(m_program.db, m_program.folders);
         tanimlar.loadVatRate();
         tanimlar.loadLists();

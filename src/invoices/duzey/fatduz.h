@@ -4,6 +4,7 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "check/readreport.h"
 #include "invoices/duzey/duzeysheet.h"
 #include "invoices/exporting.h"
 #include "invoices/invoicedefinitions.h"
@@ -38,13 +39,20 @@ public:
     ChoiceField faturaTuru;                           ///< begins with the kind: 10, 20, 30 or 40
     TextField sayfaAdi{QStringLiteral("Sheet1")};     ///< name of the sheet
     TextField baslik{QStringLiteral("DÜZEY FATURA")}; ///< caption of bar1
-    Notes bilgi; ///< what the last read or write has to tell without a box
+    Notes bilgi;      ///< what the last read or write has to tell without a box
+    ReadReport okuma; ///< what of the sheet gave no row at the last read
     ProgressField ilerleme;
     CheckField bekle; ///< an export is on: the pointer is an hourglass
     ScreenLink link;
 
-    /// The file that was opened last.
-    const QString &dosyaadi() const { return m_dosyaadi; }
+    const Program &program() const { return m_program; }
+    const QString &dosyaadi() const { return m_dosyaadi; } ///< empty before one was picked
+    /// The sheet that the list was read from, under this name; none before a read and after one
+    /// that failed.
+    const std::shared_ptr<const Sheet> &okunanSayfa() const { return m_okunanSayfa; }
+    const QString &okunanSayfaAdi() const { return m_okunanSayfaAdi; }
+    /// What the sheet calls the invoices of the kind that is chosen.
+    QString tipAdi() const;
 
     // What the user does.
     void dosyaac();
@@ -74,6 +82,7 @@ private:
 
     std::shared_ptr<const Sheet> openSheet();
     void readSheet();
+    void reportRecord(const Sheet &sheet, int record, const QString &kind);
     void takeRecord(const Sheet &sheet, int record);
     void addInvoice(const Sheet &sheet, int record, const QString &faturano);
 
@@ -84,6 +93,12 @@ private:
     QString m_onceki; // invoice number of the record before
     Workbooks m_workbooks;
     InvoiceRecords m_records;
+    std::shared_ptr<const Sheet> m_okunanSayfa;
+    QString m_okunanSayfaAdi;
+    struct
+    {
+        QString kind, reason;
+    } m_okunmayis; // of the last record of another kind
 };
 
 } // namespace kervan

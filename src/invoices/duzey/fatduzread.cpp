@@ -14,10 +14,11 @@ namespace {
 
 constexpr qsizetype mostKinds = 5; // that a note names
 
-// What the sheet calls the chosen kind of invoices.
-QString captionOf(const QString &faturaTuru)
+} // namespace
+
+QString Fatduz::tipAdi() const
 {
-    const QStringView kind = QStringView(faturaTuru).left(2);
+    const QStringView kind = QStringView(faturaTuru.text()).left(2);
     if (kind == u"20")
         return u"ALIŞ"_s;
     if (kind == u"30")
@@ -26,8 +27,6 @@ QString captionOf(const QString &faturaTuru)
         return u"ALIŞ İADE"_s;
     return u"SATIŞ"_s;
 }
-
-} // namespace
 
 std::shared_ptr<const Sheet> Fatduz::openSheet()
 {
@@ -39,8 +38,13 @@ std::shared_ptr<const Sheet> Fatduz::openSheet()
 void Fatduz::umurlarfaturabaslikoku()
 {
     bilgi.begin();
+    okuma.begin(m_dosyaadi);
+    liste.eFaturaSorulmayan = 0;
+    m_okunanSayfa.reset();
+    m_okunmayis = {};
     note(endWithReport(m_program.boxes, [this] { readSheet(); }));
     liste.listedolu = !l1().isEmpty();
+    okuma.end();
 }
 
 // A sheet without rows ends it with the progress bar on, and so does a failure.
@@ -55,20 +59,25 @@ void Fatduz::readSheet()
         m_onceki.clear();
         const auto work = m_program.busy.reading(m_dosyaadi);
         const auto sheet = openSheet();
+        m_okunanSayfa = sheet;
+        m_okunanSayfaAdi = sayfaAdi.text();
         ilerleme.start(sheet->rows());
         if (sheet->rows() == 0)
             return;
-        const QString caption = captionOf(faturaTuru.text());
+        const QString caption = tipAdi();
         QStringList others;
         int counter = 0;
         for (int record = 0; record < sheet->rows(); ++record) {
-            if (fieldOf(*sheet, record, Duzey::CariKodu).isEmpty())
+            if (fieldOf(*sheet, record, Duzey::CariKodu).isEmpty()) {
+                reportRecord(*sheet, record, {});
                 continue;
+            }
             ++counter;
             const QString kind = fieldOf(*sheet, record, Duzey::FaturaTipi);
             if (kind != caption) {
                 if (others.size() < mostKinds && !others.contains(kind))
                     others << kind;
+                reportRecord(*sheet, record, kind);
                 continue;
             }
             takeRecord(*sheet, record);
@@ -81,7 +90,32 @@ void Fatduz::readSheet()
     }
     ilerleme.finish();
     liste.showRowCount();
-    efaturabul(l1(), link, ilerleme, m_program.boxes, bilgi);
+    liste.eFaturaSorulmayan = efaturabul(l1(), link, ilerleme, m_program.boxes, bilgi);
+}
+
+// Records of another kind and records without a customer are no invoices of this list; empty ones
+// are no records. There may be as many of them as of the others, so no more of them is looked at
+// than what is told.
+void Fatduz::reportRecord(const Sheet &sheet, int record, const QString &kind)
+{
+    const auto text = [&](Duzey::Field field) {
+        QString cell;
+        passOver([&] { cell = fieldOf(sheet, record, field); });
+        return cell;
+    };
+    if (kind.isEmpty() && text(Duzey::FaturaNumarasi).isEmpty() && text(Duzey::UrunKodu).isEmpty())
+        return;
+    const bool hasCustomer = !kind.isEmpty() || !text(Duzey::CariKodu).isEmpty();
+    if (hasCustomer && (m_okunmayis.reason.isEmpty() || kind != m_okunmayis.kind))
+        m_okunmayis = {kind, u"Fatura tipi \"%1\", okunan \"%2\" değil."_s.arg(kind, tipAdi())};
+    const QString reason = hasCustomer ? m_okunmayis.reason : u"Cari kodu boş."_s;
+    if (!okuma.hasRoom())
+        return okuma.add(record + 1, {}, reason);
+    const QStringList shown{text(Duzey::CariKodu), text(Duzey::FaturaNumarasi),
+                            text(Duzey::UrunKodu)};
+    const Duzey::Field field = hasCustomer ? Duzey::FaturaTipi : Duzey::CariKodu;
+    okuma.add(record + 1, shown.join(u" | "), reason,
+              u"%1!%2"_s.arg(m_okunanSayfaAdi, sheet.address(record, field)));
 }
 
 // Only records that follow each other make one invoice.
