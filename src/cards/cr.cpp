@@ -125,7 +125,7 @@ void Cr::write(const QString &dosya, const QString &kart,
                const std::function<QString(int row)> &dataref)
 {
     CreationTime an(m_program.clock);
-    const Sablon card = cardTemplate(kart, placeholders());
+    const Sablon card = cardTemplate(kart, placeholders(), okunurBicim);
     writeCards(dosya, u"cr"_s, card, l1.rows(), ilerleme, [&](int row) {
         return QStringList{
             an.tarih(),           an.saat(),   an.dakika(), an.saniye(), l1.cell(row, CariKodu),

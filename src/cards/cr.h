@@ -3,6 +3,7 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "logoxml/spelling.h"
 #include "store/program.h"
 
 #include <functional>
@@ -24,6 +25,7 @@ public:
     TextField kartSayisi; ///< panel 2 of the status bar
     Notes bilgi;          ///< what the last read or write has to tell without a box
     ProgressField ilerleme;
+    XmlChoice okunurBicim; ///< values are written as XML asks
 
     // What the user does.
     void dosyaac();

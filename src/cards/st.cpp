@@ -223,9 +223,9 @@ void St::kaydet(const QString &dosya)
             bekle.setChecked(false);
             ilerleme.finish();
         });
-        const Sablon xl(sablon(u"st-xl"_s), placeholders());
+        const Sablon xl(sablon(u"st-xl"_s), placeholders(), okunurBicim.values());
         CreationTime an(m_program.clock);
-        Belge belge{sablon(u"st-baslik"_s), {}, " ", sablon(u"st-sonu"_s)};
+        Belge belge{sablon(u"st-baslik"_s), {}, " ", sablon(u"st-sonu"_s), xl.spelling()};
         for (int row = 0; row < l1.rows(); ++row) {
             ilerleme.step();
             QByteArray &record = belge.body.emplaceBack();

@@ -4,6 +4,7 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "logoxml/spelling.h"
 #include "store/program.h"
 #include "workbook/workbook.h"
 
@@ -37,6 +38,7 @@ public:
     Notes bilgi;      ///< what the last read or write has to tell without a box
     CheckField bekle; ///< the pointer is an hourglass
     ProgressField ilerleme;
+    XmlChoice okunurBicim; ///< values are written as XML asks
 
     // What the user does.
     void manualac();

@@ -154,7 +154,7 @@ void Stoktrf::kaydet(const QString &dosya)
                            codes[4],
                            multiplier(l1.cell(row, BirimCarpani))};
     };
-    const Sablon kart = cardTemplate(u"stok-kartex"_s, words);
+    const Sablon kart = cardTemplate(u"stok-kartex"_s, words, okunurBicim);
     const auto failed =
         passOver([&] { writeCards(dosya, u"stok"_s, kart, l1.rows(), ilerleme, valuesOf); });
     bilgi.addDocument(dosya, u"stok kartı"_s, l1.rows(), m_program.clock.now().time(), failed);

@@ -79,11 +79,11 @@ void faturakasafisnoyaz(const Program &program, Grid &l1)
 }
 
 void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kasakodu,
-                            const QString &dosya, Notes &notes)
+                            const QString &dosya, Notes &notes, Values spelling)
 {
     if (dosya.size() < endingLength)
         throw Failure(u"%1 için kasa dosyası adı kurulamadı."_s.arg(dosya));
-    AccumulatedBody body(sablon(u"kasatex"_s), placeholders());
+    AccumulatedBody body(sablon(u"kasatex"_s), placeholders(), spelling);
     for (int row = 0; row < l1.rows(); ++row) {
         if (l1.ticked(row) && toSingleNumber(l1.cell(row, L1::GenelToplam)) < cashLimit)
             body.add(valuesOf(l1, row, kasakodu, program.clock.now().time()));
@@ -91,7 +91,7 @@ void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kas
     // The line end in front of the footer belongs to it, not to the last record.
     const QString kasa = dosya.chopped(endingLength) + u"-KASANAKIT.xml"_s;
     const QByteArrayList records = body.records();
-    belgeyaz({sablon(u"kasabastex"_s), records, {}, "\r\n" + sablon(u"kasasontex"_s)},
+    belgeyaz({sablon(u"kasabastex"_s), records, {}, "\r\n" + sablon(u"kasasontex"_s), spelling},
              DocumentEnd::AsItStands, kasa);
     notes.addDocument(kasa, u"kasa fişi"_s, records.size(), program.clock.now().time());
     program.boxes.show({u"Kasa Nakit Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});

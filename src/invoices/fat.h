@@ -9,6 +9,7 @@
 #include "invoices/invoicedefinitions.h"
 #include "invoices/invoicelist.h"
 #include "logolink/screenlink.h"
+#include "logoxml/spelling.h"
 #include "store/program.h"
 
 #include <QString>
@@ -47,6 +48,7 @@ public:
     TextField baslik{QStringLiteral("FATURA")}; ///< caption of bar1
     Notes bilgi; ///< what the last read or write has to tell without a box
     ProgressField ilerleme;
+    XmlChoice okunurBicim; ///< values are written as XML asks
     ScreenLink link;
 
     // What the definition screens tell an open screen.

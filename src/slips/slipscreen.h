@@ -4,6 +4,7 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/notes.h"
+#include "logoxml/spelling.h"
 #include "slips/movements.h"
 #include "slips/slipform.h"
 #include "store/program.h"
@@ -39,6 +40,7 @@ public:
     TextField hareketSayisi;
     Notes bilgi; ///< what the last read or write has to tell without a box
     ProgressField ilerleme;
+    XmlChoice okunurBicim; ///< values are written as XML asks
 
     // What the user does.
     void run(const SlipCommand &command);

@@ -3,6 +3,7 @@
 #include "base/fields.h"
 #include "base/grid.h"
 #include "base/ports.h"
+#include "logoxml/template.h"
 #include "slips/columns.h"
 #include "slips/slipcodes.h"
 
@@ -17,6 +18,7 @@ struct SlipSource
     const Grid &grid;
     SlipCodes codes;
     bool salesman = false; // takes the templates that carry one
+    Values spelling = Values::AsTheyStand;
 };
 
 /// The row in hand of a document.

@@ -109,7 +109,8 @@ QByteArray Sayimform::head() const
     const QDateTime now = m_program.clock.now();
     const QTime time = now.time();
     QByteArray text;
-    Sablon(sablon(u"sayim-xml1"_s), {"+FISNO+", "+TARIH+", "+SAAT+", "+DAKIKA+", "+SANIYE+"})
+    Sablon(sablon(u"sayim-xml1"_s), {"+FISNO+", "+TARIH+", "+SAAT+", "+DAKIKA+", "+SANIYE+"},
+           okunurBicim.values())
         .doldur(QStringList{fisno.text(), now.date().toString(u"dd.MM.yyyy"_s),
                             QString::number(time.hour()), QString::number(time.minute()),
                             QString::number(time.second())},
@@ -121,7 +122,7 @@ void Sayimform::kaydet(const QString &dosya)
 {
     bilgi.begin();
     const Sablon line(sablon(u"sayim-xml2"_s) + "\r\n",
-                      {"+STOKKODU+", "+SIRANO+", "+MIKTAR+", "+BIRIM+"});
+                      {"+STOKKODU+", "+SIRANO+", "+MIKTAR+", "+BIRIM+"}, okunurBicim.values());
     int sirano = 0;
     const auto failed = passOver([&] {
         ilerleme.start(l1.rows());
@@ -135,7 +136,8 @@ void Sayimform::kaydet(const QString &dosya)
                                     tutarnoktasil(l1.cell(row, Miktar)), l1.cell(row, Birim)},
                         lines);
         }
-        belgeyaz({head(), {lines}, {}, sablon(u"sayim-xml3"_s)}, DocumentEnd::LineEnd, dosya);
+        belgeyaz({head(), {lines}, {}, sablon(u"sayim-xml3"_s), line.spelling()},
+                 DocumentEnd::LineEnd, dosya);
     });
     bilgi.addDocument(dosya, u"sayım satırı"_s, sirano, m_program.clock.now().time(), failed);
     tellDone(m_program.boxes);

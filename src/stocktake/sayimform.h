@@ -4,6 +4,7 @@
 #include "base/grid.h"
 #include "base/notes.h"
 #include "logolink/screenlink.h"
+#include "logoxml/spelling.h"
 #include "store/program.h"
 
 #include <QString>
@@ -29,6 +30,7 @@ public:
     TextField sayimSayisi;                        ///< panel 2 of the status bar
     Notes bilgi; ///< what the last read or write has to tell without a box
     ProgressField ilerleme;
+    XmlChoice okunurBicim; ///< values are written as XML asks
     ScreenLink link;
 
     // What the user does.

@@ -9,6 +9,7 @@
 #include "invoices/invoicedefinitions.h"
 #include "invoices/invoicelist.h"
 #include "logolink/screenlink.h"
+#include "logoxml/spelling.h"
 #include "store/program.h"
 #include "workbook/workbook.h"
 
@@ -40,7 +41,8 @@ public:
     TextField baslik{QStringLiteral("DÜZEY FATURA")}; ///< caption of bar1
     Notes bilgi; ///< what the last read or write has to tell without a box
     ProgressField ilerleme;
-    CheckField bekle; ///< an export is on: the pointer is an hourglass
+    XmlChoice okunurBicim; ///< values are written as XML asks
+    CheckField bekle;      ///< an export is on: the pointer is an hourglass
     ScreenLink link;
 
     // What the user does.
