@@ -757,6 +757,15 @@ void feedLast(Scanner &scanner, const char *begin, const char *end)
 
 } // namespace
 
+bool isSameAmount(DocumentFamily family, Decimal listed, Decimal written)
+{
+    if (family != DocumentFamily::Invoices)
+        return listed == written;
+    const Decimal difference = listed < written ? written - listed : listed - written;
+    const auto part = (written.isNegative() ? -written : written).times(2, 6);
+    return difference <= part.value_or(Decimal()) + *Decimal::product(1, 1, 2);
+}
+
 // Pieces are read and not mapped: a file that shrinks or a share that goes away would end the
 // program at the next look at a mapped byte.
 DocumentReading readDocument(const QString &path, const TakeRecord &take,

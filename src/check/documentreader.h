@@ -59,6 +59,10 @@ struct DocumentRecord
     std::optional<Decimal> sum;
 };
 
+/// Whether an amount of a list is that of a document. Invoices tell it by prices of seven digits,
+/// so a kuruş or two millionths make no difference there.
+bool isSameAmount(DocumentFamily family, Decimal listed, Decimal written);
+
 /// A place that an XML reader stumbles over.
 struct DocumentProblem
 {

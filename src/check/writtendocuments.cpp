@@ -17,14 +17,6 @@ namespace {
 
 constexpr int whenIdle = 300; // milliseconds without another change
 
-// An invoice's document tells prices of seven digits, and its list amounts of four decimals.
-bool isAsGoodAs(Decimal listed, Decimal written)
-{
-    const Decimal difference = listed < written ? written - listed : listed - written;
-    const Decimal size = written.isNegative() ? -written : written;
-    return difference <= *size.times(2, 6) + *Decimal::product(1, 1, 2);
-}
-
 quint64 contentKey(quint64 person, Decimal amount)
 {
     return person ^ qHash(amount, 7) * 0x9E3779B97F4A7C15ULL;
@@ -177,7 +169,7 @@ WrittenMark WrittenDocuments::markByNumber(quint64 number, quint64 person, const
         const bool isTold = isNet ? record.hasNet : record.hasSum;
         const Decimal written = isNet ? record.net : record.sum;
         const bool isOther = m_list.date >= 0 && m_list.customer >= 0 && record.person != person;
-        const bool isOff = row->amount && isTold && !isAsGoodAs(*row->amount, written);
+        const bool isOff = row->amount && isTold && !isSameAmount(m_list.family, *row->amount, written);
         if (!isOther && !isOff)
             return markOf(WrittenMark::Same, place, u"aynı fatura yazılmış"_s);
         if (different.isEmpty())

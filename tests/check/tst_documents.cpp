@@ -1,6 +1,7 @@
 #include "base/codepage.h"
 #include "check/decimal.h"
 #include "check/documentreader.h"
+#include "check/readback.h"
 #include "check/writtendocuments.h"
 #include "support/fakes.h"
 #include "support/table.h"
@@ -127,6 +128,7 @@ private Q_SLOTS:
     void slipsAreFoundByWhatTheyHold();
     void whatIsBrokenIsSkippedAndNamed();
     void aCounterBehindADocumentIsTold();
+    void aDocumentIsComparedWithTheRowsThatWentIntoIt();
 };
 
 void TestDocuments::amountsAreReadAsTheyAreSpelled()
@@ -397,6 +399,46 @@ void TestDocuments::aCounterBehindADocumentIsTold()
     QCOMPARE(warned("\r\n"), 1);
     QVERIFY(written.counterWarnings(folder)[0].contains(u"KN000001"_s));
     QVERIFY(written.counterWarnings(folder)[0].contains(u"KN000007"_s));
+}
+
+void TestDocuments::aDocumentIsComparedWithTheRowsThatWentIntoIt()
+{
+    TestProgram t;
+    const QString path = t.path(u"b.xml"_s);
+    Grid list{QList<GridColumn>(4), Grid::Tickable};
+    fill(list, {u"F1;;;237,8"_s, u"F2;;;1,0"_s, u"F3;;;237,8000"_s});
+    list.setTicked(0, true);
+    list.setTicked(2, true);
+    const WrittenRows rows = writtenRows(list, DocumentFamily::Invoices, true, 0, 3);
+    QCOMPARE(rows.numbers, QStringList({u"F1"_s, u"F3"_s}));
+    const auto told = [&](const QByteArray &document) {
+        writeBytes(path, document);
+        const ReadBack read = readBack(path, rows);
+        return (read.agrees ? u"+ "_s : u"- "_s) + read.sentence.section(u": "_s, 1);
+    };
+    const QByteArray one = invoice("F1", "C1", "100");
+    const QByteArray third = invoice("F3", "C1", "100");
+    QCOMPARE(told(invoices(one + third)), u"+ 2 kayıt, tutar 475,60, listeyle aynı."_s);
+    QCOMPARE(told(invoices(one + invoice("F3", "C1", "100.1"))),
+             u"- belgedeki tutar 475,836, listedeki 475,60."_s);
+    QCOMPARE(told(invoices(one + invoice("F2", "C1", "100"))),
+             u"- 2. kayıtta F3 beklenirken F2 var."_s);
+    QCOMPARE(told(invoices(one)), u"- belgede 1 kayıt var, listeden 2 kayıt yazılacaktı."_s);
+    QCOMPARE(told(invoices(one + invoice("F3", "C1", "x"))),
+             u"+ 2 kayıt, listeyle aynı (tutarı okunamayan var)."_s);
+    QCOMPARE(told(invoices(one + third).chopped(20)), u"- belge yarım kalmış."_s);
+    QCOMPARE(told(cashSlips({})), u"- belge başka türden."_s);
+    QVERIFY(QFile::remove(path));
+    QVERIFY(!readBack(path, rows).agrees);
+
+    writeBytes(path, invoices(one + third));
+    ReadBackBeside beside;
+    QSignalSpy done(&beside, &ReadBackBeside::done);
+    beside.start(t.path(u"gone.xml"_s), rows);
+    beside.start(path, rows); // in the place of the first
+    QTRY_COMPARE(done.size(), 1);
+    QVERIFY(done[0][0].value<ReadBack>().agrees);
+    QVERIFY(!beside.isRunning());
 }
 
 QTEST_GUILESS_MAIN(TestDocuments)
