@@ -33,8 +33,9 @@ constexpr auto invoiceColumns = std::to_array<Column>({
     {u"Hesap", Column::OfField, Field::Account, 1800},
     {u"Ödeme Planı", Column::OfField, Field::Plan, 1800},
     {u"Satır", Column::Lines},
-    {u"Net", Column::Net},
-    {u"Kdv'li Tutar", Column::Sum},
+    // Logo takes the discounts off.
+    {u"Net (İnd. Öncesi)", Column::Net},
+    {u"Kdv'li (İnd. Öncesi)", Column::Sum},
 });
 constexpr auto cashColumns = std::to_array<Column>({
     {u"Numara", Column::OfField, Field::Number, 2400},
