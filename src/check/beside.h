@@ -3,6 +3,7 @@
 #include <QObject>
 
 #include <atomic>
+#include <condition_variable>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -20,7 +21,7 @@ public:
         : QObject(parent)
     {
     }
-    ~Beside() override { stop(); }
+    ~Beside() override;
 
     /// Lets job() run in a thread, then done() with what it gave in this one. What was started
     /// before is dropped: its done() never runs. The job must not touch what may be gone by then.
@@ -45,6 +46,8 @@ private:
         std::mutex mutex;
         Beside *owner;
         std::atomic_bool stop = false;
+        bool ended = false;
+        std::condition_variable over;
     };
     using Done = std::function<void()>;
 

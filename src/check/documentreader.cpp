@@ -441,7 +441,10 @@ void Scanner::tokens(const char *at, const char *end)
             const qsizetype close = QByteArrayView(at, end - at).indexOf("-->");
             at = close < 0 ? end : at + close + 3;
         } else if (!endTag(at, end) && !startTag(at, end)) {
-            m_text += '<';
+            if (m_open.empty())
+                problem(u"Kök etiketin dışında \"<\" var"_s, {at, end - at});
+            else
+                m_text += '<';
             ++at;
         }
     }
@@ -484,9 +487,9 @@ bool Scanner::startTag(const char *&at, const char *end)
         return false;
     const char *close = behind;
     if (isBlank(*behind)) { // attributes
-        close = find(behind, end, '>');
         const char *const another = find(behind, end, '<');
-        if (!close || (another && another < close))
+        close = find(behind, another ? another : end, '>');
+        if (!close)
             return false;
     }
     const bool isEmpty = *close == '/' || (close != behind && close[-1] == '/');
