@@ -72,22 +72,21 @@ QByteArray spellMarks(QByteArrayView bytes)
 {
     QByteArray text;
     text.reserve(bytes.size());
-    for (const char byte : bytes) {
-        switch (byte) {
-        case ampersand:
+    const auto isMark = [](char byte) {
+        return byte >= ampersand && byte <= nothing;
+    };
+    for (auto at = bytes.begin(); at != bytes.end();) {
+        const auto found = std::find_if(at, bytes.end(), isMark);
+        text.append(at, found - at);
+        if (found == bytes.end())
+            break;
+        if (*found == ampersand)
             text += "&amp;";
-            break;
-        case less:
+        else if (*found == less)
             text += "&lt;";
-            break;
-        case greater:
+        else if (*found == greater)
             text += "&gt;";
-            break;
-        case nothing:
-            break;
-        default:
-            text += byte;
-        }
+        at = found + 1;
     }
     return text;
 }
@@ -188,6 +187,14 @@ bool Sablon::mayChange(std::span<const QString> values, Steps steps) const
     return false;
 }
 
+void Sablon::appendMarked(qsizetype slot, std::span<const QString> values, QByteArray &out) const
+{
+    const qsizetype start = out.size();
+    appendToCodePage(out, values[static_cast<std::size_t>(m_slots[slot])]);
+    if (!isElement(m_placeholders[m_slots[slot]]))
+        mark(out, start);
+}
+
 void Sablon::doldur(std::span<const QString> values, QByteArray &out) const
 {
     Q_ASSERT(static_cast<qsizetype>(values.size()) == m_placeholders.size());
@@ -197,10 +204,10 @@ void Sablon::doldur(std::span<const QString> values, QByteArray &out) const
     }
     for (qsizetype i = 0; i < m_slots.size(); ++i) {
         out += m_literals[i];
-        const qsizetype start = out.size();
-        appendToCodePage(out, values[static_cast<std::size_t>(m_slots[i])]);
-        if (m_spelling == Values::AsXml && !isElement(m_placeholders[m_slots[i]]))
-            mark(out, start);
+        if (m_spelling == Values::AsXml) [[unlikely]]
+            appendMarked(i, values, out);
+        else
+            appendToCodePage(out, values[static_cast<std::size_t>(m_slots[i])]);
     }
     out += m_literals.last();
 }

@@ -67,6 +67,7 @@ public:
 
 private:
     void split(qsizetype placeholder);
+    void appendMarked(qsizetype slot, std::span<const QString> values, QByteArray &out) const;
 
     QByteArray m_text;
     QList<QByteArray> m_placeholders;
