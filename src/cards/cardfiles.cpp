@@ -40,16 +40,20 @@ QString CreationTime::tarih()
     return m_spelt;
 }
 
-Sablon cardTemplate(const QString &name, const QList<QByteArray> &placeholders)
+Sablon cardTemplate(const QString &name, const QList<QByteArray> &placeholders,
+                    const XmlChoice &okunurBicim)
 {
-    return {sablon(name) + "\r\n", placeholders};
+    return {sablon(name) + "\r\n", placeholders, okunurBicim.values()};
 }
 
 void writeCards(const QString &path, const QString &screen, const Sablon &card, int rows,
                 ProgressField &progress, const std::function<QStringList(int row)> &valuesOf)
 {
-    const Belge frame{
-        sablon(screen + u"-karbastex"_s), {}, {}, "\r\n" + sablon(screen + u"-karsontex"_s)};
+    const Belge frame{sablon(screen + u"-karbastex"_s),
+                      {},
+                      {},
+                      "\r\n" + sablon(screen + u"-karsontex"_s),
+                      card.spelling()};
     progress.start(rows);
     const auto hide = qScopeGuard([&] { progress.finish(); });
     belgeyaz(frame, DocumentEnd::LineEnd, path, [&](const TakePiece &take) {

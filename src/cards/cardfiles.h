@@ -2,6 +2,7 @@
 
 #include "base/fields.h"
 #include "base/grid.h"
+#include "logoxml/spelling.h"
 #include "logoxml/template.h"
 #include "store/program.h"
 
@@ -38,7 +39,8 @@ private:
 };
 
 /// The template of a card, with the line end that parts the records behind its own.
-Sablon cardTemplate(const QString &name, const QList<QByteArray> &placeholders);
+Sablon cardTemplate(const QString &name, const QList<QByteArray> &placeholders,
+                    const XmlChoice &okunurBicim);
 
 /// Writes the document of the screen ("cr") to the file: one filled card per row, in which
 /// valuesOf(row) gives a value per placeholder. A file that can't be written is a Failure.

@@ -132,7 +132,7 @@ void Cr::guncellemexmlkaydet()
 Filling Cr::filling(const QString &kart, std::function<QString(int row)> dataref) const
 {
     return {
-        placeholders(), cardTemplate(kart, placeholders()),
+        placeholders(), cardTemplate(kart, placeholders(), okunurBicim),
         [this, dataref = std::move(dataref), an = CreationTime(m_program.clock)](int row) mutable {
             return QStringList{
                 an.tarih(),           an.saat(),   an.dakika(), an.saniye(), l1.cell(row, CariKodu),

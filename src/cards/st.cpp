@@ -236,7 +236,7 @@ void St::otomatikkaydet()
 
 Filling St::kartlar() const
 {
-    return {placeholders(), Sablon(sablon(u"st-xl"_s), placeholders()),
+    return {placeholders(), Sablon(sablon(u"st-xl"_s), placeholders(), okunurBicim.values()),
             [this, an = CreationTime(m_program.clock)](int row) mutable {
                 return QStringList{l1.cell(row, UrunKodu),
                                    l1.cell(row, UrunAdi),
@@ -278,7 +278,7 @@ void St::kaydet(const QString &dosya)
             ilerleme.finish();
         });
         const Filling cards = kartlar();
-        Belge belge{sablon(u"st-baslik"_s), {}, " ", sablon(u"st-sonu"_s)};
+        Belge belge{sablon(u"st-baslik"_s), {}, " ", sablon(u"st-sonu"_s), cards.record.spelling()};
         for (int row = 0; row < l1.rows(); ++row) {
             ilerleme.step();
             QByteArray &record = belge.body.emplaceBack();

@@ -5,6 +5,7 @@
 #include "base/grid.h"
 #include "base/notes.h"
 #include "check/readreport.h"
+#include "logoxml/spelling.h"
 #include "logoxml/template.h"
 #include "store/program.h"
 #include "workbook/workbook.h"
@@ -40,6 +41,7 @@ public:
     ReadReport okuma; ///< what the last read left out
     CheckField bekle; ///< the pointer is an hourglass
     ProgressField ilerleme;
+    XmlChoice okunurBicim; ///< values are written as XML asks
 
     // What the user does.
     void manualac();

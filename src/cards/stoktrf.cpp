@@ -145,7 +145,7 @@ Filling Stoktrf::kartlar() const
     std::array<QString, 5> codes;
     for (std::size_t i = 0; i < codes.size(); ++i)
         codes[i] = codeOf(ozelKodlar[i], words[firstCode + static_cast<qsizetype>(i)]);
-    return {words, cardTemplate(u"stok-kartex"_s, words),
+    return {words, cardTemplate(u"stok-kartex"_s, words, okunurBicim),
             [this, codes, an = CreationTime(m_program.clock)](int row) mutable {
                 return QStringList{an.tarih(),
                                    an.saat(),

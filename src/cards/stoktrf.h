@@ -4,6 +4,7 @@
 #include "base/grid.h"
 #include "base/notes.h"
 #include "check/readreport.h"
+#include "logoxml/spelling.h"
 #include "logoxml/template.h"
 #include "store/program.h"
 
@@ -34,6 +35,7 @@ public:
     Notes bilgi;          ///< what the last read or write has to tell without a box
     ReadReport okuma;     ///< what the last read left out
     ProgressField ilerleme;
+    XmlChoice okunurBicim; ///< values are written as XML asks
 
     // What the user does.
     void dosyaac();

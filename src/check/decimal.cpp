@@ -73,6 +73,29 @@ std::optional<Decimal> Decimal::ofDocument(QByteArrayView text)
     return read(text.trimmed(), '.', false);
 }
 
+std::optional<Decimal> Decimal::product(qint64 a, qint64 b, int places)
+{
+    if (places < 0 || places > decimals)
+        return std::nullopt;
+    Decimal result;
+    result.m_units = Units(a) * b;
+    for (; places < decimals; ++places) {
+        if (__builtin_mul_overflow(result.m_units, Units(10), &result.m_units))
+            return std::nullopt;
+    }
+    return result;
+}
+
+std::optional<Decimal> Decimal::times(qint64 factor, int places) const
+{
+    Decimal result;
+    if (__builtin_mul_overflow(m_units, Units(factor), &result.m_units))
+        return std::nullopt;
+    for (; places > 0; --places)
+        result.m_units /= 10;
+    return result;
+}
+
 QString Decimal::text(int leastDecimals) const
 {
     // From the last digit to the first, since the count of the decimals is known behind.

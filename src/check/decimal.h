@@ -23,6 +23,12 @@ public:
     /// The amount that a document spells: "." before the decimals and no group marks.
     static std::optional<Decimal> ofDocument(QByteArrayView text);
 
+    /// a * b / 10^decimals; nothing where that needs more than 18 decimals or is beyond the reach.
+    static std::optional<Decimal> product(qint64 a, qint64 b, int decimals);
+    /// The amount times factor / 10^decimals, cut behind the 18th decimal; nothing beyond the
+    /// reach.
+    std::optional<Decimal> times(qint64 factor, int decimals) const;
+
     Decimal &operator+=(Decimal other)
     {
         m_units += other.m_units;

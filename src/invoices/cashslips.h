@@ -2,6 +2,7 @@
 
 #include "base/grid.h"
 #include "base/notes.h"
+#include "logoxml/template.h"
 #include "store/program.h"
 
 #include <QByteArray>
@@ -38,6 +39,7 @@ QStringList kasaDegerleri(const Grid &l1, int row, const QString &kasakodu, QTim
 /// be read, a file that can't be written, and a name of fewer than four characters is a Failure,
 /// and the old file stays. A file that is written is told in the notes.
 void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kasakodu,
-                            const QString &dosya, Notes &notes);
+                            const QString &dosya, Notes &notes,
+                            Values spelling = Values::AsTheyStand);
 
 } // namespace kervan

@@ -81,7 +81,7 @@ Belge exportInvoices(const Grid &l1, const Grid &l3, const QString &faturaTuru,
                      const InvoiceSource &source, ProgressField &progress,
                      IncompleteInvoices &incomplete)
 {
-    InvoiceDocument document(faturaTuru, source.templates);
+    InvoiceDocument document(faturaTuru, source.templates, source.spelling);
     for (int row = 0; row < l1.rows(); ++row) {
         if (!l1.ticked(row))
             continue;

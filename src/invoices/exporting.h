@@ -40,6 +40,7 @@ struct InvoiceSource
     std::function<InvoiceGoods(int line)> goodsOf;
     /// The general discount of a row of `l1` whose lines are in `l3`; null where there is none.
     std::function<std::optional<GeneralDiscount>(int row)> discountOf = nullptr;
+    Values spelling = Values::AsTheyStand;
 };
 
 /// The part of a head that all sources value alike: what the row of `l1` and the firm give.

@@ -10,6 +10,7 @@
 #include "invoices/invoicedefinitions.h"
 #include "invoices/invoicelist.h"
 #include "logolink/screenlink.h"
+#include "logoxml/spelling.h"
 #include "store/program.h"
 
 #include <QString>
@@ -50,6 +51,7 @@ public:
     ReadReport okuma;          ///< what of the file gave no row at the last read
     AskedPrices bayiFiyatlari; ///< the dealer prices of the file's products at the last read
     ProgressField ilerleme;
+    XmlChoice okunurBicim; ///< values are written as XML asks
     ScreenLink link;
 
     const Program &program() const { return m_program; }

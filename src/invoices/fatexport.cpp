@@ -78,8 +78,10 @@ void Fat::kaydet(const QString &dosya)
     ilerleme.finish();
     // What is stored runs ahead of the numbers given out: it counts collections too.
     note(passOver([this] { kasacariislemnokaydet(m_program, m_kasaislemsayac); }));
-    note(endQuietly(
-        [&] { exeldenkasanakitkaydet(m_program, l1(), tanimlar.kasakodu, dosya, bilgi); }));
+    note(endQuietly([&] {
+        exeldenkasanakitkaydet(m_program, l1(), tanimlar.kasakodu, dosya, bilgi,
+                               okunurBicim.values());
+    }));
     tellDone(m_program.boxes);
 }
 
@@ -102,10 +104,8 @@ InvoiceSource Fat::sourceOf(BifLines &lines)
                 },
             .headOf = [this](int row) { return headOf(row); },
             .goodsOf = [this](int line) { return goodsOf(line); },
-            .discountOf =
-                [this](int row) {
-                    return discountOf(row);
-                }};
+            .discountOf = [this](int row) { return discountOf(row); },
+            .spelling = okunurBicim.values()};
 }
 
 InvoiceHead Fat::headOf(int row) const

@@ -163,10 +163,12 @@ InvoiceTemplates sapTemplates()
     return {.xl1 = sablon(u"xl1"_s), .xl2 = sablon(u"xl2"_s)};
 }
 
-InvoiceDocument::InvoiceDocument(const QString &faturaTuru, const InvoiceTemplates &templates)
-    : m_head(ofKind(templates.xl1, QStringView(faturaTuru).left(2)), placeholders(headSteps({})))
-    , m_line(templates.xl2, placeholders(lineSteps({}, {})))
-    , m_lineDiscount(sablon(u"xl3"_s), placeholders(lineDiscountSteps({}, {}, {})))
+InvoiceDocument::InvoiceDocument(const QString &faturaTuru, const InvoiceTemplates &templates,
+                                 Values spelling)
+    : m_head(ofKind(templates.xl1, QStringView(faturaTuru).left(2)), placeholders(headSteps({})),
+             spelling)
+    , m_line(templates.xl2, placeholders(lineSteps({}, {})), spelling)
+    , m_lineDiscount(sablon(u"xl3"_s), placeholders(lineDiscountSteps({}, {}, {})), spelling)
     , m_generalDiscount(sablon(u"xl4"_s))
     , m_kalemson(sablon(u"kalemson"_s))
     , m_baslik(sablon(u"baslik"_s))
@@ -209,7 +211,8 @@ void InvoiceDocument::addGeneralDiscount(const std::optional<QString> &percent)
     QList<Fill> fills;
     if (percent)
         fills << Fill{"iyuzdesi", toCodePage(*percent)};
-    fills << Fill{"indirim", {}} << Fill{"fatura no", toCodePage(m_current.faturaNo)}
+    fills << Fill{"indirim", {}}
+          << Fill{"fatura no", valueBytes(m_current.faturaNo, m_head.spelling())}
           << Fill{"muhindkod", {}} << Fill{"sube depo kodu", {}};
     m_text += sablondoldur(m_generalDiscount, fills);
 }
@@ -224,7 +227,7 @@ Belge InvoiceDocument::belge() const
 {
     // An empty place at either end: a blank in front of each invoice and one before the footer.
     return {m_baslik, QByteArrayList{QByteArray()} + m_invoices + QByteArrayList{QByteArray()}, " ",
-            m_sonu};
+            m_sonu, m_head.spelling()};
 }
 
 } // namespace kervan

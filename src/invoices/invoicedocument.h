@@ -72,7 +72,8 @@ public:
     static constexpr int mostLines = 60000;
 
     /// `faturaTuru` begins with the invoice kind: 10, 20, 30, 40 or 80.
-    InvoiceDocument(const QString &faturaTuru, const InvoiceTemplates &templates);
+    InvoiceDocument(const QString &faturaTuru, const InvoiceTemplates &templates,
+                    Values spelling = Values::AsTheyStand);
 
     void beginInvoice(const InvoiceHead &head);
     void addLine(const InvoiceGoods &goods);

@@ -29,8 +29,9 @@ Failure grown(qsizetype record)
 
 } // namespace
 
-AccumulatedBody::AccumulatedBody(const QByteArray &record, QList<QByteArray> placeholders)
-    : m_record("\r\n" + record, placeholders)
+AccumulatedBody::AccumulatedBody(const QByteArray &record, QList<QByteArray> placeholders,
+                                 Values spelling)
+    : m_record("\r\n" + record, placeholders, spelling)
     , m_placeholders(std::move(placeholders))
 {
     for (const QByteArray &word : std::as_const(m_placeholders)) {
@@ -54,7 +55,7 @@ void AccumulatedBody::add(std::span<const QString> values)
 void AccumulatedBody::fillRuns(std::span<const QString> values)
 {
     ++m_fillings;
-    const QList<Fill> fills = fillsOf(m_placeholders, values);
+    const QList<Fill> fills = fillsOf(m_placeholders, values, m_record.spelling());
     const auto live = std::exchange(m_live, {});
     for (const qsizetype run : live) {
         const QByteArray text = sablondoldur(m_runs[run].text, fills);

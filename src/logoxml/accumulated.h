@@ -21,7 +21,8 @@ namespace kervan {
 class AccumulatedBody
 {
 public:
-    AccumulatedBody(const QByteArray &record, QList<QByteArray> placeholders);
+    AccumulatedBody(const QByteArray &record, QList<QByteArray> placeholders,
+                    Values spelling = Values::AsTheyStand);
 
     /// Appends a record and fills the whole text with one value per placeholder, in their order.
     /// Runs that swell beyond all measure are a Failure.

@@ -19,9 +19,15 @@ void belgeyaz(const Belge &frame, DocumentEnd end, const QString &path,
               const std::function<void(const TakePiece &take)> &makeBody)
 {
     WholeFile file(path);
-    file.write(frame.header);
-    makeBody([&](QByteArrayView piece) { file.write(piece); });
-    file.write(frame.footer);
+    const auto write = [&](QByteArrayView piece) {
+        if (frame.spelling == Values::AsXml)
+            file.write(spellMarks(piece));
+        else
+            file.write(piece);
+    };
+    write(frame.header);
+    makeBody(write);
+    write(frame.footer);
     if (end == DocumentEnd::LineEnd)
         file.write("\r\n");
     file.commit();

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "logoxml/template.h"
+
 #include <QByteArray>
 #include <QByteArrayList>
 #include <QString>
@@ -15,6 +17,7 @@ struct Belge
     QByteArrayList body;  // its records
     QByteArray separator; // what stands between two records
     QByteArray footer;
+    Values spelling = Values::AsTheyStand; // as XML its marks are spelled out at the writing
 };
 
 /// How the last line of a document ends in the file, which each kind of document tells for itself.

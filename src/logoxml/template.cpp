@@ -18,6 +18,79 @@ QByteArray sablon(const QString &name)
     return toCodePage(QString::fromUtf8(file.readAll()));
 }
 
+namespace {
+
+// Marks are control characters: no placeholder holds one, and those of values go.
+constexpr char ampersand = 1;
+constexpr char less = 2;
+constexpr char greater = 3;
+constexpr char nothing = 4;
+
+char markOf(char byte)
+{
+    switch (byte) {
+    case '&':
+        return ampersand;
+    case '<':
+        return less;
+    case '>':
+        return greater;
+    case '\t':
+    case '\n':
+        return byte;
+    default:
+        break;
+    }
+    // The last seven are controls by their number: the code page has no letter there.
+    const auto code = static_cast<unsigned char>(byte);
+    const bool control = code < 0x20 || code == 0x7F || code == 0x81 || code == 0x90 ||
+                         code == 0x9D || code == 0x9E || (code >= 0x8D && code <= 0x8F);
+    return control ? nothing : byte;
+}
+
+void mark(QByteArray &bytes, qsizetype from)
+{
+    std::transform(bytes.cbegin() + from, bytes.cend(), bytes.begin() + from, &markOf);
+}
+
+bool isElement(QByteArrayView placeholder)
+{
+    return placeholder.startsWith('<');
+}
+
+} // namespace
+
+QByteArray valueBytes(QStringView value, Values values)
+{
+    QByteArray bytes = toCodePage(value);
+    if (values == Values::AsXml)
+        mark(bytes, 0);
+    return bytes;
+}
+
+QByteArray spellMarks(QByteArrayView bytes)
+{
+    QByteArray text;
+    text.reserve(bytes.size());
+    const auto isMark = [](char byte) {
+        return byte >= ampersand && byte <= nothing;
+    };
+    for (auto at = bytes.begin(); at != bytes.end();) {
+        const auto found = std::find_if(at, bytes.end(), isMark);
+        text.append(at, found - at);
+        if (found == bytes.end())
+            break;
+        if (*found == ampersand)
+            text += "&amp;";
+        else if (*found == less)
+            text += "&lt;";
+        else if (*found == greater)
+            text += "&gt;";
+        at = found + 1;
+    }
+    return text;
+}
+
 QByteArray sablondoldur(QByteArray text, std::span<const Fill> fills)
 {
     for (const Fill &fill : fills)
@@ -25,11 +98,23 @@ QByteArray sablondoldur(QByteArray text, std::span<const Fill> fills)
     return text;
 }
 
-QList<Fill> fillsOf(const QList<QByteArray> &placeholders, std::span<const QString> values)
+QList<Fill> fillsOf(const QList<QByteArray> &placeholders, std::span<const QString> values,
+                    Values spelling)
 {
     QList<Fill> fills;
-    for (qsizetype i = 0; i < placeholders.size(); ++i)
-        fills.append({placeholders[i], toCodePage(values[static_cast<std::size_t>(i)])});
+    for (qsizetype i = 0; i < placeholders.size(); ++i) {
+        const QByteArray &find = placeholders[i];
+        const QString &value = values[static_cast<std::size_t>(i)];
+        if (spelling == Values::AsTheyStand || !isElement(find)) {
+            fills.append({find, valueBytes(value, spelling)});
+            continue;
+        }
+        // A value that spells such a placeholder is found too, by its marks.
+        QByteArray marked = find;
+        mark(marked, 0);
+        fills.append({find, toCodePage(value)});
+        fills.append({marked, toCodePage(value)});
+    }
     return fills;
 }
 
@@ -55,9 +140,10 @@ bool mayReachOut(QByteArrayView word, QByteArrayView text)
 
 } // namespace
 
-Sablon::Sablon(QByteArray text, QList<QByteArray> placeholders)
+Sablon::Sablon(QByteArray text, QList<QByteArray> placeholders, Values spelling)
     : m_text(std::move(text))
     , m_placeholders(std::move(placeholders))
+    , m_spelling(spelling)
     , m_literals{m_text}
 {
     for (qsizetype i = 0; i < m_placeholders.size(); ++i)
@@ -101,11 +187,19 @@ bool Sablon::mayChange(std::span<const QString> values, Steps steps) const
     return false;
 }
 
+void Sablon::appendMarked(qsizetype slot, std::span<const QString> values, QByteArray &out) const
+{
+    const qsizetype start = out.size();
+    appendToCodePage(out, values[static_cast<std::size_t>(m_slots[slot])]);
+    if (!isElement(m_placeholders[m_slots[slot]]))
+        mark(out, start);
+}
+
 void Sablon::doldur(std::span<const QString> values, QByteArray &out) const
 {
     Q_ASSERT(static_cast<qsizetype>(values.size()) == m_placeholders.size());
     if (mayChange(values, Steps::Later)) {
-        out += sablondoldur(m_text, fillsOf(m_placeholders, values));
+        out += sablondoldur(m_text, fillsOf(m_placeholders, values, m_spelling));
         return;
     }
     yerlestir(values, out);
@@ -115,7 +209,10 @@ void Sablon::yerlestir(std::span<const QString> values, QByteArray &out) const
 {
     for (qsizetype i = 0; i < m_slots.size(); ++i) {
         out += m_literals[i];
-        appendToCodePage(out, values[static_cast<std::size_t>(m_slots[i])]);
+        if (m_spelling == Values::AsXml) [[unlikely]]
+            appendMarked(i, values, out);
+        else
+            appendToCodePage(out, values[static_cast<std::size_t>(m_slots[i])]);
     }
     out += m_literals.last();
 }

@@ -17,6 +17,20 @@ namespace kervan {
 /// they are a fault of the program itself.
 QByteArray sablon(const QString &name);
 
+/// How values stand in a document.
+enum class Values {
+    AsTheyStand, ///< a "&" or a "<" of a cell makes a document that an XML reader refuses
+    /// "&", "<" and ">" as XML asks, and without control characters but tabs and line feeds. A
+    /// filling puts marks, each a single byte, in the places of these letters, so that it finds in
+    /// values the very words that it finds otherwise; spellMarks() comes behind all fillings.
+    AsXml,
+};
+
+/// The value in document bytes; as XML with marks.
+QByteArray valueBytes(QStringView value, Values values);
+/// The bytes with their marks spelled out.
+QByteArray spellMarks(QByteArrayView bytes);
+
 /// One step of a filling: every occurrence of `find` becomes `value`.
 struct Fill
 {
@@ -28,15 +42,19 @@ struct Fill
 /// it, values already put in included. Case counts; nothing is escaped.
 QByteArray sablondoldur(QByteArray text, std::span<const Fill> fills);
 
-/// One fill per placeholder, with its value in document bytes.
-QList<Fill> fillsOf(const QList<QByteArray> &placeholders, std::span<const QString> values);
+/// The fills of one value per placeholder. The value of a placeholder in "<" and ">" is an element
+/// and keeps them.
+QList<Fill> fillsOf(const QList<QByteArray> &placeholders, std::span<const QString> values,
+                    Values spelling = Values::AsTheyStand);
 
 /// A template prepared for being filled many times with the same placeholders in the same order.
 /// It gives the text that sablondoldur() gives, mostly at the cost of copying it.
 class Sablon
 {
 public:
-    Sablon(QByteArray text, QList<QByteArray> placeholders);
+    Sablon(QByteArray text, QList<QByteArray> placeholders, Values spelling = Values::AsTheyStand);
+
+    Values spelling() const { return m_spelling; }
 
     /// Appends the template filled with one value per placeholder to `out`.
     void doldur(std::span<const QString> values, QByteArray &out) const;
@@ -53,9 +71,11 @@ public:
 
 private:
     void split(qsizetype placeholder);
+    void appendMarked(qsizetype slot, std::span<const QString> values, QByteArray &out) const;
 
     QByteArray m_text;
     QList<QByteArray> m_placeholders;
+    Values m_spelling;
     // The template is literal 0, the value of slot 0, literal 1, ... and a last literal.
     QList<QByteArray> m_literals;
     QList<qsizetype> m_slots; // the placeholder of each

@@ -159,8 +159,9 @@ void SlipScreen::write(const SlipDocument &document, const QString &dosya)
     bilgi.begin();
     note(endQuietly([&] {
         const Grid &grid = document.ofBankList ? l2 : l1;
-        const int count = writeSlips(document, {grid, codes(), m_form.salesman}, m_program.clock,
-                                     ilerleme, dosya);
+        const int count =
+            writeSlips(document, {grid, codes(), m_form.salesman, okunurBicim.values()},
+                       m_program.clock, ilerleme, dosya);
         bilgi.addDocument(dosya, u"fiş"_s, count, m_program.clock.now().time());
         if (document.stores == SlipSequenceKind::Cash)
             m_cash.store();

@@ -5,6 +5,7 @@
 #include "base/grid.h"
 #include "base/notes.h"
 #include "check/readreport.h"
+#include "logoxml/spelling.h"
 #include "slips/columns.h"
 #include "slips/movements.h"
 #include "slips/slipform.h"
@@ -48,6 +49,7 @@ public:
     Notes bilgi;      ///< what the last read or write has to tell without a box
     ReadReport okuma; ///< what the last read left out
     ProgressField ilerleme;
+    XmlChoice okunurBicim; ///< values are written as XML asks
 
     // What the list in hand is.
     ReadKind okunan() const { return m_kind; }

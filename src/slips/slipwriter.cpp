@@ -119,12 +119,12 @@ int writeSlips(const SlipDocument &document, const SlipSource &source, const Clo
 {
     const Grid &grid = source.grid;
     const SlipTexts texts = textsOf(document, source.salesman);
-    AccumulatedBody body(sablon(texts.record), placeholdersOf(document));
+    AccumulatedBody body(sablon(texts.record), placeholdersOf(document), source.spelling);
     const int count = rowsTaken(document, grid);
     progress.start(document.barCountsAllRows ? grid.rows() : count);
     const auto hide = qScopeGuard([&] { progress.finish(); });
     // The line end in front of the footer belongs to it, not to the last record.
-    const Belge frame{sablon(texts.header), {}, {}, "\r\n" + sablon(texts.footer)};
+    const Belge frame{sablon(texts.header), {}, {}, "\r\n" + sablon(texts.footer), source.spelling};
     belgeyaz(frame, DocumentEnd::AsItStands, path, [&](const TakePiece &take) {
         SlipRow row(source);
         QStringList values;

@@ -19,6 +19,7 @@ struct SlipSource
     const Grid &grid;
     SlipCodes codes;
     bool salesman = false; // takes the templates that carry one
+    Values spelling = Values::AsTheyStand;
 };
 
 /// The row in hand of a document.

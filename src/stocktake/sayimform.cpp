@@ -118,7 +118,7 @@ void Sayimform::xmlkaydet()
 Filling Sayimform::bas() const
 {
     const QList<QByteArray> words{"+FISNO+", "+TARIH+", "+SAAT+", "+DAKIKA+", "+SANIYE+"};
-    return {words, Sablon(sablon(u"sayim-xml1"_s), words), [this](int) {
+    return {words, Sablon(sablon(u"sayim-xml1"_s), words, okunurBicim.values()), [this](int) {
                 const QDateTime now = m_program.clock.now();
                 const QTime time = now.time();
                 return QStringList{fisno.text(), now.date().toString(u"dd.MM.yyyy"_s),
@@ -131,7 +131,7 @@ Filling Sayimform::bas() const
 Filling Sayimform::satirlar() const
 {
     const QList<QByteArray> words{"+STOKKODU+", "+SIRANO+", "+MIKTAR+", "+BIRIM+"};
-    return {words, Sablon(sablon(u"sayim-xml2"_s) + "\r\n", words),
+    return {words, Sablon(sablon(u"sayim-xml2"_s) + "\r\n", words, okunurBicim.values()),
             [this, sirano = 0](int row) mutable {
                 sirano += l1.cell(row, StokKodu).isEmpty() ? 0 : 1;
                 return QStringList{l1.cell(row, StokKodu), QString::number(sirano),
@@ -163,7 +163,8 @@ void Sayimform::kaydet(const QString &dosya)
             ++sirano;
             line.record.doldur(line.values(row), lines);
         }
-        belgeyaz({head(), {lines}, {}, sablon(u"sayim-xml3"_s)}, DocumentEnd::LineEnd, dosya);
+        belgeyaz({head(), {lines}, {}, sablon(u"sayim-xml3"_s), line.record.spelling()},
+                 DocumentEnd::LineEnd, dosya);
     });
     bilgi.addDocument(dosya, u"sayım satırı"_s, sirano, m_program.clock.now().time(), failed);
     tellDone(m_program.boxes);

@@ -5,6 +5,7 @@
 #include "base/notes.h"
 #include "check/readreport.h"
 #include "logolink/screenlink.h"
+#include "logoxml/spelling.h"
 #include "logoxml/template.h"
 #include "store/program.h"
 
@@ -32,6 +33,7 @@ public:
     Notes bilgi;      ///< what the last read or write has to tell without a box
     ReadReport okuma; ///< what the last read left out
     ProgressField ilerleme;
+    XmlChoice okunurBicim; ///< values are written as XML asks
     ScreenLink link;
 
     // What the user does.

@@ -10,6 +10,7 @@
 #include "invoices/invoicedefinitions.h"
 #include "invoices/invoicelist.h"
 #include "logolink/screenlink.h"
+#include "logoxml/spelling.h"
 #include "store/program.h"
 #include "workbook/workbook.h"
 
@@ -42,7 +43,8 @@ public:
     Notes bilgi;      ///< what the last read or write has to tell without a box
     ReadReport okuma; ///< what of the sheet gave no row at the last read
     ProgressField ilerleme;
-    CheckField bekle; ///< an export is on: the pointer is an hourglass
+    XmlChoice okunurBicim; ///< values are written as XML asks
+    CheckField bekle;      ///< an export is on: the pointer is an hourglass
     ScreenLink link;
 
     const Program &program() const { return m_program; }

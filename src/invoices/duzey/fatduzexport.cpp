@@ -65,7 +65,8 @@ InvoiceSource Fatduz::source()
                     InvoiceGoods goods = commonGoods(l3, line);
                     goods.ekVergiTutari = u"0"_s;
                     return goods;
-                }};
+                },
+            .spelling = okunurBicim.values()};
 }
 
 } // namespace kervan

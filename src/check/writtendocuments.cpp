@@ -1,0 +1,272 @@
+#include "check/writtendocuments.h"
+
+#include "base/failure.h"
+#include "store/sidefiles.h"
+#include "text/numbers.h"
+
+#include <QDir>
+
+#include <algorithm>
+#include <array>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr int whenIdle = 300; // milliseconds without another change
+
+quint64 contentKey(quint64 person, Decimal amount)
+{
+    return person ^ qHash(amount, 7) * 0x9E3779B97F4A7C15ULL;
+}
+
+QString told(const KnownDocument &document)
+{
+    return u"%1 (%2)"_s.arg(
+        QDir::toNativeSeparators(document.path),
+        QDateTime::fromMSecsSinceEpoch(document.time).toString(u"dd.MM.yyyy HH:mm"_s));
+}
+
+bool isCard(DocumentFamily family)
+{
+    return family == DocumentFamily::Accounts || family == DocumentFamily::Items;
+}
+
+} // namespace
+
+QString invoiceKind(QStringView faturaTuru)
+{
+    const QStringView kind = faturaTuru.left(2);
+    return kind == u"20" ? u"1"_s : kind == u"30" ? u"3"_s : kind == u"40" ? u"6"_s : u"8"_s;
+}
+
+WrittenDocuments::WrittenDocuments(QObject *parent)
+    : QObject(parent)
+{
+    m_soon.setSingleShot(true);
+    m_soon.setInterval(whenIdle);
+    connect(&m_soon, &QTimer::timeout, this, &WrittenDocuments::read);
+}
+
+void WrittenDocuments::setFolders(const QStringList &folders)
+{
+    if (folders == m_folders)
+        return;
+    m_folders = folders;
+    m_reader.stop();
+    m_found = {};
+    markRows();
+    refresh();
+    Q_EMIT changed();
+}
+
+void WrittenDocuments::refresh()
+{
+    m_soon.start();
+}
+
+void WrittenDocuments::read()
+{
+    m_reader.start<std::shared_ptr<Found>>(
+        [cache = m_cache, folders = m_folders](const std::atomic_bool &stop) {
+            return std::make_shared<Found>(look(*cache, folders, stop));
+        },
+        [this](const std::shared_ptr<Found> &found) {
+            m_found = std::move(*found);
+            markRows();
+            Q_EMIT changed();
+        });
+}
+
+WrittenDocuments::Found WrittenDocuments::look(DocumentCache &cache, const QStringList &folders,
+                                               const std::atomic_bool &stop)
+{
+    Found found{cache.documents(folders, stop), {}, {}, {}};
+    std::size_t count = 0;
+    for (const auto &document : found.documents)
+        count += document->records.size();
+    found.byNumber.reserve(count);
+    found.byContent.reserve(count);
+    for (std::size_t i = 0; i < found.documents.size(); ++i) {
+        const auto &records = found.documents[i]->records;
+        for (std::size_t k = 0; k < records.size(); ++k) {
+            const auto document = static_cast<quint32>(i);
+            const auto record = static_cast<quint32>(k);
+            found.byNumber.push_back({records[k].number, document, record});
+            if (records[k].hasSum)
+                found.byContent.push_back(
+                    {contentKey(records[k].person, records[k].sum), document, record});
+        }
+    }
+    for (const auto &document : found.documents)
+        found.names.push_back(
+            {document->path, QDateTime::fromMSecsSinceEpoch(document->time), told(*document)});
+    // Stable, so that the newest document stays in front.
+    std::ranges::stable_sort(found.byNumber, {}, &Place::key);
+    std::ranges::stable_sort(found.byContent, {}, &Place::key);
+    return found;
+}
+
+void WrittenDocuments::setRows(const ListedRows &rows)
+{
+    m_list = rows;
+    m_list.grid = nullptr;
+    m_rows.clear();
+    if (rows.grid) {
+        const Grid &grid = *rows.grid;
+        m_rows.reserve(static_cast<std::size_t>(grid.rows()));
+        const auto cell = [&](int row, int column) {
+            return column < 0 ? QStringView() : QStringView(grid.cell(row, column));
+        };
+        for (int row = 0; row < grid.rows(); ++row) {
+            const QStringView number = cell(row, rows.number);
+            m_rows.push_back(
+                {numberKey(rows.family, rows.kind, number),
+                 personKey(rows.family, rows.kind, cell(row, rows.date), cell(row, rows.customer)),
+                 Decimal::ofCell(cell(row, rows.amount)), !number.trimmed().isEmpty()});
+        }
+    }
+    markRows();
+    Q_EMIT changed();
+}
+
+const KnownRecord &WrittenDocuments::recordAt(const Place &place) const
+{
+    return m_found.documents[place.document]->records[place.record];
+}
+
+void WrittenDocuments::markRows()
+{
+    m_marks.clear();
+    m_marks.resize(static_cast<qsizetype>(m_rows.size()));
+    if (m_found.byNumber.empty())
+        return;
+    if (m_list.by == ListedRows::ByContent)
+        return markByContent();
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        if (m_rows[i].isNumbered)
+            m_marks[static_cast<qsizetype>(i)] =
+                markByNumber(m_rows[i].number, m_rows[i].person, &m_rows[i]);
+    }
+}
+
+WrittenMark WrittenDocuments::markByNumber(quint64 number, quint64 person, const Row *row) const
+{
+    const auto same = std::ranges::equal_range(m_found.byNumber, number, {}, &Place::key);
+    if (same.empty())
+        return {};
+    if (!row || m_list.family != DocumentFamily::Invoices)
+        return markOf(WrittenMark::Same, *same.begin(),
+                      isCard(m_list.family) && row ? u"bu kod yazılmış"_s
+                                                   : u"bu numara yazılmış"_s);
+    // Of several documents the one that agrees counts, else the newest.
+    QString different;
+    for (const Place &place : same) {
+        const KnownRecord &record = recordAt(place);
+        const bool isNet = m_list.amountIs == ListedRows::Net;
+        const bool isTold = isNet ? record.hasNet : record.hasSum;
+        const Decimal written = isNet ? record.net : record.sum;
+        const bool isOther = m_list.date >= 0 && m_list.customer >= 0 && record.person != person;
+        const bool isOff =
+            row->amount && isTold && !isSameAmount(m_list.family, *row->amount, written);
+        if (!isOther && !isOff)
+            return markOf(WrittenMark::Same, place, u"aynı fatura yazılmış"_s);
+        if (different.isEmpty())
+            different = isOff ? u"aynı numara yazılmış, tutar farklı: belgede %1, listede %2"_s.arg(
+                                    written.text(), row->amount->text())
+                              : u"aynı numara yazılmış, cari ya da tarih farklı"_s;
+    }
+    return markOf(WrittenMark::Differs, *same.begin(), different);
+}
+
+// Each record of a document answers for one row: of three slips alike and two written, two are
+// marked.
+void WrittenDocuments::markByContent()
+{
+    std::vector<quint32> taken(m_found.byContent.size()); // so many of those alike, at their first
+    for (std::size_t i = 0; i < m_rows.size(); ++i) {
+        const Row &row = m_rows[i];
+        if (!row.amount)
+            continue;
+        const auto alike = std::ranges::equal_range(
+            m_found.byContent, contentKey(row.person, *row.amount), {}, &Place::key);
+        if (alike.empty())
+            continue;
+        quint32 &next = taken[static_cast<std::size_t>(alike.begin() - m_found.byContent.begin())];
+        if (next < alike.size())
+            m_marks[static_cast<qsizetype>(i)] =
+                markOf(WrittenMark::Similar, alike.begin()[next++],
+                       u"benzeri yazılmış (tarih, cari ve tutar aynı)"_s);
+    }
+}
+
+WrittenMark WrittenDocuments::markOf(WrittenMark::Kind kind, const Place &place,
+                                     const QString &what) const
+{
+    const Name &name = m_found.names[place.document];
+    return {kind, name.path, name.time, u"Bu klasörde "_s + what + u": "_s + name.told};
+}
+
+int WrittenDocuments::markedCount() const
+{
+    return static_cast<int>(std::ranges::count_if(
+        m_marks, [](const WrittenMark &mark) { return mark.kind != WrittenMark::None; }));
+}
+
+WrittenMark WrittenDocuments::numbered(DocumentFamily family, const QString &kind,
+                                       const QString &number) const
+{
+    if (number.trimmed().isEmpty())
+        return {};
+    return markByNumber(numberKey(family, kind, number), 0, nullptr);
+}
+
+QStringList WrittenDocuments::skipped() const
+{
+    QStringList sentences;
+    for (const auto &document : m_found.documents) {
+        if (!document->fault.isEmpty() && !document->isForeign)
+            sentences << u"%1 atlandı: %2"_s.arg(QDir::toNativeSeparators(document->path),
+                                                 document->fault);
+    }
+    return sentences;
+}
+
+QStringList WrittenDocuments::counterWarnings(const QString &programFolder) const
+{
+    struct Counter
+    {
+        QStringView file;
+        QStringView prefix;
+        qint64 KnownDocument::*highest;
+    };
+    static constexpr std::array<Counter, 2> counters{
+        {{u"kasacariislemno.kvz", u"KN", &KnownDocument::cashNumber},
+         {u"bankacariislemno.kvz", u"BT", &KnownDocument::bankNumber}}};
+    QStringList sentences;
+    for (const Counter &counter : counters) {
+        const KnownDocument *last = nullptr;
+        for (const auto &document : m_found.documents) {
+            if (!last || document.get()->*counter.highest > last->*counter.highest)
+                last = document.get();
+        }
+        if (!last || last->*counter.highest == 0)
+            continue;
+        QString stored;
+        passOver([&] { stored = readSingleValue(programFolder + u'/' + counter.file.toString()); });
+        // The stored one was given out last; without one the next is the first.
+        const auto next = static_cast<qint64>(number(stored).value_or(0)) + 1;
+        if (next > last->*counter.highest)
+            continue;
+        sentences << u"Sayaç geride: sıradaki numara %1%2, ama bu klasörde %1%3 yazılmış: %4. "
+                     "Logo'da aynı numara iki kez olabilir (%5)."_s.arg(
+                         counter.prefix, QString::number(next).rightJustified(6, u'0'),
+                         QString::number(last->*counter.highest).rightJustified(6, u'0'),
+                         told(*last), counter.file);
+    }
+    return sentences;
+}
+
+} // namespace kervan

@@ -1,0 +1,137 @@
+#pragma once
+
+#include "base/grid.h"
+#include "check/beside.h"
+#include "check/documentcache.h"
+
+#include <QDateTime>
+#include <QStringList>
+#include <QTimer>
+
+namespace kervan {
+
+/// The rows of a list that are looked for in documents, by the columns of their grid; -1 is a
+/// column that the list has not.
+struct ListedRows
+{
+    /// What records are told by: invoices, cards and counts by their number, slips, which get new
+    /// numbers at each read, by date, customer and amount.
+    enum By { ByNumber, ByContent };
+    /// Which amount of an invoice's document is that of the list: of the SAP list the sum with VAT
+    /// and extra tax, of the Düzey list the net. Of slips the sum.
+    enum Amount { Sum, Net };
+
+    const Grid *grid = nullptr;
+    DocumentFamily family = DocumentFamily::Unknown;
+    By by = ByNumber;
+    QString kind = {}; ///< TYPE of invoices (invoiceKind()) and rolls; empty of others
+    int number = -1;   ///< of cards the code
+    int date = -1;
+    int customer = -1;
+    int amount = -1;
+    Amount amountIs = Sum;
+};
+
+/// The TYPE that invoices of a choice as "10 (Satış Faturaları)" get in a document.
+QString invoiceKind(QStringView faturaTuru);
+
+/// Whether a row stands in a document of the folders.
+struct WrittenMark
+{
+    enum Kind {
+        None,    ///< nothing is known
+        Same,    ///< "aynı": grey tick
+        Differs, ///< "aynı numara, tutar farklı": amber
+        Similar, ///< "benzeri yazılmış": a slip of the same date, customer and amount
+    };
+
+    Kind kind = None;
+    QString file;     ///< full path of the document
+    QDateTime time;   ///< of its last change
+    QString sentence; ///< for the tooltip and for readers; says "bu klasörde"
+};
+
+/// Finds the rows of a list in the documents of the target folder and of one more, which are read
+/// beside the work and kept in memory. Nothing is stored, nothing waits for it.
+class WrittenDocuments : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit WrittenDocuments(QObject *parent = nullptr);
+
+    /// The folders, whose documents are then read; the same ones again change nothing.
+    void setFolders(const QStringList &folders);
+    const QStringList &folders() const { return m_folders; }
+    /// The list has changed: its rows are copied here and marked by what is known. The grid is not
+    /// looked at again.
+    void setRows(const ListedRows &rows);
+    /// Reads what has changed in the folders, a moment later: after a write, or when the window is
+    /// looked at again. What is known stands until then.
+    void refresh();
+
+    bool isReading() const { return m_reader.isRunning() || m_soon.isActive(); }
+    /// A mark for each row of the list.
+    const QList<WrittenMark> &marks() const { return m_marks; }
+    /// How many rows have one.
+    int markedCount() const;
+    /// The document with a record of this number, as of a count.
+    WrittenMark numbered(DocumentFamily family, const QString &kind, const QString &number) const;
+    /// How many documents are known, and a sentence for each that could not be read.
+    qsizetype documentCount() const { return qsizetype(m_found.documents.size()); }
+    QStringList skipped() const;
+    /// A sentence for each stored counter whose next number stands in a document already.
+    QStringList counterWarnings(const QString &programFolder) const;
+
+Q_SIGNALS:
+    /// The marks, or what is known of the folders, are others.
+    void changed();
+
+private:
+    // A record by a key: sorted by it, the newest document first.
+    struct Place
+    {
+        quint64 key;
+        quint32 document;
+        quint32 record;
+    };
+    struct Name
+    {
+        QString path;
+        QDateTime time;
+        QString told; // both for the eye
+    };
+    struct Found
+    {
+        std::vector<std::shared_ptr<const KnownDocument>> documents;
+        std::vector<Name> names; // of the documents
+        std::vector<Place> byNumber, byContent;
+    };
+    struct Row
+    {
+        quint64 number;
+        quint64 person;
+        std::optional<Decimal> amount;
+        bool isNumbered;
+    };
+
+    static Found look(DocumentCache &cache, const QStringList &folders,
+                      const std::atomic_bool &stop);
+    void read();
+    void markRows();
+    WrittenMark markByNumber(quint64 number, quint64 person, const Row *row) const;
+    void markByContent();
+    WrittenMark markOf(WrittenMark::Kind kind, const Place &place, const QString &what) const;
+    const KnownRecord &recordAt(const Place &place) const;
+
+    std::shared_ptr<DocumentCache> m_cache = DocumentCache::shared();
+    Beside m_reader;
+    QTimer m_soon;
+    QStringList m_folders;
+    Found m_found;
+    ListedRows m_list;
+    std::vector<Row> m_rows;
+    QList<WrittenMark> m_marks;
+};
+
+} // namespace kervan
