@@ -12,8 +12,8 @@ class WholeFile
 {
 public:
     explicit WholeFile(const QString &path);
-    /// Lets its owner alone read the file, from before its first byte. Where the disk knows no rights, the file is written all the same, and then told as a
-    /// Failure.
+    /// Lets its owner alone read the file, from before its first byte. Where the disk knows no
+    /// rights, the file is written all the same, and then told as a Failure.
     void keepToOwner();
     void write(QByteArrayView bytes);
     /// Puts the new file in the old one's place. Any failure since the opening is told here, as a

@@ -81,6 +81,10 @@ void GridView::contextMenuEvent(QContextMenuEvent *event)
         if (isFiltered())
             menu->addAction(u"Süzmeyi kaldır"_s, this, &GridView::endFilter);
     }
+    if (!actions().isEmpty()) { // what the screen adds
+        menu->addSeparator();
+        menu->addActions(actions());
+    }
     const QRect row = visualRect(currentIndex());
     menu->popup(byKey ? viewport()->mapToGlobal(row.bottomLeft()) : event->globalPos());
 }

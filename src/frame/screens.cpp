@@ -82,11 +82,27 @@ QWidget *transfer(MainWindow &frame, QStringView)
     return closable(frame, new Window(frame.program()));
 }
 
+// Whether another open screen has numbers of the cash counter in its list.
+bool sharesCounter(const MainWindow &frame, const QWidget *own)
+{
+    if (auto *window = frame.openScreen<FatWindow>(u"fat");
+        window && window != own && !window->fat().liste.l1.isEmpty())
+        return true;
+    for (const QStringView word : {u"cafis", u"cafis2", u"cafis3", u"carifisduzey"}) {
+        auto *window = frame.openScreen<SlipWindow>(word);
+        if (window && window != own && !window->screen().l1.isEmpty())
+            return true;
+    }
+    return false;
+}
+
 // It brings up the menu of the list operations.
 template<class Window>
 QWidget *invoices(MainWindow &frame, QStringView)
 {
     auto *window = closable(frame, new Window(frame.program()));
+    if constexpr (std::is_same_v<Window, FatWindow>)
+        window->setSharesCounter([&frame, window] { return sharesCounter(frame, window); });
     QObject::connect(window, &Window::listMenuWanted, &frame,
                      [&frame](const QPoint &place) { frame.listMenu()->popup(place); });
     return window;
@@ -96,20 +112,6 @@ template<class Window>
 void load(QWidget *window)
 {
     static_cast<Window *>(window)->load();
-}
-
-// Whether another open screen has numbers of the cash counter in its list.
-bool sharesCounter(const MainWindow &frame, const SlipWindow *own)
-{
-    if (auto *window = frame.openScreen<FatWindow>(u"fat");
-        window && !window->fat().liste.l1.isEmpty())
-        return true;
-    for (const QStringView word : {u"cafis", u"cafis2", u"cafis3", u"carifisduzey"}) {
-        auto *window = frame.openScreen<SlipWindow>(word);
-        if (window && window != own && !window->screen().l1.isEmpty())
-            return true;
-    }
-    return false;
 }
 
 template<const SlipForm &form()>

@@ -452,7 +452,8 @@ ListShape shapeOf(const SlipScreen &screen)
             .date = Hareket::Tarih,
             .customer = Hareket::CariKodu,
             .title = Hareket::Unvani,
-            .amounts = {Hareket::Tutar}};
+            .amounts = {Hareket::Tutar},
+            .renumbered = true};
 }
 
 ListShape bankListShapeOf(const SlipScreen &)
@@ -460,7 +461,8 @@ ListShape bankListShapeOf(const SlipScreen &)
     return {.what = u"banka fişi"_s,
             .number = BankaFisi::FisNo,
             .date = BankaFisi::FisTarihi,
-            .amounts = {BankaFisi::Tutar}};
+            .amounts = {BankaFisi::Tutar},
+            .renumbered = true};
 }
 
 QList<Rule> rulesOf(SlipScreen &screen, SharesCounter sharesCounter)

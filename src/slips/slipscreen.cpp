@@ -156,6 +156,7 @@ void SlipScreen::kaydet(const SlipDocument &document)
 
 void SlipScreen::write(const SlipDocument &document, const QString &dosya)
 {
+    m_document = &document;
     bilgi.begin();
     note(endQuietly([&] {
         const Grid &grid = document.ofBankList ? l2 : l1;

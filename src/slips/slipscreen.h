@@ -31,6 +31,8 @@ public:
     const QString &dosyayolu() const { return m_dosyayolu; }
     /// Which of the form's files it was; null where it was a text export, or none.
     const SlipFile *sonDosya() const { return m_file; }
+    /// The document that was written last, or is being written; null before.
+    const SlipDocument *sonBelge() const { return m_document; }
 
     /// What the opening of the screen does.
     void load();
@@ -115,6 +117,7 @@ private:
     Program &m_program;
     const SlipForm &m_form;
     QString m_dosyayolu;
+    const SlipDocument *m_document = nullptr;
     const SlipFile *m_file = nullptr; // that it was read as; a text without one
     ReadKind m_kind = ReadKind::None;
     Workbooks m_workbooks;

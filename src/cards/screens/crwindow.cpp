@@ -79,11 +79,21 @@ QWidget *CrWindow::cards(Program &program)
                          .memoryKey = u"cr/pane"_s,
                          .checks = *m_checks,
                          .report = m_cr.okuma,
-                         .dialogs = program.dialogs,
+                         .program = program,
+                         .notes = m_cr.bilgi,
+                         .okunurBicim = m_cr.okunurBicim,
                          .shape = [this] { return shapeOf(m_cr); },
-                         .reread =
+                         .reread = [this] { m_cr.caridosyasikoku(); },
+                         .listed =
                              [this] {
-                                 m_cr.caridosyasikoku();
+                                 return ListedRows{.grid = &m_cr.l1,
+                                                   .family = DocumentFamily::Accounts,
+                                                   .number = shapeOf(m_cr).number};
+                             },
+                         .written =
+                             [this] {
+                                 return writtenRows(m_cr.l1, DocumentFamily::Accounts, false,
+                                                    shapeOf(m_cr).number, -1);
                              }});
 }
 

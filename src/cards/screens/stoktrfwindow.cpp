@@ -96,11 +96,21 @@ QWidget *StoktrfWindow::cards(Program &program)
                          .memoryKey = u"stoktrf/pane"_s,
                          .checks = *m_checks,
                          .report = m_stoktrf.okuma,
-                         .dialogs = program.dialogs,
+                         .program = program,
+                         .notes = m_stoktrf.bilgi,
+                         .okunurBicim = m_stoktrf.okunurBicim,
                          .shape = [this] { return shapeOf(m_stoktrf); },
-                         .reread =
+                         .reread = [this] { m_stoktrf.stokdosyasikoku(); },
+                         .listed =
                              [this] {
-                                 m_stoktrf.stokdosyasikoku();
+                                 return ListedRows{.grid = &m_stoktrf.l1,
+                                                   .family = DocumentFamily::Items,
+                                                   .number = shapeOf(m_stoktrf).number};
+                             },
+                         .written =
+                             [this] {
+                                 return writtenRows(m_stoktrf.l1, DocumentFamily::Items, false,
+                                                    shapeOf(m_stoktrf).number, -1);
                              }});
 }
 

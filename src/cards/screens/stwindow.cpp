@@ -115,11 +115,21 @@ QWidget *StWindow::cards(Program &program)
                          .memoryKey = u"st/pane"_s,
                          .checks = *m_checks,
                          .report = m_st.okuma,
-                         .dialogs = program.dialogs,
+                         .program = program,
+                         .notes = m_st.bilgi,
+                         .okunurBicim = m_st.okunurBicim,
                          .shape = [this] { return shapeOf(m_st); },
-                         .reread =
+                         .reread = [this] { m_st.ac(m_st.bilgi.source.text()); },
+                         .listed =
                              [this] {
-                                 m_st.ac(m_st.bilgi.source.text());
+                                 return ListedRows{.grid = &m_st.l1,
+                                                   .family = DocumentFamily::Items,
+                                                   .number = shapeOf(m_st).number};
+                             },
+                         .written =
+                             [this] {
+                                 return writtenRows(m_st.l1, DocumentFamily::Items, false,
+                                                    shapeOf(m_st).number, -1);
                              }});
 }
 

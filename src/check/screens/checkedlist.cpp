@@ -1,15 +1,48 @@
 #include "check/screens/checkedlist.h"
 
+#include "check/screens/documentpage.h"
 #include "check/screens/findingspage.h"
 #include "check/screens/gapspage.h"
 #include "check/screens/listmemory.h"
+#include "check/screens/listwatch.h"
 #include "check/screens/reportpage.h"
+#include "check/screens/totalsline.h"
+#include "controls/binding.h"
 #include "controls/gridview.h"
 #include "controls/transferwidgets.h"
 
+#include <QCheckBox>
 #include <QShortcut>
 
 namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QCheckBox *xmlBox(XmlChoice &okunurBicim)
+{
+    auto *box = new QCheckBox(u"Logo'nun okuyacağı biçimde yaz"_s);
+    box->setObjectName(u"okunurBicim"_s);
+    box->setToolTip(
+        u"Değerlerin içindeki &amp;, &lt; ve &gt; Xml'in istediği gibi yazılır, denetim "
+        "karakterleri çıkarılır. Kapalıyken değerler olduğu gibi yazılır."_s);
+    bind(box, okunurBicim);
+    return box;
+}
+
+TotalsLine *totalsLine(const CheckedList &list)
+{
+    auto *line = new TotalsLine(list.window, list.notes);
+    Totals &totals = line->addList(list.rows, list.view, list.shape);
+    if (list.belowLimit)
+        totals.setBelowLimit(list.belowLimit);
+    if (list.secondRows)
+        line->addList(*list.secondRows, list.linesView, list.secondShape);
+    return line;
+}
+
+} // namespace
 
 Panes *checkedPanes(const CheckedList &list)
 {
@@ -20,10 +53,12 @@ Panes *checkedPanes(const CheckedList &list)
     auto *findings = new FindingsPage(list.checks, {.list = list.rows,
                                                     .view = list.view,
                                                     .shape = list.shape,
-                                                    .dialogs = list.dialogs,
+                                                    .dialogs = list.program.dialogs,
                                                     .tell = tell});
+    findings->addToHead(xmlBox(list.okunurBicim));
     auto *report = new ReportPage(list.report);
-    auto *gaps = new GapsPage(list.checks, list.dialogs, tell);
+    auto *gaps = new GapsPage(list.checks, list.program.dialogs, tell);
+    auto *document = new DocumentPage(list.program.dialogs);
     if (list.lines)
         pane->addPage(list.lines, list.linesTitle, CheckPane::Opening::Open);
     const auto add = [pane](auto *page, const QString &title) {
@@ -31,12 +66,19 @@ Panes *checkedPanes(const CheckedList &list)
         QObject::connect(page, &std::remove_pointer_t<decltype(page)>::titleChanged, pane,
                          [pane, page](const QString &text) { pane->setTitle(page, text); });
     };
-    add(findings, QStringLiteral("Denetim"));
-    add(report, QStringLiteral("Okuma"));
-    add(gaps, QStringLiteral("Eksikler"));
+    add(findings, u"Denetim"_s);
+    add(report, u"Okuma"_s);
+    add(gaps, u"Eksikler"_s);
+    pane->addPage(document, u"Belge"_s);
+    auto *line = totalsLine(list);
+    pane->addToLine(line);
+    new ListWatch(list, findings, document, line);
     list.checks.askScreen();
-    if (auto *memory = list.window->findChild<ListMemory *>())
+    if (auto *memory = list.window->findChild<ListMemory *>()) {
         memory->add(list.rows, list.shape);
+        if (list.secondRows)
+            memory->add(*list.secondRows, list.secondShape);
+    }
     QObject::connect(
         gaps, &GapsPage::rereadWanted, list.window,
         [window = list.window, reread = list.reread] { readIntoList(window, reread); });

@@ -1,10 +1,14 @@
 #pragma once
 
-#include "base/ports.h"
+#include "base/notes.h"
 #include "check/checks.h"
 #include "check/listshape.h"
+#include "check/readback.h"
 #include "check/readreport.h"
 #include "check/screens/checkpane.h"
+#include "check/writtendocuments.h"
+#include "logoxml/spelling.h"
+#include "store/program.h"
 
 #include <QString>
 
@@ -25,13 +29,23 @@ struct CheckedList
     QString memoryKey; ///< of the pane's share
     Checks &checks;
     ReadReport &report;
-    FileDialogs &dialogs;
+    Program &program;
+    Notes &notes;
+    XmlChoice &okunurBicim;
     std::function<ListShape()> shape;
     std::function<void()> reread;
+    /// How its rows are found in documents, and what goes into the one that is being written.
+    std::function<ListedRows()> listed = nullptr;
+    std::function<WrittenRows()> written = nullptr;
+    /// Of invoices, whether a row gets a cash slip.
+    std::function<bool(int row)> belowLimit = nullptr;
     /// The page that belongs to the list itself, with its list, where there is one.
     QWidget *lines = nullptr;
     GridView *linesView = nullptr;
     QString linesTitle = {};
+    /// Of the second list that is written from, where there is one.
+    Grid *secondRows = nullptr;
+    std::function<ListShape()> secondShape = nullptr;
 };
 
 /// The list with the pane below it: lines, findings, what was not read, missing definitions.

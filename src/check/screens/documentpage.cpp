@@ -63,7 +63,7 @@ DocumentPage::DocumentPage(FileDialogs &dialogs, QWidget *parent)
     m_problemView->setAccessibleName(u"Belgenin Xml sorunları"_s);
     m_problemView->hide();
 
-    auto *open = dialogButton(u"belgeac"_s, u"Belge aç"_s, u"Ctrl+Shift+O"_s, u"open"_s);
+    auto *open = dialogButton(u"belgeac"_s, u"Belge aç"_s, u"Ctrl+Shift+B"_s, u"open"_s);
     open->setToolTip(u"Daha önce yazılmış bir belgeyi okuyup gösterir"_s);
     connect(open, &QAbstractButton::clicked, this, &DocumentPage::openDocument);
 

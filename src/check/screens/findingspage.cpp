@@ -10,7 +10,7 @@
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
-#include <QShortcut>
+#include <QSignalBlocker>
 
 namespace kervan {
 
@@ -78,6 +78,12 @@ FindingsPage::FindingsPage(Checks &checks, Window window, QWidget *parent)
 void FindingsPage::addToHead(QWidget *part)
 {
     m_head->insertWidget(m_head->indexOf(m_only) + 1, part);
+}
+
+void FindingsPage::setOnlyFound(bool only)
+{
+    const QSignalBlocker quiet(m_only);
+    m_only->setChecked(only);
 }
 
 void FindingsPage::show()
@@ -149,10 +155,7 @@ void FindingsPage::goTo(int place)
                      : window->findChild<GridView *>(finding.list);
     if (!list || finding.row >= list->model()->rowCount())
         return;
-    const QModelIndex cell = list->model()->index(finding.row, qMax(finding.column, 0));
-    list->markRows({finding.row});
-    list->enter(finding.row);
-    list->scrollTo(cell);
+    list->goTo(finding.row, qMax(finding.column, 0));
 }
 
 void FindingsPage::goOn(int step)

@@ -41,6 +41,8 @@ public:
     void addToHead(QWidget *part);
     /// To the next finding of the list, or the one before it; round at the end.
     void goOn(int step);
+    /// Whether the rows without a finding are hidden, however that came.
+    void setOnlyFound(bool only);
 
 Q_SIGNALS:
     void titleChanged(const QString &title);

@@ -7,6 +7,9 @@
 #include "controls/linklabel.h"
 #include "controls/pictures.h"
 #include "controls/transferwidgets.h"
+#include "invoices/cashslips.h"
+#include "invoices/columns.h"
+#include "invoices/fatchecks.h"
 #include "invoices/screens/invoicewidgets.h"
 
 #include <QCheckBox>
@@ -24,7 +27,10 @@ using namespace Qt::StringLiterals;
 FatWindow::FatWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_fat(program)
-    , m_checks(m_fat.liste.l1, {})
+    , m_checks(checksOf(m_fat, {.counterIsShared =
+                                    [this] {
+                                        return m_sharesCounter && m_sharesCounter();
+                                    }}))
     , m_l1(invoiceView(m_fat.liste, u".bif"_s, m_fat.baslik,
                        [this](int row) { m_fat.satirsec(row); }))
 {
@@ -173,13 +179,26 @@ QWidget *FatWindow::lists(Program &program)
                          .view = m_l1,
                          .frame = nullptr,
                          .memoryKey = {},
-                         .checks = m_checks,
-                         .report = m_report,
-                         .dialogs = program.dialogs,
-                         .shape = [] { return ListShape{.what = u"fatura"_s, .number = 2}; },
-                         .reread =
+                         .checks = *m_checks,
+                         .report = m_fat.okuma,
+                         .program = program,
+                         .notes = m_fat.bilgi,
+                         .okunurBicim = m_fat.okunurBicim,
+                         .shape = [this] { return shapeOf(m_fat); },
+                         .reread = [this] { m_fat.otomatikac(); },
+                         .listed =
                              [this] {
-                                 m_fat.otomatikac();
+                                 return listedInvoices(m_fat.liste.l1, m_fat.faturaTuru.text(),
+                                                       ListedRows::Sum);
+                             },
+                         .written =
+                             [this] {
+                                 return writtenRows(m_fat.liste.l1, DocumentFamily::Invoices, true,
+                                                    L1::FaturaNumarasi, L1::ToplamTutar);
+                             },
+                         .belowLimit =
+                             [this](int row) {
+                                 return isBelowCashLimit(m_fat.liste.l1, row);
                              }},
                         m_fat.l2);
 }

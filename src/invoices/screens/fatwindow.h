@@ -1,10 +1,12 @@
 #pragma once
 
 #include "check/checks.h"
-#include "check/readreport.h"
 #include "invoices/fat.h"
 
 #include <QWidget>
+
+#include <functional>
+#include <memory>
 
 class QComboBox;
 class QPushButton;
@@ -25,6 +27,8 @@ public:
     void load() { m_fat.load(); }
 
     Fat &fat() { return m_fat; }
+    /// Whether another open screen counts with the cash counter too; the frame knows.
+    void setSharesCounter(std::function<bool()> shares) { m_sharesCounter = std::move(shares); }
 
 Q_SIGNALS:
     void closeWanted();
@@ -42,8 +46,8 @@ private:
     QComboBox *chosen(QComboBox *box, void (Fat::*action)());
 
     Fat m_fat;
-    Checks m_checks;
-    ReadReport m_report;
+    std::function<bool()> m_sharesCounter;
+    std::unique_ptr<Checks> m_checks;
     GridView *m_l1;
 };
 

@@ -28,6 +28,54 @@ namespace {
 
 constexpr QStringView cashListCaption = u"CH Kasa Nakit Haraket Listesi";
 
+DocumentFamily familyOf(SlipKind kind)
+{
+    switch (kind) {
+    case SlipKind::Note:
+    case SlipKind::Cheque:
+        return DocumentFamily::Rolls;
+    case SlipKind::Cash:
+        return DocumentFamily::CashSlips;
+    case SlipKind::Bank:
+        return DocumentFamily::BankSlips;
+    case SlipKind::Card:
+        return DocumentFamily::CardSlips;
+    case SlipKind::None:
+        break;
+    }
+    return DocumentFamily::Unknown;
+}
+
+// A workbook's list; card payments are written as such, all else as cash.
+ListedRows listedSlips(const SlipScreen &screen)
+{
+    if (screen.metinden())
+        return {};
+    const bool cards = screen.sonDosya() && screen.sonDosya()->kind == ReadKind::Card;
+    const ListShape shape = shapeOf(screen);
+    return {.grid = &screen.l1,
+            .family = cards ? DocumentFamily::CardSlips : DocumentFamily::CashSlips,
+            .by = ListedRows::ByContent,
+            .date = shape.date,
+            .customer = shape.customer,
+            .amount = shape.amounts.first()};
+}
+
+WrittenRows writtenSlips(const SlipScreen &screen)
+{
+    const SlipDocument &document = *screen.sonBelge();
+    const ListShape shape = document.ofBankList ? bankListShapeOf(screen) : shapeOf(screen);
+    const Grid &rows = document.ofBankList ? screen.l2 : screen.l1;
+    if (document.takesTicked())
+        return writtenRows(rows, familyOf(document.kind), true,
+                           screen.metinden() ? -1 : shape.number, shape.amounts.first());
+    WrittenRows written; // the rows of a class
+    written.family = familyOf(document.kind);
+    for (int row = 0; row < rows.rows(); ++row)
+        written.count += document.takes(rows, row);
+    return written;
+}
+
 } // namespace
 
 SlipWindow::SlipWindow(Program &program, const SlipForm &form, QWidget *parent)
@@ -150,11 +198,15 @@ QWidget *SlipWindow::lists(Program &program)
                      .memoryKey = u"slips/pane"_s,
                      .checks = *m_checks,
                      .report = m_screen.okuma,
-                     .dialogs = program.dialogs,
+                     .program = program,
+                     .notes = m_screen.bilgi,
+                     .okunurBicim = m_screen.okunurBicim,
                      .shape = [this] { return shapeOf(m_screen); },
-                     .reread =
+                     .reread = [this] { m_screen.yenidenoku(); },
+                     .listed = [this] { return listedSlips(m_screen); },
+                     .written =
                          [this] {
-                             m_screen.yenidenoku();
+                             return writtenSlips(m_screen);
                          }};
     if (!form.hasBankList())
         return checkedPanes(list);
@@ -166,6 +218,10 @@ QWidget *SlipWindow::lists(Program &program)
     list.linesView = view;
     list.linesTitle = u"Banka Fişleri"_s;
     list.memoryKey = u"slips/bank"_s;
+    list.secondRows = &m_screen.l2;
+    list.secondShape = [this] {
+        return bankListShapeOf(m_screen);
+    };
     return checkedPanes(list);
 }
 

@@ -18,6 +18,20 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// One slip of the rows that Logo knows.
+WrittenRows writtenCount(const Sayimform &sayim)
+{
+    WrittenRows rows;
+    rows.family = DocumentFamily::Counts;
+    for (int row = 0; row < sayim.l1.rows(); ++row)
+        rows.count += sayim.l1.cell(row, Sayimform::StokKodu).isEmpty() ? 0 : 1;
+    return rows;
+}
+
+} // namespace
+
 SayimWindow::SayimWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_sayimform(program)
@@ -83,11 +97,14 @@ QWidget *SayimWindow::counts(Program &program)
                          .memoryKey = u"sayimform/pane"_s,
                          .checks = *m_checks,
                          .report = m_sayimform.okuma,
-                         .dialogs = program.dialogs,
+                         .program = program,
+                         .notes = m_sayimform.bilgi,
+                         .okunurBicim = m_sayimform.okunurBicim,
                          .shape = [this] { return shapeOf(m_sayimform); },
-                         .reread =
+                         .reread = [this] { m_sayimform.sayimdosyasikoku(); },
+                         .written =
                              [this] {
-                                 m_sayimform.sayimdosyasikoku();
+                                 return writtenCount(m_sayimform);
                              }});
 }
 

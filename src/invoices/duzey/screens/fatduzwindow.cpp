@@ -7,6 +7,8 @@
 #include "controls/linklabel.h"
 #include "controls/sheetlist.h"
 #include "controls/transferwidgets.h"
+#include "invoices/columns.h"
+#include "invoices/duzey/fatduzchecks.h"
 #include "invoices/screens/invoicewidgets.h"
 
 #include <QCheckBox>
@@ -24,7 +26,7 @@ using namespace Qt::StringLiterals;
 FatduzWindow::FatduzWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_fatduz(program)
-    , m_checks(m_fatduz.liste.l1, {})
+    , m_checks(checksOf(m_fatduz))
     , m_l1(invoiceView(m_fatduz.liste, u"Excel"_s, m_fatduz.baslik,
                        [this](int row) { m_fatduz.satirsec(row); }))
 {
@@ -147,13 +149,25 @@ QWidget *FatduzWindow::lists(Program &program)
                          .view = m_l1,
                          .frame = nullptr,
                          .memoryKey = {},
-                         .checks = m_checks,
-                         .report = m_report,
-                         .dialogs = program.dialogs,
-                         .shape = [] { return ListShape{.what = u"fatura"_s, .number = 2}; },
-                         .reread =
+                         .checks = *m_checks,
+                         .report = m_fatduz.okuma,
+                         .program = program,
+                         .notes = m_fatduz.bilgi,
+                         .okunurBicim = m_fatduz.okunurBicim,
+                         .shape = [this] { return shapeOf(m_fatduz); },
+                         .reread = [this] { m_fatduz.yenidenoku(); },
+                         .listed =
                              [this] {
-                                 m_fatduz.yenidenoku();
+                                 return listedInvoices(m_fatduz.liste.l1,
+                                                       m_fatduz.faturaTuru.text(), ListedRows::Net);
+                             },
+                         .written =
+                             [this] {
+                                 WrittenRows rows =
+                                     writtenRows(m_fatduz.liste.l1, DocumentFamily::Invoices, true,
+                                                 L1::FaturaNumarasi, L1::ToplamTutar);
+                                 rows.sumIsNet = true;
+                                 return rows;
                              }},
                         m_fatduz.l2);
 }

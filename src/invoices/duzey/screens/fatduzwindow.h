@@ -1,10 +1,11 @@
 #pragma once
 
 #include "check/checks.h"
-#include "check/readreport.h"
 #include "invoices/duzey/fatduz.h"
 
 #include <QWidget>
+
+#include <memory>
 
 class QPushButton;
 
@@ -41,8 +42,7 @@ private:
                          const QString &keys, void (Fatduz::*action)());
 
     Fatduz m_fatduz;
-    Checks m_checks;
-    ReadReport m_report;
+    std::unique_ptr<Checks> m_checks;
     GridView *m_l1;
 };
 
