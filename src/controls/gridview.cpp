@@ -336,6 +336,17 @@ void GridView::shrinkWhenEmpty()
     connect(&m_grid, &QAbstractItemModel::rowsInserted, this, show);
 }
 
+// A column of marks may bring a scroll bar up, where a row was that had been gone to.
+void GridView::resizeEvent(QResizeEvent *event)
+{
+    QTableView::resizeEvent(event);
+    if (!currentIndex().isValid())
+        return;
+    const int top = rowViewportPosition(currentIndex().row());
+    if (top >= 0 && top < event->oldSize().height())
+        showCurrentRow();
+}
+
 int GridView::leastHeight() const
 {
     if (m_shrinks && model()->rowCount() == 0) // the grid itself may be gone, behind its screen

@@ -49,7 +49,7 @@ CheckPane::CheckPane(QWidget *parent)
 void CheckPane::addPage(QWidget *page, const QString &title, Opening opening)
 {
     // Only the page in front asks for room.
-    page->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
+    page->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     m_pages->addWidget(page);
     const int place = m_tabs->addTab(title);
     const QString keys = u"Alt+%1"_s.arg(place + 1);
@@ -89,7 +89,7 @@ void CheckPane::show(int page)
     if (page < 0 || page >= m_pages->count())
         return;
     if (QWidget *before = m_pages->currentWidget())
-        before->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Ignored);
+        before->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Ignored);
     m_pages->setCurrentIndex(page);
     m_pages->currentWidget()->setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Preferred);
     Q_EMIT roomChanged();

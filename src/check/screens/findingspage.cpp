@@ -2,15 +2,16 @@
 
 #include "base/failure.h"
 #include "check/findingsfile.h"
+#include "controls/flowlayout.h"
 #include "controls/gridview.h"
 #include "controls/transferwidgets.h"
 
 #include <QCheckBox>
-#include <QHBoxLayout>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
 #include <QSignalBlocker>
+#include <QVBoxLayout>
 
 namespace kervan {
 
@@ -45,7 +46,7 @@ FindingsPage::FindingsPage(Checks &checks, Window window, QWidget *parent)
     , m_rows(columns())
     , m_view(new GridView(m_rows, u"bulgular"_s))
     , m_counts(new QLabel)
-    , m_head(new QHBoxLayout)
+    , m_head(nullptr)
     , m_write(new QPushButton(u"Bulgulu satırları yaz…"_s))
     , m_only(new QCheckBox(u"Yalnız bulgulu satırlar"_s))
 {
@@ -56,16 +57,18 @@ FindingsPage::FindingsPage(Checks &checks, Window window, QWidget *parent)
     m_only->setToolTip(u"Bulgusu olmayan satırları gizle"_s);
     m_write->setObjectName(u"bulgulariYaz"_s);
     m_write->setToolTip(u"Bulgulu satırları nedenleriyle bir .csv dosyasına yaz"_s);
-    m_head->setContentsMargins(4, 1, 4, 1);
-    m_head->setSpacing(16);
+    auto *head = new QWidget;
+    m_head = new FlowLayout(head);
     m_head->addWidget(m_counts);
+    m_head->addSpacing(16);
     m_head->addWidget(m_only);
-    m_head->addStretch();
+    m_head->addSpacing(16);
     m_head->addWidget(m_write);
+    m_head->addSpacing(16);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->setSpacing(0);
-    column->addLayout(m_head);
+    column->addWidget(head);
     column->addWidget(m_view);
     connect(&m_checks, &Checks::changed, this, &FindingsPage::show);
     connect(m_view, &QAbstractItemView::activated, this,
@@ -77,7 +80,7 @@ FindingsPage::FindingsPage(Checks &checks, Window window, QWidget *parent)
 
 void FindingsPage::addToHead(QWidget *part)
 {
-    m_head->insertWidget(m_head->indexOf(m_only) + 1, part);
+    m_head->addWidget(part);
 }
 
 void FindingsPage::setOnlyFound(bool only)

@@ -9,13 +9,13 @@
 
 #include <functional>
 
-class QBoxLayout;
 class QCheckBox;
 class QLabel;
 class QPushButton;
 
 namespace kervan {
 
+class FlowLayout;
 class GridView;
 
 /// The page "Denetim": what is wrong with the list and the choices, and what to do about it. A
@@ -37,7 +37,7 @@ public:
 
     FindingsPage(Checks &checks, Window window, QWidget *parent = nullptr);
 
-    /// Beside the counts, at the top.
+    /// Behind the commands, at the top.
     void addToHead(QWidget *part);
     /// To the next finding of the list, or the one before it; round at the end.
     void goOn(int step);
@@ -60,7 +60,7 @@ private:
     Grid m_rows;
     GridView *m_view;
     QLabel *m_counts;
-    QBoxLayout *m_head;
+    FlowLayout *m_head;
     QPushButton *m_write;
     QCheckBox *m_only;
     int m_current = -1;

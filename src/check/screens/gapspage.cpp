@@ -2,10 +2,11 @@
 
 #include "base/failure.h"
 #include "check/findingsfile.h"
+#include "controls/flowlayout.h"
 #include "controls/gridview.h"
 
-#include <QHBoxLayout>
 #include <QPushButton>
+#include <QVBoxLayout>
 
 namespace kervan {
 
@@ -42,17 +43,16 @@ GapsPage::GapsPage(Checks &checks, FileDialogs &dialogs,
     m_reread->setToolTip(u"Dosyayı yeniden okur; işaretler numaralarıyla geri verilir"_s);
     m_write->setObjectName(u"eksikleriYaz"_s);
     m_write->setToolTip(u"Eksikleri bir .csv dosyasına yazar"_s);
-    auto *head = new QHBoxLayout;
-    head->setContentsMargins(4, 1, 4, 1);
-    head->setSpacing(16);
-    head->addWidget(m_open);
-    head->addWidget(m_reread);
-    head->addStretch();
-    head->addWidget(m_write);
+    auto *head = new QWidget;
+    auto *row = new FlowLayout(head);
+    row->addWidget(m_open);
+    row->addWidget(m_reread);
+    row->addStretch();
+    row->addWidget(m_write);
     auto *column = new QVBoxLayout(this);
     column->setContentsMargins({});
     column->setSpacing(0);
-    column->addLayout(head);
+    column->addWidget(head);
     column->addWidget(m_view);
     connect(&m_checks, &Checks::changed, this, &GapsPage::show);
     connect(m_view, &QAbstractItemView::activated, this, &GapsPage::open);
