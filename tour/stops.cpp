@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QLineEdit>
 #include <QMenu>
+#include <QTabBar>
 #include <QTableView>
 #include <QTest>
 
@@ -115,6 +116,31 @@ void impossibleDate(Tour &tour, QWidget *fat)
     QTest::keyClick(date, Qt::Key_Return);
 }
 
+// The pages below the list.
+void showPage(Tour &tour, QWidget *screen, int page)
+{
+    tour.find<QTabBar>(screen, "sekmeler")->setCurrentIndex(page);
+    QTest::qWait(50);
+}
+
+void checks(Tour &tour, QWidget *fat)
+{
+    showPage(tour, fat, 1);
+    QTest::keyClick(fat, Qt::Key_F8);
+    tour.picture(u"fatura-denetim"_s);
+    tour.guidePicture(
+        &tour.window(), u"denetim"_s,
+        {{fat, "sekmeler"}, {fat, "ozet"}, {fat, "bulgular"}, {fat, "yalnizBulgulu"}});
+    tour.click(fat, "yalnizBulgulu");
+    tour.picture(u"yalniz-bulgulu"_s);
+    tour.click(fat, "yalnizBulgulu");
+    for (int page = 2; page <= 3; ++page) {
+        showPage(tour, fat, page);
+        tour.picture(u"fatura-denetim"_s);
+    }
+    showPage(tour, fat, 0);
+}
+
 void invoices(Tour &tour)
 {
     tour.click(&tour.window(), "chameleonButton5");
@@ -129,6 +155,7 @@ void invoices(Tour &tour)
     tour.choose(fat, "c5", 2);
     tour.clickRow(fat, "l1", 5, 1);
     tour.picture(u"fatura-kalemleri"_s);
+    checks(tour, fat);
     tour.click(fat, "lvButtons_H2");
     tour.picture(tour.find<QMenu>(&tour.window(), "seminmenu"), u"liste-menusu"_s);
     tour.find<QMenu>(&tour.window(), "seminmenu")->close();
@@ -137,6 +164,10 @@ void invoices(Tour &tour)
     tour.nextFile(tour.folder() + u"/logo xml/satis"_s);
     tour.click(fat, "chameleonButton1");
     tour.picture(u"fatura-aktarildi"_s);
+    showPage(tour, fat, 4);
+    QTest::qWait(300); // it is read beside the work
+    tour.picture(u"fatura-belgesi"_s);
+    showPage(tour, fat, 0);
     tour.guidePicture(&tour.window(), u"fatura"_s,
                       {{fat, "chameleonButton5"},
                        {fat, "chameleonButton2"},

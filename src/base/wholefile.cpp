@@ -1,14 +1,24 @@
 #include "base/wholefile.h"
 
 #include "base/filefault.h"
+#include "base/filegate.h"
 #include "base/rights.h"
 
 #include <QDir>
 #include <QFile>
 
+#include <chrono>
+#include <mutex>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr auto patience = std::chrono::seconds(2);
+
+} // namespace
 
 WholeFile::WholeFile(const QString &path)
     : m_file(path)
@@ -45,6 +55,8 @@ void WholeFile::write(QByteArrayView bytes)
 
 void WholeFile::commit()
 {
+    // A share that is gone may hold the other side for long: then the system decides.
+    std::unique_lock gate(fileGate(), patience);
     // The last buffer is flushed here, since commit() does not look at what its own flush gives.
     attempt([&] { return m_file.flush() && m_file.commit(); });
     if (!m_fine)

@@ -54,6 +54,24 @@ void Checks::add(std::unique_ptr<Survey> survey)
     restart();
 }
 
+void Checks::add(Rule rule)
+{
+    m_rules << std::move(rule);
+    restart();
+}
+
+void Checks::silence(const QString &rule, CheckField &box)
+{
+    m_silencers[rule] = &box;
+    connect(&box, &CheckField::changed, this, &Checks::restart);
+}
+
+bool Checks::isSilent(const QString &rule) const
+{
+    const CheckField *box = m_silencers.value(rule);
+    return box && box->isChecked();
+}
+
 void Checks::watch(TextField &field)
 {
     connect(&field, &TextField::changed, &m_screenTimer, qOverload<>(&QTimer::start));
@@ -188,7 +206,7 @@ void Checks::lookAtRow()
 
 void Checks::take(const Rule &rule, int row, const QString &text)
 {
-    if (text.isEmpty())
+    if (text.isEmpty() || isSilent(rule.name))
         return;
     (row < 0 ? m_ofScreen : m_ofRows) << Finding{.rule = rule.name,
                                                  .level = rule.level,
@@ -204,6 +222,7 @@ void Checks::take(const Rule &rule, int row, const QString &text)
 // once and not at each comparison.
 void Checks::sort()
 {
+    m_ofRows.removeIf([this](const Finding &finding) { return isSilent(finding.rule); });
     QList<qsizetype> order(m_ofRows.size());
     std::iota(order.begin(), order.end(), 0);
     std::ranges::stable_sort(order, {}, [this](qsizetype i) { return m_ofRows[i].row; });

@@ -25,6 +25,9 @@ public:
     Checks(Grid &list, QList<Rule> rules, QObject *parent = nullptr);
 
     void add(std::unique_ptr<Survey> survey);
+    void add(Rule rule);
+    /// What rules of this name find is not told while the box is checked.
+    void silence(const QString &rule, CheckField &box);
     /// The screen's rules are asked again when it changes.
     void watch(TextField &field);
     void watch(CheckField &field);
@@ -58,11 +61,13 @@ private:
     void restartWith(Grid &grid);
     void lookAtRow();
     void take(const Rule &rule, int row, const QString &text);
+    bool isSilent(const QString &rule) const;
     void sort();
     void publish();
 
     Grid &m_list;
     QList<Rule> m_rules;
+    QHash<QString, const CheckField *> m_silencers;
     std::vector<std::unique_ptr<Survey>> m_surveys;
     QTimer m_timer;
     QTimer m_screenTimer;

@@ -178,7 +178,8 @@ DocumentCache::document(const QString &path, qint64 size, qint64 time, const std
                                         .net = record.net.value_or(Decimal()),
                                         .sum = record.sum.value_or(Decimal()),
                                         .hasNet = record.net.has_value(),
-                                        .hasSum = record.sum.has_value()});
+                                        .hasSum = record.sum.has_value(),
+                                        .lines = record.lines});
             if (record.family == DocumentFamily::CashSlips)
                 document.cashNumber =
                     std::max(document.cashNumber, numbered(record[Field::Number], "KN"));

@@ -19,6 +19,7 @@ struct KnownRecord
     Decimal net, sum;
     bool hasNet = false;
     bool hasSum = false;
+    int lines = 0;
 };
 
 /// The key of a record's number among those of its family; `kind` counts for invoices and rolls.

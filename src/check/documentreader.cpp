@@ -2,11 +2,14 @@
 
 #include "base/codepage.h"
 #include "base/filefault.h"
+#include "base/filegate.h"
 
+#include <QDateTime>
 #include <QFile>
 
 #include <algorithm>
 #include <cstring>
+#include <mutex>
 #include <span>
 #include <vector>
 
@@ -758,15 +761,60 @@ void feedLast(Scanner &scanner, const char *begin, const char *end)
         scanner.finish();
 }
 
+// The pieces of a file, which is open for none longer than it takes to read it.
+class Pieces
+{
+public:
+    explicit Pieces(QString path)
+        : m_path(std::move(path))
+    {
+    }
+    const QString &fault() const { return m_fault; }
+
+    /// As many bytes as were read; 0 at the end, and -1 where there is a fault.
+    qint64 read(char *buffer)
+    {
+        const std::lock_guard gate(fileGate());
+        QFile file(m_path);
+        clearFault();
+        if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered))
+            return fail(filefault(file, lastFault()));
+        const auto state = std::pair(file.size(), file.fileTime(QFile::FileModificationTime));
+        if (m_place == 0)
+            m_state = state;
+        else if (state != m_state)
+            return fail(u"Okunurken değişti."_s);
+        const qint64 count = file.seek(m_place) ? file.read(buffer, pieceSize) : -1;
+        if (count < 0)
+            return fail(filefault(file, lastFault()));
+        m_place += count;
+        return count;
+    }
+
+private:
+    qint64 fail(const QString &why)
+    {
+        m_fault = why;
+        return -1;
+    }
+
+    QString m_path;
+    QString m_fault;
+    qint64 m_place = 0;
+    std::pair<qint64, QDateTime> m_state; // size and time
+};
+
 } // namespace
 
-bool isSameAmount(DocumentFamily family, Decimal listed, Decimal written)
+bool isSameAmount(DocumentFamily family, Decimal listed, Decimal written, qint64 lines)
 {
     if (family != DocumentFamily::Invoices)
         return listed == written;
     const Decimal difference = listed < written ? written - listed : listed - written;
     const auto part = (written.isNegative() ? -written : written).times(2, 6);
-    return difference <= part.value_or(Decimal()) + *Decimal::product(1, 1, 2);
+    const auto perLine = Decimal::product(5, lines, 3); // each is spelled by a price of its own
+    return difference <=
+           part.value_or(Decimal()) + *Decimal::product(1, 1, 2) + perLine.value_or(Decimal());
 }
 
 // Pieces are read and not mapped: a file that shrinks or a share that goes away would end the
@@ -775,12 +823,7 @@ DocumentReading readDocument(const QString &path, const TakeRecord &take,
                              const std::atomic_bool *stop)
 {
     DocumentReading reading;
-    QFile file(path);
-    clearFault();
-    if (!file.open(QIODevice::ReadOnly | QIODevice::Unbuffered)) {
-        reading.fault = filefault(file, lastFault());
-        return reading;
-    }
+    Pieces pieces(path);
     Scanner scanner(take, reading);
     std::vector<char> buffer(static_cast<std::size_t>(pieceSize));
     qsizetype kept = 0; // of the line that the last piece began
@@ -797,9 +840,9 @@ DocumentReading readDocument(const QString &path, const TakeRecord &take,
             buffer.resize(buffer.size() * 2);
         }
         char *const begin = buffer.data();
-        const qint64 count = file.read(begin + kept, pieceSize);
+        const qint64 count = pieces.read(begin + kept);
         if (count < 0) {
-            reading.fault = filefault(file, lastFault());
+            reading.fault = pieces.fault();
             return reading;
         }
         if (count == 0)

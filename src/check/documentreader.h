@@ -60,8 +60,8 @@ struct DocumentRecord
 };
 
 /// Whether an amount of a list is that of a document. Invoices tell it by prices of seven digits,
-/// so a kuruş or two millionths make no difference there.
-bool isSameAmount(DocumentFamily family, Decimal listed, Decimal written);
+/// so a kuruş, half of one a line and two millionths make no difference there.
+bool isSameAmount(DocumentFamily family, Decimal listed, Decimal written, qint64 lines = 1);
 
 /// A place that an XML reader stumbles over.
 struct DocumentProblem

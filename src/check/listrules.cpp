@@ -8,10 +8,15 @@
 #include "transfer/target.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFileInfo>
 #include <QHash>
 
 #include <algorithm>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 namespace kervan {
 
@@ -231,7 +236,23 @@ private:
 
 bool isOfOtherMachine(const QString &path)
 {
-    return path.startsWith(u"//"_s) || path.startsWith(u"\\\\"_s);
+    const QString name = QDir::fromNativeSeparators(path);
+#ifdef Q_OS_WIN
+    if (GetDriveTypeW(name.left(3).toStdWString().c_str()) == DRIVE_REMOTE)
+        return true;
+#endif
+    return name.startsWith(u"//"_s);
+}
+
+// Windows marks folders of its own as read only that everybody writes into, and tells rights only
+// by trying.
+bool isWritable([[maybe_unused]] const QFileInfo &folder)
+{
+#ifdef Q_OS_WIN
+    return true;
+#else
+    return folder.isWritable();
+#endif
 }
 
 } // namespace
@@ -495,7 +516,7 @@ Rule folderRule(std::function<QString()> target)
                     folder.setFile(folder.path());
                 if (!folder.isDir())
                     return u"Belgelerin klasörü yok: %1"_s.arg(folder.filePath());
-                return folder.isWritable()
+                return isWritable(folder)
                            ? QString()
                            : u"Belgelerin klasörüne yazılamıyor: %1"_s.arg(folder.filePath());
             }};
@@ -568,7 +589,7 @@ Rule programFolderRule(const QString &folder)
             .level = Level::Error,
             .cure = u"Klasöre yazma hakkı verin ya da programı yazılabilen bir klasöre taşıyın."_s,
             .ofScreen = [folder] {
-                return QFileInfo(folder).isWritable()
+                return isWritable(QFileInfo(folder))
                            ? QString()
                            : u"Program klasörüne yazılamıyor: %1"_s.arg(folder);
             }};

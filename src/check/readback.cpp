@@ -80,10 +80,10 @@ ReadBack readBack(const QString &path, const WrittenRows &rows, const std::atomi
         if (result.count != rows.count)
             return u"belgede %1 kayıt var, listeden %2 kayıt yazılacaktı"_s.arg(result.count)
                 .arg(rows.count);
-        if (const QString part = partOf(rows.numbers, numbers);
+        if (QString part = partOf(rows.numbers, numbers);
             !rows.numbers.isEmpty() && !part.isEmpty())
             return part;
-        if (rows.sum && result.sum && !isSameAmount(rows.family, *rows.sum, *result.sum))
+        if (rows.sum && result.sum && !isSameAmount(rows.family, *rows.sum, *result.sum, lines))
             return u"belgedeki tutar %1, listedeki %2"_s.arg(result.sum->text(), rows.sum->text());
         return {};
     }();

@@ -50,6 +50,8 @@ public:
     using QObject::QObject;
     /// Reads this one back; an earlier one that is still read is dropped.
     void start(const QString &path, const WrittenRows &rows);
+    /// What is being read is of no interest any more.
+    void stop() { m_reader.stop(); }
     bool isRunning() const { return m_reader.isRunning(); }
 
 Q_SIGNALS:

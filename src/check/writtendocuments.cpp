@@ -169,8 +169,8 @@ WrittenMark WrittenDocuments::markByNumber(quint64 number, quint64 person, const
         const bool isTold = isNet ? record.hasNet : record.hasSum;
         const Decimal written = isNet ? record.net : record.sum;
         const bool isOther = m_list.date >= 0 && m_list.customer >= 0 && record.person != person;
-        const bool isOff =
-            row->amount && isTold && !isSameAmount(m_list.family, *row->amount, written);
+        const bool isOff = row->amount && isTold &&
+                           !isSameAmount(m_list.family, *row->amount, written, record.lines);
         if (!isOther && !isOff)
             return markOf(WrittenMark::Same, place, u"aynı fatura yazılmış"_s);
         if (different.isEmpty())

@@ -264,9 +264,9 @@ void FindStrip::tickHits()
         search();
     const int before = m_list->grid().tickedCount();
     m_list->grid().setTicked(m_hits, true);
-    tellBelow(window(), u"%1 satır daha işaretlendi, %2 satır zaten işaretliydi."_s
-                            .arg(m_list->grid().tickedCount() - before)
-                            .arg(m_hits.size() - m_list->grid().tickedCount() + before));
+    tellBelow(parentWidget(), u"%1 satır daha işaretlendi, %2 satır zaten işaretliydi."_s
+                                  .arg(m_list->grid().tickedCount() - before)
+                                  .arg(m_hits.size() - m_list->grid().tickedCount() + before));
 }
 
 void FindStrip::filterByText(bool on)
@@ -308,7 +308,8 @@ void FindStrip::filterChanged(GridView *list)
     }
     showFilter();
     if (isReread)
-        tellBelow(window(), u"Liste yeniden okundu, süzme kaldırıldı: bütün satırlar görünüyor."_s);
+        tellBelow(parentWidget(),
+                  u"Liste yeniden okundu, süzme kaldırıldı: bütün satırlar görünüyor."_s);
     else
         announce(this, list->isFiltered() ? m_filterText->text() : u"Bütün satırlar görünüyor"_s);
 }

@@ -292,7 +292,7 @@ bool FileDrop::eventFilter(QObject *watched, QEvent *event)
         return QObject::eventFilter(watched, event);
     auto *drop = static_cast<QDropEvent *>(event); // a drag that enters is one too
     const QList<QUrl> files = drop->mimeData()->urls();
-    if (files.isEmpty() || !files.first().isLocalFile())
+    if (files.isEmpty() || !files.first().isLocalFile() || QApplication::activeModalWidget())
         return false;
     drop->acceptProposedAction();
     if (event->type() != QEvent::Drop)

@@ -79,7 +79,8 @@ bool DropGuide::eventFilter(QObject *watched, QEvent *event)
 
 void DropGuide::enter(QDropEvent &event)
 {
-    const QStringList files = filesOf(event);
+    // A box in front waits for its answer, and a step behind it for its end.
+    const QStringList files = m_frame.isAtWork() ? QStringList() : filesOf(event);
     m_dragged = files.isEmpty() ? QStringList() : screensAtAGlance(files.first());
     light(m_dragged);
     event.setAccepted(!m_dragged.isEmpty());
@@ -96,7 +97,7 @@ void DropGuide::move(QDropEvent &event)
 
 void DropGuide::drop(QDropEvent &event)
 {
-    const QStringList files = filesOf(event);
+    const QStringList files = m_frame.isAtWork() ? QStringList() : filesOf(event);
     event.setAccepted(!files.isEmpty());
     end();
     if (files.isEmpty())

@@ -100,10 +100,15 @@ QString tutarduzelt1(QString amount)
     return masked(amount.remove(u',').replace(u'.', u','), "#,###.0000"_mask);
 }
 
-void SlipSequence::load()
+void SlipSequence::look()
 {
     m_stored.clear();
     endQuietly([&] { m_stored = readSingleValue(m_path); });
+}
+
+void SlipSequence::load()
+{
+    look();
     m_last = number(m_stored).value_or(0);
 }
 

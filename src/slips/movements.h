@@ -43,6 +43,8 @@ public:
 
     /// Takes the stored number; without a readable one the first slip gets number 1.
     void load();
+    /// Reads what the file holds and leaves the numbers as they are.
+    void look();
     double next() { return ++m_last; }
     /// Writes the last number given out; a Failure names the file.
     void store() const;

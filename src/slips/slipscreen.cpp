@@ -34,8 +34,8 @@ void SlipScreen::load()
     if (!m_form.aktifform.isEmpty()) // the invoice list menu then serves another screen
         m_program.aktifform = m_form.aktifform;
     sayfanooku();
-    m_cash.load();
-    m_bank.load();
+    m_cash.look();
+    m_bank.look();
     passOver([this] { bankaHesapKodu.setText(readSingleValue(m_program.path(u"bank.kvz"))); });
     passOver([this] { kasaKodu.setText(readSingleValue(m_program.path(u"kasa.kvz"))); });
     if (m_form.usesStaff)

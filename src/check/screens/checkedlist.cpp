@@ -50,7 +50,8 @@ Panes *checkedPanes(const CheckedList &list)
         tellBelow(window, text);
     };
     auto *pane = new CheckPane;
-    auto *findings = new FindingsPage(list.checks, {.list = list.rows,
+    auto *findings = new FindingsPage(list.checks, {.screen = list.window,
+                                                    .list = list.rows,
                                                     .view = list.view,
                                                     .shape = list.shape,
                                                     .dialogs = list.program.dialogs,
@@ -72,6 +73,7 @@ Panes *checkedPanes(const CheckedList &list)
     pane->addPage(document, u"Belge"_s);
     auto *line = totalsLine(list);
     pane->addToLine(line);
+    list.checks.silence(u"XML işareti"_s, list.okunurBicim); // it writes them as XML asks
     new ListWatch(list, findings, document, line);
     list.checks.askScreen();
     if (auto *memory = list.window->findChild<ListMemory *>()) {

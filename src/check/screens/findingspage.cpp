@@ -46,7 +46,6 @@ FindingsPage::FindingsPage(Checks &checks, Window window, QWidget *parent)
     , m_rows(columns())
     , m_view(new GridView(m_rows, u"bulgular"_s))
     , m_counts(new QLabel)
-    , m_head(nullptr)
     , m_write(new QPushButton(u"Bulgulu satırları yaz…"_s))
     , m_only(new QCheckBox(u"Yalnız bulgulu satırlar"_s))
 {
@@ -147,15 +146,14 @@ void FindingsPage::goTo(int place)
     const Finding finding = m_checks.findings()[place];
     if (m_view->isVisible())
         m_view->markRows({place});
-    QWidget *window = m_window.view->window();
     if (finding.row < 0) {
-        if (auto *control = window->findChild<QWidget *>(finding.control))
+        if (auto *control = m_window.screen->findChild<QWidget *>(finding.control))
             control->setFocus(Qt::ShortcutFocusReason);
         return;
     }
     auto *list = finding.list == m_window.view->objectName()
                      ? m_window.view
-                     : window->findChild<GridView *>(finding.list);
+                     : m_window.screen->findChild<GridView *>(finding.list);
     if (!list || finding.row >= list->model()->rowCount())
         return;
     list->goTo(finding.row, qMax(finding.column, 0));

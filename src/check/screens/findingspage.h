@@ -28,6 +28,7 @@ public:
     /// What it looks at on its window, and the doors to the outside.
     struct Window
     {
+        QWidget *screen; ///< of the transfer: the frame holds several
         Grid &list;
         GridView *view;
         std::function<ListShape()> shape;
@@ -60,7 +61,7 @@ private:
     Grid m_rows;
     GridView *m_view;
     QLabel *m_counts;
-    FlowLayout *m_head;
+    FlowLayout *m_head = nullptr;
     QPushButton *m_write;
     QCheckBox *m_only;
     int m_current = -1;

@@ -1,11 +1,13 @@
 #include "check/screens/listwatch.h"
 
+#include "base/failure.h"
 #include "check/screens/documentpage.h"
 #include "check/screens/findingspage.h"
 #include "check/screens/totalsline.h"
 #include "controls/gridview.h"
 #include "controls/remembered.h"
 #include "controls/transferwidgets.h"
+#include "store/folders.h"
 #include "transfer/target.h"
 
 #include <QAction>
@@ -21,12 +23,13 @@ namespace {
 
 constexpr QStringView folderKey = u"check/folder"; // of the document that was opened last
 constexpr QStringView onlyFound = u"bulgulu satırlar";
+constexpr QStringView cashEnding = u"-KASANAKIT.xml";
 
-// A target setting may name a file.
+// A target setting may name a file. Nobody is asked which: a share that is gone takes long to
+// answer.
 QString folderOf(const QString &target)
 {
-    const QFileInfo info(target);
-    return info.isDir() || target.isEmpty() ? target : info.absolutePath();
+    return target.endsWith(u".xml"_s, Qt::CaseInsensitive) ? QFileInfo(target).path() : target;
 }
 
 } // namespace
@@ -39,7 +42,7 @@ ListWatch::ListWatch(CheckedList list, FindingsPage *findings, DocumentPage *pag
     , m_line(line)
 {
     m_soon.setSingleShot(true);
-    connect(&m_soon, &QTimer::timeout, this, &ListWatch::lookForRows);
+    connect(&m_soon, &QTimer::timeout, this, [this] { passOver([this] { lookForRows(); }); });
     connect(&m_list.rows, &QAbstractItemModel::modelReset, &m_soon, [this] { m_soon.start(0); });
     connect(&m_list.checks, &Checks::changed, this, &ListWatch::showMarks);
     connect(&m_documents, &WrittenDocuments::changed, this, &ListWatch::showMarks);
@@ -50,7 +53,9 @@ ListWatch::ListWatch(CheckedList list, FindingsPage *findings, DocumentPage *pag
         m_findings->setOnlyFound(m_list.view->isFiltered() &&
                                  m_list.view->filteredBy() == onlyFound);
     });
-    connect(&m_list.notes, &TextField::changed, this, &ListWatch::takeWritten);
+    // In the midst of a write: nothing of it may end that.
+    connect(&m_list.notes, &TextField::changed, this,
+            [this] { passOver([this] { takeWritten(); }); });
     connect(&m_readBack, &ReadBackBeside::done, this, [this](const ReadBack &result) {
         m_line->setDisagreement(result.agrees ? QString() : result.sentence);
     });
@@ -67,7 +72,25 @@ ListWatch::ListWatch(CheckedList list, FindingsPage *findings, DocumentPage *pag
         connect(untick, &QAction::triggered, this, &ListWatch::untickWritten);
         m_list.view->addAction(untick);
     }
+    addRules();
     m_list.window->installEventFilter(this);
+}
+
+// What only the documents tell.
+void ListWatch::addRules()
+{
+    m_list.checks.add({.name = u"sayaç geride"_s,
+                       .level = Level::Error,
+                       .cure = u"Sayaç dosyasına belgelerdeki son numarayı yazıp dosyayı yeniden "
+                               "okutun: yoksa numaralar ikinci kez verilir."_s,
+                       .ofScreen = [this] {
+                           return m_documents.counterWarnings(m_list.program.folder).join(u' ');
+                       }});
+    m_list.checks.add({.name = u"okunmayan belge"_s,
+                       .cure = u"Belgeyi yeniden yazın ya da klasörden alın."_s,
+                       .ofScreen = [this] {
+                           return m_documents.skipped().join(u' ');
+                       }});
 }
 
 // What changes elsewhere shows when somebody looks again.
@@ -118,7 +141,8 @@ void ListWatch::showOnlyFound(bool only)
     const bool isOurs = m_list.view->isFiltered() && m_list.view->filteredBy() == onlyFound;
     if (only && !isOurs)
         m_list.view->filter({.what = onlyFound.toString(), .shows = [this](int row) {
-                                 return !m_list.checks.ofRow(row).isEmpty();
+                                 return !m_list.checks.isComplete() ||
+                                        !m_list.checks.ofRow(row).isEmpty();
                              }});
     else if (!only && isOurs)
         m_list.view->endFilter();
@@ -140,7 +164,10 @@ void ListWatch::readFolders()
         if (!path.isEmpty() && !folders.contains(path))
             folders << path;
     };
-    add(folderOf(ilkKlasor(program.folder, program.folders.xc, program.folders.xf)));
+    const Folders &targets = program.folders;
+    for (const QString &target :
+         {ilkKlasor(program.folder, targets.xc, targets.xf), targets.xf, targets.xs})
+        add(target.isEmpty() ? target : folderOf(fullName(program.folder, target)));
     add(remembered(folderKey).toString());
     m_page->setFolder(folders.value(0));
     m_documents.setFolders(folders);
@@ -151,9 +178,13 @@ void ListWatch::takeWritten()
 {
     const QList<Notes::Written> &written = m_list.notes.written();
     const qsizetype seen = std::exchange(m_writtenSeen, written.size());
+    if (written.isEmpty())
+        m_readBack.stop();                  // it would tell of what is past
     if (written.size() <= seen || seen > 0) // the cash slips follow their invoices
         return;
     const QString path = written.first().path;
+    if (path.endsWith(cashEnding) && m_list.belowLimit) // the invoices before it were not written
+        return;
     if (m_list.written)
         m_readBack.start(path, m_list.written());
     m_page->show(path);

@@ -33,6 +33,7 @@ protected:
 
 private:
     RowMark markOf(int row) const;
+    void addRules();
     void showMarks();
     void showOnlyFound(bool only);
     void lookForRows();

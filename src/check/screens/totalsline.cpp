@@ -1,6 +1,7 @@
 #include "check/screens/totalsline.h"
 
 #include "controls/announcing.h"
+#include "controls/gridview.h"
 #include "controls/linkbutton.h"
 #include "controls/notestrip.h"
 
@@ -105,6 +106,12 @@ void TotalsLine::soon()
 RowSums TotalsLine::selectedIn(const List &list) const
 {
     QList<std::pair<int, int>> rows;
+    const auto *view = qobject_cast<const GridView *>(list.view);
+    if (view && view->isFiltered()) { // a selection reaches over hidden rows
+        for (const int row : view->selectedPositions())
+            rows.append({row, row});
+        return list.totals->of(rows);
+    }
     for (const QItemSelectionRange &range : list.view->selectionModel()->selection())
         rows.append({range.top(), range.bottom()});
     return list.totals->of(rows);

@@ -118,6 +118,7 @@ void addField(FieldPanel *panel, const QString &label, QWidget *field)
 QPushButton *dailyChoicesButton(QWidget *window, Notes &notes, const QList<DailyChoice> &choices)
 {
     auto *button = commandButton(window, u"dunku"_s, u"Dünkü seçimler"_s, {}, u"F9"_s);
+    button->setFocusPolicy(Qt::ClickFocus); // Tab goes on from field to field
     const auto keyOf = [window](const DailyChoice &choice) {
         return u"%1/daily/%2"_s.arg(window->objectName(), choice.name);
     };
@@ -135,13 +136,15 @@ QPushButton *dailyChoicesButton(QWidget *window, Notes &notes, const QList<Daily
         button->setAccessibleDescription(which);
     };
     showWhich();
-    QObject::connect(&notes, &Notes::changed, button, [&notes, choices, keyOf, showWhich] {
-        if (notes.written().isEmpty())
-            return;
-        for (const DailyChoice &choice : choices)
-            remember(keyOf(choice), choice.field.text());
-        showWhich();
-    });
+    QObject::connect(&notes, &Notes::changed, button,
+                     [&notes, choices, keyOf, showWhich, seen = qsizetype(0)]() mutable {
+                         const bool isFirst = std::exchange(seen, notes.written().size()) == 0;
+                         if (!isFirst || seen == 0)
+                             return;
+                         for (const DailyChoice &choice : choices)
+                             remember(keyOf(choice), choice.field.text());
+                         showWhich();
+                     });
     QObject::connect(button, &QAbstractButton::clicked, window, [&notes, choices, keyOf] {
         bool isFirst = true; // nothing was remembered yet
         for (const DailyChoice &choice : choices) {
