@@ -14,6 +14,12 @@ constexpr auto patience = std::chrono::milliseconds(100);
 
 } // namespace
 
+Beside::Beside(QObject *parent)
+    : QObject(parent)
+{
+    connect(this, &Beside::ended, this, &Beside::finish, Qt::QueuedConnection);
+}
+
 Beside::~Beside()
 {
     const auto running = m_running;
@@ -49,19 +55,28 @@ void Beside::run(std::function<Done(const std::atomic_bool &stop)> job)
             };
         }
         const std::lock_guard lock(running->mutex);
+        running->done = std::move(done);
         running->ended = true;
         running->over.notify_all();
-        if (!running->owner)
-            return;
-        const auto end = [running, done] {
-            // Dropped since, or another was started: only this thread changes the owner.
-            if (Beside *owner = running->owner) {
-                owner->m_running.reset();
-                done();
-            }
-        };
-        QMetaObject::invokeMethod(running->owner, end, Qt::QueuedConnection);
+        if (running->owner)
+            Q_EMIT running->owner->ended();
     }).detach();
+}
+
+// Of a job that was dropped, or one before the last, nothing is left to do.
+void Beside::finish()
+{
+    if (!m_running)
+        return;
+    Done done;
+    {
+        const std::lock_guard lock(m_running->mutex);
+        if (!m_running->ended)
+            return;
+        done = std::move(m_running->done);
+    }
+    m_running.reset();
+    done();
 }
 
 } // namespace kervan

@@ -17,10 +17,7 @@ class Beside : public QObject
     Q_OBJECT
 
 public:
-    explicit Beside(QObject *parent = nullptr)
-        : QObject(parent)
-    {
-    }
+    explicit Beside(QObject *parent = nullptr);
     ~Beside() override;
 
     /// Lets job() run in a thread, then done() with what it gave in this one. What was started
@@ -40,17 +37,23 @@ public:
     void stop();
     bool isRunning() const { return m_running != nullptr; }
 
+Q_SIGNALS:
+    /// Comes out of the thread.
+    void ended();
+
 private:
+    using Done = std::function<void()>;
+
+    void finish();
     struct Running
     {
         std::mutex mutex;
         Beside *owner;
         std::atomic_bool stop = false;
         bool ended = false;
+        Done done;
         std::condition_variable over;
     };
-    using Done = std::function<void()>;
-
     void run(std::function<Done(const std::atomic_bool &stop)> job);
 
     std::shared_ptr<Running> m_running;

@@ -42,7 +42,7 @@ public:
     friend Decimal operator+(Decimal a, Decimal b) { return a += b; }
     friend Decimal operator-(Decimal a, Decimal b) { return a -= b; }
     Decimal operator-() const { return Decimal() - *this; }
-    friend constexpr auto operator<=>(Decimal, Decimal) = default;
+    friend constexpr auto operator<=>(Decimal, Decimal) = default; // NOLINT(modernize-use-nullptr)
     friend size_t qHash(Decimal value, size_t seed = 0)
     {
         return qHashMulti(seed, static_cast<quint64>(value.m_units),

@@ -35,7 +35,7 @@ enum Part { Code, Unit, Quantity, Price, Vat, ExtraRate, ExtraBase, LineType, Pa
 // Tells names apart at one look: their first letters and their length.
 constexpr quint64 keyOf(QByteArrayView name)
 {
-    quint64 key = static_cast<quint64>(name.size());
+    auto key = static_cast<quint64>(name.size());
     for (qsizetype i = 0; i < std::min<qsizetype>(name.size(), 7); ++i)
         key = key << 8U | static_cast<unsigned char>(name[i]);
     return key;
@@ -589,8 +589,8 @@ void Scanner::beginRecord(QByteArrayView name)
 {
     const Family family = familyOf(records, name);
     if (family != m_record.family || m_wanted.empty()) {
-        const auto ofFamily = std::ranges::equal_range(wanted, family, {}, &Wanted::family);
-        m_wanted = {ofFamily.begin(), ofFamily.end()};
+        m_wanted = {std::ranges::lower_bound(wanted, family, {}, &Wanted::family),
+                    std::ranges::upper_bound(wanted, family, {}, &Wanted::family)};
     }
     m_record.family = family;
     m_record.present = 0;

@@ -152,13 +152,20 @@ void WrittenDocuments::markRows()
     }
 }
 
+std::span<const WrittenDocuments::Place>
+WrittenDocuments::placesOf(const std::vector<Place> &places, quint64 key)
+{
+    return {std::ranges::lower_bound(places, key, {}, &Place::key),
+            std::ranges::upper_bound(places, key, {}, &Place::key)};
+}
+
 WrittenMark WrittenDocuments::markByNumber(quint64 number, quint64 person, const Row *row) const
 {
-    const auto same = std::ranges::equal_range(m_found.byNumber, number, {}, &Place::key);
+    const auto same = placesOf(m_found.byNumber, number);
     if (same.empty())
         return {};
     if (!row || m_list.family != DocumentFamily::Invoices)
-        return markOf(WrittenMark::Same, *same.begin(),
+        return markOf(WrittenMark::Same, same.front(),
                       isCard(m_list.family) && row ? u"bu kod yazılmış"_s
                                                    : u"bu numara yazılmış"_s);
     // Of several documents the one that agrees counts, else the newest.
@@ -190,14 +197,13 @@ void WrittenDocuments::markByContent()
         const Row &row = m_rows[i];
         if (!row.amount)
             continue;
-        const auto alike = std::ranges::equal_range(
-            m_found.byContent, contentKey(row.person, *row.amount), {}, &Place::key);
+        const auto alike = placesOf(m_found.byContent, contentKey(row.person, *row.amount));
         if (alike.empty())
             continue;
-        quint32 &next = taken[static_cast<std::size_t>(alike.begin() - m_found.byContent.begin())];
+        quint32 &next = taken[static_cast<std::size_t>(alike.data() - m_found.byContent.data())];
         if (next < alike.size())
             m_marks[static_cast<qsizetype>(i)] =
-                markOf(WrittenMark::Similar, alike.begin()[next++],
+                markOf(WrittenMark::Similar, alike[next++],
                        u"benzeri yazılmış (tarih, cari ve tutar aynı)"_s);
     }
 }

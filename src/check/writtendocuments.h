@@ -8,6 +8,8 @@
 #include <QStringList>
 #include <QTimer>
 
+#include <span>
+
 namespace kervan {
 
 /// The rows of a list that are looked for in documents, by the columns of their grid; -1 is a
@@ -120,6 +122,7 @@ private:
     void read();
     void markRows();
     WrittenMark markByNumber(quint64 number, quint64 person, const Row *row) const;
+    static std::span<const Place> placesOf(const std::vector<Place> &places, quint64 key);
     void markByContent();
     WrittenMark markOf(WrittenMark::Kind kind, const Place &place, const QString &what) const;
     const KnownRecord &recordAt(const Place &place) const;
