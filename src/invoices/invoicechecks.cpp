@@ -245,7 +245,7 @@ Rule withInvoice(Rule rule, const Grid &l1)
 }
 
 QList<Rule> definitionValueRules(const QString &name, const QString &cure,
-                                 std::function<QString()> value)
+                                 const std::function<QString()> &value)
 {
     return {{.name = u"XML işareti"_s,
              .level = Level::Error,

@@ -58,7 +58,7 @@ QList<Rule> sharedRules(const InvoiceScreen &screen);
 
 /// Two rules for a value of a definition that goes into a document: markup and letters.
 QList<Rule> definitionValueRules(const QString &name, const QString &cure,
-                                 std::function<QString()> value);
+                                 const std::function<QString()> &value);
 
 /// The rule with the row's invoice number in front of what it finds.
 Rule withInvoice(Rule rule, const Grid &l1);
