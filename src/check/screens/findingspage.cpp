@@ -157,6 +157,7 @@ void FindingsPage::goTo(int place)
     if (!list || finding.row >= list->model()->rowCount())
         return;
     list->goTo(finding.row, qMax(finding.column, 0));
+    list->setFocus(); // at a choice, the next arrow would change it
 }
 
 void FindingsPage::goOn(int step)
