@@ -208,14 +208,7 @@ void Checks::take(const Rule &rule, int row, const QString &text)
 {
     if (text.isEmpty() || isSilent(rule.name))
         return;
-    (row < 0 ? m_ofScreen : m_ofRows) << Finding{.rule = rule.name,
-                                                 .level = rule.level,
-                                                 .text = text,
-                                                 .cure = rule.cure,
-                                                 .row = row,
-                                                 .column = rule.column,
-                                                 .control = rule.control,
-                                                 .list = rule.list};
+    (row < 0 ? m_ofScreen : m_ofRows) << findingOf(rule, row, text);
 }
 
 // By row, and in the order of the rules within one. There may be tens of thousands, which are moved

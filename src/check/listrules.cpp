@@ -169,14 +169,7 @@ private:
     void take(const Rule &rule, int row, const QString &text)
     {
         if (!text.isEmpty())
-            m_findings << Finding{.rule = rule.name,
-                                  .level = rule.level,
-                                  .text = text,
-                                  .cure = rule.cure,
-                                  .row = row,
-                                  .column = rule.column,
-                                  .control = rule.control,
-                                  .list = rule.list};
+            m_findings << findingOf(rule, row, text);
     }
 
     const Grid &m_list;

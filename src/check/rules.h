@@ -35,6 +35,19 @@ struct Rule
     std::function<QList<RowText>()> ofRows = nullptr;
 };
 
+/// What a rule has to say of a row; -1 is the screen.
+inline Finding findingOf(const Rule &rule, int row, const QString &text)
+{
+    return {.rule = rule.name,
+            .level = rule.level,
+            .text = text,
+            .cure = rule.cure,
+            .row = row,
+            .column = rule.column,
+            .control = rule.control,
+            .list = rule.list};
+}
+
 /// A look at more than the list, such as the lines behind it, in steps of a few milliseconds.
 class Survey
 {
