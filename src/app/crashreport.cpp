@@ -1,5 +1,7 @@
 #include "app/crashreport.h"
 
+#include "controls/remembered.h"
+
 #include <QCoreApplication>
 #include <QDateTime>
 #include <QDir>
@@ -29,6 +31,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QStringView reportName = u"cokme-raporu.txt";
+constexpr QStringView toldKey = u"cokme/bildirilen";
 constexpr int mostPlaces = 40;
 
 // Made ready beforehand: a program that is crashing may not ask for memory.
@@ -189,10 +192,15 @@ QString leftByCrash(const QString &programFolder)
     const QFileInfo report(folder, reportName.toString());
     if (!report.isFile())
         return {};
-    const QString kept =
-        u"cokme-%1.txt"_s.arg(report.lastModified().toString(u"yyyyMMdd-hhmmss"_s));
-    return QFile::rename(report.filePath(), folder.filePath(kept)) ? folder.filePath(kept)
-                                                                   : report.filePath();
+    const QString kept = folder.filePath(
+        u"cokme-%1.txt"_s.arg(report.lastModified().toString(u"yyyyMMdd-hhmmss"_s)));
+    if (QFile::rename(report.filePath(), kept))
+        return kept;
+    // Where nothing can be renamed it would be told at each start.
+    if (remembered(toldKey) == kept)
+        return {};
+    remember(toldKey, kept);
+    return report.filePath();
 }
 
 } // namespace kervan

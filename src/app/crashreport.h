@@ -10,7 +10,8 @@ namespace kervan {
 void reportCrashes(const QString &programFolder);
 
 /// The file that a crash left there, told once: from now on it has a name of its own, so that a
-/// later crash does not write over it. Empty if there is none.
+/// later crash does not write over it. Empty if there is none, or none but the one that was told
+/// before and could not be renamed.
 QString leftByCrash(const QString &programFolder);
 
 } // namespace kervan

@@ -5,6 +5,7 @@
 
 #include <QCoreApplication>
 #include <QProcess>
+#include <QSettings>
 #include <QTemporaryDir>
 #include <QTest>
 
@@ -76,6 +77,31 @@ private Q_SLOTS:
         QVERIFY(QFileInfo(report).fileName().startsWith(u"cokme-2"_s));
         QCOMPARE(leftByCrash(folder.path()), QString());
         QVERIFY(QFile::exists(report));
+    }
+
+    void aReportThatCantBeRenamedIsToldOnceAsWell()
+    {
+        const QTemporaryDir folder;
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, folder.path());
+        QCoreApplication::setOrganizationName(u"Deneme"_s);
+        const QString report = folder.filePath(u"cokme-raporu.txt"_s);
+        const auto crashAt = [&](const QTime &time, bool renamed) {
+            writeBytes(report, "Kervan Transfer");
+            QFile file(report);
+            QVERIFY(file.open(QIODevice::ReadWrite));
+            QVERIFY(file.setFileTime({{2024, 3, 7}, time}, QFileDevice::FileModificationTime));
+            if (!renamed) // the name is taken
+                QVERIFY(
+                    QDir(folder.path()).mkdir(time.toString(u"'cokme-20240307-'hhmmss'.txt'"_s)));
+        };
+        crashAt({9, 5, 3}, false);
+        QCOMPARE(leftByCrash(folder.path()), report);
+        QCOMPARE(leftByCrash(folder.path()), QString());
+        crashAt({9, 6, 0}, false); // another one
+        QCOMPARE(leftByCrash(folder.path()), report);
+        crashAt({9, 7, 0}, true);
+        QCOMPARE(leftByCrash(folder.path()), folder.filePath(u"cokme-20240307-090700.txt"_s));
+        QCoreApplication::setOrganizationName({});
     }
 
     void onlyAFolderWithoutDataIsNew()
