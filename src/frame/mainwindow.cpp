@@ -46,6 +46,14 @@ constexpr QStringView guideAtStart = u"bir-sabahın-akışı";
 constexpr int readingTime = 20000;      // milliseconds
 constexpr auto guideProperty = "guide"; // of a screen: its page
 
+// With Alt held, the digits of the keypad are the number of a letter (Alt+0220): keys of the
+// program on them would take the focus from the field that waits for it.
+bool isOfALetterNumber(const QKeyEvent &key)
+{
+    return key.modifiers() == (Qt::AltModifier | Qt::KeypadModifier) && key.key() >= Qt::Key_0 &&
+           key.key() <= Qt::Key_9;
+}
+
 } // namespace
 
 MainWindow::MainWindow(Program &program, QWidget *parent)
@@ -427,6 +435,11 @@ bool MainWindow::isBehindABox(const QObject *shortcut) const
 
 bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 {
+    if (event->type() == QEvent::ShortcutOverride &&
+        isOfALetterNumber(*static_cast<QKeyEvent *>(event))) {
+        event->accept();
+        return true;
+    }
     if (event->type() == QEvent::Shortcut && isBehindABox(watched))
         return true;
     if (event->type() == QEvent::KeyPress && watched->isWidgetType()) {
