@@ -54,7 +54,8 @@ GuideWindow::GuideWindow()
     , m_panes(new QSplitter)
 {
     setObjectName(u"kilavuz"_s);
-    setWindowTitle(u"Kervan Transfer kılavuzu"_s);
+    setWindowTitle(
+        u"Kervan Transfer %1 kılavuzu"_s.arg(QApplication::applicationVersion()).simplified());
     setWindowIcon(picture(u"kervan"_s));
     m_page->setObjectName(u"kilavuzmetni"_s);
     m_page->setAccessibleName(u"Kılavuz"_s);
