@@ -15,8 +15,6 @@ ManifestDPIAware true
 !include FileFunc.nsh
 !include LogicLib.nsh
 !include Sections.nsh
-!include StrFunc.nsh
-${Using:StrFunc} StrStr
 
 Name "${NAME}"
 OutFile "${TARGET}"
@@ -72,11 +70,27 @@ VIAddVersionKey /LANG=1055 LegalCopyright ""
     ${EndIf}
 !macroend
 
-; "\" behind both, so that a folder whose name only begins alike is none below.
+; Sets $0 to 1 for Program Files and what is below it, else to nothing. The short names are compared,
+; since "C:\PROGRA~1\Kervan" is below it as well; "\" makes a drive the drive, and not where it stands.
+Function IsInProgramFiles
+    GetFullPathName /SHORT $1 "$PROGRAMFILES64\"
+    ReadEnvStr $2 "ProgramFiles(x86)" ; $PROGRAMFILES32 is the other one in an installer of 64 bits
+    GetFullPathName /SHORT $2 "$2\"
+    StrCpy $0 "$INSTDIR"
+    ${DoUntil} $0 == ""
+        GetFullPathName /SHORT $3 "$0\"
+        ${If} $3 == $1
+        ${OrIf} $3 == $2
+            StrCpy $0 1
+            Return
+        ${EndIf}
+        ${GetParent} "$0" $0
+    ${Loop}
+FunctionEnd
+
 Function .onVerifyInstDir
-    ${StrStr} $0 "$INSTDIR\" "$PROGRAMFILES64\"
-    ${StrStr} $1 "$INSTDIR\" "$PROGRAMFILES32\"
-    ${If} "$0$1" != ""
+    Call IsInProgramFiles
+    ${If} $0 == 1
         Abort
     ${EndIf}
 FunctionEnd
@@ -140,16 +154,17 @@ SectionEnd
 
 ; A silent run has no page whose button could stay grey.
 Function .onInit
-    ${StrStr} $0 "$INSTDIR\" "$PROGRAMFILES64\"
-    ${StrStr} $1 "$INSTDIR\" "$PROGRAMFILES32\"
+    Call IsInProgramFiles
     ${If} ${Silent}
-    ${AndIf} "$0$1" != ""
+    ${AndIf} $0 == 1
         SetErrorLevel 5
         Quit
     ${EndIf}
-    ; An icon that the user took away doesn't come back with a newer version.
+    ; An icon that the user took away doesn't come back with a newer version, but with a program that
+    ; was uninstalled before.
     ReadRegStr $0 HKCU "${OWN}" "Klasor"
     ${If} $0 != ""
+    ${AndIf} ${FileExists} "$0\kaldir.exe"
     ${AndIfNot} ${FileExists} "$DESKTOP\${NAME}.lnk"
         !insertmacro UnselectSection ${OnDesktop}
     ${EndIf}

@@ -14,6 +14,9 @@ wine_start() {
     read -r -u "$display_number" number
     export DISPLAY=:$number
     wine wineboot -i
+    wineserver -w
+    # A desktop of its own, and not that of whoever runs this.
+    find "$WINEPREFIX/drive_c/users" -type l -exec rm {} \; -exec mkdir {} \;
     # Windows' own font isn't here, and Wine would take one with serifs.
     wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Segoe UI' /d 'DejaVu Sans' /f
     wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Tahoma' /d 'DejaVu Sans' /f
@@ -53,16 +56,34 @@ same_documents() { # FOLDER FOLDER
     echo "$count documents are the same, byte for byte"
 }
 
-# The tour of both systems: the same documents, and the pictures to look at.
-wine_tour() {
+# Another country's decimal mark, digits and form of dates, as a desktop can be set to.
+other_country() {
+    local international='HKCU\Control Panel\International' setting
+    for setting in sDecimal=٫ sThousand=٬ sList=، sNativeDigits=٠١٢٣٤٥٦٧٨٩ NumShape=2 \
+        sShortDate=yyyy/M/d 'sTimeFormat=tt h:mm' s1159=ص s2359=م; do
+        wine reg add "$international" /v "${setting%%=*}" /d "${setting#*=}" /f
+    done
+    wineserver -w
+    [[ $(wine cmd /c 'echo %date%') == 20??/* ]] || { echo "The country was not changed" >&2 && return 1; }
+}
+
+# The tour of both systems: the same documents, and the pictures to look at. It stands in the place of
+# the program that users get. Then once more in another country.
+wine_tour() { # PROGRAM
+    local program=build/wine/program
     cmake --preset release
     cmake --build --preset release --target kervan-tour
     cmake --build --preset mingw --target kervan-tour
     rm -rf build/tour build/windows/tour
     env -u DISPLAY QT_QPA_PLATFORM=offscreen build/release/tour/kervan-tour samples build/tour
-    WINEPATH=$(wine_path) \
-        wine build/mingw/tour/kervan-tour.exe samples build/windows/tour
+    cp -r "$1" "$program"
+    cp build/mingw/tour/kervan-tour.exe "$program/"
+    add_dlls "$program"
+    wine "$program/kervan-tour.exe" samples build/windows/tour
     same_documents "build/tour/logo xml" "build/windows/tour/logo xml"
+    other_country
+    wine "$program/kervan-tour.exe" samples build/wine/tour
+    same_documents "build/tour/logo xml" "build/wine/tour/logo xml"
 }
 
 wine_tests() {
@@ -83,38 +104,60 @@ install_into() { # INSTALLER FOLDER
     wine cmd /c "$(winepath -w "$1") /S /D=$2"
 }
 
-# Over a program that runs nothing is laid out, and it goes on.
-refuse_while_open() { # INSTALLER FOLDER TARGET
+# The installer ends with this status and lays nothing out.
+refused() { # STATUS INSTALLER FOLDER
     local status=0
-    wine "$2/kervan-transfer.exe" &
+    install_into "$2" "$3" || status=$?
+    [[ $status == "$1" ]] || { echo "Into $3 it ended with $status and not $1" >&2 && return 1; }
+}
+
+# Over a program that runs; it goes on.
+refuse_while_open() { # INSTALLER FOLDER TARGET
+    timeout 120 wine "$2/kervan-transfer.exe" &
     sleep 10
-    install_into "$1" "$3" || status=$?
-    [[ $status == 3 ]] || { echo "Over an open program it ended with $status" >&2 && return 1; }
+    refused 3 "$1" "$3"
     wine taskkill /im kervan-transfer.exe
     wait $!
+}
+
+# As a user starts it, it goes on as a copy of itself and is back at once.
+uninstall() { # FOLDER
+    wine "$1/kaldir.exe" /S
+    wineserver -w
+}
+
+# The entries of the start menu and of the desktop.
+count_links() {
+    find "$WINEPREFIX/drive_c/users" -name 'Kervan Transfer.lnk' | wc -l
 }
 
 # Installed, used, installed again and taken away: what is the user's own stays as it was.
 wine_install() { # INSTALLER
     local folder="$WINEPREFIX/drive_c/Çalışma Yeri/Kervan" before after left
-    local target='C:\Çalışma Yeri\Kervan'
+    local target='C:\Çalışma Yeri\Kervan' beside='C:\Program Files Kervan'
     install_into "$1" "$target"
+    [[ $(count_links) == 2 ]]
+    find "$WINEPREFIX/drive_c/users" -path '*/Desktop/*.lnk' -delete # it isn't wanted
     [[ -f $folder/kervan-transfer.exe && -f $folder/data.dbs && -f $folder/kilavuz/kullanim.md ]]
     wine "$folder/kervan-kurulum.exe" "$target" "$target\\ornekler"
     echo "belge" >"$folder/logo xml/belge.xml"
     echo "benim" >"$folder/ornekler/kasa.kvz"
     before=$(own_files "$folder")
     install_into "$1" "$target"
-    [[ $(own_files "$folder") == "$before" ]]
+    [[ $(own_files "$folder") == "$before" && $(count_links) == 1 ]]
     wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\KervanTransfer' /v DisplayVersion
-    if install_into "$1" 'C:\Program Files\Kervan'; then
-        echo "It went under Program Files" >&2
-        return 1
-    fi
+    refused 5 "$1" 'C:\Program Files\Kervan'
+    refused 5 "$1" 'C:\Windows\..\Program Files (x86)'
+    refused 5 "$1" "$(winepath -s 'C:\Program Files')\\Yeni\\Kervan" # by its short name
     refuse_while_open "$1" "$folder" "$target"
-    # As a user starts it, it goes on as a copy of itself and is back at once.
-    wine "$folder/kaldir.exe" /S
-    wineserver -w
+    install_into "$1" "$beside" # only begins alike, and takes the entries over
+    uninstall "$folder"
+    [[ $(count_links) == 1 ]]
+    uninstall "$WINEPREFIX/drive_c/${beside:3}"
+    [[ $(count_links) == 0 ]]
+    install_into "$1" "$target"
+    [[ $(count_links) == 2 ]]
+    uninstall "$folder"
     after=$(own_files "$folder")
     diff <(echo "$before") <(echo "$after")
     left=$(find "$folder" -name '*.exe' -o -name '*.dll' -o -name kilavuz)
@@ -122,12 +165,14 @@ wine_install() { # INSTALLER
     echo "Installed twice and uninstalled; what was the user's own stayed: $(wc -l <<<"$after") files"
 }
 
-wine_test() { # INSTALLER
+wine_test() { # PROGRAM INSTALLER
+    set -o errtrace
+    trap 'echo "Failed at ${BASH_SOURCE[0]}:$LINENO: $BASH_COMMAND" >&2' ERR
     wine_start
     say "tests"
     wine_tests
     say "tour"
-    wine_tour
+    wine_tour "$1"
     say "installer"
-    wine_install "$1"
+    wine_install "$2"
 }
