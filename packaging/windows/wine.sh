@@ -17,9 +17,10 @@ wine_start() {
     wineserver -w
     # A desktop of its own, and not that of whoever runs this.
     find "$WINEPREFIX/drive_c/users" -type l -exec rm {} \; -exec mkdir {} \;
-    # Windows' own font isn't here, and Wine would take one with serifs.
+    # Windows' own fonts aren't here, and Wine would take some with serifs.
     wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Segoe UI' /d 'DejaVu Sans' /f
     wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Tahoma' /d 'DejaVu Sans' /f
+    wine reg add 'HKCU\Software\Wine\Fonts\Replacements' /v 'Courier New' /d 'DejaVu Sans Mono' /f
     # Without a window manager on the display nobody would take a closed window off it, for which
     # Wine waits two seconds each time.
     wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
