@@ -24,6 +24,9 @@ wine_start() {
     # Without a window manager on the display nobody would take a closed window off it, for which
     # Wine waits two seconds each time.
     wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
+    # At its first window Qt asks once which graphics card there is; Wine would compile shaders for one
+    # of software to answer that.
+    wine reg add 'HKCU\Software\Wine\Direct3D' /v renderer /d no3d /f
     # A crash is the test's to report; Wine's debugger would wait for somebody to see it.
     wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d '' /f
     wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Auto /d 1 /f
