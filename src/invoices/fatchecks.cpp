@@ -218,9 +218,10 @@ QList<Rule> targetRules(Fat &fat, const InvoiceHooks &hooks)
         return text.isEmpty() ? text : u"Otomatik kayıt dosyası "_s + text;
     };
     return {folderRule([&program] {
-                const QString automatic = automaticTarget(program);
-                return automatic.isEmpty() ? ilkKlasor(program.folder, program.folders.xc, {})
-                                           : automatic;
+                const Folders &folders = program.folders;
+                return folders.xf.isEmpty()
+                           ? fullName(program.folder, ilkKlasor(program.folder, folders.xc, {}))
+                           : automaticTarget(program);
             }),
             programFolderRule(program.folder), existing};
 }

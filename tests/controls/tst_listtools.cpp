@@ -372,6 +372,7 @@ private Q_SLOTS:
         QCOMPARE(ticksOf(s.l1), (QList<int>{0, 2, 3, 4}));
         QTest::mouseClick(s.get<QCheckBox>(u"suz"_s), Qt::LeftButton, {}, {8, 8});
         QCOMPARE(shown(*s.upper), u"A C E"_s);
+        QCOMPARE(s.count(), u"2 / 3"_s);
         QVERIFY(s.filterText().contains(u"1 işaretli satır gizli"_s));
         s.get<QLineEdit>(u"aranan"_s)->setFocus();
         s.type(u" "_s); // goes on filtering
