@@ -1,7 +1,7 @@
 # shellcheck shell=bash disable=SC2034
 # Sourced by the scripts: what the project needs on Debian 12, and how it gets there.
 
-build_packages=(g++ cmake ninja-build qt6-base-dev libqt6svg6-dev libgl-dev libxkbcommon-dev
+build_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev libxkbcommon-dev
     unixodbc-dev libzip-dev)
 test_packages=(libxlsxwriter-dev) # of the tests and the tour; Qt's own come with qt6-base-dev
 program_packages=(libqt6sql6-sqlite libodbc2 tdsodbc qt6-translations-l10n fonts-dejavu-core)
