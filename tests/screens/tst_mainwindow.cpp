@@ -233,11 +233,12 @@ private Q_SLOTS:
         for (const QString &screen : {u"fat"_s, u"fatduz"_s, u"sayimform"_s}) {
             QString told;
             bool stands = false;
-            QTimer look;
-            look.setSingleShot(true);
+            QTimer look; // until it is there, however slow the machine
             QObject::connect(&look, &QTimer::timeout, &window, [&] {
                 auto *box = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-                QVERIFY2(box, qPrintable(screen));
+                if (!box)
+                    return;
+                look.stop();
                 told = box->text();
                 auto *made = window.findChild<QWidget *>(screen);
                 // Nor does the screen close by its own, while it waits for the answer.
