@@ -3,7 +3,7 @@
 //   data.txt      firma (typed and not clicked with a "?" in front), muh, odeme, fatbilgi, efatura,
 //                 as for whole documents; logosuz is without a connection, fiyatsiz what the
 //                 reading says of prices; klasor and belge are the target of the automatic save and
-//                 that it exists, with icerik in it (of a sheet, what the dialogs begin with);
+//                 that it exists, with icerik in it;
 //                 ortak shares the counter; sayfaSonra is the sheet's name after the read
 //   expected.txt  a block of findings (level, row of the list or "-", rule, text), one of missing
 //                 definitions, and one of what gave no row
