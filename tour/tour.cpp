@@ -105,7 +105,7 @@ void Tour::type(QWidget *inside, const char *edit, const QString &text)
 void Tour::picture(QWidget *widget, const QString &name)
 {
     QTest::qWait(100);
-    const QString file = u"%1-%2.png"_s.arg(++m_pictures, 2, 10, QChar(u'0')).arg(name);
+    const QString file = u"%1-%2.png"_s.arg(++m_pictures, 3, 10, QChar(u'0')).arg(name);
     widget->grab().save(m_folder + u'/' + file);
     m_made << file;
 }
