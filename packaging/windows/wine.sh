@@ -171,7 +171,7 @@ wine_install() { # INSTALLER
 
 wine_test() { # PROGRAM INSTALLER
     set -o errtrace
-    trap 'echo "Failed at ${BASH_SOURCE[0]}:$LINENO: $BASH_COMMAND" >&2' ERR
+    trap '((BASH_SUBSHELL)) || echo "Failed at ${BASH_SOURCE[0]}:$LINENO: $BASH_COMMAND" >&2' ERR
     wine_start
     say "tests"
     wine_tests
