@@ -1,6 +1,7 @@
 #include "app/crashreport.h"
 #include "app/instancelock.h"
 #include "app/realports.h"
+#include "base/systemclock.h"
 #include "controls/theme.h"
 #include "frame/mainwindow.h"
 #include "odbc/odbcserver.h"
