@@ -53,12 +53,12 @@ QString sumOf(const QString &path)
     return masked(toNumber(sum.text()), "#,##0.00"_mask);
 }
 
-bool isOfSelection(const Desk &desk, const Finding &finding)
+bool isOfSelection(const OpenScreen &screen, const Finding &finding)
 {
     if (finding.rule == automaticTarget)
         return false;
     return finding.row < 0 ||
-           (finding.list == desk.listName && (!desk.ticks || desk.list.ticked(finding.row)));
+           (finding.list == screen.listName && (!screen.ticks || screen.list.ticked(finding.row)));
 }
 
 } // namespace
@@ -109,18 +109,18 @@ Outcome Job::run(const QString &source, const Streams &streams)
                           named.tell(line);
                       }};
     m_ports.boxes.setTell(own.tell);
-    Desk desk = m_transfer.begin(m_program, m_options);
-    read(desk, outcome, own);
+    OpenScreen screen = m_transfer.begin(m_program, m_options);
+    read(screen, outcome, own);
     if (m_options.isOn(u"listele"_s)) {
-        streams.out(listing(desk.list, desk.ticks, m_options.value(u"bicim"_s)));
-        outcome.status = desk.list.isEmpty() ? NothingWritten : Done;
+        streams.out(listing(screen.list, screen.ticks, m_options.value(u"bicim"_s)));
+        outcome.status = screen.list.isEmpty() ? NothingWritten : Done;
         return outcome;
     }
-    look(desk, outcome, named);
+    look(screen, outcome, named);
     if (m_options.isOn(u"denetle"_s))
-        outcome.status = desk.list.isEmpty() ? NothingWritten : Done;
+        outcome.status = screen.list.isEmpty() ? NothingWritten : Done;
     else
-        write(desk, outcome, own);
+        write(screen, outcome, own);
     const bool isClean =
         outcome.findings.isEmpty() && m_told.isEmpty() && m_ports.boxes.warnings().isEmpty();
     if (outcome.status == Done && !isClean)
@@ -130,45 +130,45 @@ Outcome Job::run(const QString &source, const Streams &streams)
 }
 
 // As the user does it: the screen, its choices, the file; then what only a list in hand takes.
-void Job::read(Desk &desk, Outcome &outcome, const Streams &streams)
+void Job::read(OpenScreen &screen, Outcome &outcome, const Streams &streams)
 {
     QElapsedTimer time;
     time.start();
-    desk.open();
-    tellNotes(desk.notes, streams);
-    desk.xml.setChecked(m_options.isOn(u"okunur-bicim"_s));
+    screen.open();
+    tellNotes(screen.notes, streams);
+    screen.xml.setChecked(m_options.isOn(u"okunur-bicim"_s));
     const auto choose = [&](bool behindRead) {
-        for (const Choice &choice : std::as_const(desk.choices)) {
+        for (const Choice &choice : std::as_const(screen.choices)) {
             if (choice.behindRead == behindRead && m_options.has(choice.option))
                 choice.make(m_options.value(choice.option));
         }
     };
     choose(false);
-    desk.read(outcome.source);
+    screen.read(outcome.source);
     choose(true);
-    tellNotes(desk.notes, streams);
-    for (const auto &[reason, count] : desk.report.reasons())
+    tellNotes(screen.notes, streams);
+    for (const auto &[reason, count] : screen.report.reasons())
         streams.tell(u"Okuma: %1 (%2 kez)"_s.arg(reason).arg(count));
     const QDate today = m_program.clock.now().date();
     const QString folder = QFileInfo(targetOf(outcome.source)).path();
-    for (const QString &line : selectRows(desk, selectionOf(m_options, today), folder))
+    for (const QString &line : selectRows(screen, selectionOf(m_options, today), folder))
         streams.tell(u"Seçim: "_s + line);
-    outcome.rows = desk.list.rows();
-    outcome.selected = desk.ticks ? desk.list.tickedCount() : outcome.rows;
+    outcome.rows = screen.list.rows();
+    outcome.selected = screen.ticks ? screen.list.tickedCount() : outcome.rows;
     outcome.readTime = time.elapsed();
 }
 
 // Of rows that are not written nothing is said. Where the findings are all that is wanted they go
 // to the output.
-void Job::look(Desk &desk, Outcome &outcome, const Streams &streams) const
+void Job::look(OpenScreen &screen, Outcome &outcome, const Streams &streams) const
 {
     QElapsedTimer time;
     time.start();
-    const std::unique_ptr<Checks> checks = desk.checks();
-    checks->silence(u"XML işareti"_s, desk.xml); // it writes them as XML asks
+    const std::unique_ptr<Checks> checks = screen.checks();
+    checks->silence(u"XML işareti"_s, screen.xml); // it writes them as XML asks
     checks->finish();
     for (const Finding &finding : checks->findings()) {
-        if (isOfSelection(desk, finding))
+        if (isOfSelection(screen, finding))
             outcome.findings << finding;
     }
     outcome.checkTime = time.elapsed();
@@ -199,14 +199,14 @@ void Job::tellNotes(const Notes &notes, const Streams &streams)
     }
 }
 
-bool Job::mayWrite(const Desk &desk, const Outcome &outcome, const QString &target,
+bool Job::mayWrite(const OpenScreen &screen, const Outcome &outcome, const QString &target,
                    const std::function<void(const QString &line)> &tell) const
 {
     const auto refuse = [&](const QString &why) {
         tell(u"Belge yazılmadı: "_s + why);
         return false;
     };
-    if (outcome.rows == 0 && !desk.guards)
+    if (outcome.rows == 0 && !screen.guards)
         return refuse(u"listede kayıt yok."_s);
     if (outcome.rows > 0 && outcome.selected == 0)
         return refuse(u"seçilen satır yok."_s);
@@ -221,16 +221,16 @@ bool Job::mayWrite(const Desk &desk, const Outcome &outcome, const QString &targ
     return true;
 }
 
-void Job::write(Desk &desk, Outcome &outcome, const Streams &streams)
+void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
 {
     const QString target = targetOf(outcome.source);
-    if (!mayWrite(desk, outcome, target, streams.tell))
+    if (!mayWrite(screen, outcome, target, streams.tell))
         return;
     QElapsedTimer time;
     time.start();
     const auto failed = passOver([&] {
         Journal journal(m_program.folder, QFileInfo(target).path());
-        writeInto(desk, journal, target, outcome, streams);
+        writeInto(screen, journal, target, outcome, streams);
     });
     if (failed) {
         outcome.documents.clear();
@@ -243,17 +243,17 @@ void Job::write(Desk &desk, Outcome &outcome, const Streams &streams)
     outcome.writeTime = time.elapsed();
 }
 
-void Job::writeInto(Desk &desk, Journal &journal, const QString &target, Outcome &outcome,
+void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target, Outcome &outcome,
                     const Streams &streams)
 {
     const QString folder = QFileInfo(target).path();
     m_ports.names.target = QDir(journal.folder()).filePath(nameOf(target));
-    desk.write();
-    tellNotes(desk.notes, {streams.out, [&](QString line) {
-                               streams.tell(line.replace(journal.folder(), folder));
-                           }});
+    screen.write();
+    tellNotes(screen.notes, {streams.out, [&](QString line) {
+                                 streams.tell(line.replace(journal.folder(), folder));
+                             }});
     QList<Move> moves;
-    for (const Notes::Written &written : desk.notes.written()) {
+    for (const Notes::Written &written : screen.notes.written()) {
         const QString path = QDir(folder).filePath(nameOf(written.path));
         outcome.documents << OutcomeDocument{path, kindOf(written), written.count,
                                              sumOf(written.path)};

@@ -42,13 +42,13 @@ public:
     void setClosing(Closing closing) { m_closing = std::move(closing); }
 
 private:
-    void read(Desk &desk, Outcome &outcome, const Streams &streams);
-    void look(Desk &desk, Outcome &outcome, const Streams &streams) const;
+    void read(OpenScreen &screen, Outcome &outcome, const Streams &streams);
+    void look(OpenScreen &screen, Outcome &outcome, const Streams &streams) const;
     void tellNotes(const Notes &notes, const Streams &streams);
-    void write(Desk &desk, Outcome &outcome, const Streams &streams);
-    void writeInto(Desk &desk, Journal &journal, const QString &target, Outcome &outcome,
+    void write(OpenScreen &screen, Outcome &outcome, const Streams &streams);
+    void writeInto(OpenScreen &screen, Journal &journal, const QString &target, Outcome &outcome,
                    const Streams &streams);
-    bool mayWrite(const Desk &desk, const Outcome &outcome, const QString &target,
+    bool mayWrite(const OpenScreen &screen, const Outcome &outcome, const QString &target,
                   const std::function<void(const QString &line)> &tell) const;
 
     Program &m_program;

@@ -54,21 +54,21 @@ QList<WrittenMark> marksOf(const ListedRows &rows, const QString &folder)
     return documents.marks();
 }
 
-void check(const Desk &desk, const Selection &selection, const ListShape &shape)
+void check(const OpenScreen &screen, const Selection &selection, const ListShape &shape)
 {
     const auto refuse = [](const QString &what) {
         throw Failure(u"%1 bu aktarımda seçilemez."_s.arg(what));
     };
-    if (!desk.ticks && !selection.takesAll())
+    if (!screen.ticks && !selection.takesAll())
         throw Failure(u"Bu aktarım listenin hepsini yazar; --sec ve --yazilmislari-atla ile "
                       "kullanılamaz."_s);
     if (selection.first.isValid() && shape.date < 0)
         refuse(u"Tarih"_s);
     if (!selection.numbers.isEmpty() && shape.number < 0)
         refuse(u"Numara"_s);
-    if (selection.eInvoice && !desk.eInvoice)
+    if (selection.eInvoice && !screen.eInvoice)
         refuse(u"E-fatura"_s);
-    if (selection.unwritten && !desk.listed)
+    if (selection.unwritten && !screen.listed)
         refuse(u"Yazılmamış olanlar"_s);
 }
 
@@ -83,32 +83,32 @@ Selection selectionOf(const Options &options, QDate today)
     return selection;
 }
 
-QStringList selectRows(const Desk &desk, const Selection &selection, const QString &folder)
+QStringList selectRows(const OpenScreen &screen, const Selection &selection, const QString &folder)
 {
-    const ListShape shape = desk.shape();
-    check(desk, selection, shape);
-    if (!desk.ticks)
+    const ListShape shape = screen.shape();
+    check(screen, selection, shape);
+    if (!screen.ticks)
         return {};
     const QList<WrittenMark> marks =
-        selection.unwritten ? marksOf(desk.listed(), folder) : QList<WrittenMark>();
+        selection.unwritten ? marksOf(screen.listed(), folder) : QList<WrittenMark>();
     const auto isUnwritten = [&](int row) {
         return marks.value(row).kind == WrittenMark::None;
     };
-    desk.list.tickWhere([&](int row) {
+    screen.list.tickWhere([&](int row) {
         return (!selection.first.isValid() ||
-                isWithin(selection, desk.list.cell(row, shape.date))) &&
+                isWithin(selection, screen.list.cell(row, shape.date))) &&
                (selection.numbers.isEmpty() ||
-                selection.numbers.contains(desk.list.cell(row, shape.number))) &&
-               (!selection.eInvoice || desk.eInvoice(row) == *selection.eInvoice) &&
+                selection.numbers.contains(screen.list.cell(row, shape.number))) &&
+               (!selection.eInvoice || screen.eInvoice(row) == *selection.eInvoice) &&
                isUnwritten(row);
     });
     QStringList lines;
     int written = 0;
-    for (int row = 0; row < desk.list.rows(); ++row) {
+    for (int row = 0; row < screen.list.rows(); ++row) {
         const WrittenMark mark = marks.value(row);
         written += mark.kind == WrittenMark::None ? 0 : 1;
         if (mark.kind == WrittenMark::Differs)
-            lines << u"%1 dışarıda bırakıldı. %2"_s.arg(desk.list.cell(row, shape.number),
+            lines << u"%1 dışarıda bırakıldı. %2"_s.arg(screen.list.cell(row, shape.number),
                                                         mark.sentence);
     }
     if (written > 0)

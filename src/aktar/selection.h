@@ -28,6 +28,6 @@ Selection selectionOf(const Options &options, QDate today);
 
 /// Ticks those rows of the list and no others, and tells in lines what was left out as written.
 /// What a list can't be asked for is a Failure. `folder` is the target's.
-QStringList selectRows(const Desk &desk, const Selection &selection, const QString &folder);
+QStringList selectRows(const OpenScreen &screen, const Selection &selection, const QString &folder);
 
 } // namespace kervan

@@ -105,7 +105,7 @@ std::function<bool(int row)> takesEInvoices(const Grid &l1)
     };
 }
 
-Desk faturaDesk(Program &program, const Options &)
+OpenScreen faturaScreen(Program &program, const Options &)
 {
     auto screen = std::make_shared<Fat>(program);
     Fat &fat = *screen;
@@ -118,7 +118,7 @@ Desk faturaDesk(Program &program, const Options &)
                           pick(u"personel"_s, fat.tanimlar.personel, [&fat] { fat.yenidenoku(); })};
     choices += dateFilter(program, fat.liste, [] {}); // the read applies it
     return {
-        .screen = screen,
+        .owner = screen,
         .list = fat.liste.l1,
         .notes = fat.bilgi,
         .report = fat.okuma,
@@ -135,7 +135,7 @@ Desk faturaDesk(Program &program, const Options &)
 }
 
 // Its kind is chosen of a list in hand, and a date alone starts the filter.
-Desk duzeyDesk(Program &program, const Options &)
+OpenScreen duzeyScreen(Program &program, const Options &)
 {
     auto screen = std::make_shared<Fatduz>(program);
     Fatduz &fatduz = *screen;
@@ -147,7 +147,7 @@ Desk duzeyDesk(Program &program, const Options &)
     for (const Choice &date :
          dateFilter(program, fatduz.liste, [&fatduz] { fatduz.tarihdegisti(); }))
         choices << behind(date);
-    return {.screen = screen,
+    return {.owner = screen,
             .list = fatduz.liste.l1,
             .notes = fatduz.bilgi,
             .report = fatduz.okuma,
@@ -174,12 +174,12 @@ ListedRows listedCards(const Grid &l1, DocumentFamily family, const ListShape &s
     return {.grid = &l1, .family = family, .number = shape.number};
 }
 
-Desk cariDesk(Program &program, const Options &options)
+OpenScreen cariScreen(Program &program, const Options &options)
 {
     auto screen = std::make_shared<Cr>(program);
     Cr &cr = *screen;
     const bool updates = options.value(u"belge"_s) == u"guncelle";
-    return {.screen = screen,
+    return {.owner = screen,
             .list = cr.l1,
             .notes = cr.bilgi,
             .report = cr.okuma,
@@ -194,7 +194,7 @@ Desk cariDesk(Program &program, const Options &options)
             .ticks = false};
 }
 
-Desk stokDesk(Program &program, const Options &)
+OpenScreen stokScreen(Program &program, const Options &)
 {
     auto screen = std::make_shared<Stoktrf>(program);
     Stoktrf &stok = *screen;
@@ -202,7 +202,7 @@ Desk stokDesk(Program &program, const Options &)
     for (std::size_t i = 0; i < stok.ozelKodlar.size(); ++i)
         choices << pick(i == 0 ? u"ozel-kod"_s : u"ozel-kod%1"_s.arg(i + 1), stok.ozelKodlar[i]);
     return {
-        .screen = screen,
+        .owner = screen,
         .list = stok.l1,
         .notes = stok.bilgi,
         .report = stok.okuma,
@@ -217,11 +217,11 @@ Desk stokDesk(Program &program, const Options &)
         .ticks = false};
 }
 
-Desk meyDesk(Program &program, const Options &)
+OpenScreen meyScreen(Program &program, const Options &)
 {
     auto screen = std::make_shared<St>(program);
     St &st = *screen;
-    return {.screen = screen,
+    return {.owner = screen,
             .list = st.l1,
             .notes = st.bilgi,
             .report = st.okuma,
@@ -238,11 +238,11 @@ Desk meyDesk(Program &program, const Options &)
             .ticks = false};
 }
 
-Desk sayimDesk(Program &program, const Options &)
+OpenScreen sayimScreen(Program &program, const Options &)
 {
     auto screen = std::make_shared<Sayimform>(program);
     Sayimform &sayim = *screen;
-    return {.screen = screen,
+    return {.owner = screen,
             .list = sayim.l1,
             .notes = sayim.bilgi,
             .report = sayim.okuma,
@@ -283,7 +283,7 @@ ListedRows listedSlips(const SlipScreen &screen, bool ofBankList, bool ofCards)
             .amount = shape.amounts.first()};
 }
 
-Desk slipDesk(Program &program, const SlipForm &form, bool second)
+OpenScreen slipScreen(Program &program, const SlipForm &form, bool second)
 {
     auto screen = std::make_shared<SlipScreen>(program, form);
     SlipScreen &slips = *screen;
@@ -291,7 +291,7 @@ Desk slipDesk(Program &program, const SlipForm &form, bool second)
     const bool ofCards = second && !form.hasBankList();
     const SlipFile &file = form.files[ofCards ? 1 : 0];
     const SlipCommand &command = writer(form, second);
-    return {.screen = screen,
+    return {.owner = screen,
             .list = ofBankList ? slips.l2 : slips.l1,
             .notes = slips.bilgi,
             .report = slips.okuma,
@@ -311,11 +311,12 @@ Desk slipDesk(Program &program, const SlipForm &form, bool second)
                 }};
 }
 
-std::function<Desk(Program &program, const Options &options)> slips(const SlipForm &(*form)(),
-                                                                    const QString &second)
+std::function<OpenScreen(Program &program, const Options &options)> slips(const SlipForm &(*form)(),
+                                                                          const QString &second)
 {
     return [form, second](Program &program, const Options &options) {
-        return slipDesk(program, form(), !second.isEmpty() && options.value(u"belge"_s) == second);
+        return slipScreen(program, form(),
+                          !second.isEmpty() && options.value(u"belge"_s) == second);
     };
 }
 
@@ -354,17 +355,17 @@ const QList<Transfer> &transfers()
           personel,
           ilkTarih,
           sonTarih},
-         faturaDesk},
+         faturaScreen},
         {u"duzey"_s,
          u"Düzey faturaları (.xlsx, .xls)"_s,
          u"*.xlsx *.xls"_s,
          {firma, sayfa, tur, ozelKod, personel, ilkTarih, sonTarih},
-         duzeyDesk},
+         duzeyScreen},
         {u"cari"_s,
          u"cari kartlar (.txt)"_s,
          u"*.txt"_s,
          {documents(u"ekle|guncelle"_s)},
-         cariDesk},
+         cariScreen},
         {u"stok"_s,
          u"stok kartları (.txt)"_s,
          u"*.txt"_s,
@@ -374,17 +375,17 @@ const QList<Transfer> &transfers()
           {u"ozel-kod3"_s, u"KOD"_s, u"Özel Kod 3"_s},
           {u"ozel-kod4"_s, u"KOD"_s, u"Özel Kod 4"_s},
           {u"ozel-kod5"_s, u"KOD"_s, u"Özel Kod 5"_s}},
-         stokDesk},
+         stokScreen},
         {u"mey"_s,
          u"Mey stok listesi (.xls)"_s,
          u"*.xls *.xlsx"_s,
          {kdv, birimSeti, {u"statu"_s, u"AD"_s, u"Statü Seçimi"_s}},
-         meyDesk},
+         meyScreen},
         {u"sayim"_s,
          u"sayım dosyası (.txt)"_s,
          u"*.txt"_s,
          {{u"fis-no"_s, u"NO"_s, u"Fisno; verilmezse SYM000001"_s}},
-         sayimDesk},
+         sayimScreen},
         {u"nakit"_s,
          u"Cari Fiş-1: kasa tahsilatları (.xlsx, .xls)"_s,
          u"*.xlsx *.xls"_s,

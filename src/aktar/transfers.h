@@ -27,9 +27,9 @@ struct Choice
 
 /// A screen at work without its window: the pieces of it that a transfer of any kind has, and the
 /// procedures of its buttons.
-struct Desk
+struct OpenScreen
 {
-    std::shared_ptr<void> screen;
+    std::shared_ptr<void> owner;
     Grid &list; ///< what is written from
     Notes &notes;
     ReadReport &report;
@@ -58,7 +58,7 @@ struct Transfer
     QString what;     ///< a line of the help
     QString patterns; ///< of its sources: "*.xlsx *.xls"
     QList<Option> options;
-    std::function<Desk(Program &program, const Options &options)> begin;
+    std::function<OpenScreen(Program &program, const Options &options)> begin;
 };
 
 const QList<Transfer> &transfers();
