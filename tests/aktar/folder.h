@@ -22,8 +22,16 @@ struct SampleFolder
 
     SampleFolder()
     {
-        install(folder);
-        layOutSamples(QStringLiteral(SAMPLES), folder);
+        // Laid out once and copied: databases take their time.
+        static const QTemporaryDir laidOut;
+        if (QDir(laidOut.path()).isEmpty()) {
+            install(laidOut.path());
+            layOutSamples(QStringLiteral(SAMPLES), laidOut.path());
+        }
+        for (const QString &name : QDir(laidOut.path()).entryList(QDir::Dirs)) // and itself
+            QDir().mkpath(folder + u'/' + name);
+        for (const QString &name : QDir(laidOut.path()).entryList(QDir::Files))
+            QFile::copy(laidOut.filePath(name), folder + u'/' + name);
         QDir().mkpath(documents);
         writeBytes(folder + u"/sqlbaglan.kvz"_s, "SRV\r\nsa\r\np\r\nDB\r\n7- Merkez\r\n");
         writeBytes(folder + u"/kasacariislemno.kvz"_s, " 41 \r\n");
@@ -50,11 +58,13 @@ struct SampleFolder
         return false;
     };
 
-    int run(const QStringList &arguments)
+    int run(QStringList arguments)
     {
+        if (!arguments.isEmpty())
+            arguments.insert(1, u"--klasor="_s + folder);
         out.clear();
         told.clear();
-        return runCommand(arguments + QStringList{u"--klasor"_s, folder},
+        return runCommand(arguments,
                           {.programFolder = {},
                            .clock = clock,
                            .sqlServer = sqlServer,
