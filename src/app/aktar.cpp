@@ -10,6 +10,10 @@
 
 #include <csignal>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
 using namespace Qt::StringLiterals;
 
 namespace {
@@ -30,6 +34,9 @@ int main(int argc, char **argv)
     QCoreApplication::setApplicationVersion(QStringLiteral(KERVAN_VERSION));
     QLocale::setDefault(QLocale(QLocale::Turkish, QLocale::Turkey));
     const QStringList arguments = QCoreApplication::arguments().sliced(1);
+#ifdef Q_OS_WIN // the console would show other letters; a file gets the same bytes
+    SetConsoleOutputCP(CP_UTF8);
+#endif
     QTextStream out(stdout);
     QTextStream errors(stderr);
     if (arguments.value(0) == u"--version") {
