@@ -35,6 +35,25 @@ QString optionLines(const QList<Option> &options)
     return lines;
 }
 
+// Not every shell makes files of "*.bif". The oldest come first, as their slips are to be numbered.
+QStringList expanded(const QStringList &sources)
+{
+    QStringList files;
+    for (const QString &source : sources) {
+        const QFileInfo place(source);
+        const bool isPattern = source.contains(u'*') || source.contains(u'?');
+        const QStringList names = isPattern && !place.exists()
+                                      ? place.dir().entryList({place.fileName()}, QDir::Files,
+                                                              QDir::Time | QDir::Reversed)
+                                      : QStringList();
+        for (const QString &name : names)
+            files << place.dir().filePath(name);
+        if (names.isEmpty())
+            files << source;
+    }
+    return files;
+}
+
 Status runTransfer(const Transfer &transfer, const QStringList &arguments,
                    const CommandWorld &world)
 {
@@ -47,12 +66,13 @@ Status runTransfer(const Transfer &transfer, const QStringList &arguments,
         if (options.sources.isEmpty())
             throw Failure(
                 u"Kaynak dosyayı verin; bakın: kervan-aktar %1 --help"_s.arg(transfer.command));
+        options.sources = expanded(options.sources);
         OpenFolder folder(options, world);
         Job job(folder.program(), folder.ports(), transfer, options);
-        if (const Status entered = folder.enter(); entered != Done) {
-            status = entered;
+        if (!job.onlyReads())
+            status = folder.enter(tell);
+        if (status != Done)
             return;
-        }
         for (const QString &source : options.sources) {
             const Outcome outcome = job.run(source, world.streams);
             status = worse(status, outcome.status);
@@ -70,8 +90,7 @@ Status runTransfer(const Transfer &transfer, const QStringList &arguments,
 } // namespace
 
 OpenFolder::OpenFolder(const Options &options, const CommandWorld &world)
-    : m_options(options)
-    , m_world(world)
+    : m_patience(options.number(u"bekle"_s, 0))
     , m_folder(folderOf(options, world))
     , m_lock(m_folder, FolderLock::Who::Command)
     , m_boxes(options.isOn(u"evet"_s))
@@ -84,13 +103,11 @@ OpenFolder::OpenFolder(const Options &options, const CommandWorld &world)
                 .clock = world.clock,
                 .sqlServer = world.sqlServer}
 {
-    options.number(u"bekle"_s, 0);
 }
 
-Status OpenFolder::enter()
+Status OpenFolder::enter(const std::function<void(const QString &line)> &tell)
 {
-    const auto &tell = m_world.streams.tell;
-    if (!m_lock.take(std::chrono::seconds(m_options.number(u"bekle"_s, 0)))) {
+    if (!m_lock.take(m_patience)) {
         tell(u"kervan-aktar: Program klasörü kullanımda (%1). Pencereyi kapatın ya da --bekle ile "
              "bekleyin."_s.arg(QDir::toNativeSeparators(m_lock.holder())));
         return FolderInUse;

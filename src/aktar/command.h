@@ -35,14 +35,13 @@ public:
 
     /// Waits for the folder as long as the options say, and brings to its end what a killed
     /// program left. Else tells why not: that it is in use, or what is in the way.
-    Status enter();
+    Status enter(const std::function<void(const QString &line)> &tell);
     void leave() { m_lock.release(); }
     Program &program() { return m_program; }
     CommandPorts ports() { return {m_boxes, m_names}; }
 
 private:
-    const Options &m_options;
-    const CommandWorld &m_world;
+    std::chrono::seconds m_patience;
     QString m_folder;
     FolderLock m_lock;
     LineBoxes m_boxes;

@@ -69,17 +69,21 @@ Job::Job(Program &program, CommandPorts ports, const Transfer &transfer, const O
     , m_transfer(transfer)
     , m_options(options)
 {
-    selectionOf(options, program.clock.now().date());
-    const bool writes = !options.isOn(u"listele"_s) && !options.isOn(u"denetle"_s);
-    if (writes && options.value(u"hedef"_s).isEmpty())
+    const bool looksBack = selectionOf(options, program.clock.now().date()).unwritten;
+    if ((!onlyReads() || looksBack) && options.value(u"hedef"_s).isEmpty())
         throw Failure(u"--hedef ile yazılacak belgeyi verin (ya da --listele, --denetle)."_s);
     QStringList targets;
     for (const QString &source : options.sources) {
-        if (writes && targets.contains(targetOf(source)))
+        if (!onlyReads() && targets.contains(targetOf(source)))
             throw Failure(u"İki kaynağın belgesi aynı: %1. --hedef ile bir klasör ya da içinde "
                           "{kaynak} olan bir ad verin."_s.arg(targetOf(source)));
         targets << targetOf(source);
     }
+}
+
+bool Job::onlyReads() const
+{
+    return m_options.isOn(u"listele"_s) || m_options.isOn(u"denetle"_s);
 }
 
 QString Job::targetOf(const QString &source) const
@@ -213,7 +217,10 @@ bool Job::mayWrite(const OpenScreen &screen, const Outcome &outcome, const QStri
     if (m_options.isOn(u"hata-varsa-yazma"_s) && outcome.count(Level::Error) > 0)
         return refuse(u"%1 hata bulundu. Düzeltin ya da --hata-varsa-yazma vermeyin."_s.arg(
             outcome.count(Level::Error)));
-    for (const QString &path : {target, cashFileOf(target)}) {
+    QStringList paths{target};
+    if (screen.writesCashSlips)
+        paths << cashFileOf(target);
+    for (const QString &path : std::as_const(paths)) {
         if (!m_options.isOn(u"uzerine-yaz"_s) && QFileInfo::exists(path))
             return refuse(u"%1 zaten var. Başka bir --hedef ya da --uzerine-yaz verin."_s.arg(
                 QDir::toNativeSeparators(path)));

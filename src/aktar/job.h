@@ -24,7 +24,8 @@ struct CommandPorts
     GivenNames &names;
 };
 
-/// One transfer of one program folder, as its options want it. The folder's lock is held.
+/// One transfer of one program folder, as its options want it. While it writes, the folder's lock
+/// is held.
 class Job
 {
 public:
@@ -34,6 +35,8 @@ public:
     /// Reads a source, checks it and writes its document, or shows what was asked for. A Failure
     /// is a wrong use, after which nothing was written.
     Outcome run(const QString &source, const Streams &streams);
+    /// Whether it is only to show what it reads, so that nobody need be kept out of the folder.
+    bool onlyReads() const;
     /// The full name of a source's document.
     QString targetOf(const QString &source) const;
 

@@ -131,6 +131,7 @@ OpenScreen faturaScreen(Program &program, const Options &)
         .checks = [&fat] { return checksOf(fat); },
         .listed =
             [&fat] { return listedInvoices(fat.liste.l1, fat.faturaTuru.text(), ListedRows::Sum); },
+        .writesCashSlips = true,
         .eInvoice = takesEInvoices(fat.liste.l1)};
 }
 

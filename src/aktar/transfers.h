@@ -47,6 +47,7 @@ struct OpenScreen
     bool ticks = true;
     /// Whether its save refuses an empty list by itself, with a box.
     bool guards = true;
+    bool writesCashSlips = false; ///< beside its document
     /// Whether the row's customer takes e-invoices; null where no list knows.
     std::function<bool(int row)> eInvoice = nullptr;
 };

@@ -63,6 +63,7 @@ private:
     QStringList waiting(const QString &folder, const QStringList &patterns) const;
     bool isComplete(const QString &name);
     bool take(const QString &name);
+    Status enter();
     Status transferOne(const QString &name);
     QList<Move> closing(const QString &name, const Outcome &outcome, const QString &staging);
     void writeReport(const QString &path, const Outcome &outcome) const;
@@ -85,7 +86,7 @@ private:
         bool operator==(const Look &) const = default;
     };
     QHash<QString, Look> m_looks; // of the last time
-    QString m_waited;             // for a program folder in use; told once
+    QString m_waitsFor;           // what kept it out of the program folder at the last try
     QStringList m_lines;          // of the file in hand
 };
 
@@ -117,6 +118,7 @@ Status Watch::run()
             QDir::toNativeSeparators(m_folder)));
         return FolderInUse;
     }
+    const bool isOneRound = m_options.isOn(u"tek-tur"_s);
     Status status = Done;
     while (!m_world.isEnding()) {
         for (const QString &name : waiting(m_folder, m_patterns)) {
@@ -127,13 +129,18 @@ Status Watch::run()
         for (const QString &name : waiting(m_work, {u"*"_s})) {
             if (m_world.isEnding())
                 break;
+            if (const Status entered = enter(); entered != Done) {
+                if (isOneRound)
+                    return entered;
+                break;
+            }
             const Status one = transferOne(name);
+            m_program.leave();
             if (one == UsedWrongly)
                 return one;
-            if (one != FolderInUse)
-                status = worse(status, one);
+            status = worse(status, one);
         }
-        if (m_options.isOn(u"tek-tur"_s) && !isLeft())
+        if (isOneRound && !isLeft())
             return status;
         rest();
     }
@@ -171,14 +178,22 @@ bool Watch::take(const QString &name)
     return QFile::rename(QDir(m_folder).filePath(name), inHand(name));
 }
 
+// The folder may be in use for the whole day: that is told once.
+Status Watch::enter()
+{
+    const QString before = std::exchange(m_waitsFor, {});
+    return m_program.enter([&](const QString &line) {
+        m_waitsFor = line;
+        if (line != before)
+            m_world.streams.tell(line);
+    });
+}
+
 Status Watch::transferOne(const QString &name)
 {
     m_lines.clear();
     const auto quiet = [](const QString &) {
     };
-    const Status entered = m_program.enter();
-    if (entered != Done)
-        return entered;
     Status status = Done;
     const auto failed = passOver([&] {
         if (!QFileInfo::exists(inHand(name))) // entering has brought it to its end
@@ -199,7 +214,6 @@ Status Watch::transferOne(const QString &name)
             moveFile(inHand(name), path);
         }
     });
-    m_program.leave();
     if (!failed)
         return status;
     // What is used wrongly is no fault of the file: it waits where it came.

@@ -9,6 +9,7 @@
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QProcess>
 
 #include <future>
 #include <thread>
@@ -243,7 +244,7 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
     {
         Branch b;
         QFile::copy(b.source, b.place.filePath(u"ertesi.bif"_s));
-        QCOMPARE(b.run({u"fatura"_s, b.source, b.place.filePath(u"ertesi.bif"_s), u"--hedef"_s,
+        QCOMPARE(b.run({u"fatura"_s, b.place.filePath(u"*.bif"_s), u"--hedef"_s,
                         b.document(u"{kaynak}-{tarih}"_s), u"--firma"_s, u"MERKEZ ŞUBE"_s,
                         u"--sec"_s, u"no=F1"_s}),
                  DoneWithFindings);
@@ -307,6 +308,7 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         QVERIFY(window.take());
         QCOMPARE(b.fatura(u"a.xml"_s), FolderInUse);
         QVERIFY(b.says(u"kullanımda"_s) && b.says(u"kervan-pencere-"_s));
+        QCOMPARE(b.fatura({}, {u"--listele"_s}), Done); // reading keeps nobody out
         QCOMPARE(b.written(), QStringList());
         auto waiting = std::async(std::launch::async, [&window] {
             std::this_thread::sleep_for(std::chrono::milliseconds(300));
@@ -339,7 +341,7 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
             writeBytes(b.sideFile(u"bankacariislemno.kvz"_s), "5\r\n");
         }
         QVERIFY(isPending(b.folder));
-        QCOMPARE(b.fatura({}, {u"--listele"_s}), Done);
+        QCOMPARE(b.fatura(u"z.xml"_s, {u"--sec"_s, u"no=F9"_s}), NothingWritten);
         QVERIFY(b.says(u"geri alındı"_s));
         QCOMPARE(b.counter(), counter);
         QVERIFY(!QFile::exists(b.sideFile(u"bankacariislemno.kvz"_s)));
@@ -361,7 +363,7 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         QVERIFY(b.says(u"tamamlanamadı"_s) && b.says(u"b.xml"_s));
         QFile::remove(b.document(u"a.xml"_s)); // somebody took it along meanwhile
         QDir().mkpath(b.document(u"uzak"_s));
-        QCOMPARE(b.fatura({}, {u"--listele"_s}), Done);
+        QCOMPARE(b.fatura(u"z.xml"_s, {u"--sec"_s, u"no=F9"_s}), NothingWritten);
         QCOMPARE(readBytes(b.document(u"uzak/b.xml"_s)), "b");
         QVERIFY(!QFile::exists(b.document(u"a.xml"_s))); // once is enough
         QCOMPARE(b.counter(), " 99 \r\n");
@@ -414,15 +416,19 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         w.recipe.chop(12);
         FolderLock window(w.b.folder, FolderLock::Who::Window);
         QVERIFY(window.take());
+        QCOMPARE(w.watch(), FolderInUse);
+        w.recipe += "tek-tur = hay\xC4\xB1r\n";
         w.b.isEnding = [looks = 0]() mutable {
-            return ++looks > 5;
+            return ++looks > 20;
         };
         QCOMPARE(w.watch(), Done); // asked to end while it waits for the window
+        QCOMPARE(w.b.told.size(), 1);
         QCOMPARE(w.b.written(), QStringList());
         window.release();
         w.b.isEnding = [] {
             return false;
         };
+        w.recipe.chop(18);
         QCOMPARE(w.watch(), Done);
         QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
     }
@@ -446,6 +452,29 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         QVERIFY(sender.get());
         QCOMPARE(readBytes(w.in(u"aktarilan/bir.bif"_s)).count("@5"), 8);
         QCOMPARE(readBytes(w.b.document(u"bir.xml"_s)).count("<NUMBER>E"), 8);
+    }
+
+    void aWatchedFolderIsLeftAtASignal()
+    {
+#ifdef Q_OS_WIN
+        QSKIP("a console program is not ended by the test library there");
+#endif
+        Watched w;
+        QProcess program;
+        const QStringList arguments{
+            u"izle"_s,    w.in({}),      u"--tarif"_s,  w.b.recipe("[izle]\naktarim = cari\n"),
+            u"--hedef"_s, w.b.documents, u"--klasor"_s, w.b.folder};
+        program.start(QStringLiteral(PROGRAM), arguments);
+        QTRY_VERIFY(QFile::exists(w.in(u"isleniyor/.kilit"_s)));
+        QCOMPARE(w.watch(), FolderInUse); // there is one already
+        program.terminate();
+        QVERIFY(program.waitForFinished(20000));
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), int(Done));
+        QVERIFY(!QFile::exists(w.in(u"isleniyor/.kilit"_s)));
+        program.start(QStringLiteral(PROGRAM), {u"--version"_s});
+        QVERIFY(program.waitForFinished(20000));
+        QVERIFY(program.readAllStandardOutput().startsWith("kervan-aktar "));
     }
 
 private:
