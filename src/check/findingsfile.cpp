@@ -59,7 +59,7 @@ void writeFindings(const QString &path, const Grid &list, const QList<Finding> &
         if (finding.row >= 0 && finding.row < list.rows() && finding.list == u"l1")
             reasons[finding.row] << finding.text;
     }
-    QString text = lineOf(QStringList{u"Satır"_s} + headingsOf(list) + QStringList{u"Nedenler"_s});
+    QString text = lineOf(QStringList{u"Sıra"_s} + headingsOf(list) + QStringList{u"Nedenler"_s});
     for (auto row = reasons.cbegin(); row != reasons.cend(); ++row)
         text += lineOf(QStringList{QString::number(row.key() + 1)} + cellsOf(list, row.key()) +
                        QStringList{row->join(u" | "_s)});

@@ -257,13 +257,14 @@ QString quoted(const QString &value)
                                       : u"\"%1\""_s.arg(text);
 }
 
-QString faultOfMarkup(const QString &name, const QString &value)
+QString faultOfMarkup(const QString &name, const QString &value, const QString &broken)
 {
     const auto *const found = std::ranges::find_if(value, breaksXml);
     if (found == value.end())
         return {};
-    return u"%1 %2 içinde %3 var: Logo belgenin hiçbir kaydını okuyamaz."_s.arg(name, quoted(value),
-                                                                                spelled(*found));
+    return u"%1 %2 içinde %3 var: Logo %4 okuyamaz."_s.arg(
+        name, quoted(value), spelled(*found),
+        broken.isEmpty() ? u"belgenin hiçbir kaydını"_s : broken);
 }
 
 QString faultOfLetters(const QString &name, const QString &value)
@@ -286,21 +287,28 @@ QString faultOfWords(const Sablon &record, const QList<QByteArray> &placeholders
     record.yerlestir(values, meant);
     if (filled == meant)
         return {};
-    // The first step that finds something behind its place.
+    // Each step that finds something behind its place.
+    QStringList faults;
     for (qsizetype step = 1; step < placeholders.size(); ++step) {
         for (qsizetype i = 0; i < step; ++i) {
             if (toCodePage(values[i]).contains(placeholders[step]))
-                return u"%1 içindeki \"%2\" şablonun sözcüğüdür, belgede yerine %3 yazılır."_s.arg(
-                    quoted(values[i]), fromCodePage(placeholders[step]), quoted(values[step]));
+                faults << u"%1 içindeki \"%2\" şablonun sözcüğüdür, belgede yerine %3 yazılır."_s
+                              .arg(quoted(values[i]), fromCodePage(placeholders[step]),
+                                   quoted(values[step]));
         }
     }
-    return u"Değerlerde şablonun sözcükleri var, belge listedekinden başka olur."_s;
+    faults.removeDuplicates();
+    return faults.isEmpty()
+               ? u"Değerlerde şablonun sözcükleri var, belge listedekinden başka olur."_s
+               : faults.join(u' ');
 }
 
 QList<Rule> letterRules(const Cells &cells)
 {
     return {ofCells(cells, markupRule(),
-                    [name = cells.name](const QString &cell) { return faultOfMarkup(name, cell); }),
+                    [name = cells.name, broken = cells.broken](const QString &cell) {
+                        return faultOfMarkup(name, cell, broken);
+                    }),
             ofCells(cells, letterRule(), [name = cells.name](const QString &cell) {
                 return faultOfLetters(name, cell);
             })};
@@ -390,19 +398,28 @@ Rule doubledRule(const Cells &cells, const QString &what, Level level, const QSt
             .column = cells.column,
             .list = cells.list,
             .ofRows = [cells, what, valueOf] {
-                QHash<QString, QList<int>> rowsOf;
+                QHash<QString, int> firstOf;
+                QHash<QString, QList<int>> rowsOf; // of the doubled ones, which are few
+                firstOf.reserve(cells.grid.rows());
                 for (int row = 0; row < cells.grid.rows(); ++row) {
                     if (cells.counts && !cells.counts(row))
                         continue;
                     const QString value =
                         (valueOf ? valueOf(row) : cells.grid.cell(row, cells.column)).trimmed();
-                    if (!value.isEmpty())
-                        rowsOf[value] << row;
+                    if (value.isEmpty())
+                        continue;
+                    const auto known = firstOf.constFind(value);
+                    if (known == firstOf.cend()) {
+                        firstOf.insert(value, row);
+                        continue;
+                    }
+                    QList<int> &rows = rowsOf[value];
+                    if (rows.isEmpty())
+                        rows << *known;
+                    rows << row;
                 }
                 QList<RowText> found;
                 for (auto it = rowsOf.cbegin(); it != rowsOf.cend(); ++it) {
-                    if (it->size() < 2)
-                        continue;
                     for (const int row : *it)
                         found.append({row, u"%1 %2 %3 da var."_s.arg(quoted(it.key()), what,
                                                                      otherRows(*it, row))});

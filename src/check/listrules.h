@@ -30,12 +30,16 @@ struct Cells
     QString list = QStringLiteral("l1");
     /// Whether the row is one to look at; without it all are.
     std::function<bool(int row)> counts = nullptr;
+    /// What can't be read any more once a cell breaks the Xml, where that is not all of the
+    /// document: "kasa fişlerinin hiçbirini".
+    QString broken = {};
 };
 
 // What is wrong with a value, as a sentence; empty where nothing is.
 
 /// "&", "<" and characters that no XML may hold: the whole document is refused for one of them.
-QString faultOfMarkup(const QString &name, const QString &value);
+/// `broken` as in Cells.
+QString faultOfMarkup(const QString &name, const QString &value, const QString &broken = {});
 /// Letters that a document holds as "?", and those of its bytes 80 to 9F, which the declared
 /// ISO-8859-9 has no letters for.
 QString faultOfLetters(const QString &name, const QString &value);

@@ -3,6 +3,8 @@
 #include "base/codepage.h"
 #include "base/grid.h"
 
+#include <QFileInfo>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -87,9 +89,15 @@ ReadBack readBack(const QString &path, const WrittenRows &rows, const std::atomi
             return u"belgedeki tutar %1, listedeki %2"_s.arg(result.sum->text(), rows.sum->text());
         return {};
     }();
-    result.agrees = refuted.isEmpty();
-    if (!result.agrees)
-        result.sentence = u"Belge listeyle uyuşmuyor: %1."_s.arg(refuted);
+    result.agrees = refuted.isEmpty() && result.problems == 0;
+    const QString name = QFileInfo(path).fileName();
+    if (!refuted.isEmpty())
+        result.sentence = u"%1 listeyle uyuşmuyor: %2."_s.arg(name, refuted);
+    else if (!result.agrees)
+        result.sentence =
+            u"Logo %1 belgesini okuyamaz: Xml'i %2 yerde bozuk, ilki %3. satırda."_s.arg(name)
+                .arg(result.problems)
+                .arg(reading.problems.value(0).line);
     else if (result.sum)
         result.sentence =
             u"Belge geri okundu: %1 kayıt, tutar %2, listeyle aynı."_s.arg(result.count)

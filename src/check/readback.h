@@ -13,10 +13,10 @@ class Grid;
 struct WrittenRows
 {
     DocumentFamily family = DocumentFamily::Unknown;
-    QStringList numbers; ///< of all records in their order; empty where the list gives none
-    qint64 count = 0;    ///< of records; of a count, of its lines
+    QStringList numbers = {}; ///< of all records in their order; empty where the list gives none
+    qint64 count = 0;         ///< of records; of a count, of its lines
     /// The amounts as the list shows them; nothing where one can't be read or there are none.
-    std::optional<Decimal> sum;
+    std::optional<Decimal> sum = std::nullopt;
     bool sumIsNet = false; ///< of invoices whose list has amounts without VAT
 };
 

@@ -80,6 +80,13 @@ QList<int> RememberedTicks::in(const Grid &list, const ListShape &shape) const
     return rows;
 }
 
+void RememberedTicks::forget(const Grid &list, int row, const ListShape &shape)
+{
+    const auto at = m_rows.find(keyOf(list, row, shape));
+    if (at != m_rows.end() && at->count == 1)
+        at->ticked = 0;
+}
+
 void RememberedTicks::giveBack(Grid &list, const ListShape &shape) const
 {
     const QList<int> rows = in(list, shape);

@@ -20,6 +20,8 @@ public:
 
     /// The rows of this list that were ticked then and are not now.
     QList<int> in(const Grid &list, const ListShape &shape) const;
+    /// The user has decided on this row anew; one that others look like is left as it was.
+    void forget(const Grid &list, int row, const ListShape &shape);
     /// Ticks them too, and leaves the other ticks as they are.
     void giveBack(Grid &list, const ListShape &shape) const;
 

@@ -18,12 +18,29 @@ TickOffer::TickOffer(Grid &list, std::function<ListShape()> shape, QObject *pare
     connect(&list, &QAbstractItemModel::rowsInserted, this, &TickOffer::forgetRows);
     connect(&list, &QAbstractItemModel::rowsRemoved, this, &TickOffer::forgetRows);
     connect(&list, &QAbstractItemModel::dataChanged, this,
-            [this](const QModelIndex &first, const QModelIndex &) {
+            [this](const QModelIndex &first, const QModelIndex &last) {
                 if (first.column() > 0)
                     return;
                 m_isTouched = true;
+                forgetTicked(first.row(), last.row());
                 Q_EMIT changed();
             });
+}
+
+// A row that is ticked again and then not is meant so.
+void TickOffer::forgetTicked(int first, int last)
+{
+    if (rows() == 0)
+        return;
+    const ListShape shape = m_shape();
+    const auto isTicked = [this](int row) {
+        return m_list.ticked(row);
+    };
+    for (const int row : std::as_const(*m_found)) {
+        if (first <= row && row <= last && isTicked(row))
+            m_ticks.forget(m_list, row, shape);
+    }
+    m_found->removeIf(isTicked);
 }
 
 int TickOffer::rows() const
@@ -32,8 +49,7 @@ int TickOffer::rows() const
         return 0;
     if (!m_found)
         m_found = m_ticks.in(m_list, m_shape());
-    return static_cast<int>(
-        std::ranges::count_if(*m_found, [this](int row) { return !m_list.ticked(row); }));
+    return static_cast<int>(m_found->size());
 }
 
 void TickOffer::accept()

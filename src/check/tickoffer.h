@@ -33,6 +33,7 @@ Q_SIGNALS:
 
 private:
     void forgetRows();
+    void forgetTicked(int first, int last);
 
     Grid &m_list;
     std::function<ListShape()> m_shape;

@@ -305,6 +305,8 @@ void FindStrip::filterChanged(GridView *list)
     if (list == m_list) {
         m_isStale = true;
         showOnly();
+        if (!m_search->isHidden())
+            search();
     }
     showFilter();
     if (isReread)

@@ -59,7 +59,7 @@ void GridDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                 box.marginsAdded({roundTickBox, roundTickBox, roundTickBox, roundTickBox}),
                 palette.base());
         }
-    } else if (const QColor ground = groundOf(palette, m_view->markOf(index.row()).kind,
+    } else if (const QColor ground = groundOf(palette, m_view->groundOfRow(index.row()),
                                               m_view->isTicked(index.row()));
                ground.isValid()) {
         painter->fillRect(option.rect, ground);

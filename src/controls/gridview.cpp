@@ -23,6 +23,7 @@ namespace {
 constexpr int twipsPerPixel = 15;
 constexpr int rowsLookedAt = 200; // for the width of a column
 constexpr int widestColumn = 420;
+constexpr int leastSpread = 160;
 constexpr int rowsNeeded = 2;
 
 bool isJump(const QKeyEvent *event)
@@ -40,9 +41,10 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
     : QTableView(parent)
     , m_grid(grid)
     , m_header(new FrozenHeader(this))
+    , m_marks(new MarkHeader(this))
 {
     setHorizontalHeader(m_header);
-    setVerticalHeader(new MarkHeader(this));
+    setVerticalHeader(m_marks);
     setObjectName(name);
     setModel(&grid);
     setSelectionBehavior(SelectRows);
@@ -106,6 +108,36 @@ void GridView::fitColumns()
     }
     m_fitting = false;
     m_fitted = true;
+    spreadColumns();
+}
+
+// The narrowest contents take what they need, and leave the rest to the others.
+void GridView::spreadColumns()
+{
+    if (m_spread.isEmpty() || !m_fitted)
+        return;
+    struct Wide
+    {
+        int column;
+        int contents;
+    };
+    QList<Wide> wide;
+    int room = viewport()->width();
+    for (int column = 0; column < m_grid.columnCount(); ++column) {
+        if (m_spread.contains(column) && !m_setByUser.contains(column))
+            wide.append({column, sizeHintForColumn(column) + 2});
+        else
+            room -= columnWidth(column);
+    }
+    std::ranges::sort(wide, {}, &Wide::contents);
+    m_fitting = true;
+    for (qsizetype i = 0; i < wide.size(); ++i) {
+        const auto share = static_cast<int>(room / (wide.size() - i));
+        const int width = qMax(qMin(wide[i].contents, share), leastSpread);
+        setColumnWidth(wide[i].column, width);
+        room -= width;
+    }
+    m_fitting = false;
 }
 
 QList<int> GridView::selectedPositions() const
@@ -217,6 +249,7 @@ void GridView::mouseReleaseEvent(QMouseEvent *event)
 
 void GridView::paintEvent(QPaintEvent *event)
 {
+    m_paintedRow = -1;
     QTableView::paintEvent(event);
     QPainter painter(viewport());
     paintFrozen(painter, event->rect());
@@ -340,6 +373,7 @@ void GridView::shrinkWhenEmpty()
 void GridView::resizeEvent(QResizeEvent *event)
 {
     QTableView::resizeEvent(event);
+    spreadColumns();
     if (!currentIndex().isValid())
         return;
     const int top = rowViewportPosition(currentIndex().row());
@@ -386,17 +420,24 @@ void GridView::setMarker(std::function<RowMark(int row)> marker)
         [view = QPointer(this)](int row) { return view ? spoken(view->markOf(row)) : QString(); });
 }
 
-void GridView::marksChanged(bool any)
+void GridView::marksChanged(int pictures)
 {
-    m_hasMarks = any && m_marker;
-    verticalHeader()->setVisible(m_hasMarks);
-    verticalHeader()->viewport()->update();
+    m_hasMarks = pictures > 0 && m_marker;
+    m_marks->setPictures(m_hasMarks ? pictures : 0);
+    updateGeometries();
     viewport()->update();
 }
 
 RowMark GridView::markOf(int row) const
 {
     return m_hasMarks && row >= 0 && row < m_grid.rows() ? m_marker(row) : RowMark();
+}
+
+RowMark::Kind GridView::groundOfRow(int row) const
+{
+    if (std::exchange(m_paintedRow, row) != row)
+        m_paintedGround = markOf(row).ground();
+    return m_paintedGround;
 }
 
 void GridView::showMarkText(const QPoint &globalPlace, int row)

@@ -41,6 +41,8 @@ public:
     void setCustomerColumn(int column) { m_customerColumn = column; }
     /// An empty list takes only the room of what it says.
     void shrinkWhenEmpty();
+    /// These columns share the room that the others leave, as far as their contents need it.
+    void spread(const QList<int> &columns) { m_spread = columns; }
     /// Takes the focus with this row, or its first one; it is not selected by that. For a row that
     /// a filter hides, it is the first selected one, or the next in sight.
     void enter(int row = -1);
@@ -72,9 +74,12 @@ public:
     /// Tells the mark of a row; it is asked for rows in view, often, and always with the rows as
     /// they are now. Nothing is shown of it before `marksChanged`.
     void setMarker(std::function<RowMark(int row)> marker);
-    /// Marks came, went or changed; the column in front of the list stands while there are `any`.
-    void marksChanged(bool any);
+    /// Marks came, went or changed; the column in front of the list has room for so many pictures
+    /// side by side, and is away where there are none.
+    void marksChanged(int pictures);
     RowMark markOf(int row) const;
+    /// What tints the row, asked once for all its cells while the list is painted.
+    RowMark::Kind groundOfRow(int row) const;
     /// Shows the text of a row's mark, or takes away what is shown.
     void showMarkText(const QPoint &globalPlace, int row);
     /// Keeps the current row in view where the list has less room than before.
@@ -129,10 +134,12 @@ private:
     void moveByKey(QKeyEvent *event);
     void paintCurrentRow(QPainter &painter);
     void fitColumns();
+    void spreadColumns();
 
     Grid &m_grid;
     QString m_emptyText;
     FrozenHeader *m_header;
+    MarkHeader *m_marks;
     int m_customerColumn = -1;
     int m_rowAtPress = -1;
     bool m_shrinks = false;
@@ -140,12 +147,15 @@ private:
     QSet<int> m_hiddenByUser;
     bool m_fitted = false;
     bool m_fitting = false;
+    QList<int> m_spread;
     Filter m_filter;
     int m_filling = 0;      // of the grid, when the filter was set
     QBitArray m_outOfSight; // by row, those that it hides
     bool m_offersFilter = false;
     std::function<RowMark(int row)> m_marker;
     bool m_hasMarks = false;
+    mutable int m_paintedRow = -1;
+    mutable RowMark::Kind m_paintedGround = RowMark::None;
     QSet<int> m_setByUser; // columns whose width the user has set
 };
 

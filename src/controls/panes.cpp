@@ -7,10 +7,12 @@ namespace kervan {
 
 namespace {
 
-constexpr int rowsFirst = 14; // of the upper list, before the lower one has more than its least
+constexpr int rowsFirst = 14; // of the upper list, before its lines have more than their least
+constexpr int rowsBeside = 9; // before another page has
 constexpr int rowsKept = 6;   // of the upper list, whatever the user's share
 constexpr int rowsAlways = 2; // of the lower one
 constexpr double firstShare = 0.3;
+constexpr double shareBeside = 0.45;
 
 // The height of so many rows of the list, and of what stands around it.
 int heightWith(const QWidget *frame, const GridView *list, int rows)
@@ -91,10 +93,11 @@ void Panes::share()
     const GridView *shown = m_lower->listOfPage();
     const int least =
         shown ? heightWith(m_lower, shown, rowsAlways) : m_lower->minimumSizeHint().height();
-    const int wanted = m_share > 0 ? qMin(qRound(height() * m_share),
-                                          room - heightWith(m_upper, m_upperList, rowsKept))
-                                   : qMin(qRound(height() * firstShare),
-                                          room - heightWith(m_upper, m_upperList, rowsFirst));
+    const bool isOfList = m_lines && shown == m_lines;
+    const double share = m_share > 0 ? m_share : isOfList ? firstShare : shareBeside;
+    const int rowsLeft = m_share > 0 ? rowsKept : isOfList ? rowsFirst : rowsBeside;
+    const int wanted =
+        qMin(qRound(height() * share), room - heightWith(m_upper, m_upperList, rowsLeft));
     const int lower = qMax(least, wanted);
     if (sizes() == QList<int>{room - lower, lower})
         return;

@@ -58,13 +58,9 @@ QString spoken(const RowMark &mark)
         return u"Hata: "_s + mark.text;
     case RowMark::Warning:
         return u"Uyarı: "_s + mark.text;
-    case RowMark::Same:
-    case RowMark::Differs:
+    default:
         return mark.text;
-    case RowMark::None:
-        break;
     }
-    return {};
 }
 
 QColor groundOf(const QPalette &palette, RowMark::Kind kind, bool isTicked)
@@ -86,7 +82,14 @@ MarkHeader::MarkHeader(GridView *view)
 
 QSize MarkHeader::sizeHint() const
 {
-    return {pictureSide + 2 * air, 0};
+    return {m_count * (pictureSide + air) + air, 0};
+}
+
+void MarkHeader::setPictures(int count)
+{
+    m_count = count;
+    setVisible(count > 0);
+    viewport()->update();
 }
 
 // The numbers of the rows are none of the sources', and would be taken for theirs.
@@ -102,11 +105,13 @@ void MarkHeader::paintSection(QPainter *painter, const QRect &rect, int row) con
     QHeaderView::paintSection(painter, rect, row);
     painter->restore();
     const RowMark mark = m_view->markOf(row);
-    if (mark.kind == RowMark::None)
-        return;
     QRect place(0, 0, pictureSide, pictureSide);
     place.moveCenter(rect.center());
-    pictures()[mark.kind].paint(painter, place);
+    if (m_count > 1)
+        place.moveLeft(rect.left() + air);
+    pictures()[m_count > 1 ? mark.kind : mark.ground()].paint(painter, place);
+    if (m_count > 1)
+        pictures()[mark.written].paint(painter, place.translated(pictureSide + air, 0));
 }
 
 bool MarkHeader::viewportEvent(QEvent *event)

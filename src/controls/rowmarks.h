@@ -19,8 +19,12 @@ struct RowMark
         Same,   ///< the document written before has it just so
         Differs ///< it has it with other values
     };
-    Kind kind = None;
-    QString text; ///< plain, of one or more lines
+    Kind kind = None;    ///< a warning or an error
+    QString text = {};   ///< plain, of one or more lines
+    Kind written = None; ///< whether a document has it
+
+    /// Which of both tints the row.
+    Kind ground() const { return kind == None ? written : kind; }
 };
 
 /// What a reader says of a marked row: the kind, where the text alone does not tell it, and the
@@ -31,8 +35,9 @@ QString spoken(const RowMark &mark);
 /// high contrast, where the picture alone tells.
 QColor groundOf(const QPalette &palette, RowMark::Kind kind, bool isTicked);
 
-/// The narrow column in front of a list with the marks of its rows. Marks are asked of the list
-/// when they come into view.
+/// The narrow column in front of a list with the marks of its rows: one picture wide, or two where
+/// there are faults as well as rows that documents have. Marks are asked of the list when they come
+/// into view.
 class MarkHeader : public QHeaderView
 {
     Q_OBJECT
@@ -41,6 +46,8 @@ public:
     explicit MarkHeader(GridView *view);
 
     QSize sizeHint() const override;
+    /// How many pictures there is room for; none where the column is away.
+    void setPictures(int count);
 
 protected:
     void initStyleOptionForIndex(QStyleOptionHeader *option, int row) const override;
@@ -49,6 +56,7 @@ protected:
 
 private:
     GridView *m_view;
+    int m_count = 0;
 };
 
 } // namespace kervan

@@ -192,7 +192,11 @@ QList<Rule> slipRules(Fat &fat, const InvoiceHooks &hooks)
                         : QString();
          }}};
     rules += definitionValueRules(u"Kasa kodu"_s, cure, [&fat] { return fat.tanimlar.kasakodu; });
-    for (const Rule &rule : letterRules(Cells{l1, L1::Unvani, u"Ünvanı"_s, u"l1"_s, gets}))
+    for (const Rule &rule : letterRules(Cells{.grid = l1,
+                            .column = L1::Unvani,
+                            .name = u"Ünvanı"_s,
+                            .counts = gets,
+                            .broken = u"kasa fişlerinin hiçbirini"_s}))
         rules << withInvoice(rule, l1);
     rules << withInvoice(slipWords(fat), l1);
     return rules;
@@ -214,9 +218,10 @@ QList<Rule> targetRules(Fat &fat, const InvoiceHooks &hooks)
         return text.isEmpty() ? text : u"Otomatik kayıt dosyası "_s + text;
     };
     return {folderRule([&program] {
-                const QString automatic = automaticTarget(program);
-                return automatic.isEmpty() ? ilkKlasor(program.folder, program.folders.xc, {})
-                                           : automatic;
+                const Folders &folders = program.folders;
+                return folders.xf.isEmpty()
+                           ? fullName(program.folder, ilkKlasor(program.folder, folders.xc, {}))
+                           : automaticTarget(program);
             }),
             programFolderRule(program.folder), existing};
 }

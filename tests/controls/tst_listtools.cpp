@@ -180,9 +180,10 @@ private Q_SLOTS:
     {
         List l(three);
         QVERIFY(!l.view.verticalHeader()->isVisible());
-        QList<RowMark> marks{{}, {RowMark::Error, u"Tutar <0>\nve boş kod"_s}, {RowMark::Same, {}}};
+        QList<RowMark> marks{
+            {}, {RowMark::Error, u"Tutar <0>\nve boş kod"_s}, {.written = RowMark::Same}};
         l.view.setMarker([&](int row) { return marks[row]; });
-        l.view.marksChanged(true);
+        l.view.marksChanged(1);
         QVERIFY(l.view.verticalHeader()->isVisible());
 
         auto *table = QAccessible::queryAccessibleInterface(&l.view)->tableInterface();
@@ -200,10 +201,10 @@ private Q_SLOTS:
         QCOMPARE(tipAt(l.view.viewport()), told);
         QCOMPARE(tipAt(l.view.verticalHeader()->viewport()), told);
         marks[1] = {};
-        l.view.marksChanged(true);
+        l.view.marksChanged(1);
         tipAt(l.view.viewport());
         QTRY_VERIFY(!QToolTip::isVisible());
-        l.view.marksChanged(false);
+        l.view.marksChanged(0);
         QVERIFY(!l.view.verticalHeader()->isVisible());
         QCOMPARE(l.view.markOf(2).kind, RowMark::None);
     }
@@ -216,7 +217,7 @@ private Q_SLOTS:
             last = qMax(last, row);
             return RowMark{RowMark::Warning, {}};
         });
-        l.view.marksChanged(true);
+        l.view.marksChanged(1);
         l.view.grab();
         QVERIFY(last > 0 && last < 50);
     }
@@ -371,6 +372,7 @@ private Q_SLOTS:
         QCOMPARE(ticksOf(s.l1), (QList<int>{0, 2, 3, 4}));
         QTest::mouseClick(s.get<QCheckBox>(u"suz"_s), Qt::LeftButton, {}, {8, 8});
         QCOMPARE(shown(*s.upper), u"A C E"_s);
+        QCOMPARE(s.count(), u"2 / 3"_s);
         QVERIFY(s.filterText().contains(u"1 işaretli satır gizli"_s));
         s.get<QLineEdit>(u"aranan"_s)->setFocus();
         s.type(u" "_s); // goes on filtering

@@ -275,7 +275,7 @@ private Q_SLOTS:
             static_cast<CrWindow *>(walked)->cr().dosyaac(frame.accounts());
             auto *list = walked->findChild<GridView *>();
             list->setMarker([](int) { return RowMark{RowMark::Error, u"kod boş"_s}; });
-            list->marksChanged(true);
+            list->marksChanged(1);
             QTest::keyClick(list, Qt::Key_F, Qt::ControlModifier);
             QTest::keyClicks(walked->findChild<QWidget *>(u"aranan"_s), u"market"_s);
             walked->findChild<QAbstractButton *>(u"suz"_s)->click();

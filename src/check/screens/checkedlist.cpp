@@ -84,14 +84,18 @@ Panes *checkedPanes(const CheckedList &list)
     QObject::connect(
         gaps, &GapsPage::rereadWanted, list.window,
         [window = list.window, reread = list.reread] { readIntoList(window, reread); });
-    const auto step = [&](const QKeySequence &keys, int by) {
+    QObject::connect(findings, &FindingsPage::wanted, pane, [=] { pane->showPage(findings); });
+    const auto key = [&](const QKeySequence &keys, const std::function<void()> &action) {
         auto *shortcut = new QShortcut(keys, list.window);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);
-        QObject::connect(shortcut, &QShortcut::activated, findings,
-                         [findings, by] { findings->goOn(by); });
+        QObject::connect(shortcut, &QShortcut::activated, pane, action);
     };
-    step(Qt::Key_F8, 1);
-    step(Qt::SHIFT | Qt::Key_F8, -1);
+    key(Qt::Key_F8, [findings] { findings->goOn(1); });
+    key(Qt::SHIFT | Qt::Key_F8, [findings] { findings->goOn(-1); });
+    key(Qt::CTRL | Qt::SHIFT | Qt::Key_B, [pane, document] {
+        pane->showPage(document);
+        document->openDocument();
+    });
     return new Panes(list.frame, pane, list.linesView, list.memoryKey);
 }
 

@@ -4,6 +4,7 @@
 #include "controls/griddelegate.h"
 #include "controls/gridview.h"
 #include "controls/keyedbutton.h"
+#include "controls/pictures.h"
 #include "controls/theme.h"
 
 #include <QHBoxLayout>
@@ -37,7 +38,7 @@ protected:
 
 QList<GridColumn> problemColumns()
 {
-    return {{u"Satır"_s, 1200, Qt::AlignRight}, {u"Xml Sorunu"_s, 5000}, {u"Değer"_s, 6000}};
+    return {{u"Dosya satırı"_s, 1300, Qt::AlignRight}, {u"Xml Sorunu"_s, 5000}, {u"Değer"_s, 6000}};
 }
 
 } // namespace
@@ -63,8 +64,10 @@ DocumentPage::DocumentPage(FileDialogs &dialogs, QWidget *parent)
     m_problemView->setAccessibleName(u"Belgenin Xml sorunları"_s);
     m_problemView->hide();
 
-    auto *open = dialogButton(u"belgeac"_s, u"Belge aç"_s, u"Ctrl+Shift+B"_s, u"open"_s);
-    open->setToolTip(u"Daha önce yazılmış bir belgeyi okuyup gösterir"_s);
+    auto *open = new KeyedButton(u"Belge aç"_s, u"Ctrl+Shift+B"_s); // the keys are the window's
+    open->setObjectName(u"belgeac"_s);
+    open->setIcon(picture(u"open"_s));
+    open->setToolTip(u"Daha önce yazılmış bir belgeyi okuyup gösterir (Ctrl+Shift+B)"_s);
     connect(open, &QAbstractButton::clicked, this, &DocumentPage::openDocument);
 
     auto *head = new QHBoxLayout;

@@ -27,6 +27,8 @@ public:
     void show(const QString &path);
     /// Where the dialog of "Belge aç" starts.
     void setFolder(const QString &folder) { m_folder = folder; }
+    /// Asks for a document and shows it.
+    void openDocument();
     const QString &path() const { return m_path; }
     bool isReading() const { return m_reader.isRunning(); }
 
@@ -35,7 +37,6 @@ Q_SIGNALS:
     void shown(const QString &summary);
 
 private:
-    void openDocument();
     void fill(const DocumentTable &table);
 
     FileDialogs &m_dialogs;

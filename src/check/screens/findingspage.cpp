@@ -3,15 +3,20 @@
 #include "base/failure.h"
 #include "check/findingsfile.h"
 #include "controls/flowlayout.h"
+#include "controls/griddelegate.h"
 #include "controls/gridview.h"
+#include "controls/pictures.h"
 #include "controls/transferwidgets.h"
 
 #include <QCheckBox>
 #include <QHeaderView>
 #include <QLabel>
 #include <QPushButton>
+#include <QScrollBar>
 #include <QSignalBlocker>
 #include <QVBoxLayout>
+
+#include <algorithm>
 
 namespace kervan {
 
@@ -20,13 +25,14 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int mostShown = 5000;
+constexpr int pictureSide = 14;
 
 enum Column { Weight, Row, Number, Text, Cure };
 
 QList<GridColumn> columns()
 {
     return {{u"Önem"_s, 900},
-            {u"Satır"_s, 800, Qt::AlignRight},
+            {u"Sıra"_s, 800, Qt::AlignRight}, // of the list
             {u"Numara"_s, 1800},
             {u"Bulgu"_s, 6000},
             {u"Ne yapmalı"_s, 6000}};
@@ -36,6 +42,25 @@ QString wordOf(Level level)
 {
     return level == Level::Error ? u"Hata"_s : u"Uyarı"_s;
 }
+
+// Puts the picture that marks the row in front of the word.
+class FindingDelegate : public GridDelegate
+{
+public:
+    using GridDelegate::GridDelegate;
+
+protected:
+    void initStyleOption(QStyleOptionViewItem *option, const QModelIndex &index) const override
+    {
+        GridDelegate::initStyleOption(option, index);
+        if (index.column() != Weight || option->text.isEmpty())
+            return;
+        option->features |= QStyleOptionViewItem::HasDecoration;
+        option->icon =
+            picture(option->text == wordOf(Level::Error) ? u"markerror"_s : u"markwarning"_s);
+        option->decorationSize = {pictureSide, pictureSide};
+    }
+};
 
 } // namespace
 
@@ -51,6 +76,8 @@ FindingsPage::FindingsPage(Checks &checks, Window window, QWidget *parent)
 {
     setObjectName(u"denetim"_s);
     m_view->setAccessibleName(u"Bulgular"_s);
+    m_view->spread({Text, Cure});
+    m_view->setItemDelegate(new FindingDelegate(m_view));
     m_counts->setObjectName(u"bulguSayisi"_s);
     m_only->setObjectName(u"yalnizBulgulu"_s);
     m_only->setToolTip(u"Bulgusu olmayan satırları gizle"_s);
@@ -101,7 +128,11 @@ void FindingsPage::show()
                                                : u"Denetleniyor…"_s);
     Q_EMIT titleChanged(errors + warnings == 0 ? u"Denetim"_s
                                                : u"Denetim (%1)"_s.arg(errors + warnings));
-    m_current = -1;
+    // Errors first, and where the user stands stays where it is when others come and go.
+    m_findings = m_checks.findings();
+    std::ranges::stable_partition(
+        m_findings, [](const Finding &finding) { return finding.level == Level::Error; });
+    m_current = static_cast<int>(m_current < 0 ? -1 : m_findings.indexOf(m_currentFinding));
     m_isStale = true;
     if (isVisible())
         fill();
@@ -118,11 +149,18 @@ void FindingsPage::showEvent(QShowEvent *event)
 void FindingsPage::fill()
 {
     m_isStale = false;
+    const int top = m_view->verticalScrollBar()->value();
+    fillRows();
+    m_view->verticalScrollBar()->setValue(top);
+    markCurrent();
+}
+
+void FindingsPage::fillRows()
+{
     const int number = m_window.shape().number;
     const Grid::Refill refill(m_rows);
     m_rows.clear();
-    const QList<Finding> &findings = m_checks.findings();
-    for (const Finding &finding : findings.first(qMin(findings.size(), mostShown))) {
+    for (const Finding &finding : m_findings.first(qMin(m_findings.size(), mostShown))) {
         const int row = m_rows.addRow(wordOf(finding.level));
         if (finding.row >= 0)
             m_rows.setCell(row, Row, QString::number(finding.row + 1));
@@ -132,20 +170,26 @@ void FindingsPage::fill()
         m_rows.setCell(row, Text, finding.text);
         m_rows.setCell(row, Cure, finding.cure);
     }
-    if (findings.size() > mostShown) {
+    if (m_findings.size() > mostShown) {
         const int row = m_rows.addRow({});
-        m_rows.setCell(row, Text, u"ve %1 bulgu daha"_s.arg(findings.size() - mostShown));
+        m_rows.setCell(row, Text, u"ve %1 bulgu daha"_s.arg(m_findings.size() - mostShown));
     }
+}
+
+void FindingsPage::markCurrent()
+{
+    if (m_current >= 0 && m_current < m_rows.rows())
+        m_view->markRows({m_current});
 }
 
 void FindingsPage::goTo(int place)
 {
-    if (place < 0 || place >= m_checks.findings().size())
+    if (place < 0 || place >= m_findings.size())
         return;
     m_current = place;
-    const Finding finding = m_checks.findings()[place];
+    const Finding finding = m_currentFinding = m_findings[place];
     if (m_view->isVisible())
-        m_view->markRows({place});
+        markCurrent();
     if (finding.row < 0) {
         if (auto *control = m_window.screen->findChild<QWidget *>(finding.control))
             control->setFocus(Qt::ShortcutFocusReason);
@@ -162,14 +206,15 @@ void FindingsPage::goTo(int place)
 
 void FindingsPage::goOn(int step)
 {
-    const auto count = static_cast<int>(m_checks.findings().size());
+    const auto count = static_cast<int>(m_findings.size());
     if (count == 0)
         return m_window.tell(u"Denetimde bir şey bulunmadı."_s);
     const int from = m_current < 0 && step < 0 ? 0 : m_current;
-    goTo((from + step + count) % count);
-    m_window.tell(u"Bulgu %1 / %2: %3"_s.arg(m_current + 1)
-                      .arg(count)
-                      .arg(m_checks.findings()[m_current].text));
+    const int next = (from + step + count) % count;
+    if (m_findings[next].list == m_window.view->objectName())
+        Q_EMIT wanted(); // else the page of its own list is
+    goTo(next);
+    m_window.tell(u"Bulgu %1 / %2: %3"_s.arg(m_current + 1).arg(count).arg(m_currentFinding.text));
 }
 
 void FindingsPage::write()

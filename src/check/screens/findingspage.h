@@ -47,13 +47,17 @@ public:
 
 Q_SIGNALS:
     void titleChanged(const QString &title);
+    /// A key has gone to a finding, which is to be seen.
+    void wanted();
     /// The rows without a finding are to be hidden, or shown again.
     void onlyFoundWanted(bool only);
 
 private:
     void show();
     void fill();
+    void fillRows();
     void goTo(int finding);
+    void markCurrent();
     void write();
 
     Checks &m_checks;
@@ -64,7 +68,9 @@ private:
     FlowLayout *m_head = nullptr;
     QPushButton *m_write;
     QCheckBox *m_only;
-    int m_current = -1;
+    QList<Finding> m_findings; // in the order shown
+    int m_current = -1;        // of these
+    Finding m_currentFinding;  // there
     bool m_isStale = true;
 
 protected:

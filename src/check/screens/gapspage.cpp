@@ -27,8 +27,8 @@ GapsPage::GapsPage(Checks &checks, FileDialogs &dialogs,
     , m_rows({{u"Eksik olan"_s, 2400},
               {u"Kod"_s, 2400},
               {u"Adı"_s, 4500},
-              {u"Satır"_s, 900, Qt::AlignRight},
-              {u"Belge"_s, 900, Qt::AlignRight}})
+              {u"Kaç satır"_s, 1100, Qt::AlignRight},
+              {u"Kaç belge"_s, 1100, Qt::AlignRight}})
     , m_view(new GridView(m_rows, u"eksikler"_s))
     , m_open(new QPushButton(u"Tanım ekranını aç"_s))
     , m_reread(new QPushButton(u"Yeniden okut"_s))

@@ -15,6 +15,8 @@
 #include <QEvent>
 #include <QFileInfo>
 
+#include <algorithm>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -56,9 +58,8 @@ ListWatch::ListWatch(CheckedList list, FindingsPage *findings, DocumentPage *pag
     // In the midst of a write: nothing of it may end that.
     connect(&m_list.notes, &TextField::changed, this,
             [this] { passOver([this] { takeWritten(); }); });
-    connect(&m_readBack, &ReadBackBeside::done, this, [this](const ReadBack &result) {
-        m_line->setDisagreement(result.agrees ? QString() : result.sentence);
-    });
+    for (ReadBackBeside *readBack : {&m_readBack, &m_slipsReadBack})
+        connect(readBack, &ReadBackBeside::done, this, &ListWatch::takeReadBack);
     connect(m_page, &DocumentPage::shown, this, [this] {
         const QString folder = QFileInfo(m_page->path()).absolutePath();
         if (m_documents.folders().contains(folder))
@@ -117,9 +118,7 @@ RowMark ListWatch::markOf(int row) const
     const WrittenMark written = m_documents.marks().value(row);
     if (written.kind != WrittenMark::None) {
         texts << written.sentence;
-        const bool differs = written.kind == WrittenMark::Differs;
-        if (mark.kind == RowMark::None || (differs && mark.kind == RowMark::Warning))
-            mark.kind = differs ? RowMark::Differs : RowMark::Same;
+        mark.written = written.kind == WrittenMark::Differs ? RowMark::Differs : RowMark::Same;
     }
     mark.text = texts.join(u'\n');
     return mark;
@@ -127,10 +126,11 @@ RowMark ListWatch::markOf(int row) const
 
 void ListWatch::showMarks()
 {
-    bool any = m_documents.markedCount() > 0;
-    for (const Finding &finding : m_list.checks.findings())
-        any = any || (finding.row >= 0 && finding.list == m_list.view->objectName());
-    m_list.view->marksChanged(any);
+    const bool anyFound =
+        std::ranges::any_of(m_list.checks.findings(), [this](const Finding &finding) {
+            return finding.row >= 0 && finding.list == m_list.view->objectName();
+        });
+    m_list.view->marksChanged((anyFound ? 1 : 0) + (m_documents.markedCount() > 0 ? 1 : 0));
     if (m_list.view->isFiltered() && m_list.view->filteredBy() == onlyFound &&
         m_list.checks.isComplete())
         m_list.view->refilter();
@@ -178,17 +178,29 @@ void ListWatch::takeWritten()
 {
     const QList<Notes::Written> &written = m_list.notes.written();
     const qsizetype seen = std::exchange(m_writtenSeen, written.size());
-    if (written.isEmpty())
-        m_readBack.stop();                  // it would tell of what is past
-    if (written.size() <= seen || seen > 0) // the cash slips follow their invoices
-        return;
-    const QString path = written.first().path;
-    if (path.endsWith(cashEnding) && m_list.belowLimit) // the invoices before it were not written
-        return;
-    if (m_list.written)
-        m_readBack.start(path, m_list.written());
-    m_page->show(path);
-    m_documents.refresh();
+    if (written.isEmpty()) { // what is read would tell of what is past
+        m_readBack.stop();
+        m_slipsReadBack.stop();
+        m_refuted.clear();
+    }
+    for (const Notes::Written &document : written.sliced(qMin(seen, written.size()))) {
+        m_documents.refresh();
+        if (m_list.belowLimit && document.path.endsWith(cashEnding)) {
+            m_slipsReadBack.start(document.path,
+                                  {.family = DocumentFamily::CashSlips, .count = document.count});
+            continue;
+        }
+        if (m_list.written)
+            m_readBack.start(document.path, m_list.written());
+        m_page->show(document.path);
+    }
+}
+
+void ListWatch::takeReadBack(const ReadBack &result)
+{
+    if (!result.agrees)
+        m_refuted << result.sentence;
+    m_line->setDisagreement(m_refuted.join(u' '));
 }
 
 void ListWatch::untickWritten()

@@ -39,6 +39,7 @@ private:
     void lookForRows();
     void readFolders();
     void takeWritten();
+    void takeReadBack(const ReadBack &result);
     void untickWritten();
 
     CheckedList m_list;
@@ -46,7 +47,8 @@ private:
     DocumentPage *m_page;
     TotalsLine *m_line;
     WrittenDocuments m_documents;
-    ReadBackBeside m_readBack;
+    ReadBackBeside m_readBack, m_slipsReadBack;
+    QStringList m_refuted;       // of what was written last
     QTimer m_soon;               // the list has changed
     qsizetype m_writtenSeen = 0; // of the notes
 };

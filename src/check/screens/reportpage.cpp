@@ -42,7 +42,7 @@ void ReportPage::show()
 {
     QStringList reasons;
     for (const auto &[reason, count] : m_report.reasons())
-        reasons << u"%1: %2"_s.arg(reason).arg(count);
+        reasons << u"%1 kayıt: %2"_s.arg(count).arg(reason);
     const QString file = QFileInfo(m_report.source()).fileName();
     m_counts->setText(reasons.isEmpty() ? file : file + u" · "_s + reasons.join(u" · "_s));
     m_counts->setAccessibleName(m_counts->text());

@@ -448,9 +448,7 @@ QList<Rule> rulesOf(Fatduz &fatduz, const InvoiceHooks &)
                                    Level::Warning,
                                    u"Ödeme planını sayfada girin ya da Logo'da seçin."_s),
                          l1)
-          << folderRule([&program] {
-                 return ilkKlasor(program.folder, program.folders.xc, program.folders.xf);
-             });
+          << targetRule(program);
     Rule split = doubledRule({l1, L1::FaturaNumarasi, u"Fatura numarası"_s}, u"fatura numarası"_s,
                              Level::Error,
                              u"Sayfayı fatura numarasına göre sıralayıp yeniden okutun: bölünmüş "

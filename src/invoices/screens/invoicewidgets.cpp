@@ -145,7 +145,7 @@ QPushButton *dailyChoicesButton(QWidget *window, Notes &notes, const QList<Daily
                              remember(keyOf(choice), choice.field.text());
                          showWhich();
                      });
-    QObject::connect(button, &QAbstractButton::clicked, window, [&notes, choices, keyOf] {
+    QObject::connect(button, &QAbstractButton::clicked, window, [window, &notes, choices, keyOf] {
         bool isFirst = true; // nothing was remembered yet
         for (const DailyChoice &choice : choices) {
             const QString text = remembered(keyOf(choice)).toString();
@@ -160,7 +160,7 @@ QPushButton *dailyChoicesButton(QWidget *window, Notes &notes, const QList<Daily
             choice.pick();
         }
         if (isFirst)
-            notes.add(u"Hatırlanan seçim yok: ilk belge yazıldığında saklanır."_s);
+            tellBelow(window, u"Hatırlanan seçim yok: ilk belge yazıldığında saklanır."_s);
     });
     return button;
 }
