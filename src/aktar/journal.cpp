@@ -175,7 +175,7 @@ QString recover(const QString &programFolder)
                "kondu."_s;
     }
     QList<Move> moves;
-    for (const QJsonValue &move : object[u"tasi"].toArray())
+    for (const auto &move : object[u"tasi"].toArray())
         moves << Move{move[0].toString(), move[1].toString()};
     finish(programFolder, folder, moves);
     return u"Yarıda kalan aktarım tamamlandı: belgeleri yerlerine kondu."_s;
