@@ -57,7 +57,8 @@ QStringList expanded(const QStringList &sources)
 Status runTransfer(const Transfer &transfer, const QStringList &arguments,
                    const CommandWorld &world)
 {
-    const auto &[out, tell] = world.streams;
+    const auto &out = world.streams.out;
+    const auto &tell = world.streams.tell;
     Status status = Done;
     const auto misused = passOver([&] {
         Options options = readOptions(transfer.command, arguments, optionsOf(transfer));
@@ -127,7 +128,8 @@ Status OpenFolder::enter(const std::function<void(const QString &line)> &tell)
 
 int runCommand(const QStringList &arguments, const CommandWorld &world)
 {
-    const auto &[out, tell] = world.streams;
+    const auto &out = world.streams.out;
+    const auto &tell = world.streams.tell;
     const QString command = arguments.value(0);
     const bool wantsHelp = arguments.contains(u"--help"_s) || arguments.contains(u"-h"_s);
     const Transfer *transfer = findTransfer(command);

@@ -13,6 +13,8 @@
 #include <QComboBox>
 #include <QDir>
 
+#include <cstdlib>
+
 using namespace kervan;
 using namespace Qt::StringLiterals;
 
@@ -95,4 +97,5 @@ int main(int argc, char **argv)
     OdbcServer sqlServer;
     for (const QString &folder : QCoreApplication::arguments().sliced(1))
         transferFolder(QDir(folder).absolutePath(), sqlServer);
+    std::_Exit(0); // what still reads documents back is left to end alone
 }
