@@ -32,6 +32,7 @@ public:
 
     int rows() const { return static_cast<int>(m_rows.size()); }
     bool isEmpty() const { return m_rows.isEmpty(); }
+    bool isTickable() const { return m_kind == Tickable; }
     const QList<GridColumn> &columns() const { return m_columns; }
 
     /// Adds a row with the text of its column 0; returns its position.

@@ -4,6 +4,7 @@
 #include "cards/st.h"
 #include "cards/stoktrf.h"
 #include "check/listrules.h"
+#include "check/readinessrules.h"
 #include "text/ini.h"
 #include "text/numbers.h"
 #include "text/spellings.h"

@@ -96,6 +96,16 @@ std::optional<Decimal> Decimal::times(qint64 factor, int places) const
     return result;
 }
 
+Decimal Decimal::rounded(int places) const
+{
+    Units unit = 1;
+    for (int left = decimals; left > places; --left)
+        unit *= 10;
+    Decimal result;
+    result.m_units = (m_units + (isNegative() ? -unit : unit) / 2) / unit * unit;
+    return result;
+}
+
 QString Decimal::text(int leastDecimals) const
 {
     // From the last digit to the first, since the count of the decimals is known behind.

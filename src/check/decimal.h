@@ -49,6 +49,9 @@ public:
                           static_cast<quint64>(value.m_units >> 64));
     }
 
+    /// Half a unit of the last decimal goes away from zero.
+    Decimal rounded(int places) const;
+
     bool isZero() const { return m_units == 0; }
     bool isNegative() const { return m_units < 0; }
 

@@ -14,6 +14,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr std::size_t mostRows = 10'000;
+constexpr int cents = 2;
 
 using Field = DocumentRecord::Field;
 
@@ -141,6 +142,14 @@ QString kindOf(DocumentFamily family, const QString &kind)
     return kind;
 }
 
+// The amounts of invoices are reckoned here, of prices with fifteen digits; others are as written.
+QString told(DocumentFamily family, const std::optional<Decimal> &amount)
+{
+    if (!amount)
+        return {};
+    return (family == DocumentFamily::Invoices ? amount->rounded(cents) : *amount).text();
+}
+
 class Filler
 {
 public:
@@ -183,9 +192,9 @@ private:
                        ? QString::number(record.lines)
                        : u"%1 (%2 eksik)"_s.arg(record.lines).arg(record.linesLacking);
         case Column::Net:
-            return record.net ? record.net->text() : QString();
+            return told(record.family, record.net);
         case Column::Sum:
-            return record.sum ? record.sum->text() : QString();
+            return told(record.family, record.sum);
         case Column::OfField:
             break;
         }
@@ -234,11 +243,13 @@ QString DocumentTable::summary() const
     if (!reading.fault.isEmpty())
         return u"%1: okunamadı. %2"_s.arg(QFileInfo(path).fileName(), reading.fault);
     QStringList parts{u"%1 %2"_s.arg(reading.records).arg(nameOf(reading.family))};
-    const bool isCount = reading.family == DocumentFamily::Counts;
+    const QString what = reading.family == DocumentFamily::Counts     ? u"miktar"_s
+                         : reading.family == DocumentFamily::Invoices ? u"indirimden önce Kdv'li"_s
+                                                                      : u"tutar"_s;
     if (sum)
-        parts << (isCount ? u"miktar %1"_s : u"tutar %1"_s).arg(sum->text());
+        parts << what + u' ' + told(reading.family, sum);
     if (net)
-        parts << u"net %1"_s.arg(net->text());
+        parts << u"net %1"_s.arg(told(reading.family, net));
     parts << time.toString(u"dd.MM.yyyy HH:mm"_s);
     if (lacking > 0)
         parts << u"%1 kayıtta boş alan var"_s.arg(lacking);

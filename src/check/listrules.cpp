@@ -5,18 +5,10 @@
 #include "text/dates.h"
 #include "text/numbers.h"
 #include "text/spellings.h"
-#include "transfer/target.h"
 
-#include <QDateTime>
-#include <QDir>
-#include <QFileInfo>
 #include <QHash>
 
 #include <algorithm>
-
-#ifdef Q_OS_WIN
-#include <windows.h>
-#endif
 
 namespace kervan {
 
@@ -104,7 +96,10 @@ ReadDate keptLast(ReadDate read)
 
 Rule markupRule()
 {
-    return {.name = u"XML işareti"_s, .level = Level::Error, .cure = sourceCure()};
+    return {.name = u"XML işareti"_s,
+            .level = Level::Error,
+            .cure = u"Değeri kaynağında değiştirin ya da \"Logo'nun okuyacağı biçimde yaz\"ı "
+                    "işaretleyin."_s};
 }
 
 Rule letterRule()
@@ -227,27 +222,6 @@ private:
     QHash<QString, qsizetype> m_places; // in m_gaps, by code
 };
 
-bool isOfOtherMachine(const QString &path)
-{
-    const QString name = QDir::fromNativeSeparators(path);
-#ifdef Q_OS_WIN
-    if (GetDriveTypeW(name.left(3).toStdWString().c_str()) == DRIVE_REMOTE)
-        return true;
-#endif
-    return name.startsWith(u"//"_s);
-}
-
-// Windows marks folders of its own as read only that everybody writes into, and tells rights only
-// by trying.
-bool isWritable([[maybe_unused]] const QFileInfo &folder)
-{
-#ifdef Q_OS_WIN
-    return true;
-#else
-    return folder.isWritable();
-#endif
-}
-
 } // namespace
 
 QString quoted(const QString &value)
@@ -326,7 +300,9 @@ QList<Rule> letterRules(const TextField &field, const QString &name, const QStri
 {
     Rule markup = markupRule();
     Rule letters = letterRule();
-    markup.cure = letters.cure = u"Değeri kendi ekranında düzeltin."_s;
+    letters.cure = u"Değeri kendi ekranında düzeltin."_s;
+    markup.cure = u"Değeri kendi ekranında düzeltin ya da \"Logo'nun okuyacağı biçimde yaz\"ı "
+                  "işaretleyin."_s;
     markup.control = letters.control = control;
     markup.ofScreen = [&field, name] {
         return faultOfMarkup(name, field.text());
@@ -510,99 +486,6 @@ QList<Rule> amountRules(const Cells &cells, const ReadAmount &read)
 QList<Rule> amountRules(const Cells &cells)
 {
     return amountRules(cells, [](QStringView cell) { return number(cell); });
-}
-
-Rule folderRule(std::function<QString()> target)
-{
-    return {.name = u"belge klasörü"_s,
-            .level = Level::Error,
-            .cure = u"Dosya konumları ekranında yazılabilen bir klasör seçin."_s,
-            .ofScreen = [target = std::move(target)]() -> QString {
-                const QString path = target();
-                if (path.isEmpty() || isOfOtherMachine(path))
-                    return {};
-                QFileInfo folder(path);
-                if (!folder.isDir())
-                    folder.setFile(folder.path());
-                if (!folder.isDir())
-                    return u"Belgelerin klasörü yok: %1"_s.arg(folder.filePath());
-                return isWritable(folder)
-                           ? QString()
-                           : u"Belgelerin klasörüne yazılamıyor: %1"_s.arg(folder.filePath());
-            }};
-}
-
-Rule targetRule(const Program &program)
-{
-    return folderRule([&program] {
-        const Folders &folders = program.folders;
-        return fullName(program.folder, ilkKlasor(program.folder, folders.xc, folders.xf));
-    });
-}
-
-Rule existingFileRule(std::function<QString()> target)
-{
-    return {.name = u"var olan dosya"_s,
-            .cure = u"Eski belge daha aktarılmadıysa önce başka bir yere alın."_s,
-            .ofScreen = [target = std::move(target)]() -> QString {
-                const QString path = target();
-                if (path.isEmpty() || isOfOtherMachine(path))
-                    return {};
-                const QFileInfo file(path);
-                if (!file.isFile())
-                    return {};
-                const QString time = file.lastModified().toString(u"dd.MM.yyyy HH:mm"_s);
-                return u"%1 zaten var (%2), üzerine yazılır."_s.arg(file.fileName(), time);
-            }};
-}
-
-Rule databaseRule(const QString &path)
-{
-    return {.name = u"veritabanı"_s,
-            .level = Level::Error,
-            .cure = u"Program klasörünü yedekten geri koyun ya da programı yeniden kurun."_s,
-            .ofScreen = [path] {
-                return QFileInfo::exists(path)
-                           ? QString()
-                           : u"%1 yok: tanımlar okunamadı."_s.arg(QFileInfo(path).fileName());
-            }};
-}
-
-Rule definitionsRule(std::function<std::optional<Failure>()> unread)
-{
-    return {.name = u"tanımlar"_s,
-            .level = Level::Error,
-            .cure = u"Veritabanını yedekten geri koyun, sonra bu ekranı kapatıp yeniden açın."_s,
-            .ofScreen = [unread = std::move(unread)] {
-                const auto failed = unread();
-                return failed ? u"Tanımlar okunamadı: %1"_s.arg(failed->headline()) : QString();
-            }};
-}
-
-Rule counterRule(const QString &file, std::function<QString()> stored)
-{
-    return {.name = u"sayaç"_s,
-            .level = Level::Error,
-            .cure = u"Dosyanın ilk satırına son verilen numarayı yazın."_s,
-            .ofScreen = [file, stored = std::move(stored)] {
-                const QString text = stored();
-                return isBlank(text) || number(text)
-                           ? QString()
-                           : u"%1 dosyasındaki %2 bir sayı değil: numaralar 1'den başlar."_s.arg(
-                                 file, quoted(text));
-            }};
-}
-
-Rule programFolderRule(const QString &folder)
-{
-    return {.name = u"program klasörü"_s,
-            .level = Level::Error,
-            .cure = u"Klasöre yazma hakkı verin ya da programı yazılabilen bir klasöre taşıyın."_s,
-            .ofScreen = [folder] {
-                return isWritable(QFileInfo(folder))
-                           ? QString()
-                           : u"Program klasörüne yazılamıyor: %1"_s.arg(folder);
-            }};
 }
 
 std::unique_ptr<Survey> surveyOf(const Grid &list, QList<Rule> rules)

@@ -25,11 +25,6 @@ void Totals::setBelowLimit(std::function<bool(int row)> isBelow)
     forget();
 }
 
-bool Totals::isTickable() const
-{
-    return !m_list.isEmpty() && m_list.flags(m_list.index(0, 0)).testFlag(Qt::ItemIsUserCheckable);
-}
-
 const RowSums &Totals::taken() const
 {
     if (!m_isCounted)
@@ -145,13 +140,14 @@ QStringList Totals::amountsOf(const RowSums &sums) const
     return amounts;
 }
 
-// The document's own amount is what the list is about, and needs no heading; a count's quantity
-// does.
+// The only amount of a document is what the list is about, and needs no heading; one of several
+// does, and a count's quantity.
 QString Totals::told(const RowSums &sums) const
 {
     if (sums.amounts.isEmpty())
         return {};
-    return isTickable() ? sums.amounts.first().text() : amountsOf(sums).constFirst();
+    return isTickable() && sums.amounts.size() == 1 ? sums.amounts.first().text()
+                                                    : amountsOf(sums).constFirst();
 }
 
 QStringList Totals::told() const

@@ -38,7 +38,7 @@ public:
 
     /// Of the rows that go into a document: the ticked ones, or all of a list without ticks.
     const RowSums &taken() const;
-    bool isTickable() const;
+    bool isTickable() const { return m_list.isTickable(); }
     /// Of the rows for which `rows` gives ranges, the first and the last of each.
     RowSums of(const QList<std::pair<int, int>> &rows) const;
 

@@ -100,13 +100,16 @@ private:
 
 } // namespace
 
-void GridView::copySelection(Headings headings) const
+void GridView::copySelection(Headings headings)
 {
     const QList<int> rows = selectedPositions();
     if (rows.isEmpty())
         return;
-    if (headings == Headings::With)
-        return copyAsSheet(rows);
+    if (headings == Headings::With) {
+        copyAsSheet(rows);
+        Q_EMIT copiedAsSheet(static_cast<int>(rows.size()));
+        return;
+    }
     QStringList lines;
     for (const int row : rows) {
         QStringList cells;

@@ -30,14 +30,9 @@ QVariantList asVariants(const QSet<int> &numbers)
 
 } // namespace
 
-bool GridView::isTickable() const
-{
-    return m_grid.flags(m_grid.index(0, 0)).testFlag(Qt::ItemIsUserCheckable);
-}
-
 bool GridView::isTicked(int row) const
 {
-    return row >= 0 && row < m_grid.rows() && m_grid.ticked(row) && isTickable();
+    return row >= 0 && row < m_grid.rows() && m_grid.isTickable() && m_grid.ticked(row);
 }
 
 void GridView::tickRows(bool tick)

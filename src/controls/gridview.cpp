@@ -73,8 +73,11 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
     horizontalScrollBar()->setAccessibleName(u"Yatay kaydırma"_s);
     verticalScrollBar()->setAccessibleName(u"Dikey kaydırma"_s);
     setItemDelegate(new GridDelegate(this));
-    // A tick is told of by the first cell, and tints its whole row.
+    // A tick is told of by the first cell, and tints its whole row; the frame of the current row
+    // goes round all of it.
     connect(&grid, &QAbstractItemModel::dataChanged, viewport(), qOverload<>(&QWidget::update));
+    connect(selectionModel(), &QItemSelectionModel::currentRowChanged, viewport(),
+            qOverload<>(&QWidget::update));
     m_header->setContextMenuPolicy(Qt::CustomContextMenu);
     connect(m_header, &QWidget::customContextMenuRequested, this,
             [this](const QPoint &place) { showColumnMenu(m_header->mapToGlobal(place)); });

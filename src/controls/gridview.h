@@ -34,7 +34,7 @@ public:
     QList<int> selectedPositions() const;
     enum class Headings { Without, With };
     /// Copies the selected rows in sight; with headings, in a form that spreadsheets take.
-    void copySelection(Headings headings = Headings::Without) const;
+    void copySelection(Headings headings = Headings::Without);
     /// The first columns stay in view while the others are scrolled.
     void freeze(int columns);
     /// Rows with the same text in this column belong to one customer.
@@ -47,7 +47,7 @@ public:
     /// a filter hides, it is the first selected one, or the next in sight.
     void enter(int row = -1);
     Grid &grid() const { return m_grid; }
-    bool isTickable() const;
+    bool isTickable() const { return m_grid.isTickable(); }
     bool isTicked(int row) const;
     /// Goes to a row and a cell of it, and selects the row; a filter that hides it ends.
     void goTo(int row, int column = 0);
@@ -99,6 +99,8 @@ Q_SIGNALS:
     void movedTo(int row);
     /// Rows were hidden or shown, or the filter ended.
     void filterChanged();
+    /// So many rows went to the clipboard with their headings.
+    void copiedAsSheet(int rows);
 
 protected:
     void keyPressEvent(QKeyEvent *event) override;

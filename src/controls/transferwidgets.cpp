@@ -203,6 +203,10 @@ void addListTools(QWidget *window)
 {
     installFind(window);
     installUndo(window);
+    for (const GridView *list : window->findChildren<GridView *>())
+        QObject::connect(list, &GridView::copiedAsSheet, window, [window](int rows) {
+            tellBelow(window, u"%1 satır başlıklarıyla kopyalandı."_s.arg(rows));
+        });
 }
 
 void leadThroughPanes(QWidget *window)

@@ -81,7 +81,7 @@ void Fat::readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar)
                                       : stateFault(u"Tahsilat"_s, cut(line, 22, 1), 22);
             if (!fault.isEmpty())
                 okuma.add(place, line, fault);
-        } else if (!trimmedBlanks(line).isEmpty()) {
+        } else if (!trimmedBlanks(line).isEmpty() && !(place == 1 && line.startsWith(u"@1"))) {
             okuma.add(place, line, u"Tanınmayan kayıt: \"%1\"."_s.arg(line.left(2)));
         }
     }

@@ -1,10 +1,11 @@
 #include "slips/slipchecks.h"
 
-#include "base/codepage.h"
 #include "base/failure.h"
 #include "check/listrules.h"
+#include "check/readinessrules.h"
 #include "slips/columns.h"
 #include "slips/slipscreen.h"
+#include "slips/slipwords.h"
 #include "text/numbers.h"
 #include "text/spellings.h"
 
@@ -21,122 +22,6 @@ namespace {
 QString sourceCure()
 {
     return u"Kaynakta tamamlayıp yeniden okutun."_s;
-}
-
-// The documents that a list goes into. Those of text exports have no button on any screen, and a
-// text export comes into the list by commands that have none either.
-QList<const SlipDocument *> documentsOf(const SlipForm &form, bool ofBankList)
-{
-    QList<const SlipDocument *> documents;
-    for (const SlipCommand &command : form.commands) {
-        const auto *write = std::get_if<WriteDocument>(&command.action);
-        if (!write)
-            continue;
-        const SlipDocument &document = write->document();
-        const bool isReached = command.shown || !document.takesTicked();
-        if (isReached && document.ofBankList == ofBankList && document.kind != SlipKind::None)
-            documents << &document;
-    }
-    return documents;
-}
-
-// Whether a row of `l1` is one of the document's, ticked or not.
-bool takesRow(const SlipScreen &screen, const SlipDocument &document, int row)
-{
-    if (!document.takesTicked())
-        return screen.metinden() && document.takes(screen.l1, row);
-    return !screen.metinden() &&
-           (document.needs == ReadKind::None || document.needs == screen.okunan());
-}
-
-// Words of the template in values.
-
-// Each slip's filling runs over all slips before it, so a word of a step that is through by then
-// is found by the next slip. Said as if all rows were written.
-class WordsInSlips
-{
-public:
-    WordsInSlips(const SlipScreen &screen, const SlipDocument &document, const Grid &grid)
-        : m_screen(screen)
-        , m_document(document)
-        , m_grid(grid)
-    {
-    }
-
-    QString faultOf(int row)
-    {
-        QString fault;
-        passOver([&] {
-            if (row == 0 || !m_filling)
-                prepare();
-            if (takes(row))
-                fault = faultOfValues(row);
-        });
-        return fault;
-    }
-
-private:
-    void prepare()
-    {
-        m_filling.reset();
-        m_source = std::make_shared<SlipSource>(
-            SlipSource{m_grid, m_screen.codes(), m_screen.form().salesman});
-        m_filling = fillingOf(m_document, *m_source, m_screen.program().clock);
-    }
-    bool takes(int row) const
-    {
-        return m_document.ofBankList || takesRow(m_screen, m_document, row);
-    }
-
-    QString faultOfValues(int row)
-    {
-        const QStringList values = m_filling->values(row);
-        if (!m_filling->record.mayChange(values, Sablon::Steps::All))
-            return {};
-        QString fault = faultOfWords(m_filling->record, m_filling->placeholders, values);
-        int next = row + 1;
-        while (next < m_grid.rows() && !takes(next))
-            ++next;
-        if (!fault.isEmpty() || next == m_grid.rows())
-            return fault;
-        QByteArray written;
-        m_filling->record.doldur(values, written);
-        const QStringList nextValues = m_filling->values(next);
-        if (sablondoldur(written, fillsOf(m_filling->placeholders, nextValues)) == written)
-            return {};
-        for (qsizetype step = 0; step < m_filling->placeholders.size(); ++step) {
-            const QByteArray &word = m_filling->placeholders[step];
-            for (const QString &value : values) {
-                if (toCodePage(value).contains(word))
-                    return u"%1 içindeki \"%2\" şablonun sözcüğüdür, bir sonraki fiş yazılırken "
-                           "yerine %3 gelir."_s.arg(quoted(value), fromCodePage(word),
-                                                    quoted(nextValues[step]));
-            }
-        }
-        return u"Değerlerde şablonun sözcükleri var, belge listedekinden başka olur."_s;
-    }
-
-    const SlipScreen &m_screen;
-    const SlipDocument &m_document;
-    const Grid &m_grid;
-    std::shared_ptr<SlipSource> m_source;
-    std::optional<Filling> m_filling; // of m_source
-};
-
-QList<Rule> wordRules(const SlipScreen &screen, const Grid &grid, bool ofBankList)
-{
-    QList<Rule> rules;
-    for (const SlipDocument *document : documentsOf(screen.form(), ofBankList)) {
-        auto words = std::make_shared<WordsInSlips>(screen, *document, grid);
-        rules << Rule{.name = u"şablon sözcüğü"_s,
-                      .level = Level::Error,
-                      .cure = u"Değeri kaynağında değiştirip yeniden okutun."_s,
-                      .list = ofBankList ? u"l2"_s : u"l1"_s,
-                      .ofRow = [words](int row) {
-                          return words->faultOf(row);
-                      }};
-    }
-    return rules;
 }
 
 // Dates and amounts.
@@ -236,22 +121,35 @@ Rule staffRule(const SlipScreen &screen, int column, Level level, const QString 
 
 // The lists.
 
+// Makes the cells of columns of `l1`, which count while the list is of a text export or is not.
+auto columnsOf(const SlipScreen &screen, bool ofText)
+{
+    return [&screen, ofText](int column, const QString &name) {
+        return Cells{
+            .grid = screen.l1, .column = column, .name = name, .counts = [&screen, ofText](int) {
+                return screen.metinden() == ofText;
+            }};
+    };
+}
+
+// What the workbooks of all screens have alike.
+QList<Rule> sharedRules(const SlipScreen &screen, const Cells &date, const Cells &amount,
+                        const Cells &code)
+{
+    return movementDateRules(date, screen) + slipAmountRules(amount, &amountOf)
+           << emptyRule(code, u"boş cari kodu"_s, Level::Error, sourceCure())
+           << oddAmountRule(screen);
+}
+
 QList<Rule> movementRules(SlipScreen &screen)
 {
-    const auto counts = [&screen](int) {
-        return !screen.metinden();
-    };
-    const auto cells = [&](int column, const QString &name) {
-        return Cells{.grid = screen.l1, .column = column, .name = name, .counts = counts};
-    };
+    const auto cells = columnsOf(screen, false);
     const Cells code = cells(Hareket::CariKodu, u"Cari kodu"_s);
     const Cells title = cells(Hareket::Unvani, u"Ünvan"_s);
     const Cells till = cells(Hareket::KasaKodu, u"Kasa kodu"_s);
-    QList<Rule> rules = movementDateRules(cells(Hareket::Tarih, u"Tarih"_s), screen) +
-                        slipAmountRules(cells(Hareket::Tutar, u"Tutar"_s), &amountOf);
-    rules << emptyRule(code, u"boş cari kodu"_s, Level::Error, sourceCure())
-          << emptyRule(title, u"boş ünvan"_s, Level::Warning, sourceCure())
-          << oddAmountRule(screen);
+    QList<Rule> rules = sharedRules(screen, cells(Hareket::Tarih, u"Tarih"_s),
+                                    cells(Hareket::Tutar, u"Tutar"_s), code);
+    rules << emptyRule(title, u"boş ünvan"_s, Level::Warning, sourceCure());
     if (screen.form().files.first().layout.staff)
         rules << staffRule(screen, Hareket::KasaKodu, Level::Error, u"kasa kodu boş kalır."_s);
     else
@@ -261,31 +159,20 @@ QList<Rule> movementRules(SlipScreen &screen)
 
 QList<Rule> duzeyRules(SlipScreen &screen)
 {
-    const auto counts = [&screen](int) {
-        return !screen.metinden();
-    };
-    const auto cells = [&](int column, const QString &name) {
-        return Cells{.grid = screen.l1, .column = column, .name = name, .counts = counts};
-    };
+    const auto cells = columnsOf(screen, false);
     const Cells code = cells(DuzeyHareket::CariKodu, u"Cari kodu"_s);
     const Cells text = cells(DuzeyHareket::Aciklama, u"Açıklama"_s);
     const Cells seller = cells(DuzeyHareket::SaticiKodu, u"Satıcı kodu"_s);
-    QList<Rule> rules = movementDateRules(cells(DuzeyHareket::Tarih, u"Tarih"_s), screen) +
-                        slipAmountRules(cells(DuzeyHareket::Tutar, u"Tutar"_s), &amountOf);
-    rules << emptyRule(code, u"boş cari kodu"_s, Level::Error, sourceCure())
-          << oddAmountRule(screen)
-          << staffRule(screen, DuzeyHareket::SaticiKodu, Level::Warning,
+    QList<Rule> rules = sharedRules(screen, cells(DuzeyHareket::Tarih, u"Tarih"_s),
+                                    cells(DuzeyHareket::Tutar, u"Tutar"_s), code);
+    rules << staffRule(screen, DuzeyHareket::SaticiKodu, Level::Warning,
                        u"fişin satıcısı boş kalır."_s);
     return rules + letterRules(QList<Cells>{code, text, seller});
 }
 
 QList<Rule> textRules(SlipScreen &screen)
 {
-    const auto cells = [&](int column, const QString &name) {
-        return Cells{.grid = screen.l1, .column = column, .name = name, .counts = [&screen](int) {
-                         return screen.metinden();
-                     }};
-    };
+    const auto cells = columnsOf(screen, true);
     const Cells code = cells(MetinHareket::CariKod, u"Cari kodu"_s);
     const Cells number = cells(MetinHareket::MuhBelgeNo, u"Belge no"_s);
     Cells due = cells(MetinHareket::VadeTarihi, u"Vade tarihi"_s);

@@ -1,6 +1,7 @@
 #include "stocktake/countchecks.h"
 
 #include "check/listrules.h"
+#include "check/readinessrules.h"
 #include "stocktake/sayimform.h"
 #include "text/numbers.h"
 #include "text/spellings.h"

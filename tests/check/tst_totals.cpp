@@ -105,9 +105,9 @@ private Q_SLOTS:
 case                       ; rows                                   ; ticks ; told
 nothing                    ;                                        ;       ;
 no tick                    ; F1 a c 10,00 1,8|F2 a c 5 0            ; --    ; 2 fatura · işaretli yok
-exact beyond a double      ; F1 a c 0,10 0|F2 a c 9.007.199.254.740,99 0,005 ; xx ; 2 fatura · 2 işaretli 9.007.199.254.741,09 · 1 kasa sınırı altında
-unreadable, told and left  ; F1 a c 10,00 x|F2 a c|F3 a c 1 1       ; xx-   ; 3 fatura · 2 işaretli 10,00 · 1 kasa sınırı altında · 3 tutar okunamadı
-negative                   ; F1 a c -1.234,50 -1|F2 a c 34,50 1     ; xx    ; 2 fatura · 2 işaretli -1.200,00 · 2 kasa sınırı altında)"_s);
+exact beyond a double      ; F1 a c 0,10 0|F2 a c 9.007.199.254.740,99 0,005 ; xx ; 2 fatura · 2 işaretli Tutar 9.007.199.254.741,09 · 1 kasa sınırı altında
+unreadable, told and left  ; F1 a c 10,00 x|F2 a c|F3 a c 1 1       ; xx-   ; 3 fatura · 2 işaretli Tutar 10,00 · 1 kasa sınırı altında · 3 tutar okunamadı
+negative                   ; F1 a c -1.234,50 -1|F2 a c 34,50 1     ; xx    ; 2 fatura · 2 işaretli Tutar -1.200,00 · 2 kasa sınırı altında)"_s);
     }
     void aListIsToldAsItStands()
     {

@@ -81,9 +81,11 @@ Panes *checkedPanes(const CheckedList &list)
         if (list.secondRows)
             memory->add(*list.secondRows, list.secondShape);
     }
-    QObject::connect(
-        gaps, &GapsPage::rereadWanted, list.window,
-        [window = list.window, reread = list.reread] { readIntoList(window, reread); });
+    QObject::connect(gaps, &GapsPage::rereadWanted, list.window,
+                     [window = list.window, reread = list.reread, line] {
+                         readIntoList(window, reread);
+                         line->acceptOffers();
+                     });
     QObject::connect(findings, &FindingsPage::wanted, pane, [=] { pane->showPage(findings); });
     const auto key = [&](const QKeySequence &keys, const std::function<void()> &action) {
         auto *shortcut = new QShortcut(keys, list.window);

@@ -167,7 +167,10 @@ void FindingsPage::fillRows()
         const bool isInList = finding.list == m_window.view->objectName();
         if (isInList && finding.row >= 0 && finding.row < m_window.list.rows() && number >= 0)
             m_rows.setCell(row, Number, m_window.list.cell(finding.row, number));
-        m_rows.setCell(row, Text, finding.text);
+        const QString prefix = m_rows.cell(row, Number) + u": "_s;
+        m_rows.setCell(row, Text,
+                       finding.text.startsWith(prefix) ? finding.text.sliced(prefix.size())
+                                                       : finding.text);
         m_rows.setCell(row, Cure, finding.cure);
     }
     if (m_findings.size() > mostShown) {

@@ -144,10 +144,14 @@ void TotalsLine::showOffers()
     for (const TickOffer *offer : std::as_const(m_offers))
         rows += offer->rows();
     offer(u"isaretgetir"_s, rows > 0 ? u"İşaretleri geri getir (%1)"_s.arg(rows) : QString(),
-          u"Okumadan önce işaretli olan satırları yeniden işaretler"_s, u"Ctrl+Shift+G"_s, [this] {
-              for (TickOffer *each : std::as_const(m_offers))
-                  each->accept();
-          });
+          u"Okumadan önce işaretli olan satırları yeniden işaretler"_s, u"Ctrl+Shift+G"_s,
+          [this] { acceptOffers(); });
+}
+
+void TotalsLine::acceptOffers()
+{
+    for (TickOffer *each : std::as_const(m_offers))
+        each->accept();
 }
 
 void TotalsLine::offer(const QString &name, const QString &text, const QString &hint,

@@ -34,6 +34,8 @@ public:
     void add(Totals &totals, QAbstractItemView *view);
     /// Offers the ticks of before a read.
     void add(TickOffer &offer);
+    /// Ticks what is offered.
+    void acceptOffers();
     /// A link at the end, such as "Son listeyi aç"; one of that name is replaced, and an empty text
     /// takes it away.
     void offer(const QString &name, const QString &text, const QString &hint, const QString &keys,

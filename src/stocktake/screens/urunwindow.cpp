@@ -179,7 +179,7 @@ void UrunWindow::save()
 // The arrow goes on to the view, which then moves to the row that was added.
 void UrunWindow::goTo(const QString &kod)
 {
-    m_view->setCurrentIndex(m_urunform.l1.index(m_urunform.satirbul(kod), Urunform::Fiyat));
+    m_view->setCurrentIndex(m_urunform.l1.index(m_urunform.satirbul(kod), Urunform::Bfiyat));
     m_view->setFocus();
 }
 
