@@ -41,7 +41,7 @@ private:
 
 bool isCode(const QTextBlockFormat &format)
 {
-    return format.hasProperty(QTextFormat::BlockCodeFence) || format.nonBreakableLines();
+    return format.hasProperty(QTextFormat::BlockCodeFence);
 }
 
 } // namespace
@@ -167,6 +167,8 @@ void GuidePage::dress(QTextDocument *document)
             form.setBottomMargin(goesOn ? 0 : block.textList() ? 4 : 9);
         if (now.hasProperty(QTextFormat::BlockQuoteLevel) || isCode(now))
             form.setBackground(palette().alternateBase());
+        if (isCode(now))
+            form.setNonBreakableLines(false); // the column is no wider for them
         if (const int level = now.headingLevel(); level > 0) {
             const auto size = static_cast<std::size_t>(qMin(level, 3));
             form.setTopMargin(roomAbove[size]);
