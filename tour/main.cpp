@@ -44,7 +44,7 @@ int run(const QString &samples, const QString &folder)
     const auto failed = kervan::passOver([&] {
         kervan::install(folder);
         kervan::layOutGuide(folder);
-        kervan::layOutSamples(samples, folder);
+        kervan::layOutSamples(samples, folder, clock.now().date());
     });
     if (failed) {
         out << failed->description() << '\n';

@@ -116,29 +116,72 @@ void impossibleDate(Tour &tour, QWidget *fat)
     QTest::keyClick(date, Qt::Key_Return);
 }
 
-// The pages below the list.
-void showPage(Tour &tour, QWidget *screen, int page)
+// The pages below the list, counted from that of the checks. Those of the list itself stand in
+// front.
+enum class Page { Checks, Reading, Missing, Document };
+
+void clickTab(QTabBar *tabs, int place)
 {
-    tour.find<QTabBar>(screen, "sekmeler")->setCurrentIndex(page);
+    QTest::mouseClick(tabs, Qt::LeftButton, {}, tabs->tabRect(place).center());
     QTest::qWait(50);
 }
 
+void showPage(Tour &tour, QWidget *screen, Page page)
+{
+    auto *tabs = tour.find<QTabBar>(screen, "sekmeler");
+    clickTab(tabs, tabs->count() - 4 + static_cast<int>(page));
+}
+
+// As they were found: the page of the list in front, or none.
+void leavePages(Tour &tour, QWidget *screen)
+{
+    auto *tabs = tour.find<QTabBar>(screen, "sekmeler");
+    clickTab(tabs, 0);
+    if (tabs->count() == 4)
+        tour.click(screen, "panelAc");
+}
+
+// What a screen finds in its file of faults.
+void faults(Tour &tour, QWidget *screen, const char *open, const QString &file)
+{
+    const QString name = u"denetim-"_s + screen->objectName();
+    tour.nextFile(tour.folder() + u'/' + file);
+    tour.click(screen, open);
+    for (const Page page : {Page::Checks, Page::Reading, Page::Missing}) {
+        showPage(tour, screen, page);
+        tour.picture(name);
+    }
+    leavePages(tour, screen);
+}
+
+// What stands in the document that was written last.
+void documentRead(Tour &tour, QWidget *screen)
+{
+    showPage(tour, screen, Page::Document);
+    QTest::qWait(400); // it is read beside the work
+    tour.picture(u"belge-"_s + screen->objectName());
+    leavePages(tour, screen);
+}
+
+// The invoices with faults, before those that are written.
 void checks(Tour &tour, QWidget *fat)
 {
-    showPage(tour, fat, 1);
-    QTest::keyClick(fat, Qt::Key_F8);
-    tour.picture(u"fatura-denetim"_s);
+    for (const auto &[list, entry] : {std::pair("c3", 0), std::pair("c1", 0), std::pair("c5", 2)})
+        tour.choose(fat, list, entry);
+    faults(tour, fat, "chameleonButton5", u"txt/denetim-fatura.bif"_s);
+    showPage(tour, fat, Page::Checks);
+    tour.window().activateWindow();
+    if (!QTest::qWaitForWindowActive(&tour.window()))
+        qFatal("the frame did not come forward");
+    for (int i = 0; i < 3; ++i)
+        QTest::keyClick(QApplication::focusWidget(), Qt::Key_F8);
     tour.guidePicture(
         &tour.window(), u"denetim"_s,
         {{fat, "sekmeler"}, {fat, "ozet"}, {fat, "bulgular"}, {fat, "yalnizBulgulu"}});
     tour.click(fat, "yalnizBulgulu");
     tour.picture(u"yalniz-bulgulu"_s);
     tour.click(fat, "yalnizBulgulu");
-    for (int page = 2; page <= 3; ++page) {
-        showPage(tour, fat, page);
-        tour.picture(u"fatura-denetim"_s);
-    }
-    showPage(tour, fat, 0);
+    leavePages(tour, fat);
 }
 
 void invoices(Tour &tour)
@@ -146,6 +189,7 @@ void invoices(Tour &tour)
     tour.click(&tour.window(), "chameleonButton5");
     QWidget *fat = tour.screen("fat");
     tour.picture(u"fatura-bos"_s);
+    checks(tour, fat);
     tour.nextFile(tour.folder() + u"/txt/ornek.bif"_s);
     tour.click(fat, "chameleonButton5"); // warns of the product without a dealer price
     dealerPrices(tour);
@@ -155,7 +199,6 @@ void invoices(Tour &tour)
     tour.choose(fat, "c5", 2);
     tour.clickRow(fat, "l1", 5, 1);
     tour.picture(u"fatura-kalemleri"_s);
-    checks(tour, fat);
     tour.click(fat, "lvButtons_H2");
     tour.picture(tour.find<QMenu>(&tour.window(), "seminmenu"), u"liste-menusu"_s);
     tour.find<QMenu>(&tour.window(), "seminmenu")->close();
@@ -164,10 +207,7 @@ void invoices(Tour &tour)
     tour.nextFile(tour.folder() + u"/logo xml/satis"_s);
     tour.click(fat, "chameleonButton1");
     tour.picture(u"fatura-aktarildi"_s);
-    showPage(tour, fat, 4);
-    QTest::qWait(300); // it is read beside the work
-    tour.picture(u"fatura-belgesi"_s);
-    showPage(tour, fat, 0);
+    documentRead(tour, fat);
     tour.guidePicture(&tour.window(), u"fatura"_s,
                       {{fat, "chameleonButton5"},
                        {fat, "chameleonButton2"},
@@ -186,6 +226,7 @@ void cariCards(Tour &tour, TdsStandin &logo)
     tour.click(&tour.window(), "chameleonButton1");
     QWidget *cr = tour.screen("cr");
     tour.picture(u"cari-bos"_s);
+    faults(tour, cr, "chameleonButton5", u"txt/denetim-cariler.txt"_s);
     tour.nextFile(tour.folder() + u"/txt/cariler.txt"_s);
     tour.click(cr, "chameleonButton5");
     tour.picture(u"cari-kartlari"_s);
@@ -199,6 +240,7 @@ void cariCards(Tour &tour, TdsStandin &logo)
                        {cr, "chameleonButton1"},
                        {cr, "chameleonButton2"},
                        {cr, "chameleonButton3"}});
+    documentRead(tour, cr);
     tour.click(cr, "chameleonButton3");
     QWidget *update = tour.screen("sqlbaglanti");
     tour.click(update, "chameleonButton1");
@@ -215,6 +257,7 @@ void stocktake(Tour &tour)
 {
     tour.click(&tour.window(), "lvButtons_H4");
     QWidget *sayim = tour.screen("sayimform");
+    faults(tour, sayim, "chameleonButton5", u"txt/denetim-sayim.txt"_s);
     tour.nextFile(tour.folder() + u"/txt/sayim.txt"_s);
     tour.click(sayim, "chameleonButton5");
     tour.picture(u"sayim"_s);
@@ -223,6 +266,7 @@ void stocktake(Tour &tour)
     tour.nextFile(tour.folder() + u"/logo xml/sayim"_s);
     tour.click(sayim, "chameleonButton1");
     tour.picture(u"sayim-kaydedildi"_s);
+    documentRead(tour, sayim);
 }
 
 // What was written, and below the caption what could not be: a folder stands where the list of
@@ -247,6 +291,7 @@ void stockCards(Tour &tour)
 {
     tour.click(&tour.window(), "chameleonButton4");
     QWidget *stoktrf = tour.screen("stoktrf");
+    faults(tour, stoktrf, "chameleonButton5", u"txt/denetim-stoklar.txt"_s);
     tour.nextFile(tour.folder() + u"/txt/stoklar.txt"_s);
     tour.click(stoktrf, "chameleonButton5");
     for (int list = 0; list < 5; ++list)
@@ -258,6 +303,7 @@ void stockCards(Tour &tour)
     tour.click(stoktrf, "chameleonButton1");
     tour.picture(u"stok-kaydedildi"_s);
     strips(tour, stoktrf);
+    documentRead(tour, stoktrf);
 }
 
 // A slip screen that is open: reads a workbook, ticks all, writes what its buttons give.
@@ -269,12 +315,15 @@ struct SlipStop
     QList<std::pair<const char *, QString>> saves; // button, document
     QString picture{};                             // of the guide
     QList<const char *> numbered{};                // controls of it
+    QString faults{};                              // a source with some
 };
 
 void slips(Tour &tour, const SlipStop &stop)
 {
     const QString name = QString::fromLatin1(stop.screen);
     QWidget *screen = tour.screen(stop.screen);
+    if (!stop.faults.isEmpty())
+        faults(tour, screen, stop.open, u"txt/"_s + stop.faults);
     tour.nextFile(tour.folder() + u"/txt/"_s + QString::fromLatin1(stop.source));
     tour.click(screen, stop.open);
     for (auto *all : {"Check1", "Check2"}) {
@@ -292,6 +341,7 @@ void slips(Tour &tour, const SlipStop &stop)
         tour.nextFile(tour.folder() + u"/logo xml/"_s + document);
         tour.click(screen, button);
     }
+    documentRead(tour, screen);
 }
 
 void collections(Tour &tour)
@@ -302,27 +352,32 @@ void collections(Tour &tour)
                  "tahsilatlar.xlsx",
                  {{"buton2", u"cafis-kasa"_s}, {"lvButtons_H2", u"cafis-banka"_s}},
                  u"cari-fis"_s,
-                 {"l1", "l2", "bankahesapno1"}});
+                 {"l1", "l2", "bankahesapno1"},
+                 u"denetim-tahsilatlar.xlsx"_s});
     tour.click(&tour.window(), "lvButtons_H2");
     slips(tour, {"cafis2",
                  "buton1",
                  "15032021-00100101.xls",
                  {{"buton2", u"seyahat"_s}},
                  u"seyahat"_s,
-                 {"l1", "l2"}});
+                 {"l1", "l2"},
+                 u"16032021-00100199.xls"_s});
     tour.click(&tour.window(), "lvButtons_H3");
     slips(tour, {"cafis3",
                  "buton1",
                  "POSANALIZ-20210315.xlsx",
                  {{"buton2", u"pos-kasa"_s}, {"lvButtons_H2", u"pos-banka"_s}},
-                 u"pos-analizi"_s});
+                 u"pos-analizi"_s,
+                 {},
+                 u"POSANALIZ-20210316.xlsx"_s});
     tour.click(&tour.window(), "lvButtons_H1");
     slips(tour, {"carifisduzey",
                  "buton1",
                  "duzey-nakit.xlsx",
                  {{"buton2", u"duzey-nakit"_s}},
                  u"duzey-tahsilat"_s,
-                 {"buton1", "buton2", "lvButtons_H3", "lvButtons_H2"}});
+                 {"buton1", "buton2", "lvButtons_H3", "lvButtons_H2"},
+                 u"denetim-duzey-nakit.xlsx"_s});
     slips(tour, {"carifisduzey",
                  "lvButtons_H3",
                  "duzey-kredikarti.xlsx",
@@ -333,6 +388,7 @@ void duzeyInvoices(Tour &tour)
 {
     tour.click(&tour.window(), "lvButtons_H5");
     QWidget *fatduz = tour.screen("fatduz");
+    faults(tour, fatduz, "buton1", u"txt/denetim-duzey-fatura.xlsx"_s);
     tour.nextFile(tour.folder() + u"/txt/duzey-fatura.xlsx"_s);
     tour.click(fatduz, "buton1");
     tour.choose(fatduz, "c3", 0);
@@ -344,6 +400,7 @@ void duzeyInvoices(Tour &tour)
         {{fatduz, "fatbilgi"}, {fatduz, "c3"}, {fatduz, "Text1"}, {fatduz, "lvButtons_H1"}});
     tour.nextFile(tour.folder() + u"/logo xml/duzey-satis"_s);
     tour.click(fatduz, "chameleonButton1");
+    documentRead(tour, fatduz);
 }
 
 void meyStock(Tour &tour)
@@ -351,6 +408,7 @@ void meyStock(Tour &tour)
     tour.click(&tour.window(), "chameleonButton4");
     tour.click(tour.screen("stoktrf"), "meystok");
     QWidget *st = tour.screen("st");
+    faults(tour, st, "chameleonButton5", u"mey exel/mey-denetim.xls"_s);
     tour.nextFile(tour.folder() + u"/mey exel/mey-stok.xls"_s);
     tour.click(st, "chameleonButton5");
     tour.choose(st, "c1", 0);
@@ -360,6 +418,7 @@ void meyStock(Tour &tour)
                       {{st, "c1"}, {st, "c2"}, {st, "chameleonButton1"}, {st, "chameleonButton3"}});
     tour.nextFile(tour.folder() + u"/logo xml/mey-stok"_s);
     tour.click(st, "chameleonButton1");
+    documentRead(tour, st);
 }
 
 // F1 on a screen, and a page further on.

@@ -105,7 +105,7 @@ void Tour::type(QWidget *inside, const char *edit, const QString &text)
 void Tour::picture(QWidget *widget, const QString &name)
 {
     QTest::qWait(100);
-    const QString file = u"%1-%2.png"_s.arg(++m_pictures, 2, 10, QChar(u'0')).arg(name);
+    const QString file = u"%1-%2.png"_s.arg(++m_pictures, 3, 10, QChar(u'0')).arg(name);
     widget->grab().save(m_folder + u'/' + file);
     m_made << file;
 }
@@ -134,14 +134,20 @@ QImage Tour::shot(QWidget *widget, const QList<Spot> &spots)
     constexpr int half = spotSize / 2;
     const QRect room = widget->rect().adjusted(half + 1, half + 1, -half - 1, -half - 1);
     int number = 0;
+    QList<QPoint> drawn;
     for (const Spot &spot : spots) {
         const auto *control = find<QWidget>(spot.inside, spot.name);
         const QPoint corner = control->mapTo(widget, QPoint(control->width() - 2, 2));
         const int left = corner.x() - control->width(); // for what reaches to the edge
-        drawSpot(painter,
-                 {corner.x() > room.right() ? std::max(left, room.left()) : corner.x(),
-                  std::max(corner.y(), room.top())},
-                 ++number);
+        QPoint centre(corner.x() > room.right() ? std::max(left, room.left()) : corner.x(),
+                      std::max(corner.y(), room.top()));
+        const auto covers = [&](const QPoint &other) {
+            return (other - centre).manhattanLength() < spotSize;
+        };
+        while (std::ranges::any_of(drawn, covers))
+            centre.rx() += spotSize;
+        drawn << centre;
+        drawSpot(painter, centre, ++number);
     }
     return picture;
 }

@@ -128,9 +128,31 @@ void copyFiles(const QDir &from, const QString &pattern, const QDir &to)
     }
 }
 
+// Those of the checks are of this day and the next, and become those of the day on which they are
+// laid out: a list whose dates all lie years back would show nothing else.
+const QDate sampleDay(2021, 3, 16);
+
+void copyDated(const QDir &from, const QString &pattern, const QDir &to, QDate day)
+{
+    for (const QString &name : from.entryList({pattern}, QDir::Files)) {
+        if (to.exists(name))
+            continue;
+        QFile source(from.filePath(name));
+        QFile copy(to.filePath(name));
+        if (!source.open(QIODevice::ReadOnly) || !copy.open(QIODevice::WriteOnly))
+            throw Failure(u"%1 kopyalanamadı."_s.arg(name));
+        QByteArray bytes = source.readAll();
+        for (const int later : {1, 0})
+            bytes.replace(sampleDay.addDays(later).toString(u"yyyyMMdd"_s).toLatin1(),
+                          day.addDays(later).toString(u"yyyyMMdd"_s).toLatin1());
+        if (copy.write(bytes) != bytes.size())
+            throw Failure(u"%1 kopyalanamadı."_s.arg(name));
+    }
+}
+
 } // namespace
 
-void layOutSamples(const QString &samples, const QString &programFolder)
+void layOutSamples(const QString &samples, const QString &programFolder, QDate day)
 {
     const QDir from(samples);
     const QDir to(programFolder);
@@ -149,8 +171,9 @@ void layOutSamples(const QString &samples, const QString &programFolder)
     if (prices != rows.end())
         fillPrices(program, prices->second);
     fillFolders(program);
+    copyDated(from, u"denetim-*.bif"_s, QDir(to.filePath(u"txt"_s)), day);
     for (const QString &sources : {u"*.bif"_s, u"cariler.txt"_s, u"stoklar.txt"_s, u"sayim.txt"_s,
-                                   u"*.xlsx"_s, u"[0-9]*.xls"_s})
+                                   u"denetim-*.txt"_s, u"*.xlsx"_s, u"[0-9]*.xls"_s})
         copyFiles(from, sources, QDir(to.filePath(u"txt"_s)));
     copyFiles(from, u"mey-*.xls"_s, QDir(to.filePath(u"mey exel"_s)));
     copyFiles(from, u"*.kvz"_s, to);

@@ -4,7 +4,6 @@
 #include "cards/st.h"
 #include "cards/stoktrf.h"
 #include "check/listrules.h"
-#include "check/readinessrules.h"
 #include "text/ini.h"
 #include "text/numbers.h"
 #include "text/spellings.h"
@@ -213,7 +212,7 @@ QList<Rule> rulesOf(Stoktrf &stoktrf)
            letterRules(QList<Cells>{code, name, unit});
 }
 
-QList<Rule> rulesOf(St &st)
+QList<Rule> rulesOf(St &st, const ContentOf &contentOf)
 {
     const Grid &l1 = st.l1;
     const Cells code{l1, St::UrunKodu, u"Ürün kodu"_s};
@@ -248,7 +247,7 @@ QList<Rule> rulesOf(St &st)
                        }};
     return QList<Rule>{definitionsRule([&st] { return st.tanimOkunamadi(); }),
                        folderRule(target),
-                       existingFileRule(target),
+                       existingFileRule(target, contentOf),
                        emptyRule(st.kdvOrani, u"kdv satırı"_s, Level::Error,
                                  u"Kdv oranı seçilmedi."_s, u"Listeden bir oran seçin."_s, u"c1"_s),
                        emptyRule(st.birimSeti, u"birim seti"_s, Level::Error,
@@ -290,9 +289,9 @@ std::unique_ptr<Checks> checksOf(Stoktrf &stoktrf)
     return checks;
 }
 
-std::unique_ptr<Checks> checksOf(St &st)
+std::unique_ptr<Checks> checksOf(St &st, const ContentOf &contentOf)
 {
-    auto checks = std::make_unique<Checks>(st.l1, rulesOf(st));
+    auto checks = std::make_unique<Checks>(st.l1, rulesOf(st, contentOf));
     checks->add(gapsOf(st.l1, u"Muhasebe kodu"_s, u"muhkod"_s, [&st](int) -> std::optional<Need> {
         const QString missing = missingAccounts(st);
         if (missing.isEmpty())

@@ -2,6 +2,7 @@
 
 #include "check/checks.h"
 #include "check/listshape.h"
+#include "check/readinessrules.h"
 
 #include <memory>
 
@@ -19,11 +20,11 @@ ListShape shapeOf(const St &st);
 
 QList<Rule> rulesOf(Cr &cr);
 QList<Rule> rulesOf(Stoktrf &stoktrf);
-QList<Rule> rulesOf(St &st);
+QList<Rule> rulesOf(St &st, const ContentOf &contentOf = nullptr);
 
 /// The rules at work, with the definitions that are missing and all fields that they look at.
 std::unique_ptr<Checks> checksOf(Cr &cr);
 std::unique_ptr<Checks> checksOf(Stoktrf &stoktrf);
-std::unique_ptr<Checks> checksOf(St &st);
+std::unique_ptr<Checks> checksOf(St &st, const ContentOf &contentOf = nullptr);
 
 } // namespace kervan

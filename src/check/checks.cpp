@@ -223,15 +223,16 @@ void Checks::sort()
     sorted.reserve(m_ofRows.size());
     for (const qsizetype i : std::as_const(order)) {
         const Finding &finding = sorted.emplace_back(std::move(m_ofRows[i]));
-        if (finding.row >= 0 && finding.list == QStringLiteral("l1"))
-            m_byRow[finding.row] << static_cast<int>(sorted.size()) - 1;
+        if (finding.row >= 0)
+            m_byRow[finding.list][finding.row] << static_cast<int>(sorted.size()) - 1;
     }
     m_ofRows = std::move(sorted);
 }
 
-QList<int> Checks::ofRow(int row) const
+QList<int> Checks::ofRow(int row, const QString &list) const
 {
-    QList<int> places = isComplete() ? m_byRow.value(row) : QList<int>();
+    const auto rows = m_byRow.constFind(list);
+    QList<int> places = isComplete() && rows != m_byRow.cend() ? rows->value(row) : QList<int>();
     for (int &place : places)
         place += static_cast<int>(m_ofScreen.size());
     return places;

@@ -38,8 +38,8 @@ public:
     const QList<Finding> &findings() const { return m_findings; }
     const QList<Gap> &gaps() const { return m_gaps; }
     int count(Level level) const;
-    /// The findings of a row of `l1`, by their place in findings().
-    QList<int> ofRow(int row) const;
+    /// The findings of a row of a list, by their place in findings().
+    QList<int> ofRow(int row, const QString &list = QStringLiteral("l1")) const;
     bool isComplete() const { return m_state == State::Complete; }
 
     /// Everything anew, after a change that none of what is watched tells.
@@ -77,7 +77,7 @@ private:
     QList<Finding> m_ofScreen, m_ofRows;
     QList<Finding> m_findings;
     QList<Gap> m_gaps;
-    QHash<int, QList<int>> m_byRow; // places in m_ofRows
+    QHash<QString, QHash<int, QList<int>>> m_byRow; // places in m_ofRows, by list and row
 };
 
 } // namespace kervan

@@ -14,8 +14,9 @@ struct ListShape
     int number = -1; ///< of the document: invoice number, slip number, card code
     int date = -1;
     int customer = -1;
-    int title = -1;          ///< of the customer
-    QList<int> amounts = {}; ///< summed up; the first one is the document's own
+    int title = -1;                             ///< of the customer
+    QList<int> amounts = {};                    ///< summed up; the first one is the document's own
+    QString amountIs = QStringLiteral("tutar"); ///< what is summed up
     bool renumbered = false; ///< each read gives other numbers, so they tell no row again
 };
 

@@ -69,20 +69,24 @@ Rule targetRule(const Program &program)
     });
 }
 
-Rule existingFileRule(std::function<QString()> target)
+Rule existingFileRule(std::function<QString()> target, ContentOf contentOf)
 {
-    return {.name = u"var olan dosya"_s,
-            .cure = u"Eski belge daha aktarılmadıysa önce başka bir yere alın."_s,
-            .ofScreen = [target = std::move(target)]() -> QString {
-                const QString path = target();
-                if (path.isEmpty() || isOfOtherMachine(path))
-                    return {};
-                const QFileInfo file(path);
-                if (!file.isFile())
-                    return {};
-                const QString time = file.lastModified().toString(u"dd.MM.yyyy HH:mm"_s);
-                return u"%1 zaten var (%2), üzerine yazılır."_s.arg(file.fileName(), time);
-            }};
+    return {
+        .name = u"var olan dosya"_s,
+        .cure = u"Eski belge daha aktarılmadıysa önce başka bir yere alın."_s,
+        .ofScreen = [target = std::move(target), contentOf = std::move(contentOf)]() -> QString {
+            const QString path = target();
+            if (path.isEmpty() || isOfOtherMachine(path))
+                return {};
+            const QFileInfo file(path);
+            if (!file.isFile())
+                return {};
+            QStringList told{file.lastModified().toString(u"dd.MM.yyyy HH:mm"_s)};
+            if (const QString content = contentOf ? contentOf(path) : QString(); !content.isEmpty())
+                told.prepend(content);
+            return u"%1 zaten var (%2), üzerine yazılır."_s.arg(file.fileName(),
+                                                                told.join(u", "_s));
+        }};
 }
 
 Rule databaseRule(const QString &path)

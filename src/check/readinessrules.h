@@ -13,6 +13,9 @@ namespace kervan {
 
 // What a machine needs before a document can be written: folders, databases, definitions, counters.
 
+/// What a document holds, as notes count it: "120 fatura"; empty where that is not known.
+using ContentOf = std::function<QString(const QString &path)>;
+
 /// A folder that documents go to, as the target settings and dialogs name it: it or, where the
 /// value names a file, the folder of that file. Names of other machines are not asked for, since
 /// one that is switched off would hold the program for long.
@@ -20,7 +23,7 @@ Rule folderRule(std::function<QString()> target);
 /// The one that the save dialogs begin in.
 Rule targetRule(const Program &program);
 /// The file that a save without a dialog writes to, where there is one already.
-Rule existingFileRule(std::function<QString()> target);
+Rule existingFileRule(std::function<QString()> target, ContentOf contentOf = nullptr);
 /// A database of the program folder that isn't there; without a file there is nothing to read.
 Rule databaseRule(const QString &path);
 /// Definitions that could not be read when the screen was loaded; `unread` says why.

@@ -121,6 +121,8 @@ void Totals::follow(const QModelIndex &first, const QModelIndex &last)
 
 namespace {
 
+constexpr int cents = 2;
+
 QString counted(int number)
 {
     return Decimal::ofCell(QString::number(number))->text(0);
@@ -128,14 +130,18 @@ QString counted(int number)
 
 } // namespace
 
+QString Totals::headingOf(qsizetype amount) const
+{
+    const int column = m_shape.amounts[amount];
+    return column < m_list.columnCount() ? m_list.columns()[column].heading : QString();
+}
+
 QStringList Totals::amountsOf(const RowSums &sums) const
 {
     QStringList amounts;
     for (qsizetype i = 0; i < sums.amounts.size(); ++i) {
-        const int column = m_shape.amounts[i];
-        const QString heading =
-            column < m_list.columnCount() ? m_list.columns()[column].heading : QString();
-        amounts << u"%1 %2"_s.arg(heading, sums.amounts[i].text(isTickable() ? 2 : 0)).trimmed();
+        amounts
+            << u"%1 %2"_s.arg(headingOf(i), sums.amounts[i].text(isTickable() ? 2 : 0)).trimmed();
     }
     return amounts;
 }
@@ -146,8 +152,10 @@ QString Totals::told(const RowSums &sums) const
 {
     if (sums.amounts.isEmpty())
         return {};
-    return isTickable() && sums.amounts.size() == 1 ? sums.amounts.first().text()
-                                                    : amountsOf(sums).constFirst();
+    if (!isTickable())
+        return amountsOf(sums).constFirst();
+    const QString sum = sums.amounts.first().rounded(cents).text();
+    return sums.amounts.size() == 1 ? sum : u"%1 %2"_s.arg(headingOf(0), sum).trimmed();
 }
 
 QStringList Totals::told() const
@@ -157,7 +165,7 @@ QStringList Totals::told() const
     const RowSums sums = taken();
     QStringList parts{u"%1 %2"_s.arg(counted(m_list.rows()), m_shape.what)};
     if (!isTickable())
-        parts.first() = u"%1 %2"_s.arg(parts.first(), told(sums)).trimmed();
+        parts += QStringList(told(sums));
     else if (sums.rows == 0)
         parts << u"işaretli yok"_s;
     else
@@ -165,7 +173,7 @@ QStringList Totals::told() const
     if (m_isBelow && sums.rows > 0)
         parts << u"%1 kasa sınırı altında"_s.arg(counted(sums.belowLimit));
     if (sums.unreadable > 0)
-        parts << u"%1 tutar okunamadı"_s.arg(counted(sums.unreadable));
+        parts << u"%1 %2 okunamadı"_s.arg(counted(sums.unreadable), m_shape.amountIs);
     return parts;
 }
 
@@ -173,7 +181,7 @@ QString Totals::toldOfSelected(const RowSums &sums) const
 {
     QString text = u"vurgulu %1 satır %2"_s.arg(counted(sums.rows), told(sums)).trimmed();
     if (sums.unreadable > 0)
-        text += u" (%1 tutar okunamadı)"_s.arg(counted(sums.unreadable));
+        text += u" (%1 %2 okunamadı)"_s.arg(counted(sums.unreadable), m_shape.amountIs);
     return text;
 }
 

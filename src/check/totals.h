@@ -42,9 +42,10 @@ public:
     /// Of the rows for which `rows` gives ranges, the first and the last of each.
     RowSums of(const QList<std::pair<int, int>> &rows) const;
 
-    /// The sum of the first column of amounts in words: "12.345,67".
+    /// The sum of the first column of amounts in words, in cents: "12.345,67"; where there are
+    /// more, with its heading.
     QString told(const RowSums &sums) const;
-    /// All sums, each behind the heading of its column.
+    /// All sums, exact, each behind the heading of its column.
     QStringList amountsOf(const RowSums &sums) const;
     /// The whole list in words: how many rows, how many go into a document with their sums, how
     /// many lie below the limit, how many amounts can't be read. An empty list says nothing.
@@ -60,6 +61,7 @@ private:
     RowSums none() const;
     void count(RowSums &sums, int row, Way way) const;
     void follow(const QModelIndex &first, const QModelIndex &last);
+    QString headingOf(qsizetype amount) const;
     void recount() const;
     void forget();
 

@@ -1,6 +1,7 @@
 #include "check/writtendocuments.h"
 
 #include "base/failure.h"
+#include "check/documenttable.h"
 #include "store/sidefiles.h"
 #include "text/numbers.h"
 
@@ -240,7 +241,18 @@ QStringList WrittenDocuments::skipped() const
     return sentences;
 }
 
-QStringList WrittenDocuments::counterWarnings(const QString &programFolder) const
+QString WrittenDocuments::contentOf(const QString &path) const
+{
+    const QString known = QDir::cleanPath(path);
+    for (const auto &document : m_found.documents) {
+        if (document->fault.isEmpty() && QDir::cleanPath(document->path) == known)
+            return u"%1 %2"_s.arg(document->records.size()).arg(nameOf(document->family));
+    }
+    return {};
+}
+
+QStringList WrittenDocuments::counterWarnings(const QString &programFolder,
+                                              const QStringList &asked) const
 {
     struct Counter
     {
@@ -253,6 +265,8 @@ QStringList WrittenDocuments::counterWarnings(const QString &programFolder) cons
          {u"bankacariislemno.kvz", u"BT", &KnownDocument::bankNumber}}};
     QStringList sentences;
     for (const Counter &counter : counters) {
+        if (!asked.contains(counter.file))
+            continue;
         const KnownDocument *last = nullptr;
         for (const auto &document : m_found.documents) {
             if (!last || document.get()->*counter.highest > last->*counter.highest)

@@ -82,8 +82,11 @@ public:
     /// How many documents are known, and a sentence for each that could not be read.
     qsizetype documentCount() const { return qsizetype(m_found.documents.size()); }
     QStringList skipped() const;
-    /// A sentence for each stored counter whose next number stands in a document already.
-    QStringList counterWarnings(const QString &programFolder) const;
+    /// What a document of the folders holds, as notes count it: "120 fatura"; empty where it is not
+    /// known.
+    QString contentOf(const QString &path) const;
+    /// A sentence for each of these counters whose next number stands in a document already.
+    QStringList counterWarnings(const QString &programFolder, const QStringList &counters) const;
 
 Q_SIGNALS:
     /// The marks, or what is known of the folders, are others.

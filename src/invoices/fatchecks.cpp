@@ -2,7 +2,6 @@
 
 #include "base/failure.h"
 #include "check/listrules.h"
-#include "check/readinessrules.h"
 #include "invoices/cashslips.h"
 #include "invoices/columns.h"
 #include "text/numbers.h"
@@ -188,16 +187,12 @@ QList<Rule> slipRules(Fat &fat, const InvoiceHooks &hooks)
 QList<Rule> targetRules(Fat &fat, const InvoiceHooks &hooks)
 {
     const Program &program = fat.program();
-    Rule existing = existingFileRule([&program] { return automaticTarget(program); });
-    existing.ofScreen = [&fat, &program, contentOf = hooks.contentOf,
-                         look = existing.ofScreen]() -> QString {
+    Rule existing =
+        existingFileRule([&program] { return automaticTarget(program); }, hooks.contentOf);
+    existing.ofScreen = [&fat, look = existing.ofScreen]() -> QString {
         if (fat.liste.l1.isEmpty()) // nothing would be written
             return {};
-        QString text = look();
-        const QString content =
-            text.isEmpty() || !contentOf ? QString() : contentOf(automaticTarget(program));
-        if (!content.isEmpty())
-            text += u" İçindeki: %1."_s.arg(content);
+        const QString text = look();
         return text.isEmpty() ? text : u"Otomatik kayıt dosyası "_s + text;
     };
     return {folderRule([&program] {

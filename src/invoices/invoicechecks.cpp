@@ -3,7 +3,6 @@
 #include "base/codepage.h"
 #include "base/failure.h"
 #include "check/listrules.h"
-#include "check/readinessrules.h"
 #include "invoices/columns.h"
 #include "store/staff.h"
 

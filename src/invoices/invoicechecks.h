@@ -2,6 +2,7 @@
 
 #include "base/grid.h"
 #include "check/finding.h"
+#include "check/readinessrules.h"
 #include "check/rules.h"
 #include "invoices/invoicedefinitions.h"
 #include "invoices/invoicedocument.h"
@@ -28,8 +29,7 @@ struct InvoiceHooks
 {
     /// Whether another open screen counts on the same counter file.
     std::function<bool()> counterIsShared = nullptr;
-    /// What a document holds, as notes count it: "120 fatura"; empty where that is not known.
-    std::function<QString(const QString &path)> contentOf = nullptr;
+    ContentOf contentOf = nullptr;
 };
 
 /// The pieces of an invoice screen that the shared rules look at; they outlive the rules.

@@ -51,7 +51,7 @@ QString faultOfNumberWords(const Sayimform &sayim)
 
 ListShape shapeOf(const Sayimform &)
 {
-    return {.what = u"sayım satırı"_s, .amounts = {Sayimform::Miktar}};
+    return {.what = u"sayım satırı"_s, .amounts = {Sayimform::Miktar}, .amountIs = u"miktar"_s};
 }
 
 QList<Rule> rulesOf(Sayimform &sayim)
@@ -77,7 +77,8 @@ QList<Rule> rulesOf(Sayimform &sayim)
         }};
     const Rule barcode{.name = u"barkod"_s,
                        .level = Level::Error,
-                       .cure = u"Barkodu Logo'da stok kartına ekleyip dosyayı yeniden okutun."_s,
+                       .cure = u"Barkodu kaynakta tamamlayın ya da Logo'da stok kartına ekleyin, "
+                               "sonra dosyayı yeniden okutun."_s,
                        .column = Sayimform::Barkod,
                        .ofRow = [&l1](int row) {
                            return faultOfBarcode(l1, row);

@@ -108,14 +108,23 @@ private Q_SLOTS:
         writeBytes(t.path(u"cariref.kvz"_s), "[id]\r\nid=bozuk\r\n");
         read({u"CR000001AB & CO"_s, u"CR000002A<B"_s, u"CR000003A\u0001B"_s, u"CR000004ÇAY 5 €"_s,
               u"CR000005Ω KAFE"_s, u"CR000006BİR"_s, u"CR000007İKİ"_s, u"CR000006ÜÇ"_s,
-              u"        KODSUZ"_s, u"CR000010"_s, u"CR000011eski caridataref"_s, u""_s});
+              u"        KODSUZ"_s, u"CR000010"_s, u"CR000011eski caridataref"_s, u""_s,
+              u"CR<00013ON ÜÇ"_s, u"CR€00014ON DÖRT"_s});
         QCOMPARE(found(*checks), lines(u"hata belge klasörü\nuyari sayaç\n"
                                        "hata 1:2 XML işareti\nhata 2:2 XML işareti\n"
                                        "hata 3:2 XML işareti\nuyari 4:2 harf\nuyari 5:2 harf\n"
                                        "hata 6:1 çift numara\nhata 8:1 çift numara\n"
                                        "hata 9:1 boş kod\nuyari 10:2 boş ünvan\n"
                                        "hata 11:0 şablon sözcüğü\n"
-                                       "hata 12:1 boş kod\nuyari 12:2 boş ünvan"_s));
+                                       "hata 12:1 boş kod\nuyari 12:2 boş ünvan\n"
+                                       "hata 13:1 XML işareti\nuyari 14:1 harf"_s));
+        RulesSetOff off;
+        off.ask(rulesOf(cr), cr.l1);
+        {
+            const FolderAway away(t);
+            QCOMPARE(found(*checks).first(), u"hata program klasörü"_s);
+            off.ask(rulesOf(cr), cr.l1);
+        }
         QVERIFY(textOf(*checks, 3, u"XML işareti"_s).contains(u"1 kodlu"));
         QVERIFY(textOf(*checks, 4, u"harf"_s).contains(u"başka okuyabilir"));
         QVERIFY(textOf(*checks, 5, u"harf"_s).contains(u"\"?\" yazılır"));
@@ -128,6 +137,7 @@ private Q_SLOTS:
                                           "12 Satır boş: listede boş bir satır oldu."_s));
         cr.dosyaac(t.path(u"yok.txt"_s));
         QCOMPARE(leftOut(cr.okuma), lines(u"1 Okuma burada bitti."_s));
+        QCOMPARE(off.missing().join(u", "_s), QString());
     }
 
     void materialsShowWhatIsPlantedAndCleanOnesNothing()
@@ -148,7 +158,8 @@ private Q_SLOTS:
         d.read(material(u"K1", u"A & B", u"<", u"1.000") +
                material(u"K2", u"", u"", u"0,000", u"x") +
                material(u"K1", u"kdv dahil", u"ADET", u"0.00", u"") +
-               material(u"", u"X", u"ADET", u""));
+               material(u"", u"X", u"ADET", u"") + material(u"K<5", u"ÇAY ‰", u"KL‰") +
+               material(u"K‰6", u"Y"));
         QCOMPARE(
             found(*checks),
             lines(u"hata brmseti birim seti\nhata c1 özel kod\nuyari c2 kısalan kod\n"
@@ -157,8 +168,30 @@ private Q_SLOTS:
                   "uyari 2:3 boş ad\nhata 2:4 birim\nhata 2:5 birim çarpanı\nhata 2:6 kdv oranı\n"
                   "hata 3:5 birim çarpanı\nhata 3:6 kdv oranı\nhata 3:0 şablon sözcüğü\n"
                   "hata 3:2 çift numara\nhata 4:2 boş kod\nhata 4:5 birim çarpanı\n"
-                  "eksik Stok birim seti kodu 4 brmset"_s));
+                  "hata 5:2 XML işareti\nuyari 5:3 harf\nuyari 5:4 harf\nuyari 6:2 harf\n"
+                  "eksik Stok birim seti kodu 6 brmset"_s));
+        RulesSetOff off;
         QVERIFY(textOf(*checks, 0, u"kısalan kod"_s).endsWith(u"\"KMP\" olarak yazılır."));
+        off.ask(rulesOf(d.screen), d.screen.l1);
+        const QList<std::pair<QString, QString>> oddCodes{{u"KMP-24- Kampanya"_s, u"kısalan kod"_s},
+                                                          {u"A&B- Ortak"_s, u"XML işareti"_s},
+                                                          {u"A‰- Binde"_s, u"harf"_s},
+                                                          {{}, u"özel kod"_s}};
+        for (const auto &[code, rule] : oddCodes) {
+            d.choose({code, code, code, code, code});
+            for (int list = 1; list <= 5; ++list)
+                QCOMPARE(found(*checks).at(list).section(u' ', 1), u"c%1 %2"_s.arg(list).arg(rule));
+            off.ask(rulesOf(d.screen), d.screen.l1);
+        }
+        d.screen.brmseti.setText(u"S&T‰"_s);
+        QVERIFY(found(*checks).contains(u"hata brmseti XML işareti"_s));
+        QVERIFY(found(*checks).contains(u"uyari brmseti harf"_s));
+        off.ask(rulesOf(d.screen), d.screen.l1);
+        {
+            const FolderAway away(d.t);
+            QCOMPARE(found(*checks).first(2), lines(u"hata program klasörü\nhata belge klasörü"_s));
+            off.ask(rulesOf(d.screen), d.screen.l1);
+        }
         d.screen.brmseti.setText(u"SET"_s); // without a new list
         QVERIFY(!found(*checks).contains(u"hata brmseti birim seti"_s));
 
@@ -168,7 +201,9 @@ private Q_SLOTS:
         alone.dosyaac(d.t.path(u"stok.txt"_s));
         const auto unread = checksOf(alone);
         QCOMPARE(found(*unread).first(), u"hata tanımlar"_s);
-        QVERIFY(found(*unread).contains(u"eksik Stok özel kodu 4 stokozkod"_s));
+        QVERIFY(found(*unread).contains(u"eksik Stok özel kodu 6 stokozkod"_s));
+        off.ask(rulesOf(alone), alone.l1);
+        QCOMPARE(off.missing().join(u", "_s), QString());
     }
 
     // A word is told exactly where the document holds something else than the list.
@@ -207,13 +242,16 @@ private Q_SLOTS:
         d.t.program.folders.xs = d.t.path(u"stok.xml"_s);
         writeBytes(d.t.path(u"stok.xml"_s), "x");
         d.choose(u"18"_s, u"KOLI"_s);
-        d.read(u"Kodu|Adı|Ticari Ünvan|||||Bölge\nD|M1|A & B\nD|M1|kdv orani\nD||X\nD|M5|"_s);
+        d.read(u"Kodu|Adı|Ticari Ünvan|||||Bölge\nD|M1|A & B\nD|M1|kdv orani\nD||X\nD|M5|\n"
+               "D|M<|RAKI\nD|M‰|GİN ‰"_s);
         QCOMPARE(found(*checks),
                  lines(u"uyari var olan dosya\nuyari c1 muhasebe kodu\nhata c2 birim seti\n"
                        "uyari 1:2 başlık satırı\nhata 2:3 XML işareti\nhata 2:2 çift numara\n"
                        "hata 3:0 şablon sözcüğü\nhata 3:2 çift numara\nhata 4:2 boş kod\n"
-                       "uyari 5:3 boş ad\n"
-                       "eksik Muhasebe kodu 18 5 muhkod\neksik Birim seti KOLI 5 birimseti"_s));
+                       "uyari 5:3 boş ad\nhata 6:2 XML işareti\nuyari 7:2 harf\nuyari 7:3 harf\n"
+                       "eksik Muhasebe kodu 18 7 muhkod\neksik Birim seti KOLI 7 birimseti"_s));
+        RulesSetOff off;
+        off.ask(rulesOf(d.screen), d.screen.l1);
         QVERIFY(textOf(*checks, 0, u"muhasebe kodu"_s).endsWith(u"satış, satış iade."));
         QCOMPARE(leftOut(d.screen.okuma),
                  lines(u"4 cari mey!B4 Ürün Kodu boş.\n5 cari mey!C5 Ürün Adı boş.\n"
@@ -222,6 +260,12 @@ private Q_SLOTS:
         d.t.program.folders.xs = d.t.path(u"yok/stok.xml"_s);
         QCOMPARE(found(*checks).first(4), lines(u"hata belge klasörü\nhata c1 kdv satırı\n"
                                                 "hata c2 birim seti\nuyari 1:2 başlık satırı"_s));
+        off.ask(rulesOf(d.screen), d.screen.l1);
+        QFile::remove(d.t.path(u"data.dbs"_s));
+        d.screen.load();
+        QCOMPARE(found(*checks).first(), u"hata tanımlar"_s);
+        off.ask(rulesOf(d.screen), d.screen.l1);
+        QCOMPARE(off.missing().join(u", "_s), QString());
     }
 };
 

@@ -3,8 +3,8 @@
 //   data.txt      firma (typed and not clicked with a "?" in front), muh, odeme, fatbilgi, efatura,
 //                 as for whole documents; logosuz is without a connection, fiyatsiz what the
 //                 reading says of prices; klasor and belge are the target of the automatic save and
-//                 that it exists, with icerik in it; ortak shares the counter; sayfaSonra is the
-//                 sheet's name after the read
+//                 that it exists, with icerik in it;
+//                 ortak shares the counter; sayfaSonra is the sheet's name after the read
 //   expected.txt  a block of findings (level, row of the list or "-", rule, text), one of missing
 //                 definitions, and one of what gave no row
 
@@ -14,6 +14,7 @@
 #include "invoices/duzey/fatduzchecks.h"
 #include "invoices/fatchecks.h"
 #include "support/documentcase.h"
+#include "support/findings.h"
 
 #include <QSignalSpy>
 
@@ -124,6 +125,71 @@ void choose(const DocumentCase &given, Fat &fat)
     fat.odemeplanisec();
 }
 
+// A case, read and checked.
+struct SapCase
+{
+    TestProgram t;
+    DocumentCase given;
+    Fat fat{t.program};
+    InvoiceHooks hooks;
+    std::unique_ptr<Checks> checks;
+
+    explicit SapCase(const QString &folder)
+        : given(t, u"data.dbs"_s, folder)
+    {
+        if (given[u"logosuz"_s].isEmpty())
+            given.markEInvoices(t);
+        const QString target = given[u"klasor"_s].isEmpty() ? u"belge.xml"_s : given[u"klasor"_s];
+        t.fill({u"Update yol set xf = '%1' Where id='1'"_s.arg(target)});
+        fat.load();
+        hooks = {[this] { return given[u"ortak"_s] == u"1"; },
+                 [this, target](const QString &path) {
+                     return path == t.path(target) ? given[u"icerik"_s] : QString();
+                 }};
+        checks = checksOf(fat, hooks);
+        choose(given, fat);
+        if (!given[u"belge"_s].isEmpty())
+            lay(t.path(target), QDateTime(QDate(2024, 3, 6), QTime(18, 30)));
+        if (!given[u"fiyatsiz"_s].isEmpty())
+            t.boxes.expect({.text = noPrices + u"  "_s + given[u"fiyatsiz"_s]});
+        if (given.expected(u"source.bif"_s).size() == 1) {
+            if (!given[u"logosuz"_s].isEmpty())
+                expectNoLink(t);
+            fat.dosyaac(given.path(u"source.bif"_s));
+        }
+        checks->finish();
+    }
+};
+
+struct SheetCase
+{
+    TestProgram t;
+    DocumentCase given;
+    Fatduz fatduz{t.program};
+    std::unique_ptr<Checks> checks;
+
+    explicit SheetCase(const QString &folder)
+        : given(t, u"data.dbs"_s, folder)
+    {
+        if (given[u"logosuz"_s].isEmpty())
+            given.markEInvoices(t);
+        writeBytes(t.path(u"kasa.kvz"_s), "K100");
+        fatduz.load();
+        checks = checksOf(fatduz);
+        choose(given, fatduz.tanimlar);
+        if (given.expected(u"source.txt"_s).size() == 1) {
+            writeWorkbook(t.path(u"kaynak.xlsx"_s), u"Sheet1"_s,
+                          bookRows(given.text(u"source.txt"_s)));
+            if (!given[u"logosuz"_s].isEmpty())
+                expectNoLink(t);
+            fatduz.dosyaac(t.path(u"kaynak.xlsx"_s));
+        }
+        if (!given[u"sayfaSonra"_s].isEmpty())
+            fatduz.sayfaAdi.setText(given[u"sayfaSonra"_s]);
+        checks->finish();
+    }
+};
+
 } // namespace
 
 class TestInvoiceChecks : public QObject
@@ -137,56 +203,17 @@ private Q_SLOTS:
     }
     void theFindingsOfAnInvoiceFileAreTheListedOnes()
     {
-        TestProgram t;
-        const DocumentCase given(t);
-        if (given[u"logosuz"_s].isEmpty())
-            given.markEInvoices(t);
-        const QString target = given[u"klasor"_s].isEmpty() ? u"belge.xml"_s : given[u"klasor"_s];
-        t.fill({u"Update yol set xf = '%1' Where id='1'"_s.arg(target)});
-        Fat fat(t.program);
-        fat.load();
-        const auto checks =
-            checksOf(fat, {[&] { return given[u"ortak"_s] == u"1"; },
-                           [&](const QString &path) {
-                               return path == t.path(target) ? given[u"icerik"_s] : QString();
-                           }});
-        choose(given, fat);
-        if (!given[u"belge"_s].isEmpty())
-            lay(t.path(target), QDateTime(QDate(2024, 3, 6), QTime(18, 30)));
-        if (!given[u"fiyatsiz"_s].isEmpty())
-            t.boxes.expect({.text = noPrices + u"  "_s + given[u"fiyatsiz"_s]});
-        if (given.expected(u"source.bif"_s).size() == 1) {
-            if (!given[u"logosuz"_s].isEmpty())
-                expectNoLink(t);
-            fat.dosyaac(given.path(u"source.bif"_s));
-        }
-        checks->finish();
-        compare(given, *checks, fat.okuma, t.folder.path());
+        QFETCH(const QString, folder);
+        SapCase sap(folder);
+        compare(sap.given, *sap.checks, sap.fat.okuma, sap.t.folder.path());
     }
 
     void theFindingsOfASheetAreTheListedOnes_data() { DocumentCase::addAll(u"checks/fatduz"_s); }
     void theFindingsOfASheetAreTheListedOnes()
     {
-        TestProgram t;
-        const DocumentCase given(t);
-        if (given[u"logosuz"_s].isEmpty())
-            given.markEInvoices(t);
-        writeBytes(t.path(u"kasa.kvz"_s), "K100");
-        Fatduz fatduz(t.program);
-        fatduz.load();
-        const auto checks = checksOf(fatduz);
-        choose(given, fatduz.tanimlar);
-        if (given.expected(u"source.txt"_s).size() == 1) {
-            writeWorkbook(t.path(u"kaynak.xlsx"_s), u"Sheet1"_s,
-                          bookRows(given.text(u"source.txt"_s)));
-            if (!given[u"logosuz"_s].isEmpty())
-                expectNoLink(t);
-            fatduz.dosyaac(t.path(u"kaynak.xlsx"_s));
-        }
-        if (!given[u"sayfaSonra"_s].isEmpty())
-            fatduz.sayfaAdi.setText(given[u"sayfaSonra"_s]);
-        checks->finish();
-        compare(given, *checks, fatduz.okuma, t.folder.path());
+        QFETCH(const QString, folder);
+        SheetCase sheet(folder);
+        compare(sheet.given, *sheet.checks, sheet.fatduz.okuma, sheet.t.folder.path());
     }
 
     // What the rules find in the sources of all expected documents, a folder a line.
@@ -233,6 +260,39 @@ private Q_SLOTS:
         QCOMPARE(told, rules);
     }
 
+    void eachRuleOfTheInvoiceScreensIsPlantedSomewhere()
+    {
+        RulesSetOff sap;
+        for (const QString &folder : DocumentCase::foldersOf(u"checks/fat"_s)) {
+            SapCase planted(folder);
+            sap.ask(rulesOf(planted.fat, planted.hooks), planted.fat.liste.l1);
+        }
+        RulesSetOff sheets;
+        for (const QString &folder : DocumentCase::foldersOf(u"checks/fatduz"_s)) {
+            SheetCase planted(folder);
+            sheets.ask(rulesOf(planted.fatduz), planted.fatduz.liste.l1);
+        }
+        TestProgram t; // no list, as whatTheOpeningCouldNotReadIsTold() has it
+        writeBytes(t.path(u"kasa.kvz"_s), "K100");
+        QVERIFY(QFile::remove(t.path(u"fatozkod.dbs"_s)));
+        Fat fat(t.program);
+        Fatduz fatduz(t.program);
+        const auto askBoth = [&] {
+            fat.load();
+            fatduz.load();
+            sap.ask(rulesOf(fat), fat.liste.l1);
+            sheets.ask(rulesOf(fatduz), fatduz.liste.l1);
+        };
+        askBoth();
+        QVERIFY(QFile::remove(t.path(u"data.dbs"_s)));
+        askBoth();
+        const FolderAway away(t);
+        sap.ask(rulesOf(fat), fat.liste.l1);
+        sheets.ask(rulesOf(fatduz), fatduz.liste.l1);
+        QCOMPARE(sap.missing().join(u", "_s), QString());
+        QCOMPARE(sheets.missing().join(u", "_s), u"cari kodu l1 1"_s); // such a record gives no row
+    }
+
     void whatTheOpeningCouldNotReadIsTold()
     {
         TestProgram t;
@@ -273,6 +333,13 @@ private Q_SLOTS:
         bif.insert(bif.indexOf("@6"), goods(u"P1"_s));
         desk.open(bif);
         QVERIFY(rulesTold(surveyed(*survey)).contains(u"satır sınırı"));
+    }
+
+    void recordsBeyondSixtyThousandAreLost()
+    {
+        DuzeyDesk desk;
+        desk.open(QList<Record>(60'001));
+        QCOMPARE(rulesTold(surveyed(*surveyOf(desk.fatduz))), u"satır sınırı"_s);
     }
 
     // The list is another while its lines are walked: what was found of the rows before is dropped,

@@ -137,6 +137,16 @@ tahsilatlar.xlsx         ; cafis
 15032021-00100101.xls    ; cafis2
 POSANALIZ-20210315.xlsx  ; cafis3
 mey-stok.xls             ; st
+denetim-fatura.bif       ; fat
+denetim-cariler.txt      ; cr
+denetim-stoklar.txt      ; stoktrf
+denetim-sayim.txt        ; sayimform
+denetim-duzey-fatura.xlsx ; fatduz
+denetim-duzey-nakit.xlsx ; carifisduzey
+denetim-tahsilatlar.xlsx ; cafis
+16032021-00100199.xls    ; cafis2
+POSANALIZ-20210316.xlsx  ; cafis3
+mey-denetim.xls          ; st
 gone.xlsx                ; )"_s);
     }
     void aFileFindsTheScreensThatItFits()

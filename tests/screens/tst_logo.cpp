@@ -1,4 +1,6 @@
 #include "cards/screens/crwindow.h"
+#include "check/screens/checkpane.h"
+#include "controls/gridview.h"
 #include "frame/mainwindow.h"
 #include "invoices/columns.h"
 #include "invoices/screens/fatwindow.h"
@@ -180,7 +182,7 @@ private Q_SLOTS:
                    ruled(u"869", 15, u"1,5") + ruled(u"111", 15, u"2") + ruled(u"869", 15, u"3"));
         desk.window.open(u"sayimform"_s);
         QCOMPARE(desk.find<QLabel>("sayimform", "Label9")->text(), u"SQL Bağlantı Var"_s);
-        desk.t.dialogs.answers = {desk.t.path(u"s.txt"_s), desk.t.path(u"s"_s)};
+        desk.t.dialogs.answers = {desk.t.path(u"s.txt"_s), desk.t.path(u"logo xml/s"_s)};
         desk.click("sayimform", "chameleonButton5");
         QCOMPARE(desk.find<QLabel>("sayimform", "sb1_2")->text(), u"3"_s);
         QCOMPARE(desk.t.dialogs.asked.last().title, u"Cari Dosyası Seçin"_s);
@@ -188,10 +190,23 @@ private Q_SLOTS:
         desk.click("sayimform", "chameleonButton1");
         QCOMPARE(desk.boxes.taken(u"Tamam"_s, Icon::Information),
                  QStringList{u"Xml Dönüşümü Tamamlandı..."_s});
-        const QByteArray slip = readBytes(desk.t.path(u"s.xml"_s));
+        const QByteArray slip = readBytes(desk.t.path(u"logo xml/s.xml"_s));
         QCOMPARE(slip.count(toCodePage(u"<ITEM_CODE>ŞKR</ITEM_CODE>"_s)), 2);
         QVERIFY(slip.contains("<NUMBER>SYM000001</NUMBER>"));
         QVERIFY(slip.contains("<QUANTITY>1.5</QUANTITY>"));
+
+        auto *pane = desk.window.findChild<SayimWindow *>()->findChild<CheckPane *>();
+        pane->showPage(desk.find<QWidget>("sayimform", "denetim"));
+        const auto *found = desk.find<GridView>("sayimform", "bulgular")->model();
+        const auto isWritten = [found] {
+            return !found
+                        ->match(found->index(0, 3), Qt::DisplayRole, u"bu numara yazılmış"_s, 1,
+                                Qt::MatchContains)
+                        .isEmpty();
+        };
+        QTRY_VERIFY(isWritten());
+        desk.find<QLineEdit>("sayimform", "Text1")->setText(u"SYM000002"_s);
+        QTRY_VERIFY(!isWritten());
 
         desk.logo.behave({.dropAfter = 3});
         desk.window.findChild<SayimWindow *>()->sayimform().load(); // a connection that is cut

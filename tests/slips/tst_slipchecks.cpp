@@ -19,12 +19,95 @@ QString movement(const QString &amount, const QString &till, const QString &acco
     return u"\n%1|||%2||%3|%4|||||%5"_s.arg(amount, till, account, title, date);
 }
 
+QString trip(const QString &account, const QString &title, const QString &amount)
+{
+    return u"\n%1||%2||||||||||||%3"_s.arg(account, title, amount);
+}
+
+QString tripsOf(const QStringList &records)
+{
+    return u"|||||||||||||x\n2\n3\n4\n5"_s + records.join(QString());
+}
+
+// A sale of `cafis3`.
+QString sale(const QString &till, const QString &account, const QString &title,
+             const QString &amount)
+{
+    return u"\n%1||%2|%3||||%4|HHSATIS"_s.arg(till, account, title, amount);
+}
+
+QString salesOf(const QStringList &records)
+{
+    return u"K||C|Ü||||T|TÜR"_s + records.join(QString());
+}
+
+QString oddTrips()
+{
+    return tripsOf({trip(u"C&1"_s, u"A & B"_s, u"#10"_s), trip(u"C2‰"_s, u"saat ‰"_s, u"#-5"_s),
+                    trip(u"C3"_s, {}, u"#0"_s), trip(u"C4"_s, u"DÖRT"_s, u"x"_s),
+                    trip(u"C5"_s, u"BEŞ"_s, u"12.50"_s)});
+}
+
+QString oddSales()
+{
+    return salesOf({sale(u"K&"_s, u"C&1"_s, u"A & B"_s, u"#10"_s),
+                    sale(u"K‰"_s, u"C2‰"_s, u"saat ‰"_s, u"#-5"_s), sale({}, u"C3"_s, {}, u"#0"_s),
+                    sale(u"bankakodu"_s, u"C4"_s, u"DÖRT"_s, u"x"_s),
+                    sale(u"K5"_s, u"C5"_s, u"BEŞ"_s, u"12.50"_s)});
+}
+
+struct OddBook
+{
+    QString name, records;
+    QString control = u"buton1"_s;
+};
+
+// In which each rule of a screen's lists finds something.
+QList<OddBook> oddBooks(const QString &screen)
+{
+    if (screen == u"cafis2")
+        return {{u"08032024-13.xls"_s, oddTrips()},
+                {u"a-13.xls"_s, oddTrips()},
+                {u"06032024.xls"_s, oddTrips()}};
+    if (screen == u"cafis3")
+        return {{u"POSANALIZ-20240308.xlsx"_s, oddSales()}, {u"POS.xlsx"_s, oddSales()}};
+    if (screen == u"cafis")
+        return {{u"a.xlsx"_s,
+                 u"T|||K|||Ü|||||TARİH"_s +
+                     movement(u"#1234567.89"_s, u"K&‰"_s, u"C&‰"_s, u"A&‰"_s, u"8.3.2024"_s) +
+                     movement(u"#0.5"_s, u"K&‰"_s, u"C1"_s, u"islemno"_s, u"7.3.2024"_s) +
+                     movement(u"#2"_s, u"K2"_s, u"C1"_s, u"Ü"_s, u"yarın"_s) +
+                     movement(u"#-5"_s, {}, u"C1"_s, {}, u"31.1.2023"_s) +
+                     movement(u"#0"_s, u"K3"_s, u"C1"_s, u"Ü"_s, u"7.3.2024"_s) +
+                     movement(u"12.50"_s, u"bankakodu"_s, u"C1"_s, u"Ü"_s, u"7.3.2024"_s)},
+                {u"b.xlsx"_s, u"T|||K|||Ü|||||TARİH"_s +
+                                  movement(u"1,2,3"_s, u"K"_s, u"C"_s, u"Ü"_s, u"7.3.2024"_s)}};
+    const QString cash =
+        u"T|C|Ü|A|P|x|T\n8.3.2024|C&‰|Ü|A&‰|13|x|10\n7.3.2024||Ü|sateleman|99|x|-1\n"
+        "x|C|Ü|A|12|x|1\n1.1.2022|C|Ü|A|12|x|0\n7.3.2024|C|Ü|A|12|x|1.2.3\n"
+        "7.3.2024|C|Ü|A|12|x|1.234,50"_s;
+    const QString card = u"x|P|A|C|Ü|T|x|T\nx|12|trhay|1|Ü|7.3.2024|x|10\n"
+                         "x|12||1|Ü|7.3.2024|x|0"_s;
+    return {{u"a.xlsx"_s, cash}, {u"b.xlsx"_s, card, u"lvButtons_H3"_s}, {u"a.xlsx"_s, cash}};
+}
+
+// A line of the text export.
+QByteArray textLine(QStringView type, QStringView account, QStringView day, QStringView due,
+                    QStringView amount, QStringView number)
+{
+    return ruled(type, 3, account, 16, day, 26, due, 37, amount, 217, number);
+}
+
 struct Desk : SlipDesk
 {
     std::unique_ptr<Checks> checks;
 
-    explicit Desk(const SlipForm &form, const SharesCounter &shares = nullptr)
+    RulesSetOff off, offOfBankList;
+    SharesCounter shares;
+
+    explicit Desk(const SlipForm &form, const SharesCounter &sharesCounter = nullptr)
         : SlipDesk(form)
+        , shares(sharesCounter)
     {
         t.fill({u"insert into per values (Null,'P1','12')"_s});
         writeBytes(t.path(u"kasa.kvz"_s), "KASA\r\n");
@@ -32,7 +115,13 @@ struct Desk : SlipDesk
         s.load();
         checks = checksOf(s, shares);
     }
-    QStringList found() { return kervan::found(*checks); }
+    QStringList found()
+    {
+        off.ask(rulesOf(s, shares), s.l1);
+        offOfBankList.ask(bankListRulesOf(s), s.l2);
+        return kervan::found(*checks);
+    }
+    QStringList unplanted() const { return off.missing() + offOfBankList.missing(); }
     QString words(int row) { return textOf(*checks, row, u"şablon sözcüğü"_s); }
 };
 
@@ -122,6 +211,86 @@ private Q_SLOTS:
                                            "7 Sayfa1!D7 KASA KODU boş.\n9 Okuma burada bitti."_s));
         d.s.bankaHesapKodu.setText(u"BANKA"_s); // without a new list
         QVERIFY(!d.found().contains(u"eksik Banka hesap kodu 6 bankakodu"_s));
+    }
+
+    void tripsAndSalesShowWhatIsPlanted()
+    {
+        Desk trips(cafis2());
+        trips.t.fill({u"insert into per values (Null,'P&‰','13')"_s});
+        trips.s.load();
+        trips.readBook(u"08032024-13.xls"_s, oddTrips());
+        QCOMPARE(trips.found(),
+                 lines(u"uyari 1:2 tarih\nhata 1:3 XML işareti\nhata 1:4 XML işareti\n"
+                       "hata 1:8 XML işareti\nuyari 1:8 harf\n"
+                       "uyari 2:2 tarih\nuyari 2:5 eksi tutar\nuyari 2:3 harf\nuyari 2:4 harf\n"
+                       "hata 2:8 XML işareti\nuyari 2:8 harf\nhata 2:0 şablon sözcüğü\n"
+                       "uyari 3:2 tarih\nuyari 3:5 sıfır tutar\nuyari 3:4 boş ünvan\n"
+                       "hata 3:8 XML işareti\nuyari 3:8 harf\nuyari 4:2 tarih\n"
+                       "hata 4:5 tutar okunamıyor\nhata 4:8 XML işareti\nuyari 4:8 harf\n"
+                       "uyari 5:2 tarih\nhata 5:5 şüpheli tutar\nhata 5:8 XML işareti\n"
+                       "uyari 5:8 harf"_s));
+        Desk sales(cafis3());
+        sales.readBook(u"POSANALIZ-20240308.xlsx"_s, oddSales());
+        QCOMPARE(sales.found(),
+                 lines(u"uyari 1:2 tarih\nhata 1:3 XML işareti\nhata 1:4 XML işareti\n"
+                       "hata 1:8 XML işareti\nuyari l2 1:2 tarih\nhata l2 1:5 XML işareti\n"
+                       "uyari 2:2 tarih\nuyari 2:5 eksi tutar\nuyari 2:3 harf\nuyari 2:4 harf\n"
+                       "uyari 2:8 harf\nhata 2:0 şablon sözcüğü\nuyari l2 2:2 tarih\n"
+                       "uyari l2 2:3 eksi tutar\nuyari l2 2:5 harf\n"
+                       "uyari 3:2 tarih\nuyari 3:5 sıfır tutar\nuyari 3:4 boş ünvan\n"
+                       "hata 3:8 boş kasa kodu\nuyari l2 3:2 tarih\nuyari l2 3:3 sıfır tutar\n"
+                       "uyari 4:2 tarih\nhata 4:5 tutar okunamıyor\nuyari l2 4:2 tarih\n"
+                       "hata l2 4:3 tutar okunamıyor\nhata l2 4:0 şablon sözcüğü\n"
+                       "uyari 5:2 tarih\nhata 5:5 şüpheli tutar\nuyari l2 5:2 tarih"_s));
+    }
+
+    void eachRuleOfTheSlipScreensIsPlantedSomewhere_data()
+    {
+        QTest::addColumn<QString>("screen");
+        QTest::addColumn<QString>("never"); // what no list of the screen can have
+        QTest::newRow("movements")
+            << u"cafis"_s << u"tanımlar l1, boş kasa kodu l1 kskod, tutar okunamıyor l2 3"_s;
+        QTest::newRow("trips") << u"cafis2"_s
+                               << u"boş kasa kodu l1 kskod, boş banka kodu l1 bankahesapno1"_s;
+        QTest::newRow("sales") << u"cafis3"_s << u"boş kasa kodu l1 kskod"_s;
+        QTest::newRow("collections") << u"carifisduzey"_s << QString();
+    }
+    void eachRuleOfTheSlipScreensIsPlantedSomewhere()
+    {
+        QFETCH(const QString, screen);
+        QFETCH(const QString, never);
+        Desk d(slipForm(screen), [] { return true; });
+        d.t.fill({u"insert into per values (Null,'P&‰','13')"_s});
+        d.s.load();
+        writeBytes(d.t.path(u"kasacariislemno.kvz"_s), "bozuk\r\n");
+        writeBytes(d.t.path(u"bankacariislemno.kvz"_s), "7 adet\r\n");
+        for (const QString &code : {u"KASA"_s, QString(), u"B&‰"_s}) {
+            d.s.kasaKodu.setText(code);
+            d.s.bankaHesapKodu.setText(code);
+            for (const OddBook &book : oddBooks(screen)) {
+                d.readBook(book.name, book.records, book.control);
+                d.found();
+            }
+        }
+        d.s.l1.setCell(0, Hareket::CariKodu, {}); // at which a reading may end
+        d.found();
+        for (const QStringView account : {u"tutar", u"portfoy", u"makbuzno", u"A&‰", u""}) {
+            QByteArray text;
+            for (const QStringView type : {u"20", u"30", u"40", u"50", u"99"})
+                text += textLine(type, account, u"20240308", u"", u"-1", u"12345678&‰") +
+                        textLine(type, account, u"2024", u"20240801", u"0", u"") +
+                        textLine(type, account, u"20220307", u"", u"10,5", u"12345678&‰");
+            d.readText(text);
+            d.found();
+        }
+        {
+            const FolderAway away(d.t);
+            d.found();
+        }
+        QFile::remove(d.t.path(u"data.dbs"_s));
+        d.s.load();
+        d.found();
+        QCOMPARE(d.unplanted().join(u", "_s), never);
     }
 
     // The document of all rows, held against what is said of each.
@@ -225,18 +394,14 @@ private Q_SLOTS:
 
     void aTextListShowsWhatIsPlantedAndThatNoButtonWritesIt()
     {
-        const auto line = [](QStringView type, QStringView account, QStringView day,
-                             QStringView due, QStringView amount, QStringView number) {
-            return ruled(type, 3, account, 16, day, 26, due, 37, amount, 217, number);
-        };
         Desk d(cafis());
-        d.readText(line(u"20", u"C1", u"20240307", u"", u"10.50", u"0000000001") +
-                   line(u"30", u"C1", u"20240307", u"20240801", u"10", u"0000000001"));
+        d.readText(textLine(u"20", u"C1", u"20240307", u"", u"10.50", u"0000000001") +
+                   textLine(u"30", u"C1", u"20240307", u"20240801", u"10", u"0000000001"));
         QCOMPARE(d.found(), lines(u"uyari buton1 metin listesi"_s));
-        d.readText(line(u"20", u"A&B", u"20240308", u"", u"10,50", u"0100000001") +
-                   line(u"99", u"C1", u"20240307", u"", u"10", u"0000000002") +
-                   line(u"40", u"", u"2024", u"", u"-1", u"") +
-                   line(u"20", u"portfoy", u"20240307", u"", u"0", u"0000000001") + "\r\n");
+        d.readText(textLine(u"20", u"A&B", u"20240308", u"", u"10,50", u"0100000001") +
+                   textLine(u"99", u"C1", u"20240307", u"", u"10", u"0000000002") +
+                   textLine(u"40", u"", u"2024", u"", u"-1", u"") +
+                   textLine(u"20", u"portfoy", u"20240307", u"", u"0", u"0000000001") + "\r\n");
         QCOMPARE(d.found().first(15),
                  lines(u"uyari buton1 metin listesi\n"
                        "uyari 1:6 tarih\nhata 1:9 tutar okunamıyor\nhata 1:3 XML işareti\n"

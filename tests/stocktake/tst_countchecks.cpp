@@ -11,7 +11,8 @@ using namespace kervan;
 
 namespace {
 
-// A barcode's stock code is what stands behind 869; of one with an "0" there Logo has no unit.
+// A barcode's stock code is what stands behind 869; of one with an "0" there Logo has no unit, and
+// odd ones of "X" and "Y".
 SqlRows answered(const QString &statement)
 {
     const QStringList columns{u"ITEMKOD"_s, u"BIRIMKOD"_s};
@@ -19,7 +20,11 @@ SqlRows answered(const QString &statement)
     if (!barcode.startsWith(u"869"_s))
         return {columns, {}};
     const QString code = barcode.sliced(3);
-    return {columns, {{code, code.startsWith(u'0') ? QString() : u"KOLİ"_s}}};
+    const QString unit = code.startsWith(u'0') ? QString()
+                         : code == u"X"        ? u"K&L"_s
+                         : code == u"Y"        ? u"K‰"_s
+                                               : u"KOLİ"_s;
+    return {columns, {{code, unit}}};
 }
 
 } // namespace
@@ -35,6 +40,8 @@ private Q_SLOTS:
         Sayimform screen(t.program);
         const auto checks = checksOf(screen);
         QCOMPARE(found(*checks), lines(u"hata bağlantı"_s));
+        RulesSetOff off;
+        off.ask(rulesOf(screen), screen.l1);
         t.reachLogo();
         t.sqlServer.answer = answered;
         screen.load();
@@ -69,8 +76,19 @@ private Q_SLOTS:
                   "6 Satır boş: listede boş bir satır oldu.\n7 Barkod boş.\n"
                   "10 Logo bu barkodu tanımıyor: satır fişe girmez."_s));
 
+        off.ask(rulesOf(screen), screen.l1);
         screen.fisno.setText(u" "_s);
         QCOMPARE(found(*checks).first(2), lines(u"hata Text1 boş numara\nuyari 1:3 çift numara"_s));
+        off.ask(rulesOf(screen), screen.l1);
+        screen.fisno.setText(u"S‰"_s);
+        read(ruled(u"869A‰", 15, u"1") + ruled(u"869X", 15, u"1") + ruled(u"869Y", 15, u"1"));
+        QCOMPARE(found(*checks), lines(u"uyari Text1 harf\nuyari 1:3 harf\n"
+                                       "hata 2:5 XML işareti\nuyari 3:5 harf"_s));
+        off.ask(rulesOf(screen), screen.l1);
+        const FolderAway away(t);
+        QCOMPARE(found(*checks).first(), u"hata belge klasörü"_s);
+        off.ask(rulesOf(screen), screen.l1);
+        QCOMPARE(off.missing().join(u", "_s), QString());
     }
 
     void aReadingThatALookUpEndedTellsItsLine()

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/codepage.h"
 #include "support/fakes.h"
 
 #include <QDir>
@@ -17,13 +18,25 @@ public:
     static void addAll(const QString &subject)
     {
         QTest::addColumn<QString>("folder");
+        for (const QString &folder : foldersOf(subject))
+            QTest::newRow(qPrintable(folder.section(u'/', -1))) << folder;
+    }
+    static QStringList foldersOf(const QString &subject)
+    {
         const QDir cases(QStringLiteral(TEST_DATA "/") + subject);
+        QStringList folders;
         for (const QString &name : cases.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
-            QTest::newRow(qPrintable(name)) << cases.filePath(name);
+            folders << cases.filePath(name);
+        return folders;
     }
     /// The case of the current row, laid down in a program folder.
     explicit DocumentCase(TestProgram &t, const QString &database = u"data.dbs"_s)
-        : m_folder(*static_cast<QString *>(QTest::qData("folder", QMetaType::QString)))
+        : DocumentCase(t, database,
+                       *static_cast<QString *>(QTest::qData("folder", QMetaType::QString)))
+    {
+    }
+    DocumentCase(TestProgram &t, const QString &database, const QString &folder)
+        : m_folder(folder)
     {
         QStringList lines = rowsOf(text(u"data.txt"_s));
         for (const QString &choice : lines.takeFirst().split(u';'))
@@ -32,7 +45,7 @@ public:
         t.fill(lines, database);
         for (auto it = m_choices.cbegin(); it != m_choices.cend(); ++it) {
             if (it.key().endsWith(u".kvz"))
-                writeBytes(t.path(it.key()), it.value().toLatin1().replace('|', "\r\n"));
+                writeBytes(t.path(it.key()), toCodePage(it.value()).replace('|', "\r\n"));
         }
     }
     QString operator[](const QString &choice) const { return m_choices[choice]; }

@@ -2,6 +2,7 @@
 
 #include "store/installation.h"
 
+#include <QDir>
 #include <QFile>
 #include <QSqlDatabase>
 #include <QSqlQuery>
@@ -118,6 +119,12 @@ QString TestProgram::rows(const QString &tableAndColumns, const QString &databas
         rows << cells.join(u'|');
     });
     return rows.join(u'/');
+}
+
+void FolderAway::move(const QString &from, const QString &to)
+{
+    if (!QDir().rename(from, to))
+        fail(u"can't move "_s + from);
 }
 
 OtherProgram::OtherProgram(const QString &path)

@@ -138,6 +138,23 @@ public:
     QString rows(const QString &tableAndColumns, const QString &database = u"data.dbs"_s);
 };
 
+/// The program folder is away while this lives, as when its disk is.
+class FolderAway
+{
+public:
+    explicit FolderAway(const TestProgram &t)
+        : m_path(t.folder.path())
+    {
+        move(m_path, m_path + u".away"_s);
+    }
+    ~FolderAway() { move(m_path + u".away"_s, m_path); }
+    Q_DISABLE_COPY_MOVE(FolderAway)
+
+private:
+    static void move(const QString &from, const QString &to);
+    QString m_path;
+};
+
 /// Another program at a database file.
 class OtherProgram
 {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/failure.h"
 #include "check/checks.h"
 #include "check/readreport.h"
 
@@ -59,5 +60,50 @@ inline QStringList leftOut(const ReadReport &report)
                     .simplified();
     return told;
 }
+
+/// Which rules of a screen's table its plants have set off, each rule asked by itself: one that is
+/// added without a plant is told by its name and place.
+class RulesSetOff
+{
+public:
+    /// After each plant; the table is always put together in the same order.
+    void ask(const QList<Rule> &rules, const Grid &list)
+    {
+        m_places.resize(rules.size());
+        m_setOff.resize(rules.size());
+        for (qsizetype i = 0; i < rules.size(); ++i) {
+            const Rule &rule = rules[i];
+            m_places[i] = QStringLiteral("%1 %2 %3 %4")
+                              .arg(rule.name, rule.list, rule.control,
+                                   rule.column < 0 ? QString() : QString::number(rule.column + 1))
+                              .simplified();
+            passOver([&] { m_setOff[i] = m_setOff[i] || finds(rule, list); });
+        }
+    }
+    QStringList missing() const
+    {
+        QStringList places;
+        for (qsizetype i = 0; i < m_places.size(); ++i) {
+            if (!m_setOff[i])
+                places << m_places[i];
+        }
+        return places;
+    }
+
+private:
+    static bool finds(const Rule &rule, const Grid &list)
+    {
+        if (rule.ofScreen && !rule.ofScreen().isEmpty())
+            return true;
+        for (int row = 0; rule.ofRow && row < list.rows(); ++row) {
+            if (!rule.ofRow(row).isEmpty())
+                return true;
+        }
+        return rule.ofRows && !rule.ofRows().isEmpty();
+    }
+
+    QStringList m_places;
+    QList<bool> m_setOff;
+};
 
 } // namespace kervan

@@ -24,7 +24,7 @@ using namespace Qt::StringLiterals;
 StWindow::StWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_st(program)
-    , m_checks(checksOf(m_st))
+    , m_checks(checksOf(m_st, contentKnownBelow(this)))
 {
     setObjectName(u"st"_s);
     setWindowTitle(u"Stok Kartı Transferi"_s);

@@ -101,4 +101,12 @@ Panes *checkedPanes(const CheckedList &list)
     return new Panes(list.frame, pane, list.linesView, list.memoryKey);
 }
 
+ContentOf contentKnownBelow(const QWidget *window)
+{
+    return [window](const QString &path) {
+        const auto *watch = window->findChild<ListWatch *>();
+        return watch ? watch->documents().contentOf(path) : QString();
+    };
+}
+
 } // namespace kervan

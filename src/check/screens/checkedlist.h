@@ -4,6 +4,7 @@
 #include "check/checks.h"
 #include "check/listshape.h"
 #include "check/readback.h"
+#include "check/readinessrules.h"
 #include "check/readreport.h"
 #include "check/screens/checkpane.h"
 #include "check/writtendocuments.h"
@@ -37,6 +38,8 @@ struct CheckedList
     /// How its rows are found in documents, and what goes into the one that is being written.
     std::function<ListedRows()> listed = nullptr;
     std::function<WrittenRows()> written = nullptr;
+    /// The side files of the counters that its documents take numbers from.
+    QStringList counters = {};
     /// Of invoices, whether a row gets a cash slip.
     std::function<bool(int row)> belowLimit = nullptr;
     /// The page that belongs to the list itself, with its list, where there is one.
@@ -50,5 +53,8 @@ struct CheckedList
 
 /// The list with the pane below it: lines, findings, what was not read, missing definitions.
 Panes *checkedPanes(const CheckedList &list);
+
+/// What a document holds, as far as the pane of the window has read it; asked once it stands.
+ContentOf contentKnownBelow(const QWidget *window);
 
 } // namespace kervan

@@ -56,9 +56,10 @@ protected:
         if (index.column() != Weight || option->text.isEmpty())
             return;
         option->features |= QStyleOptionViewItem::HasDecoration;
-        option->icon =
-            picture(option->text == wordOf(Level::Error) ? u"markerror"_s : u"markwarning"_s);
         option->decorationSize = {pictureSide, pictureSide};
+        if (!option->state.testFlag(QStyle::State_Selected)) // there the word alone stands out
+            option->icon =
+                picture(option->text == wordOf(Level::Error) ? u"markerror"_s : u"markwarning"_s);
     }
 };
 
@@ -162,9 +163,9 @@ void FindingsPage::fillRows()
     m_rows.clear();
     for (const Finding &finding : m_findings.first(qMin(m_findings.size(), mostShown))) {
         const int row = m_rows.addRow(wordOf(finding.level));
-        if (finding.row >= 0)
-            m_rows.setCell(row, Row, QString::number(finding.row + 1));
         const bool isInList = finding.list == m_window.view->objectName();
+        if (finding.row >= 0)
+            m_rows.setCell(row, Row, (isInList ? u"%1"_s : u"alt %1"_s).arg(finding.row + 1));
         if (isInList && finding.row >= 0 && finding.row < m_window.list.rows() && number >= 0)
             m_rows.setCell(row, Number, m_window.list.cell(finding.row, number));
         const QString prefix = m_rows.cell(row, Number) + u": "_s;

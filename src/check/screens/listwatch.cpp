@@ -34,6 +34,20 @@ QString folderOf(const QString &target)
     return target.endsWith(u".xml"_s, Qt::CaseInsensitive) ? QFileInfo(target).path() : target;
 }
 
+RowMark foundIn(const Checks &checks, const QString &list, int row)
+{
+    RowMark mark;
+    QStringList texts;
+    for (const int place : checks.ofRow(row, list)) {
+        const Finding &finding = checks.findings()[place];
+        texts << finding.text;
+        if (finding.level == Level::Error || mark.kind == RowMark::None)
+            mark.kind = finding.level == Level::Error ? RowMark::Error : RowMark::Warning;
+    }
+    mark.text = texts.join(u'\n');
+    return mark;
+}
+
 } // namespace
 
 ListWatch::ListWatch(CheckedList list, FindingsPage *findings, DocumentPage *page, TotalsLine *line)
@@ -50,6 +64,10 @@ ListWatch::ListWatch(CheckedList list, FindingsPage *findings, DocumentPage *pag
     connect(&m_documents, &WrittenDocuments::changed, this, &ListWatch::showMarks);
     connect(&m_documents, &WrittenDocuments::changed, &m_list.checks, &Checks::askScreen);
     m_list.view->setMarker([this](int row) { return markOf(row); });
+    if (m_list.secondRows)
+        m_list.linesView->setMarker([this](int row) {
+            return foundIn(m_list.checks, m_list.linesView->objectName(), row);
+        });
     connect(m_findings, &FindingsPage::onlyFoundWanted, this, &ListWatch::showOnlyFound);
     connect(m_list.view, &GridView::filterChanged, this, [this] {
         m_findings->setOnlyFound(m_list.view->isFiltered() &&
@@ -80,13 +98,14 @@ ListWatch::ListWatch(CheckedList list, FindingsPage *findings, DocumentPage *pag
 // What only the documents tell.
 void ListWatch::addRules()
 {
-    m_list.checks.add({.name = u"sayaç geride"_s,
-                       .level = Level::Error,
-                       .cure = u"Sayaç dosyasına belgelerdeki son numarayı yazıp dosyayı yeniden "
-                               "okutun: yoksa numaralar ikinci kez verilir."_s,
-                       .ofScreen = [this] {
-                           return m_documents.counterWarnings(m_list.program.folder).join(u' ');
-                       }});
+    m_list.checks.add(
+        {.name = u"sayaç geride"_s,
+         .level = Level::Error,
+         .cure = u"Sayaç dosyasına belgelerdeki son numarayı yazıp dosyayı yeniden "
+                 "okutun: yoksa numaralar ikinci kez verilir."_s,
+         .ofScreen = [this] {
+             return m_documents.counterWarnings(m_list.program.folder, m_list.counters).join(u' ');
+         }});
     m_list.checks.add({.name = u"okunmayan belge"_s,
                        .cure = u"Belgeyi yeniden yazın ya da klasörden alın."_s,
                        .ofScreen = [this] {
@@ -107,30 +126,26 @@ bool ListWatch::eventFilter(QObject *watched, QEvent *event)
 
 RowMark ListWatch::markOf(int row) const
 {
-    RowMark mark;
-    QStringList texts;
-    for (const int place : m_list.checks.ofRow(row)) {
-        const Finding &finding = m_list.checks.findings()[place];
-        texts << finding.text;
-        if (finding.level == Level::Error || mark.kind == RowMark::None)
-            mark.kind = finding.level == Level::Error ? RowMark::Error : RowMark::Warning;
-    }
+    RowMark mark = foundIn(m_list.checks, m_list.view->objectName(), row);
     const WrittenMark written = m_documents.marks().value(row);
     if (written.kind != WrittenMark::None) {
-        texts << written.sentence;
+        mark.text += (mark.text.isEmpty() ? QString() : u"\n"_s) + written.sentence;
         mark.written = written.kind == WrittenMark::Differs ? RowMark::Differs : RowMark::Same;
     }
-    mark.text = texts.join(u'\n');
     return mark;
 }
 
 void ListWatch::showMarks()
 {
-    const bool anyFound =
-        std::ranges::any_of(m_list.checks.findings(), [this](const Finding &finding) {
-            return finding.row >= 0 && finding.list == m_list.view->objectName();
+    const auto anyFoundIn = [this](const GridView *view) {
+        return std::ranges::any_of(m_list.checks.findings(), [&](const Finding &finding) {
+            return finding.row >= 0 && finding.list == view->objectName();
         });
-    m_list.view->marksChanged((anyFound ? 1 : 0) + (m_documents.markedCount() > 0 ? 1 : 0));
+    };
+    m_list.view->marksChanged((anyFoundIn(m_list.view) ? 1 : 0) +
+                              (m_documents.markedCount() > 0 ? 1 : 0));
+    if (m_list.secondRows)
+        m_list.linesView->marksChanged(anyFoundIn(m_list.linesView) ? 1 : 0);
     if (m_list.view->isFiltered() && m_list.view->filteredBy() == onlyFound &&
         m_list.checks.isComplete())
         m_list.view->refilter();
@@ -208,7 +223,8 @@ void ListWatch::untickWritten()
     QList<int> rows;
     const QList<WrittenMark> &marks = m_documents.marks();
     for (int row = 0; row < marks.size() && row < m_list.rows.rows(); ++row) {
-        if (marks[row].kind != WrittenMark::None && m_list.rows.ticked(row))
+        const auto kind = marks[row].kind; // one that differs is for the user to judge
+        if ((kind == WrittenMark::Same || kind == WrittenMark::Similar) && m_list.rows.ticked(row))
             rows << row;
     }
     m_list.rows.setTicked(rows, false);

@@ -208,6 +208,8 @@ void TotalsLine::showWritten()
 void TotalsLine::setDisagreement(const QString &text)
 {
     setText(m_disagreement, text, text);
+    // It is worth more room than the sums.
+    m_disagreement->setMinimumWidth(qMin(m_disagreement->sizeHint().width(), width() * 2 / 3));
     m_written->setVisible(text.isEmpty() && !m_told.isEmpty()); // which is not good any more
     announce(this, text);
 }

@@ -27,10 +27,9 @@ using namespace Qt::StringLiterals;
 FatWindow::FatWindow(Program &program, QWidget *parent)
     : QWidget(parent)
     , m_fat(program)
-    , m_checks(checksOf(m_fat, {.counterIsShared =
-                                    [this] {
-                                        return m_sharesCounter && m_sharesCounter();
-                                    }}))
+    , m_checks(checksOf(m_fat,
+                        {.counterIsShared = [this] { return m_sharesCounter && m_sharesCounter(); },
+                         .contentOf = contentKnownBelow(this)}))
     , m_l1(invoiceView(m_fat.liste, u".bif"_s, m_fat.baslik,
                        [this](int row) { m_fat.satirsec(row); }))
 {
@@ -196,6 +195,7 @@ QWidget *FatWindow::lists(Program &program)
                                  return writtenRows(m_fat.liste.l1, DocumentFamily::Invoices, true,
                                                     L1::FaturaNumarasi, L1::ToplamTutar);
                              },
+                         .counters = {u"kasacariislemno.kvz"_s},
                          .belowLimit =
                              [this](int row) {
                                  return isBelowCashLimit(m_fat.liste.l1, row);

@@ -204,10 +204,8 @@ QWidget *SlipWindow::lists(Program &program)
                      .shape = [this] { return shapeOf(m_screen); },
                      .reread = [this] { m_screen.yenidenoku(); },
                      .listed = [this] { return listedSlips(m_screen); },
-                     .written =
-                         [this] {
-                             return writtenSlips(m_screen);
-                         }};
+                     .written = [this] { return writtenSlips(m_screen); },
+                     .counters = {u"kasacariislemno.kvz"_s, u"bankacariislemno.kvz"_s}};
     if (!form.hasBankList())
         return checkedPanes(list);
     auto *view = new GridView(m_screen.l2, u"l2"_s);

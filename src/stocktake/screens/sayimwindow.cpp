@@ -2,6 +2,7 @@
 
 #include "check/screens/checkedlist.h"
 #include "check/screens/listmemory.h"
+#include "check/screens/listwatch.h"
 #include "controls/binding.h"
 #include "controls/flowlayout.h"
 #include "controls/gridview.h"
@@ -90,22 +91,40 @@ QWidget *SayimWindow::counts(Program &program)
     view->setAccessibleName(u"Sayım Listesi"_s);
     view->setEmptyText(u"\"Sayım Text Dosyası Aç\" ile bir .txt dosyası seçin ya da dosyayı buraya "
                        "sürükleyin."_s);
-    return checkedPanes({.window = this,
-                         .rows = m_sayimform.l1,
-                         .view = view,
-                         .frame = plainFrame(view),
-                         .memoryKey = u"sayimform/pane"_s,
-                         .checks = *m_checks,
-                         .report = m_sayimform.okuma,
-                         .program = program,
-                         .notes = m_sayimform.bilgi,
-                         .okunurBicim = m_sayimform.okunurBicim,
-                         .shape = [this] { return shapeOf(m_sayimform); },
-                         .reread = [this] { m_sayimform.sayimdosyasikoku(); },
-                         .written =
-                             [this] {
-                                 return writtenCount(m_sayimform);
-                             }});
+    auto *panes = checkedPanes({.window = this,
+                                .rows = m_sayimform.l1,
+                                .view = view,
+                                .frame = plainFrame(view),
+                                .memoryKey = u"sayimform/pane"_s,
+                                .checks = *m_checks,
+                                .report = m_sayimform.okuma,
+                                .program = program,
+                                .notes = m_sayimform.bilgi,
+                                .okunurBicim = m_sayimform.okunurBicim,
+                                .shape = [this] { return shapeOf(m_sayimform); },
+                                .reread = [this] { m_sayimform.sayimdosyasikoku(); },
+                                .written =
+                                    [this] {
+                                        return writtenCount(m_sayimform);
+                                    }});
+    m_checks->add(writtenRule());
+    return panes;
+}
+
+// A count is one slip, so it is its number that may be in a document already.
+Rule SayimWindow::writtenRule() const
+{
+    return {.name = u"yazılmış sayım"_s,
+            .cure =
+                u"Fiş numarasını değiştirin ya da sayım Logo'ya aktarıldıysa yeniden yazmayın."_s,
+            .control = u"Text1"_s,
+            .ofScreen = [this, watch = findChild<ListWatch *>()] {
+                return watch && !m_sayimform.l1.isEmpty()
+                           ? watch->documents()
+                                 .numbered(DocumentFamily::Counts, {}, m_sayimform.fisno.text())
+                                 .sentence
+                           : QString();
+            }};
 }
 
 } // namespace kervan

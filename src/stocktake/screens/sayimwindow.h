@@ -27,6 +27,7 @@ Q_SIGNALS:
 private:
     QWidget *commands();
     QWidget *counts(Program &program);
+    Rule writtenRule() const;
 
     Sayimform m_sayimform;
     std::unique_ptr<Checks> m_checks;
