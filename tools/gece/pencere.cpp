@@ -24,7 +24,7 @@ namespace {
 class NoBoxes : public Boxes
 {
 public:
-    void show(const Box &) override { }
+    void show(const Box &) override {}
     bool ask(const Box &) override { return false; }
 };
 
