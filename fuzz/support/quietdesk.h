@@ -1,6 +1,7 @@
 #pragma once
 
 #include "app/realports.h"
+#include "base/systemclock.h"
 #include "odbc/odbcserver.h"
 #include "store/installation.h"
 #include "store/program.h"

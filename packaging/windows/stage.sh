@@ -43,7 +43,7 @@ stage_program() { # BUILD FOLDER
     local build=$1 folder=$2 text
     rm -rf "$folder"
     mkdir -p "$folder"/{translations,lisanslar}
-    cp "$build"/src/app/kervan-{transfer,kurulum}.exe "$folder/"
+    cp "$build"/src/app/kervan-{transfer,kurulum,aktar}.exe "$folder/"
     add_plugins "$folder" platforms/qwindows sqldrivers/qsqlite
     add_dlls "$folder"
     printf '[Paths]\r\nPrefix=.\r\n' >"$folder/qt.conf"

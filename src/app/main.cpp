@@ -1,9 +1,13 @@
+#include "aktar/journal.h"
+#include "aktar/outcome.h"
 #include "app/crashreport.h"
 #include "app/instancelock.h"
 #include "app/realports.h"
+#include "base/systemclock.h"
 #include "controls/theme.h"
 #include "frame/mainwindow.h"
 #include "odbc/odbcserver.h"
+#include "store/folderlock.h"
 #include "store/installation.h"
 
 #include <QApplication>
@@ -13,6 +17,8 @@
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr auto patience = std::chrono::seconds(5); // for a transfer that goes on without a window
 
 bool canBeWritten(const QString &folder)
 {
@@ -32,6 +38,12 @@ QString stateOf(const QString &folder)
             << u"Program klasörüne yazılamıyor, ayarlar ve numaralar saklanamaz. Yazma hakkınız "
                "olan bir yere taşıyın ya da bu hakkı isteyin: %1"_s.arg(
                    QDir::toNativeSeparators(folder));
+    if (const auto failed = kervan::passOver([&] {
+            const QString done = kervan::recover(folder);
+            if (!done.isEmpty())
+                sentences << done;
+        }))
+        sentences << u"Yarıda kalan gece aktarımı tamamlanamadı: %1"_s.arg(failed->description());
     return sentences.join(u"  "_s);
 }
 
@@ -58,6 +70,13 @@ int main(int argc, char **argv)
     kervan::speakTurkish(application);
     kervan::applyTheme(application);
     kervan::ScreenBoxes boxes;
+    kervan::FolderLock inFolder(folder, kervan::FolderLock::Who::Window);
+    if (!inFolder.take(patience)) {
+        boxes.show({u"Bu program klasöründe şu anda pencere açmadan aktarım yapılıyor "
+                    "(kervan-aktar). Bitince yeniden başlatın.\n%1"_s.arg(
+                        QDir::toNativeSeparators(inFolder.holder()))});
+        return kervan::FolderInUse;
+    }
     kervan::ScreenDialogs dialogs(folder);
     kervan::SystemClock clock;
     kervan::OdbcServer sqlServer;

@@ -215,16 +215,6 @@ std::optional<QString> ScreenDialogs::saveName(const FileQuestion &question)
     return answerOf(dialog);
 }
 
-QDateTime SystemClock::now() const
-{
-    const qint64 second = QDateTime::currentSecsSinceEpoch();
-    if (second != m_second) {
-        m_second = second;
-        m_now = QDateTime::fromSecsSinceEpoch(second);
-    }
-    return m_now;
-}
-
 void speakTurkish(QApplication &application)
 {
     auto *texts = new QTranslator(&application);

@@ -39,6 +39,11 @@ private:
     QTextCursor m_edit;
 };
 
+bool isCode(const QTextBlockFormat &format)
+{
+    return format.hasProperty(QTextFormat::BlockCodeFence);
+}
+
 } // namespace
 
 GuidePage::GuidePage(QWidget *parent)
@@ -157,11 +162,13 @@ void GuidePage::dress(QTextDocument *document)
             form.setLineHeight(lineHeight, QTextBlockFormat::ProportionalHeight);
         const bool isInTable = at.currentTable();
         const QTextBlockFormat now = block.blockFormat();
+        const bool goesOn = isCode(now) && isCode(block.next().blockFormat());
         if (!isInTable)
-            form.setBottomMargin(block.textList() ? 4 : 9);
-        if (now.hasProperty(QTextFormat::BlockQuoteLevel) ||
-            now.hasProperty(QTextFormat::BlockCodeFence) || now.nonBreakableLines())
+            form.setBottomMargin(goesOn ? 0 : block.textList() ? 4 : 9);
+        if (now.hasProperty(QTextFormat::BlockQuoteLevel) || isCode(now))
             form.setBackground(palette().alternateBase());
+        if (isCode(now))
+            form.setNonBreakableLines(false); // the column is no wider for them
         if (const int level = now.headingLevel(); level > 0) {
             const auto size = static_cast<std::size_t>(qMin(level, 3));
             form.setTopMargin(roomAbove[size]);

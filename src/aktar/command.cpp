@@ -1,0 +1,185 @@
+#include "aktar/command.h"
+
+#include "aktar/watching.h"
+#include "base/failure.h"
+
+#include <QDir>
+#include <QFileInfo>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+QString folderOf(const Options &options, const CommandWorld &world)
+{
+    const QString named = options.value(u"klasor"_s);
+    const QString folder = named.isEmpty() ? world.programFolder : named;
+    if (!QFileInfo::exists(QDir(folder).filePath(u"data.dbs"_s)))
+        throw Failure(
+            u"%1 bir program klasörü değil, içinde data.dbs yok. --klasor ile doğrusunu "
+            "verin ya da kervan-kurulum ile kurun."_s.arg(QDir::toNativeSeparators(folder)));
+    return QDir(folder).absolutePath();
+}
+
+QString optionLines(const QList<Option> &options)
+{
+    constexpr int column = 28;
+    QString lines;
+    for (const Option &option : options) {
+        const QString name =
+            u"  --"_s + option.name + (option.value.isEmpty() ? QString() : u' ' + option.value);
+        lines += name.leftJustified(column) + u' ' + option.text + u'\n';
+    }
+    return lines;
+}
+
+// Not every shell makes files of "*.bif". The oldest come first, as their slips are to be numbered.
+QStringList expanded(const QStringList &sources)
+{
+    QStringList files;
+    for (const QString &source : sources) {
+        const QFileInfo place(source);
+        const bool isPattern = source.contains(u'*') || source.contains(u'?');
+        const QStringList names = isPattern && !place.exists()
+                                      ? place.dir().entryList({place.fileName()}, QDir::Files,
+                                                              QDir::Time | QDir::Reversed)
+                                      : QStringList();
+        for (const QString &name : names)
+            files << place.dir().filePath(name);
+        if (names.isEmpty())
+            files << source;
+    }
+    return files;
+}
+
+Status runTransfer(const Transfer &transfer, const QStringList &arguments,
+                   const CommandWorld &world)
+{
+    const auto &out = world.streams.out;
+    const auto &tell = world.streams.tell;
+    Status status = Done;
+    const auto misused = passOver([&] {
+        Options options = readOptions(transfer.command, arguments, optionsOf(transfer));
+        if (options.has(u"tarif"_s))
+            addRecipe(options, options.value(u"tarif"_s), {transfer.command}, optionsOf(transfer));
+        if (options.sources.isEmpty())
+            throw Failure(
+                u"Kaynak dosyayı verin; bakın: kervan-aktar %1 --help"_s.arg(transfer.command));
+        options.sources = expanded(options.sources);
+        OpenFolder folder(options, world);
+        Job job(folder.program(), folder.ports(), transfer, options);
+        if (!job.onlyReads())
+            status = folder.enter(tell);
+        if (status != Done)
+            return;
+        for (const QString &source : options.sources) {
+            const Outcome outcome = job.run(source, world.streams);
+            status = worse(status, outcome.status);
+            if (options.isOn(u"listele"_s))
+                continue;
+            out(options.isOn(u"json"_s) ? jsonOf(outcome) : textOf(outcome));
+        }
+    });
+    if (!misused)
+        return status;
+    tell(u"kervan-aktar: "_s + misused->description());
+    return UsedWrongly;
+}
+
+} // namespace
+
+OpenFolder::OpenFolder(const Options &options, const CommandWorld &world)
+    : m_patience(options.number(u"bekle"_s, 0))
+    , m_folder(folderOf(options, world))
+    , m_lock(m_folder, FolderLock::Who::Command)
+    , m_boxes(options.isOn(u"evet"_s))
+    , m_program{.folder = m_folder,
+                .aktifform = {},
+                .folders = {},
+                .db = {},
+                .boxes = m_boxes,
+                .dialogs = m_names,
+                .clock = world.clock,
+                .sqlServer = world.sqlServer}
+{
+}
+
+Status OpenFolder::enter(const std::function<void(const QString &line)> &tell)
+{
+    if (!m_lock.take(m_patience)) {
+        tell(u"kervan-aktar: Program klasörü kullanımda (%1). Pencereyi kapatın ya da --bekle ile "
+             "bekleyin."_s.arg(QDir::toNativeSeparators(m_lock.holder())));
+        return FolderInUse;
+    }
+    const auto failed = passOver([&] {
+        const QString done = recover(m_folder);
+        if (!done.isEmpty())
+            tell(u"kervan-aktar: "_s + done);
+    });
+    if (!failed)
+        return Done;
+    m_lock.release();
+    tell(u"kervan-aktar: Yarıda kalan aktarım tamamlanamadı, yenisi başlamadı. "_s +
+         failed->description());
+    return NothingWritten;
+}
+
+int runCommand(const QStringList &arguments, const CommandWorld &world)
+{
+    const auto &out = world.streams.out;
+    const auto &tell = world.streams.tell;
+    const QString command = arguments.value(0);
+    const bool wantsHelp = arguments.contains(u"--help"_s) || arguments.contains(u"-h"_s);
+    const Transfer *transfer = findTransfer(command);
+    if (command == u"izle") {
+        if (!wantsHelp)
+            return watchFolder(arguments.sliced(1), world);
+        out(helpText(command, u"KLASÖR --tarif TARİF"_s,
+                     u"Klasöre gelen dosyaları aktarır; bitenleri aktarilan, olmayanları hatali "
+                     "klasörüne taşır."_s,
+                     watchOptions(), commonOptions()));
+    } else if (transfer && wantsHelp) {
+        out(helpText(command, u"KAYNAK... --hedef BELGE"_s, u"Aktarır: "_s + transfer->what,
+                     transfer->options, commonOptions()));
+    } else if (transfer) {
+        return runTransfer(*transfer, arguments.sliced(1), world);
+    } else if (wantsHelp) {
+        out(helpText());
+    } else {
+        tell(command.isEmpty() ? helpText()
+                               : u"kervan-aktar: \"%1\" bir komut değil; bakın: kervan-aktar "
+                                 "--help"_s.arg(command));
+        return UsedWrongly;
+    }
+    return Done;
+}
+
+QString helpText()
+{
+    QString text = u"kervan-aktar KOMUT KAYNAK... [SEÇENEK...]\n\n"
+                   "Kervan Transfer'in aktarımlarını pencere açmadan yapar.\n\nKomutlar:\n"_s;
+    for (const Transfer &transfer : transfers())
+        text += u"  "_s + transfer.command.leftJustified(16) + transfer.what + u'\n';
+    return text + u"  "_s + u"izle"_s.leftJustified(16) +
+           u"bir klasöre gelen dosyalar\n\n"
+           "Bir komutun seçenekleri: kervan-aktar KOMUT --help\n\n"
+           "Bitiş kodları:\n"
+           "  0   tamam\n"
+           "  1   yazıldı (ya da denetlendi), bakılacak bulgular var\n"
+           "  2   en az bir kaynağın belgesi yazılmadı\n"
+           "  64  yanlış kullanım\n"
+           "  75  program klasörü kullanımda, sonra yeniden deneyin\n"_s;
+}
+
+QString helpText(const QString &command, const QString &arguments, const QString &what,
+                 const QList<Option> &own, const QList<Option> &common)
+{
+    QString text = u"kervan-aktar %1 %2 [SEÇENEK...]\n\n%3\n"_s.arg(command, arguments, what);
+    if (!own.isEmpty())
+        text += u"\nBu komutun seçenekleri:\n"_s + optionLines(own);
+    return text + u"\nBütün komutların seçenekleri:\n"_s + optionLines(common);
+}
+
+} // namespace kervan

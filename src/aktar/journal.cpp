@@ -1,0 +1,193 @@
+#include "aktar/journal.h"
+
+#include "base/failure.h"
+#include "base/filefault.h"
+#include "base/wholefile.h"
+
+#include <QCryptographicHash>
+#include <QDir>
+#include <QFile>
+#include <QFileInfo>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <array>
+#include <filesystem>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+constexpr QStringView journalName = u"kervan-aktar.islem";
+constexpr std::array<QStringView, 2> counterNames{u"kasacariislemno.kvz", u"bankacariislemno.kvz"};
+
+QString journalOf(const QString &programFolder)
+{
+    return programFolder + u'/' + journalName.toString();
+}
+
+std::optional<QByteArray> bytesOf(const QString &path)
+{
+    QFile file(path);
+    if (!file.open(QIODevice::ReadOnly))
+        return std::nullopt;
+    return file.readAll();
+}
+
+void write(const QString &path, const QByteArray &bytes)
+{
+    WholeFile file(path);
+    file.write(bytes);
+    file.commit();
+}
+
+QJsonObject countersAsTheyAre(const QString &programFolder)
+{
+    QJsonObject counters;
+    for (const QStringView name : counterNames) {
+        if (const auto bytes = bytesOf(programFolder + u'/' + name.toString()))
+            counters[name] = QString::fromLatin1(*bytes);
+        else
+            counters[name] = QJsonValue::Null;
+    }
+    return counters;
+}
+
+void putBack(const QString &programFolder, const QJsonObject &counters)
+{
+    for (const QStringView name : counterNames) {
+        const QString path = programFolder + u'/' + name.toString();
+        const QJsonValue before = counters[name];
+        if (before.isNull())
+            QFile::remove(path);
+        else if (bytesOf(path) != before.toString().toLatin1())
+            write(path, before.toString().toLatin1());
+    }
+}
+
+std::filesystem::path asPath(const QString &name)
+{
+    return name.toStdU16String();
+}
+
+// In the place of a file that is there. One that is moved already is no fault.
+void carryOut(const Move &move)
+{
+    if (!QFile::exists(move.from))
+        return;
+    std::error_code fault;
+    std::filesystem::rename(asPath(move.from), asPath(move.to), fault);
+    if (fault)
+        throw fileFailure(move.from, u"taşınamadı"_s,
+                          u"%1 (%2)"_s.arg(QDir::toNativeSeparators(move.to),
+                                           QString::fromLocal8Bit(fault.message())));
+}
+
+void removeFolder(const QString &folder)
+{
+    if (!folder.isEmpty())
+        QDir(folder).removeRecursively();
+}
+
+void finish(const QString &programFolder, const QString &folder, const QList<Move> &moves)
+{
+    for (const Move &move : moves)
+        carryOut(move);
+    removeFolder(folder);
+    QFile::remove(journalOf(programFolder));
+}
+
+// Of its own for each program folder: several may have the same target.
+QString stagingOf(const QString &programFolder, const QString &targetFolder)
+{
+    const QByteArray key = QCryptographicHash::hash(QDir(programFolder).canonicalPath().toUtf8(),
+                                                    QCryptographicHash::Sha1);
+    return QDir(targetFolder)
+        .absoluteFilePath(u".kervan-aktar-"_s + QString::fromLatin1(key.toHex().left(12)));
+}
+
+QByteArray spelled(const QJsonObject &counters, const QString &folder,
+                   const std::optional<QList<Move>> &moves)
+{
+    QJsonObject object{{u"sayaclar"_s, counters}, {u"hazirlik"_s, folder}};
+    if (moves) {
+        QJsonArray list;
+        for (const Move &move : *moves)
+            list << QJsonArray{move.from, move.to};
+        object[u"tasi"_s] = list;
+    }
+    return QJsonDocument(object).toJson(QJsonDocument::Compact);
+}
+
+} // namespace
+
+Journal::Journal(const QString &programFolder, const QString &targetFolder)
+    : m_programFolder(programFolder)
+    , m_folder(stagingOf(programFolder, targetFolder))
+{
+    recover(programFolder); // what the source before could not bring to its end
+    const QJsonObject counters = countersAsTheyAre(programFolder);
+    write(journalOf(programFolder), spelled(counters, m_folder, std::nullopt));
+    removeFolder(m_folder);
+    if (!QDir().mkdir(m_folder)) {
+        QFile::remove(journalOf(programFolder));
+        throw Failure(u"Hedef klasöre yazılamıyor: %1. Klasörü açın ya da yazma hakkı verin."_s.arg(
+            QDir::toNativeSeparators(targetFolder)));
+    }
+}
+
+Journal::Journal(const QString &programFolder)
+    : m_programFolder(programFolder)
+{
+}
+
+void Journal::commit(const QList<Move> &moves)
+{
+    write(journalOf(m_programFolder), spelled({}, m_folder, moves));
+    finish(m_programFolder, m_folder, moves);
+}
+
+void Journal::drop()
+{
+    finish(m_programFolder, m_folder, {});
+}
+
+bool isPending(const QString &programFolder)
+{
+    return QFileInfo::exists(journalOf(programFolder));
+}
+
+QString recover(const QString &programFolder)
+{
+    const auto bytes = bytesOf(journalOf(programFolder));
+    if (!bytes)
+        return {};
+    const QJsonObject object = QJsonDocument::fromJson(*bytes).object();
+    const QString folder = object[u"hazirlik"].toString();
+    if (!object.contains(u"tasi"_s)) {
+        if (object.contains(u"sayaclar"_s))
+            putBack(programFolder, object[u"sayaclar"].toObject());
+        finish(programFolder, folder, {});
+        return u"Yarıda kalan aktarım geri alındı: belgesi yayımlanmamıştı, sayaçlar yerine "
+               "kondu."_s;
+    }
+    QList<Move> moves;
+    for (const auto &move : object[u"tasi"].toArray())
+        moves << Move{move[0].toString(), move[1].toString()};
+    finish(programFolder, folder, moves);
+    return u"Yarıda kalan aktarım tamamlandı: belgeleri yerlerine kondu."_s;
+}
+
+QStringList countersOf(const QString &programFolder)
+{
+    QStringList counters;
+    for (const QStringView name : counterNames)
+        counters << QString::fromLatin1(
+            bytesOf(programFolder + u'/' + name.toString()).value_or(QByteArray()).trimmed());
+    return counters;
+}
+
+} // namespace kervan

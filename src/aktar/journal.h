@@ -1,0 +1,57 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QString>
+#include <QStringList>
+
+#include <optional>
+
+namespace kervan {
+
+// What keeps a transfer from being half done, or done twice, when the program is killed. Documents
+// are written into a folder of their own inside the target's, and a file in the program folder
+// holds what is to become of them. Until it says that all is written, the next program to come
+// throws the documents away and puts the counters back; from then on it moves them to where they
+// belong. Nobody outside ever sees a document whose counters are not stored.
+
+/// A file that gets another name.
+struct Move
+{
+    QString from, to;
+};
+
+class Journal
+{
+public:
+    /// Begins: remembers the counters and makes an empty folder for documents of `targetFolder`,
+    /// which has to be there. A Failure names what could not be made.
+    Journal(const QString &programFolder, const QString &targetFolder);
+    /// Of files that are only moved.
+    explicit Journal(const QString &programFolder);
+
+    /// Where documents are written for now.
+    const QString &folder() const { return m_folder; }
+    /// From now on all of it is to be carried out, whatever happens. Carries it out; a Failure
+    /// names the first file that can't be moved, and what is left waits for recover().
+    void commit(const QList<Move> &moves);
+    /// Nothing was written: forgets it and leaves the counters as they are.
+    void drop();
+
+private:
+    QString m_programFolder;
+    QString m_folder;
+};
+
+/// Brings what a killed program left to its end; nothing where there is nothing. Gives a sentence
+/// of what was done, empty for nothing. A Failure names what is in the way; it is then tried again
+/// the next time.
+QString recover(const QString &programFolder);
+
+/// Whether there is something for recover() to do.
+bool isPending(const QString &programFolder);
+
+/// The two counters as they are stored, cash and bank; empty where there is none.
+QStringList countersOf(const QString &programFolder);
+
+} // namespace kervan

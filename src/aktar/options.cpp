@@ -1,0 +1,198 @@
+#include "aktar/options.h"
+
+#include "aktar/transfers.h"
+#include "base/codepage.h"
+#include "base/failure.h"
+#include "base/filefault.h"
+#include "text/dates.h"
+
+#include <QCommandLineParser>
+#include <QFile>
+#include <QStringDecoder>
+
+#include <algorithm>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+const Option *find(const QList<Option> &known, const QString &name)
+{
+    const auto found = std::ranges::find(known, name, &Option::name);
+    return found == known.end() ? nullptr : &*found;
+}
+
+QString textOf(const QByteArray &bytes)
+{
+    QStringDecoder utf8(QStringDecoder::Utf8);
+    const QString text = utf8(bytes);
+    return utf8.hasError() ? fromTextFile(bytes) : text;
+}
+
+QString withoutQuotes(QString value)
+{
+    if (value.size() >= 2 && value.startsWith(u'"') && value.endsWith(u'"'))
+        value = value.sliced(1, value.size() - 2);
+    return value;
+}
+
+// Of options that take one of several words.
+void checkWords(const Options &options, const QList<Option> &known)
+{
+    for (const Option &option : known) {
+        const QStringList words = option.value.split(u'|');
+        for (const QString &value : options.values(option.name)) {
+            if (words.size() > 1 && !words.contains(value))
+                throw Failure(u"--%1 için \"%2\" olmaz. Olanlar: %3"_s.arg(option.name, value,
+                                                                           words.join(u", "_s)));
+        }
+    }
+}
+
+// A section that no command has would never be heard of again.
+bool isSection(const QString &name)
+{
+    return name == u"izle" || findTransfer(name);
+}
+
+} // namespace
+
+bool Options::isOn(const QString &name) const
+{
+    const QString said = value(name).toLower();
+    return has(name) && said != u"hayır" && said != u"hayir" && said != u"0";
+}
+
+int Options::number(const QString &name, int otherwise, int least) const
+{
+    if (!has(name))
+        return otherwise;
+    bool isNumber = false;
+    const int given = value(name).toInt(&isNumber);
+    if (!isNumber || given < least)
+        throw Failure(u"--%1 için \"%2\" olmaz: %3 ya da daha büyük bir tam sayı verin."_s
+                          .arg(name, value(name))
+                          .arg(least));
+    return given;
+}
+
+QDate dayOf(const QString &option, const QString &value, QDate today)
+{
+    if (value == u"bugun" || value == u"bugün")
+        return today;
+    if (value == u"dun" || value == u"dün")
+        return today.addDays(-1);
+    const auto day = typedDate(value, today.year());
+    if (!day)
+        throw Failure(u"--%1 için \"%2\" bir gün değil; 07.03.2024 gibi bir gün, bugun ya da dun "
+                      "yazın."_s.arg(option, value));
+    return *day;
+}
+
+const QList<Option> &commonOptions()
+{
+    static const QList<Option> options{
+        {u"klasor"_s, u"KLASÖR"_s,
+         u"program klasörü: veritabanları ve yan dosyalar; verilmezse programın yanı"_s},
+        {u"tarif"_s, u"DOSYA"_s, u"her gece aynı olan seçenekler; komut satırı onu ezer"_s},
+        {u"hedef"_s, u"BELGE"_s,
+         u"yazılacak belge ya da klasörü; içinde {kaynak}, {tarih} ve {saat} kullanılabilir"_s},
+        {u"sec"_s, u"SATIRLAR"_s,
+         u"hepsi, tarih=GÜN, tarih=GÜN..GÜN, no=NO,NO, e-fatura, e-fatura-degil, yazilmamis; "
+         "birkaçı verilirse hepsine uyanlar"_s,
+         true},
+        {u"yazilmislari-atla"_s, {}, u"hedef klasördeki belgelerde olanları dışarıda bırakır"_s},
+        {u"listele"_s, {}, u"yalnız okur ve listeyi gösterir; hiçbir şey yazmaz"_s},
+        {u"bicim"_s, u"tablo|csv|json"_s, u"listenin biçimi; verilmezse tablo"_s},
+        {u"denetle"_s, {}, u"yalnız okur ve bulguları gösterir; hiçbir şey yazmaz"_s},
+        {u"json"_s, {}, u"her belge için bir JSON satırı yazar"_s},
+        {u"okunur-bicim"_s, {}, u"değerleri Logo'nun okuyacağı biçimde yazar (&, <, >)"_s},
+        {u"hata-varsa-yazma"_s, {}, u"denetim bir hata bulursa belge yazılmaz"_s},
+        {u"uzerine-yaz"_s, {}, u"var olan belgenin üzerine yazar; yoksa ona dokunulmaz"_s},
+        {u"evet"_s, {}, u"programın sorularına evet der; yoksa yanıt hayırdır"_s},
+        {u"bekle"_s, u"SANİYE"_s,
+         u"program klasörü kullanımdaysa en çok bu kadar bekler; verilmezse 0"_s}};
+    return options;
+}
+
+const QList<Option> &watchOptions()
+{
+    static const QList<Option> options{
+        {u"aktarim"_s, u"KOMUT"_s, u"gelen dosyalara ne yapılacağı: fatura, cari, ..."_s},
+        {u"desen"_s, u"DESEN"_s, u"alınacak dosyaların adı, örneğin *.bif"_s},
+        {u"ara"_s, u"SANİYE"_s, u"klasöre bakışların arası; verilmezse 2"_s},
+        {u"tek-tur"_s, {}, u"klasördekiler bitince sona erer"_s}};
+    return options;
+}
+
+Options readOptions(const QString &command, const QStringList &arguments,
+                    const QList<Option> &known)
+{
+    QCommandLineParser parser;
+    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
+    for (const Option &option : known)
+        parser.addOption({option.name, option.text, option.value});
+    if (!parser.parse(QStringList(command) + arguments)) {
+        const QStringList unknown = parser.unknownOptionNames();
+        throw Failure(unknown.isEmpty() ? u"Değeri eksik ya da fazla olan bir seçenek var; bakın: "
+                                          "kervan-aktar %1 --help"_s.arg(command)
+                                        : u"\"--%1\" %2 komutunun bir seçeneği değil; bakın: "
+                                          "kervan-aktar %2 --help"_s.arg(unknown.first(), command));
+    }
+    Options options;
+    options.sources = parser.positionalArguments();
+    for (const Option &option : known) {
+        if (!parser.isSet(option.name))
+            continue;
+        if (option.value.isEmpty())
+            options.give(option.name, u"evet"_s);
+        for (const QString &value : parser.values(option.name))
+            options.give(option.name, value);
+    }
+    checkWords(options, known);
+    return options;
+}
+
+void addRecipe(Options &options, const QString &path, const QStringList &sections,
+               const QList<Option> &known)
+{
+    QFile file(path);
+    clearFault();
+    if (!file.open(QIODevice::ReadOnly))
+        throw fileFailure(path, u"okunamadı"_s, filefault(file, lastFault()));
+    const QStringList given = options.names(); // those of the command line
+    const QStringList lines = textOf(file.readAll()).split(u'\n');
+    QString section;
+    for (qsizetype i = 0; i < lines.size(); ++i) {
+        const QString line = lines[i].trimmed();
+        const auto fault = [&](const QString &what) {
+            return Failure(u"%1, %2. satır: %3"_s.arg(path).arg(i + 1).arg(what));
+        };
+        if (line.isEmpty() || line.startsWith(u'#') || line.startsWith(u';'))
+            continue;
+        if (line.startsWith(u'[') && line.endsWith(u']')) {
+            section = line.sliced(1, line.size() - 2).trimmed();
+            if (!isSection(section))
+                throw fault(u"\"%1\" bir komut değil."_s.arg(section));
+            continue;
+        }
+        const qsizetype sign = line.indexOf(u'=');
+        if (sign < 0)
+            throw fault(u"\"anahtar = değer\" olmalı."_s);
+        if (!section.isEmpty() && !sections.contains(section))
+            continue;
+        const QString key = line.first(sign).trimmed();
+        if (!find(known, key)) {
+            if (section.isEmpty() && find(allOptions(), key))
+                continue; // meant for another command
+            throw fault(u"\"%1\" %2 komutunun bir seçeneği değil."_s.arg(key, sections.last()));
+        }
+        if (!given.contains(key))
+            options.give(key, withoutQuotes(line.sliced(sign + 1).trimmed()));
+    }
+    checkWords(options, known);
+}
+
+} // namespace kervan

@@ -1,0 +1,119 @@
+#include "aktar/selection.h"
+
+#include "base/failure.h"
+#include "text/dates.h"
+
+#include <QCoreApplication>
+
+namespace kervan {
+
+using namespace Qt::StringLiterals;
+
+namespace {
+
+void take(Selection &selection, const QString &said, QDate today)
+{
+    const QString word = said.section(u'=', 0, 0).trimmed();
+    const QString value = said.section(u'=', 1).trimmed();
+    if (word == u"tarih" && !value.isEmpty()) {
+        const QStringList days = value.split(u".."_s);
+        selection.first = dayOf(u"sec"_s, days.first().trimmed(), today);
+        selection.last = dayOf(u"sec"_s, days.last().trimmed(), today);
+    } else if (word == u"no" && !value.isEmpty()) {
+        for (const QString &number : value.split(u','))
+            selection.numbers << number.trimmed();
+    } else if (said == u"e-fatura" || said == u"e-fatura-degil") {
+        selection.eInvoice = said == u"e-fatura";
+    } else if (said == u"yazilmamis") {
+        selection.unwritten = true;
+    } else if (said != u"hepsi") {
+        throw Failure(u"--sec için \"%1\" olmaz. Olanlar: hepsi, tarih=GÜN, tarih=GÜN..GÜN, "
+                      "no=NO,NO, e-fatura, e-fatura-degil, yazilmamis"_s.arg(said));
+    }
+}
+
+// A row whose date can't be read is of no day.
+bool isWithin(const Selection &selection, const QString &cell)
+{
+    bool within = false;
+    passOver([&] {
+        const QDate day = toDate(cell.left(10));
+        within = selection.first <= day && day <= selection.last;
+    });
+    return within;
+}
+
+// A mark for each row. The documents are read in a thread, which is waited for.
+QList<WrittenMark> marksOf(const ListedRows &rows, const QString &folder)
+{
+    WrittenDocuments documents;
+    documents.setFolders({folder});
+    documents.setRows(rows);
+    while (documents.isReading())
+        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    return documents.marks();
+}
+
+void check(const OpenScreen &screen, const Selection &selection, const ListShape &shape)
+{
+    const auto refuse = [](const QString &what) {
+        throw Failure(u"%1 bu aktarımda seçilemez."_s.arg(what));
+    };
+    if (!screen.ticks && !selection.takesAll())
+        throw Failure(u"Bu aktarım listenin hepsini yazar; --sec ve --yazilmislari-atla ile "
+                      "kullanılamaz."_s);
+    if (selection.first.isValid() && shape.date < 0)
+        refuse(u"Tarih"_s);
+    if (!selection.numbers.isEmpty() && shape.number < 0)
+        refuse(u"Numara"_s);
+    if (selection.eInvoice && !screen.eInvoice)
+        refuse(u"E-fatura"_s);
+    if (selection.unwritten && !screen.listed)
+        refuse(u"Yazılmamış olanlar"_s);
+}
+
+} // namespace
+
+Selection selectionOf(const Options &options, QDate today)
+{
+    Selection selection;
+    for (const QString &said : options.values(u"sec"_s))
+        take(selection, said, today);
+    selection.unwritten = selection.unwritten || options.isOn(u"yazilmislari-atla"_s);
+    return selection;
+}
+
+QStringList selectRows(const OpenScreen &screen, const Selection &selection, const QString &folder)
+{
+    const ListShape shape = screen.shape();
+    check(screen, selection, shape);
+    if (!screen.ticks)
+        return {};
+    const QList<WrittenMark> marks =
+        selection.unwritten ? marksOf(screen.listed(), folder) : QList<WrittenMark>();
+    const auto isUnwritten = [&](int row) {
+        return marks.value(row).kind == WrittenMark::None;
+    };
+    screen.list.tickWhere([&](int row) {
+        return (!selection.first.isValid() ||
+                isWithin(selection, screen.list.cell(row, shape.date))) &&
+               (selection.numbers.isEmpty() ||
+                selection.numbers.contains(screen.list.cell(row, shape.number))) &&
+               (!selection.eInvoice || screen.eInvoice(row) == *selection.eInvoice) &&
+               isUnwritten(row);
+    });
+    QStringList lines;
+    int written = 0;
+    for (int row = 0; row < screen.list.rows(); ++row) {
+        const WrittenMark mark = marks.value(row);
+        written += mark.kind == WrittenMark::None ? 0 : 1;
+        if (mark.kind == WrittenMark::Differs)
+            lines << u"%1 dışarıda bırakıldı. %2"_s.arg(screen.list.cell(row, shape.number),
+                                                        mark.sentence);
+    }
+    if (written > 0)
+        lines << u"Yazılmış olan %1 satır dışarıda bırakıldı."_s.arg(written);
+    return lines;
+}
+
+} // namespace kervan

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "aktar/transfers.h"
+
+#include <QDate>
+#include <QSet>
+
+#include <optional>
+
+namespace kervan {
+
+/// Which rows of a list are to be written: those that all that was said fits.
+struct Selection
+{
+    QDate first, last; ///< of the document; both valid or none
+    QSet<QString> numbers;
+    std::optional<bool> eInvoice;
+    bool unwritten = false; ///< stands in no document of the target's folder yet
+
+    bool takesAll() const
+    {
+        return !first.isValid() && numbers.isEmpty() && !eInvoice && !unwritten;
+    }
+};
+
+/// What "sec" and "yazilmislari-atla" say. A Failure says what was used wrongly.
+Selection selectionOf(const Options &options, QDate today);
+
+/// Ticks those rows of the list and no others, and tells in lines what was left out as written.
+/// What a list can't be asked for is a Failure. `folder` is the target's.
+QStringList selectRows(const OpenScreen &screen, const Selection &selection, const QString &folder);
+
+} // namespace kervan

@@ -1,0 +1,73 @@
+#pragma once
+
+#include "aktar/options.h"
+#include "base/grid.h"
+#include "base/notes.h"
+#include "check/checks.h"
+#include "check/listshape.h"
+#include "check/readreport.h"
+#include "check/writtendocuments.h"
+#include "logoxml/spelling.h"
+#include "store/program.h"
+
+#include <functional>
+#include <memory>
+
+namespace kervan {
+
+/// A choice of a screen that an option makes, as its window does it: the value goes into the field,
+/// and what a user's choice runs is run.
+struct Choice
+{
+    QString option;
+    /// A Failure where the field has no such value.
+    std::function<void(const QString &value)> make;
+    bool behindRead = false; ///< only a list in hand takes it
+};
+
+/// A screen at work without its window: the pieces of it that a transfer of any kind has, and the
+/// procedures of its buttons.
+struct OpenScreen
+{
+    std::shared_ptr<void> owner;
+    Grid &list; ///< what is written from
+    Notes &notes;
+    ReadReport &report;
+    XmlChoice &xml;
+    std::function<void()> open; ///< what the opening of the screen does
+    QList<Choice> choices;
+    std::function<void(const QString &path)> read;
+    std::function<void()> write;
+    std::function<ListShape()> shape;
+    std::function<std::unique_ptr<Checks>()> checks;
+    QString listName = QStringLiteral("l1"); ///< as findings call it
+    /// How its rows are found in documents; null where nothing tells.
+    std::function<ListedRows()> listed = nullptr;
+    /// Whether only ticked rows are written.
+    bool ticks = true;
+    /// Whether its save refuses an empty list by itself, with a box.
+    bool guards = true;
+    bool writesCashSlips = false; ///< beside its document
+    /// Whether the row's customer takes e-invoices; null where no list knows.
+    std::function<bool(int row)> eInvoice = nullptr;
+};
+
+/// A row of the table of transfers.
+struct Transfer
+{
+    QString command;
+    QString what;     ///< a line of the help
+    QString patterns; ///< of its sources: "*.xlsx *.xls"
+    QList<Option> options;
+    std::function<OpenScreen(Program &program, const Options &options)> begin;
+};
+
+const QList<Transfer> &transfers();
+/// The transfer of a command; null for a word that is none.
+const Transfer *findTransfer(const QString &command);
+/// All that it takes: its own options and the common ones.
+QList<Option> optionsOf(const Transfer &transfer);
+/// Those of all commands.
+QList<Option> allOptions();
+
+} // namespace kervan

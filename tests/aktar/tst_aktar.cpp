@@ -1,0 +1,504 @@
+// The command by itself: what it takes, what it tells, how it ends, and what it leaves behind.
+
+#include "aktar/folder.h"
+#include "aktar/journal.h"
+#include "invoices/desk.h"
+#include "support/table.h"
+
+#include <QElapsedTimer>
+#include <QJsonArray>
+#include <QJsonDocument>
+#include <QJsonObject>
+#include <QProcess>
+
+#include <future>
+#include <thread>
+
+using namespace kervan;
+
+namespace {
+
+/// Four invoices of three days; the second one's customer takes e-invoices.
+struct Branch : SampleFolder
+{
+    QString source = place.filePath(u"gün.bif"_s);
+
+    Branch()
+    {
+        clock.moment = {QDate(2024, 3, 8), QTime(9, 5, 3)};
+        write({u"F1"_s, u"F2"_s, u"F3"_s, u"F4"_s});
+        sqlServer.answer = [](const QString &) -> SqlRows {
+            return {{u"ACCEPTEINV"_s}, {{u"0"_s}}};
+        };
+    }
+    void write(const QStringList &numbers)
+    {
+        QByteArray lines;
+        for (const QString &number : numbers) {
+            const QString day = u"2024030"_s + QString::number(6 + number.right(1).toInt() % 3);
+            lines += header({.no = number, .date = day, .person = u"00100101"_s}) +
+                     goods(u"KHV-100", u"1", u"118.00", u"100.00");
+        }
+        writeBytes(source, lines);
+    }
+    int fatura(const QString &target, const QStringList &more = {})
+    {
+        return run(QStringList{u"fatura"_s, source, u"--hedef"_s, document(target), u"--firma"_s,
+                               u"MERKEZ ŞUBE"_s, u"--kdv"_s, u"18"_s, u"--plan"_s, u"30GUN"_s} +
+                   more);
+    }
+    // The numbers of the rows that a selection takes.
+    QString selected(const QStringList &options)
+    {
+        fatura({}, options + QStringList{u"--listele"_s, u"--bicim"_s, u"json"_s});
+        QStringList numbers;
+        for (const QString &line : out.split(u'\n', Qt::SkipEmptyParts)) {
+            const QJsonObject row = QJsonDocument::fromJson(line.toUtf8()).object();
+            if (!row[u"Seçili"].toString().isEmpty())
+                numbers << row[u"Fatura Numarası"].toString();
+        }
+        return numbers.join(u' ');
+    }
+    QString recipe(const QByteArray &bytes)
+    {
+        writeBytes(place.filePath(u"gece.ini"_s), bytes);
+        return place.filePath(u"gece.ini"_s);
+    }
+    QByteArray counter() const { return readBytes(sideFile(u"kasacariislemno.kvz"_s)); }
+    QStringList written() const { return filesOf(documents, {u"*"_s}).keys(); }
+};
+
+} // namespace
+
+class AktarTest : public QObject
+{
+    Q_OBJECT
+
+private Q_SLOTS:
+    void aWrongUseIsToldAndLeavesNothing_data()
+    {
+        addTable(uR"(
+case            ; arguments                                       ; told
+nothing         ;                                                 ; Komutlar:
+no such command ; faturalar                                       ; "faturalar" bir komut değil
+no source       ; fatura                                          ; Kaynak dosyayı verin
+no target       ; fatura a.bif                                    ; --hedef
+unknown option  ; cari a.txt --firma=X --hedef=b.xml              ; "--firma" cari komutunun
+missing value   ; fatura a.bif --hedef                            ; Değeri eksik
+no such row     ; fatura a.bif --hedef=b.xml --sec=bazen          ; --sec için "bazen" olmaz
+no such day     ; fatura a.bif --hedef=b.xml --sec=tarih=yarın    ; "yarın" bir gün değil
+no such firm    ; fatura a.bif --hedef=b.xml --firma=YOK          ; Olanlar: MERKEZ ŞUBE, İZMİR ŞUBE
+one of words    ; cari a.txt --hedef=b.xml --belge=sil            ; Olanlar: ekle, guncelle
+not of cards    ; cari a.txt --hedef=b.xml --sec=e-fatura         ; listenin hepsini yazar
+not of slips    ; nakit a.xlsx --hedef=b.xml --sec=e-fatura       ; E-fatura bu aktarımda seçilemez
+one target      ; cari a.txt b.txt --hedef=c.xml                  ; İki kaynağın belgesi aynı
+no number       ; cari a.txt --hedef=c.xml --bekle=az             ; 0 ya da daha büyük
+no recipe       ; cari a.txt --hedef=c.xml --tarif=yok.ini        ; yok.ini
+no watched one  ; izle                                            ; --tarif ile tarifini verin)"_s);
+    }
+    void aWrongUseIsToldAndLeavesNothing()
+    {
+        Branch b;
+        const auto before = filesOf(b.folder, {u"*"_s});
+        QCOMPARE(b.run(fetch("arguments").split(u' ', Qt::SkipEmptyParts)), UsedWrongly);
+        QVERIFY2(b.says(fetch("told")), qPrintable(b.told.join(u'\n')));
+        QCOMPARE(filesOf(b.folder, {u"*"_s}), before);
+    }
+
+    void aFolderWithoutDatabasesIsNone()
+    {
+        Branch b;
+        b.folder = b.documents;
+        QCOMPARE(b.fatura(u"a.xml"_s), UsedWrongly);
+        QVERIFY(b.says(u"bir program klasörü değil"_s));
+    }
+
+    void theEndTellsWhatHappened()
+    {
+        Branch b;
+        QCOMPARE(b.fatura(u"a.xml"_s), Done);
+        QCOMPARE(b.written(), QStringList({u"a-KASANAKIT.xml"_s, u"a.xml"_s}));
+        QCOMPARE(b.told, QStringList({u"gün.bif: Tamam: Kasa Nakit Xml Dönüşümü Tamamlandı..."_s,
+                                      u"gün.bif: Tamam: Xml Dönüşümü Tamamlandı..."_s}));
+        QVERIFY2(b.out.contains(u"a.xml: 4 fatura, toplam "_s), qPrintable(b.out));
+        QCOMPARE(b.fatura(u"b.xml"_s, {u"--plan"_s, u""_s}), DoneWithFindings);
+        QVERIFY(b.says(u"Uyarı: Ödeme planı seçilmedi"_s));
+        QCOMPARE(b.fatura(u"c.xml"_s, {u"--sec"_s, u"no=F9"_s}), NothingWritten);
+        QVERIFY(b.says(u"seçilen satır yok"_s));
+        b.source = b.place.filePath(u"yok.bif"_s);
+        QCOMPARE(b.fatura(u"c.xml"_s), NothingWritten);
+        QVERIFY(b.says(u"Dikkat: Fatura Listesinde Kayıt Bulunamadı...!"_s));
+        QVERIFY(b.says(u"Bilgi: "_s));
+        QCOMPARE(b.written().size(), 4);
+        QCOMPARE(b.run({u"--help"_s}), Done);
+        QVERIFY(b.out.contains(u"izle"_s));
+    }
+
+    void aDocumentThatIsThereStays()
+    {
+        for (const QString &there : {u"a.xml"_s, u"a-KASANAKIT.xml"_s}) {
+            Branch b;
+            writeBytes(b.document(there), "eski");
+            const QByteArray counter = b.counter();
+            QCOMPARE(b.fatura(u"a.xml"_s), NothingWritten);
+            QVERIFY(b.says(u"zaten var"_s));
+            QCOMPARE(readBytes(b.document(there)), "eski");
+            QCOMPARE(b.counter(), counter);
+            QCOMPARE(b.fatura(u"a.xml"_s, {u"--uzerine-yaz"_s}), Done);
+            QVERIFY(readBytes(b.document(there)).startsWith("<?xml"));
+        }
+    }
+
+    void rowsAreChosenByAllThatIsSaid_data()
+    {
+        addTable(uR"(
+case              ; options                             ; rows
+nothing           ;                                     ; F1 F2 F3 F4
+all               ; --sec=hepsi                         ; F1 F2 F3 F4
+a day             ; --sec=tarih=07.03.2024              ; F1 F4
+today             ; --sec=tarih=bugun                   ; F2
+yesterday         ; --sec=tarih=dun                     ; F1 F4
+days              ; --sec=tarih=06.03.2024..07.03.2024  ; F1 F3 F4
+numbers           ; --sec=no=F2,F4,F9                   ; F2 F4
+e-invoices        ; --sec=e-fatura                      ;
+the others        ; --sec=e-fatura-degil                ; F1 F2 F3 F4
+both              ; --sec=no=F2,F4 --sec=tarih=dun      ; F4
+the screen's days ; --ilk-tarih=07.03.2024 --son-tarih=07.03.2024 ; F1 F4
+nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
+    }
+    void rowsAreChosenByAllThatIsSaid()
+    {
+        Branch b;
+        QCOMPARE(b.selected(fetch("options").split(u' ', Qt::SkipEmptyParts)), fetch("rows"));
+        QCOMPARE(b.written(), QStringList());
+    }
+
+    void whatTheTargetsFolderHoldsIsLeftOut()
+    {
+        Branch b;
+        QCOMPARE(b.fatura(u"a.xml"_s, {u"--sec"_s, u"no=F1,F3"_s}), Done);
+        QCOMPARE(b.fatura(u"b.xml"_s, {u"--yazilmislari-atla"_s}), Done);
+        QVERIFY(b.says(u"Yazılmış olan 2 satır dışarıda bırakıldı."_s));
+        QVERIFY(!readBytes(b.document(u"b.xml"_s)).contains("<NUMBER>F1<"));
+        QVERIFY(readBytes(b.document(u"b.xml"_s)).contains("<NUMBER>F4<"));
+        QCOMPARE(b.fatura(u"c.xml"_s, {u"--yazilmislari-atla"_s}), NothingWritten);
+    }
+
+    void listsAreShownInThreeForms()
+    {
+        Branch b;
+        const QString list = u"--listele"_s;
+        QCOMPARE(b.fatura({}, {list, u"--sec"_s, u"no=F2"_s}), Done);
+        const QStringList table = b.out.split(u'\n', Qt::SkipEmptyParts);
+        QCOMPARE(table.size(), 5);
+        QVERIFY(table[2].startsWith(u"x "_s) && table[1].startsWith(u"  "_s));
+        QCOMPARE(table[0].indexOf(u"Fatura Numarası"), table[1].indexOf(u"F1"));
+        b.fatura({}, {list, u"--bicim"_s, u"csv"_s});
+        QVERIFY2(b.out.contains(u"\nx;C1;Deniz Market;F1;"_s), qPrintable(b.out));
+        b.run({u"cari"_s, QStringLiteral(SAMPLES "/cariler.txt"), list});
+        QVERIFY(b.out.startsWith(u"Cari Kodu"_s)); // nothing is ticked there
+        QCOMPARE(b.run({u"cari"_s, u"yok.txt"_s, list}), NothingWritten);
+    }
+
+    void findingsAreGivenWithoutWriting()
+    {
+        Branch b;
+        const auto before = filesOf(b.folder, {u"*"_s});
+        QCOMPARE(b.fatura({}, {u"--denetle"_s}), Done);
+        QCOMPARE(b.out, QString());
+        b.write({u"F1"_s, u"F2"_s, u"F2"_s});
+        QCOMPARE(b.fatura({}, {u"--denetle"_s}), DoneWithFindings);
+        QVERIFY2(b.out.contains(u"Hata: 3. satır: "_s), qPrintable(b.out));
+        QCOMPARE(b.fatura({}, {u"--denetle"_s, u"--sec"_s, u"no=F1"_s}), Done); // of other rows
+        QCOMPARE(b.fatura(u"a.xml"_s, {u"--hata-varsa-yazma"_s}), NothingWritten);
+        QCOMPARE(filesOf(b.folder, {u"*"_s}), before);
+        QCOMPARE(b.written(), QStringList());
+        QCOMPARE(b.fatura(u"a.xml"_s), DoneWithFindings);
+    }
+
+    void eachDocumentIsAnObject()
+    {
+        Branch b;
+        b.fatura(u"a.xml"_s, {u"--json"_s});
+        const QStringList lines = b.out.split(u'\n', Qt::SkipEmptyParts);
+        QCOMPARE(lines.size(), 2);
+        const QJsonObject invoices = QJsonDocument::fromJson(lines[0].toUtf8()).object();
+        QCOMPARE(invoices[u"dosya"].toString(), b.document(u"a.xml"_s));
+        QCOMPARE(invoices[u"tur"].toString(), u"fatura"_s);
+        QCOMPARE(invoices[u"adet"].toInt(), 4);
+        QCOMPARE(invoices[u"durum"].toInt(), 0);
+        QCOMPARE(invoices[u"bulgular"].toArray().size(), 0);
+        const QJsonObject counters = invoices[u"sayaclar"].toObject();
+        QCOMPARE(counters[u"once"][u"kasa"].toString(), u"41"_s);
+        QCOMPARE(counters[u"sonra"][u"kasa"].toString(), u"45"_s);
+        const QJsonObject slips = QJsonDocument::fromJson(lines[1].toUtf8()).object();
+        QCOMPARE(slips[u"tur"].toString(), u"kasa fişi"_s);
+        QCOMPARE(slips[u"toplam"].toString(), u"400,00"_s); // four times 100
+        b.fatura(u"a.xml"_s, {u"--json"_s});
+        const QJsonObject none = QJsonDocument::fromJson(b.out.toUtf8()).object();
+        QVERIFY(!none.contains(u"dosya"_s));
+        QCOMPARE(none[u"durum"].toInt(), 2);
+    }
+
+    void severalSourcesGoIntoAFolderOneByOne()
+    {
+        Branch b;
+        QFile::copy(b.source, b.place.filePath(u"ertesi.bif"_s));
+        QCOMPARE(b.run({u"fatura"_s, b.place.filePath(u"*.bif"_s), u"--hedef"_s,
+                        b.document(u"{kaynak}-{tarih}"_s), u"--firma"_s, u"MERKEZ ŞUBE"_s,
+                        u"--sec"_s, u"no=F1"_s}),
+                 DoneWithFindings);
+        QCOMPARE(b.written(),
+                 QStringList({u"ertesi-20240308-KASANAKIT.xml"_s, u"ertesi-20240308.xml"_s,
+                              u"gün-20240308-KASANAKIT.xml"_s, u"gün-20240308.xml"_s}));
+        QVERIFY(readBytes(b.document(u"ertesi-20240308-KASANAKIT.xml"_s)).contains("KN000046"));
+    }
+
+    void aRecipeGivesWhatTheCommandLineLeavesOpen()
+    {
+        Branch b;
+        const QByteArray recipe = "; her gece\n"
+                                  "plan = 30GUN\n"
+                                  "belge = guncelle\n" // of others
+                                  "[cari]\n"
+                                  "olmayan = 1\n"
+                                  "[fatura]\n"
+                                  "kdv = 8\n"
+                                  "firma = \"\xC4\xB0ZM\xC4\xB0R \xC5\x9EUBE\"\n"
+                                  "uzerine-yaz = evet\n";
+        const QStringList arguments{u"fatura"_s, b.source, u"--hedef"_s, b.document(u"a.xml"_s),
+                                    u"--kdv"_s,  u"18"_s,  u"--tarif"_s, b.recipe(recipe)};
+        QCOMPARE(b.run(arguments), Done);
+        const QByteArray given = readBytes(b.document(u"a.xml"_s));
+        QVERIFY(given.contains("<PAYMENT_CODE>30GUN<") && given.contains("600.01.018"));
+        QVERIFY(given.contains("120.02"));
+        QCOMPARE(b.run(arguments), Done); // over the one that is there
+        QByteArray turkish = recipe;
+        turkish.replace("\xC4\xB0ZM\xC4\xB0R \xC5\x9EUBE", "\xDDZM\xDDR \xDEUBE");
+        b.recipe(turkish);
+        QCOMPARE(b.run(arguments), Done);
+        for (const auto &[bytes, told] :
+             {std::pair<QByteArray, QString>{"[fatura]\nfirmam=X\n",
+                                             u"2. satır: \"firmam\" fatura"_s},
+              {"[faturalar]\n", u"1. satır: \"faturalar\" bir komut değil"_s},
+              {"\nfirma MERKEZ\n", u"2. satır: \"anahtar = değer\" olmalı"_s},
+              {"bicim = pdf\n", u"--bicim için \"pdf\" olmaz"_s}}) {
+            b.recipe(bytes);
+            QCOMPARE(b.run(arguments), UsedWrongly);
+            QVERIFY2(b.says(told), qPrintable(b.told.join(u'\n')));
+        }
+    }
+
+    void aQuestionIsAnsweredByWhatWasSaidBefore()
+    {
+        QStringList lines;
+        for (const bool yes : {false, true}) {
+            LineBoxes boxes(yes);
+            boxes.setTell([&](const QString &line) { lines << line; });
+            QCOMPARE(boxes.ask({u"Silinsin mi?\r\nEmin misiniz?"_s, u"DİKKAT"_s, Icon::Question}),
+                     yes);
+        }
+        QCOMPARE(lines[0], u"DİKKAT: Silinsin mi? Emin misiniz? Hayır (evet demek için --evet)"_s);
+    }
+
+    void windowAndCommandDontMeetInAFolder()
+    {
+        Branch b;
+        FolderLock window(b.folder, FolderLock::Who::Window);
+        QVERIFY(window.take());
+        QCOMPARE(b.fatura(u"a.xml"_s), FolderInUse);
+        QVERIFY(b.says(u"kullanımda"_s) && b.says(u"kervan-pencere-"_s));
+        QCOMPARE(b.fatura({}, {u"--listele"_s}), Done); // reading keeps nobody out
+        QCOMPARE(b.written(), QStringList());
+        auto waiting = std::async(std::launch::async, [&window] {
+            std::this_thread::sleep_for(std::chrono::milliseconds(300));
+            window.release();
+        });
+        QCOMPARE(b.fatura(u"a.xml"_s, {u"--bekle"_s, u"60"_s}), Done);
+        waiting.get();
+        FolderLock command(b.folder, FolderLock::Who::Command);
+        QVERIFY(command.take());
+        QVERIFY(!window.take());
+        QCOMPARE(b.fatura(u"b.xml"_s), FolderInUse); // a second command
+        command.release();
+        QVERIFY(window.take());
+        window.release();
+        // What killed ones left behind holds nobody back.
+        const QByteArray dead = "99999999\nkervan\n" + QSysInfo::machineHostName().toUtf8() + '\n';
+        writeBytes(b.sideFile(u"kervan-aktar.kilit"_s), dead);
+        writeBytes(b.sideFile(u"kervan-pencere-x.kilit"_s), dead);
+        QCOMPARE(b.fatura(u"b.xml"_s), Done);
+    }
+
+    void aKilledTransferIsTakenBackOrBroughtToItsEnd()
+    {
+        Branch b;
+        const QByteArray counter = b.counter();
+        { // killed behind the documents and their counters
+            const Journal journal(b.folder, b.documents);
+            writeBytes(journal.folder() + u"/a.xml"_s, "yarım");
+            writeBytes(b.sideFile(u"kasacariislemno.kvz"_s), " 99 \r\n");
+            writeBytes(b.sideFile(u"bankacariislemno.kvz"_s), "5\r\n");
+        }
+        QVERIFY(isPending(b.folder));
+        QCOMPARE(b.fatura(u"z.xml"_s, {u"--sec"_s, u"no=F9"_s}), NothingWritten);
+        QVERIFY(b.says(u"geri alındı"_s));
+        QCOMPARE(b.counter(), counter);
+        QVERIFY(!QFile::exists(b.sideFile(u"bankacariislemno.kvz"_s)));
+        QCOMPARE(
+            QDir(b.documents).entryList(QDir::AllEntries | QDir::Hidden | QDir::NoDotAndDotDot),
+            QStringList());
+        { // killed in the midst of moving: the second has no place yet
+            Journal journal(b.folder, b.documents);
+            writeBytes(journal.folder() + u"/a.xml"_s, "a");
+            writeBytes(journal.folder() + u"/b.xml"_s, "b");
+            writeBytes(b.sideFile(u"kasacariislemno.kvz"_s), " 99 \r\n");
+            const QString away = b.document(u"uzak/b.xml"_s);
+            QVERIFY(passOver([&] {
+                journal.commit({{journal.folder() + u"/a.xml"_s, b.document(u"a.xml"_s)},
+                                {journal.folder() + u"/b.xml"_s, away}});
+            }));
+        }
+        QCOMPARE(b.fatura(u"c.xml"_s), NothingWritten); // nor does a new one begin
+        QVERIFY(b.says(u"tamamlanamadı"_s) && b.says(u"b.xml"_s));
+        QFile::remove(b.document(u"a.xml"_s)); // somebody took it along meanwhile
+        QDir().mkpath(b.document(u"uzak"_s));
+        QCOMPARE(b.fatura(u"z.xml"_s, {u"--sec"_s, u"no=F9"_s}), NothingWritten);
+        QCOMPARE(readBytes(b.document(u"uzak/b.xml"_s)), "b");
+        QVERIFY(!QFile::exists(b.document(u"a.xml"_s))); // once is enough
+        QCOMPARE(b.counter(), " 99 \r\n");
+        QVERIFY(!isPending(b.folder));
+    }
+
+    void aTargetThatIsGoneIsToldBeforeAnythingChanges()
+    {
+        Branch b;
+        const auto before = filesOf(b.folder, {u"*"_s});
+        QCOMPARE(b.fatura(u"yok/a.xml"_s), NothingWritten);
+        QVERIFY(b.says(u"Hedef klasöre yazılamıyor"_s));
+        QCOMPARE(filesOf(b.folder, {u"*"_s}), before);
+    }
+
+    void aWatchedFolderTakesEachFileOnce()
+    {
+        Watched w;
+        w.drop(u"bir.bif"_s);
+        writeBytes(w.in(u"bozuk.bif"_s), "");
+        writeBytes(w.in(u"not.txt"_s), "başka");
+        writeBytes(w.in(u"isleniyor/kalan.bif"_s), readBytes(w.b.source)); // of one that was killed
+        QCOMPARE(w.watch(), NothingWritten); // one of them gave no document
+        QCOMPARE(w.files(u"aktarilan"_s),
+                 u"bir.bif bir.bif.rapor.txt kalan.bif kalan.bif.rapor.txt"_s);
+        QCOMPARE(w.files(u"hatali"_s), u"bozuk.bif bozuk.bif.rapor.txt"_s);
+        QCOMPARE(w.files(u"."_s), u"not.txt"_s);
+        QCOMPARE(w.b.written(), QStringList({u"bir-KASANAKIT.xml"_s, u"bir.xml"_s,
+                                             u"kalan-KASANAKIT.xml"_s, u"kalan.xml"_s}));
+        QVERIFY(readBytes(w.in(u"aktarilan/bir.bif.rapor.txt"_s)).contains("bir.xml: 4 fatura"));
+        QVERIFY(readBytes(w.in(u"hatali/bozuk.bif.rapor.txt"_s)).contains("Bulunamadı"));
+        w.drop(u"bir.bif"_s); // of the same name: its document is there
+        QCOMPARE(w.watch(), NothingWritten);
+        QVERIFY(w.files(u"hatali"_s).contains(u"bir.bif"_s));
+        QFile::remove(w.b.document(u"bir.xml"_s)); // Logo has taken it
+        QFile::remove(w.b.document(u"bir-KASANAKIT.xml"_s));
+        w.drop(u"bir.bif"_s);
+        QCOMPARE(w.watch(), Done);
+        QVERIFY(w.files(u"aktarilan"_s).contains(u"bir-2.bif bir-2.bif.rapor.txt"_s));
+    }
+
+    void aWatchedFolderLosesNothingWhereItCantGoOn()
+    {
+        Watched w;
+        w.drop(u"bir.bif"_s);
+        w.recipe += "firma = YOK\n";
+        QCOMPARE(w.watch(), UsedWrongly);
+        QCOMPARE(w.files(u"."_s), u"bir.bif"_s);
+        QCOMPARE(w.files(u"isleniyor"_s), QString());
+        w.recipe.chop(12);
+        FolderLock window(w.b.folder, FolderLock::Who::Window);
+        QVERIFY(window.take());
+        QCOMPARE(w.watch(), FolderInUse);
+        w.recipe += "tek-tur = hay\xC4\xB1r\n";
+        w.b.isEnding = [looks = 0]() mutable {
+            return ++looks > 20;
+        };
+        QCOMPARE(w.watch(), Done); // asked to end while it waits for the window
+        QCOMPARE(w.b.told.size(), 1);
+        QCOMPARE(w.b.written(), QStringList());
+        window.release();
+        w.b.isEnding = [] {
+            return false;
+        };
+        w.recipe.chop(18);
+        QCOMPARE(w.watch(), Done);
+        QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
+    }
+
+    void aFileIsTakenOnceItIsComplete()
+    {
+        Watched w;
+        w.pause = u"1"_s;
+        w.drop(u"bir.bif"_s);
+        auto sender = std::async(std::launch::async, [&w] {
+            for (int i = 0; i < 4; ++i) { // goes on for longer than a look
+                std::this_thread::sleep_for(std::chrono::milliseconds(500));
+                QFile file(w.in(u"bir.bif"_s));
+                if (!file.open(QIODevice::Append))
+                    return false;
+                file.write(header({.no = u"E%1"_s.arg(i)}));
+            }
+            return true;
+        });
+        QVERIFY(w.watch() != NothingWritten);
+        QVERIFY(sender.get());
+        QCOMPARE(readBytes(w.in(u"aktarilan/bir.bif"_s)).count("@5"), 8);
+        QCOMPARE(readBytes(w.b.document(u"bir.xml"_s)).count("<NUMBER>E"), 8);
+    }
+
+    void aWatchedFolderIsLeftAtASignal()
+    {
+#ifdef Q_OS_WIN
+        QSKIP("a console program is not ended by the test library there");
+#endif
+        Watched w;
+        QProcess program;
+        const QStringList arguments{
+            u"izle"_s,    w.in({}),      u"--tarif"_s,  w.b.recipe("[izle]\naktarim = cari\n"),
+            u"--hedef"_s, w.b.documents, u"--klasor"_s, w.b.folder};
+        program.start(QStringLiteral(PROGRAM), arguments);
+        QTRY_VERIFY(QFile::exists(w.in(u"isleniyor/.kilit"_s)));
+        QCOMPARE(w.watch(), FolderInUse); // there is one already
+        program.terminate();
+        QVERIFY(program.waitForFinished(20000));
+        QCOMPARE(program.exitStatus(), QProcess::NormalExit);
+        QCOMPARE(program.exitCode(), int(Done));
+        QVERIFY(!QFile::exists(w.in(u"isleniyor/.kilit"_s)));
+        program.start(QStringLiteral(PROGRAM), {u"--version"_s});
+        QVERIFY(program.waitForFinished(20000));
+        QVERIFY(program.readAllStandardOutput().startsWith("kervan-aktar "));
+    }
+
+private:
+    struct Watched
+    {
+        Branch b;
+        QByteArray recipe = "[fatura]\nfirma = MERKEZ \xC5\x9EUBE\nkdv = 18\nplan = 30GUN\n";
+        QString pause = u"0"_s;
+
+        Watched() { QDir(b.place.path()).mkpath(u"gelen/isleniyor"_s); }
+        QString in(const QString &name) const { return b.place.filePath(u"gelen/"_s + name); }
+        void drop(const QString &name) const { writeBytes(in(name), readBytes(b.source)); }
+        QString files(const QString &folder) const
+        {
+            return QDir(in(folder)).entryList(QDir::Files).join(u' ');
+        }
+        int watch()
+        {
+            return b.run({u"izle"_s, in({}), u"--tarif"_s,
+                          b.recipe("[izle]\naktarim = fatura\ntek-tur = evet\n" + recipe),
+                          u"--hedef"_s, b.documents, u"--ara"_s, pause});
+        }
+    };
+};
+
+QTEST_GUILESS_MAIN(AktarTest)
+#include "tst_aktar.moc"
