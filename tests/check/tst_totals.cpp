@@ -186,7 +186,7 @@ negative                   ; F1 a c -1.234,50 -1|F2 a c 34,50 1     ; xx    ; 2 
         fill(list, {u"1 1.200"_s, u"2 34,5"_s});
         const Totals totals(list,
                             [] { return ListShape{.what = u"sayım satırı"_s, .amounts = {1}}; });
-        QCOMPARE(totals.told().join(u'|'), u"2 sayım satırı Miktar 1.234,5"_s);
+        QCOMPARE(totals.told().join(u'|'), u"2 sayım satırı|Miktar 1.234,5"_s);
         QCOMPARE(totals.taken().rows, 2);
     }
 
