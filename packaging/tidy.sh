@@ -1,5 +1,5 @@
 #!/usr/bin/env bash
-# Looks at each file of the program with clang-tidy, as build/dev compiles it. One that was clean is
+# Looks at each file of the program, or at those named, with clang-tidy, as build/dev compiles it. One that was clean is
 # not looked at again until it, a header of the tree that it includes, or the settings change.
 set -euo pipefail
 cd "$(dirname "$0")/.."
@@ -39,5 +39,7 @@ look() { # FILE
 export -f look
 export cache includes settings
 
+files=("$@")
+(($#)) || mapfile -t files < <(git ls-files 'src/*.cpp' 'tools/*.cpp')
 # shellcheck disable=SC2016 # it is for the shell that xargs starts
-git ls-files 'src/*.cpp' 'tools/*.cpp' | xargs -P "$(nproc)" -n 1 bash -c 'look "$1"' _
+printf '%s\n' "${files[@]}" | xargs -P "$(nproc)" -n 1 bash -c 'look "$1"' _
