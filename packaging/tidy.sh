@@ -1,6 +1,7 @@
 #!/usr/bin/env bash
-# Looks at each file of the program, or at those named, with clang-tidy, as build/dev compiles it. One that was clean is
-# not looked at again until it, a header of the tree that it includes, or the settings change.
+# Looks at each file of the program, or at those named, with clang-tidy, as build/dev compiles it. One
+# that was clean is not looked at again until it, a header of the tree that it includes, or the
+# settings change.
 set -euo pipefail
 cd "$(dirname "$0")/.."
 source packaging/debian.sh
