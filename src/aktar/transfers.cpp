@@ -86,18 +86,6 @@ QList<Choice> dateFilter(const Program &program, InvoiceList &list,
     return {set(u"ilk-tarih"_s, list.ilkTarih), set(u"son-tarih"_s, list.sonTarih)};
 }
 
-ListedRows listedInvoices(const Grid &l1, const QString &faturaTuru, ListedRows::Amount amountIs)
-{
-    return {.grid = &l1,
-            .family = DocumentFamily::Invoices,
-            .kind = invoiceKind(faturaTuru),
-            .number = L1::FaturaNumarasi,
-            .date = L1::FaturaTarihi,
-            .customer = L1::CariKodu,
-            .amount = L1::ToplamTutar,
-            .amountIs = amountIs};
-}
-
 std::function<bool(int row)> takesEInvoices(const Grid &l1)
 {
     return [&l1](int row) {

@@ -354,6 +354,18 @@ void needPerson(Gaps &gaps, const Grid &l1, int row, int lines)
         gaps.need(u"Personel"_s, code, u"per"_s, lines, 1);
 }
 
+ListedRows listedInvoices(const Grid &l1, const QString &faturaTuru, ListedRows::Amount amountIs)
+{
+    return {.grid = &l1,
+            .family = DocumentFamily::Invoices,
+            .kind = invoiceKind(faturaTuru),
+            .number = L1::FaturaNumarasi,
+            .date = L1::FaturaTarihi,
+            .customer = L1::CariKodu,
+            .amount = L1::ToplamTutar,
+            .amountIs = amountIs};
+}
+
 QString shown(const QString &code)
 {
     return code.isEmpty() ? u"(boş)"_s : code;

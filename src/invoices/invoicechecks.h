@@ -4,6 +4,7 @@
 #include "check/finding.h"
 #include "check/readinessrules.h"
 #include "check/rules.h"
+#include "check/writtendocuments.h"
 #include "invoices/invoicedefinitions.h"
 #include "invoices/invoicedocument.h"
 #include "invoices/invoicelist.h"
@@ -102,6 +103,9 @@ private:
 void needFirm(Gaps &gaps, const InvoiceDefinitions &tanimlar, int lines, int documents);
 /// The person of a row, where its definition is missing.
 void needPerson(Gaps &gaps, const Grid &l1, int row, int lines);
+
+/// How invoices of a list are found in documents: of the kind that is chosen, by their numbers.
+ListedRows listedInvoices(const Grid &l1, const QString &faturaTuru, ListedRows::Amount amountIs);
 
 /// A code as a sentence shows it: an empty one as such.
 QString shown(const QString &code);

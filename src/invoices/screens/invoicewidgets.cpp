@@ -228,16 +228,4 @@ QWidget *invoiceLists(CheckedList list, Grid &l2)
     return checkedPanes(list);
 }
 
-ListedRows listedInvoices(const Grid &l1, const QString &faturaTuru, ListedRows::Amount amountIs)
-{
-    return {.grid = &l1,
-            .family = DocumentFamily::Invoices,
-            .kind = invoiceKind(faturaTuru),
-            .number = L1::FaturaNumarasi,
-            .date = L1::FaturaTarihi,
-            .customer = L1::CariKodu,
-            .amount = L1::ToplamTutar,
-            .amountIs = amountIs};
-}
-
 } // namespace kervan

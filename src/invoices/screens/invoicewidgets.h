@@ -62,7 +62,5 @@ GridView *invoiceView(InvoiceList &list, const QString &source, TextField &capti
 /// That list in its frame, and below it the lines of the chosen invoice and what is checked; `list`
 /// tells all but the frame and the lines.
 QWidget *invoiceLists(CheckedList list, Grid &l2);
-/// How invoices of a list are found in documents: of the kind that is chosen, by their numbers.
-ListedRows listedInvoices(const Grid &l1, const QString &faturaTuru, ListedRows::Amount amountIs);
 
 } // namespace kervan
