@@ -192,7 +192,7 @@ QString leftByCrash(const QString &programFolder)
     const QFileInfo report(folder, reportName.toString());
     if (!report.isFile())
         return {};
-    const QString kept = folder.filePath(
+    QString kept = folder.filePath(
         u"cokme-%1.txt"_s.arg(report.lastModified().toString(u"yyyyMMdd-hhmmss"_s)));
     if (QFile::rename(report.filePath(), kept))
         return kept;
