@@ -131,8 +131,8 @@ void FindingsPage::show()
                                                : u"Denetim (%1)"_s.arg(errors + warnings));
     // Errors first, and where the user stands stays where it is when others come and go.
     m_findings = m_checks.findings();
-    std::ranges::stable_partition(
-        m_findings, [](const Finding &finding) { return finding.level == Level::Error; });
+    std::stable_partition(m_findings.begin(), m_findings.end(),
+                          [](const Finding &finding) { return finding.level == Level::Error; });
     m_current = static_cast<int>(m_current < 0 ? -1 : m_findings.indexOf(m_currentFinding));
     m_isStale = true;
     if (isVisible())
