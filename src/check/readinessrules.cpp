@@ -30,10 +30,10 @@ bool isOfOtherMachine(const QString &path)
 
 // Windows marks folders of its own as read only that everybody writes into, and tells rights only
 // by trying.
-bool isWritable([[maybe_unused]] const QFileInfo &folder)
+bool isWritable(const QFileInfo &folder)
 {
 #ifdef Q_OS_WIN
-    return true;
+    return folder.exists();
 #else
     return folder.isWritable();
 #endif
