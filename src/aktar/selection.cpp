@@ -43,14 +43,23 @@ bool isWithin(const Selection &selection, const QString &cell)
     return within;
 }
 
-// A mark for each row. The documents are read in a thread, which is waited for.
+constexpr int lookedAgain = 20; // milliseconds
+
+// A mark for each row. The documents are read in a thread, which is waited for; waiting for its next
+// event alone would not end on Windows.
 QList<WrittenMark> marksOf(const ListedRows &rows, const QString &folder)
 {
     WrittenDocuments documents;
     documents.setFolders({folder});
     documents.setRows(rows);
-    while (documents.isReading())
-        QCoreApplication::processEvents(QEventLoop::WaitForMoreEvents);
+    QEventLoop waiting;
+    QTimer timer;
+    QObject::connect(&timer, &QTimer::timeout, &waiting, [&] {
+        if (!documents.isReading())
+            waiting.quit();
+    });
+    timer.start(lookedAgain);
+    waiting.exec();
     return documents.marks();
 }
 
