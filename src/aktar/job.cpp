@@ -264,10 +264,15 @@ void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target,
         const QString path = QDir(folder).filePath(nameOf(written.path));
         outcome.documents << OutcomeDocument{path, kindOf(written), written.count,
                                              sumOf(written.path)};
-        moves << Move{written.path, path};
+        moves << Move{written.path, path, m_options.isOn(u"uzerine-yaz"_s)};
     }
-    if (moves.isEmpty())
-        return journal.drop();
+    // Nobody looks on: of documents and counters that belong together there are all or none.
+    if (moves.isEmpty() || screen.notes.hasFailed()) {
+        outcome.documents.clear();
+        journal.takeBack();
+        streams.tell(u"Belge yazılmadı, sayaçlar önceki gibi: nedeni yukarıda."_s);
+        return;
+    }
     outcome.status = Done;
     outcome.countersAfter = countersOf(m_program.folder);
     if (m_closing)

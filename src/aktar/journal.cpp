@@ -44,6 +44,12 @@ void write(const QString &path, const QByteArray &bytes)
     file.commit();
 }
 
+QJsonObject readJournal(const QString &programFolder)
+{
+    const auto bytes = bytesOf(journalOf(programFolder));
+    return QJsonDocument::fromJson(bytes.value_or(QByteArray())).object();
+}
+
 QJsonObject countersAsTheyAre(const QString &programFolder)
 {
     QJsonObject counters;
@@ -73,17 +79,35 @@ std::filesystem::path asPath(const QString &name)
     return name.toStdU16String();
 }
 
-// In the place of a file that is there. One that is moved already is no fault.
+[[noreturn]] void fail(const Move &move, const QString &why)
+{
+    throw fileFailure(move.from, u"taşınamadı"_s,
+                      u"%1 (%2)"_s.arg(QDir::toNativeSeparators(move.to), why));
+}
+
+// One that is moved already is no fault, even if somebody took it along; without its folder it may
+// stand on a share that is away.
 void carryOut(const Move &move)
 {
-    if (!QFile::exists(move.from))
+    if (!QFile::exists(move.from)) {
+        if (!QFile::exists(move.to) && !QFileInfo(move.from).dir().exists())
+            fail(move, u"dosya bulunamadı"_s);
         return;
+    }
     std::error_code fault;
-    std::filesystem::rename(asPath(move.from), asPath(move.to), fault);
+    if (move.replaces)
+        std::filesystem::rename(asPath(move.from), asPath(move.to), fault);
+    if (!move.replaces || fault == std::errc::cross_device_link) {
+        // It replaces nothing by itself, and copies to another file system.
+        if (move.replaces)
+            QFile::remove(move.to);
+        QFile file(move.from);
+        if (!file.rename(move.to))
+            fail(move, QFile::exists(move.to) ? u"zaten var"_s : file.errorString());
+        return;
+    }
     if (fault)
-        throw fileFailure(move.from, u"taşınamadı"_s,
-                          u"%1 (%2)"_s.arg(QDir::toNativeSeparators(move.to),
-                                           QString::fromLocal8Bit(fault.message())));
+        fail(move, QString::fromLocal8Bit(fault.message()));
 }
 
 void removeFolder(const QString &folder)
@@ -96,8 +120,9 @@ void finish(const QString &programFolder, const QString &folder, const QList<Mov
 {
     for (const Move &move : moves)
         carryOut(move);
-    removeFolder(folder);
+    // What is left of the folder without it goes when the next one begins.
     QFile::remove(journalOf(programFolder));
+    removeFolder(folder);
 }
 
 // Of its own for each program folder: several may have the same target.
@@ -116,7 +141,7 @@ QByteArray spelled(const QJsonObject &counters, const QString &folder,
     if (moves) {
         QJsonArray list;
         for (const Move &move : *moves)
-            list << QJsonArray{move.from, move.to};
+            list << QJsonArray{move.from, move.to, move.replaces};
         object[u"tasi"_s] = list;
     }
     return QJsonDocument(object).toJson(QJsonDocument::Compact);
@@ -129,8 +154,8 @@ Journal::Journal(const QString &programFolder, const QString &targetFolder)
     , m_folder(stagingOf(programFolder, targetFolder))
 {
     recover(programFolder); // what the source before could not bring to its end
-    const QJsonObject counters = countersAsTheyAre(programFolder);
-    write(journalOf(programFolder), spelled(counters, m_folder, std::nullopt));
+    m_counters = countersAsTheyAre(programFolder);
+    write(journalOf(programFolder), spelled(m_counters, m_folder, std::nullopt));
     removeFolder(m_folder);
     if (!QDir().mkdir(m_folder)) {
         QFile::remove(journalOf(programFolder));
@@ -146,12 +171,25 @@ Journal::Journal(const QString &programFolder)
 
 void Journal::commit(const QList<Move> &moves)
 {
-    write(journalOf(m_programFolder), spelled({}, m_folder, moves));
+    // Another program may write to the same place.
+    for (const Move &move : moves) {
+        if (!move.replaces && QFile::exists(move.to)) {
+            takeBack();
+            fail(move, u"zaten var"_s);
+        }
+    }
+    if (const auto failed =
+            passOver([&] { write(journalOf(m_programFolder), spelled({}, m_folder, moves)); })) {
+        takeBack();
+        throw Failure(*failed);
+    }
     finish(m_programFolder, m_folder, moves);
 }
 
-void Journal::drop()
+void Journal::takeBack()
 {
+    if (!m_counters.isEmpty())
+        putBack(m_programFolder, m_counters);
     finish(m_programFolder, m_folder, {});
 }
 
@@ -160,12 +198,17 @@ bool isPending(const QString &programFolder)
     return QFileInfo::exists(journalOf(programFolder));
 }
 
+bool countersArePending(const QString &programFolder)
+{
+    const QJsonObject object = readJournal(programFolder);
+    return object.contains(u"sayaclar"_s) && !object.contains(u"tasi"_s);
+}
+
 QString recover(const QString &programFolder)
 {
-    const auto bytes = bytesOf(journalOf(programFolder));
-    if (!bytes)
+    if (!isPending(programFolder))
         return {};
-    const QJsonObject object = QJsonDocument::fromJson(*bytes).object();
+    const QJsonObject object = readJournal(programFolder);
     const QString folder = object[u"hazirlik"].toString();
     if (!object.contains(u"tasi"_s)) {
         if (object.contains(u"sayaclar"_s))
@@ -176,7 +219,7 @@ QString recover(const QString &programFolder)
     }
     QList<Move> moves;
     for (const auto &move : object[u"tasi"].toArray())
-        moves << Move{move[0].toString(), move[1].toString()};
+        moves << Move{move[0].toString(), move[1].toString(), move[2].toBool()};
     finish(programFolder, folder, moves);
     return u"Yarıda kalan aktarım tamamlandı: belgeleri yerlerine kondu."_s;
 }

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QJsonObject>
 #include <QList>
 #include <QString>
 #include <QStringList>
@@ -15,10 +16,11 @@ namespace kervan {
 // throws the documents away and puts the counters back; from then on it moves them to where they
 // belong. Nobody outside ever sees a document whose counters are not stored.
 
-/// A file that gets another name.
+/// A file that gets another name, in the place of a file that is there only where it `replaces`.
 struct Move
 {
     QString from, to;
+    bool replaces = false;
 };
 
 class Journal
@@ -33,14 +35,16 @@ public:
     /// Where documents are written for now.
     const QString &folder() const { return m_folder; }
     /// From now on all of it is to be carried out, whatever happens. Carries it out; a Failure
-    /// names the first file that can't be moved, and what is left waits for recover().
+    /// names the first file that can't be moved, and what is left waits for recover(). Where the
+    /// place of one is taken by then, all is taken back before the Failure.
     void commit(const QList<Move> &moves);
-    /// Nothing was written: forgets it and leaves the counters as they are.
-    void drop();
+    /// Puts the counters back and throws away what was written.
+    void takeBack();
 
 private:
     QString m_programFolder;
     QString m_folder;
+    QJsonObject m_counters; // as they were
 };
 
 /// Brings what a killed program left to its end; nothing where there is nothing. Gives a sentence
@@ -50,6 +54,9 @@ QString recover(const QString &programFolder);
 
 /// Whether there is something for recover() to do.
 bool isPending(const QString &programFolder);
+
+/// Whether the counters stand at numbers that recover() will take back: none may be given out.
+bool countersArePending(const QString &programFolder);
 
 /// The two counters as they are stored, cash and bank; empty where there is none.
 QStringList countersOf(const QString &programFolder);

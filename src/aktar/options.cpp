@@ -61,8 +61,14 @@ bool isSection(const QString &name)
 
 bool Options::isOn(const QString &name) const
 {
+    if (!has(name))
+        return false;
     const QString said = value(name).toLower();
-    return has(name) && said != u"hayır" && said != u"hayir" && said != u"0";
+    if (said == u"hayır" || said == u"hayir" || said == u"0")
+        return false;
+    if (said.isEmpty() || said == u"evet" || said == u"1")
+        return true;
+    throw Failure(u"%1 = %2: evet ya da hayır olabilir."_s.arg(name, value(name)));
 }
 
 int Options::number(const QString &name, int otherwise, int least) const

@@ -3,7 +3,8 @@
 #include "base/failure.h"
 #include "text/dates.h"
 
-#include <QCoreApplication>
+#include <QEventLoop>
+#include <QTimer>
 
 namespace kervan {
 
@@ -45,8 +46,8 @@ bool isWithin(const Selection &selection, const QString &cell)
 
 constexpr int lookedAgain = 20; // milliseconds
 
-// A mark for each row. The documents are read in a thread, which is waited for; waiting for its next
-// event alone would not end on Windows.
+// A mark for each row. The documents are read in a thread, which is waited for; waiting for its
+// next event alone would not end on Windows.
 QList<WrittenMark> marksOf(const ListedRows &rows, const QString &folder)
 {
     WrittenDocuments documents;
@@ -98,6 +99,11 @@ QStringList selectRows(const OpenScreen &screen, const Selection &selection, con
     check(screen, selection, shape);
     if (!screen.ticks)
         return {};
+    if (selection.eInvoice && screen.unasked() > 0) {
+        screen.list.setAllTicked(false);
+        return {u"%1 müşterinin e-fatura mükellefi olup olmadığı Logo'dan sorulamadı, hiçbir satır "
+                "seçilmedi."_s.arg(screen.unasked())};
+    }
     const QList<WrittenMark> marks =
         selection.unwritten ? marksOf(screen.listed(), folder) : QList<WrittenMark>();
     const auto isUnwritten = [&](int row) {

@@ -120,7 +120,11 @@ OpenScreen faturaScreen(Program &program, const Options &)
         .listed =
             [&fat] { return listedInvoices(fat.liste.l1, fat.faturaTuru.text(), ListedRows::Sum); },
         .writesCashSlips = true,
-        .eInvoice = takesEInvoices(fat.liste.l1)};
+        .eInvoice = takesEInvoices(fat.liste.l1),
+        .unasked =
+            [&fat] {
+                return fat.liste.eFaturaSorulmayan;
+            }};
 }
 
 // Its kind is chosen of a list in hand, and a date alone starts the filter.
@@ -153,7 +157,11 @@ OpenScreen duzeyScreen(Program &program, const Options &)
                                           ListedRows::Net);
                 },
             .guards = false,
-            .eInvoice = takesEInvoices(fatduz.liste.l1)};
+            .eInvoice = takesEInvoices(fatduz.liste.l1),
+            .unasked =
+                [&fatduz] {
+                    return fatduz.liste.eFaturaSorulmayan;
+                }};
 }
 
 // --- The cards and the count

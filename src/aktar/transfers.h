@@ -50,6 +50,8 @@ struct OpenScreen
     bool writesCashSlips = false; ///< beside its document
     /// Whether the row's customer takes e-invoices; null where no list knows.
     std::function<bool(int row)> eInvoice = nullptr;
+    /// How many rows could not be asked for that.
+    std::function<int()> unasked = nullptr;
 };
 
 /// A row of the table of transfers.

@@ -24,7 +24,7 @@ int main(int argc, char **argv)
     out << "kervan-kurulum " << QCoreApplication::applicationVersion() << '\n';
     if (arguments.value(1) == u"--version")
         return 0;
-    if (arguments.size() < 2 || arguments.size() > 3) {
+    if (arguments.size() < 2 || arguments.size() > 3 || arguments[1].startsWith(u'-')) {
         out << "kervan-kurulum FOLDER [SAMPLES]\n";
         return 2;
     }

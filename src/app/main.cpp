@@ -27,7 +27,7 @@ bool canBeWritten(const QString &folder)
 }
 
 // What the user should know of the program folder, one line; empty if all is well.
-QString stateOf(const QString &folder)
+QString stateOf(const QString &folder, const QString &recovered)
 {
     QStringList sentences;
     if (const QString report = kervan::leftByCrash(folder); !report.isEmpty())
@@ -38,12 +38,8 @@ QString stateOf(const QString &folder)
             << u"Program klasörüne yazılamıyor, ayarlar ve numaralar saklanamaz. Yazma hakkınız "
                "olan bir yere taşıyın ya da bu hakkı isteyin: %1"_s.arg(
                    QDir::toNativeSeparators(folder));
-    if (const auto failed = kervan::passOver([&] {
-            const QString done = kervan::recover(folder);
-            if (!done.isEmpty())
-                sentences << done;
-        }))
-        sentences << u"Yarıda kalan gece aktarımı tamamlanamadı: %1"_s.arg(failed->description());
+    if (!recovered.isEmpty())
+        sentences << recovered;
     return sentences.join(u"  "_s);
 }
 
@@ -77,6 +73,18 @@ int main(int argc, char **argv)
                         QDir::toNativeSeparators(inFolder.holder()))});
         return kervan::FolderInUse;
     }
+    QString recovered;
+    const auto failed = kervan::passOver([&] { recovered = kervan::recover(folder); });
+    if (failed && kervan::countersArePending(folder)) {
+        boxes.show(
+            {u"Yarıda kalan gece aktarımı tamamlanamadı; numaralar ikinci kez verilmesin diye "
+             "program açılmıyor. Nedenini giderip yeniden başlatın.\n%1"_s.arg(
+                 failed->description())});
+        return kervan::FolderInUse;
+    }
+    if (failed)
+        recovered = u"Yarıda kalan gece aktarımının belgesi yerine konamadı: %1"_s.arg(
+            failed->description());
     kervan::ScreenDialogs dialogs(folder);
     kervan::SystemClock clock;
     kervan::OdbcServer sqlServer;
@@ -89,7 +97,7 @@ int main(int argc, char **argv)
                             .clock = clock,
                             .sqlServer = sqlServer};
     kervan::MainWindow window(program);
-    window.tell(stateOf(folder));
+    window.tell(stateOf(folder, recovered));
     window.show();
     return QApplication::exec();
 }

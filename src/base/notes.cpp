@@ -11,6 +11,7 @@ void Notes::begin()
     m_text.clear();
     m_written.clear();
     m_choices.clear();
+    m_hasFailed = false;
     Q_EMIT changed();
 }
 
@@ -18,6 +19,7 @@ void Notes::add(const std::optional<Failure> &failed)
 {
     if (!failed)
         return;
+    m_hasFailed = true;
     if (!failed->choices().isEmpty())
         m_choices = failed->choices();
     tell(failed->headline(), failed->description());

@@ -43,6 +43,8 @@ public:
     /// The whole of what failed, a line each.
     QString details() const { return m_details.join(u'\n'); }
     const QList<Written> &written() const { return m_written; }
+    /// Whether a step of it ended in a Failure.
+    bool hasFailed() const { return m_hasFailed; }
 
     /// What there is instead of what failed, if that is known.
     const QStringList &choices() const { return m_choices; }
@@ -61,6 +63,7 @@ private:
     QStringList m_details; // one to each headline
     QList<Written> m_written;
     QStringList m_choices;
+    bool m_hasFailed = false;
 };
 
 } // namespace kervan

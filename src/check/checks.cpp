@@ -177,10 +177,13 @@ bool Checks::work()
     case State::Surveys:
         if (m_step < static_cast<qsizetype>(m_surveys.size())) {
             Survey &survey = *m_surveys[static_cast<std::size_t>(m_step)];
-            if (!survey.step()) {
-                survey.tell(m_ofRows, m_gaps);
-                ++m_step;
-            }
+            bool goesOn = false; // not behind a Failure either
+            ask([&] {
+                goesOn = survey.step();
+                if (!goesOn)
+                    survey.tell(m_ofRows, m_gaps);
+            });
+            m_step += goesOn ? 0 : 1;
             return true;
         }
         m_state = State::Sorting;

@@ -306,10 +306,12 @@ private:
 
     void note(Invoice &invoice, const Product &product)
     {
-        if (product.price <= 0)
-            invoice.unpriced << placeOf(product);
-        if (!product.faults.faults.isEmpty())
-            invoice.odd << placeOf(product);
+        // Several invoices may share their lines, which come by turns then.
+        const qsizetype place = placeOf(product);
+        if (product.price <= 0 && !invoice.unpriced.contains(place))
+            invoice.unpriced << place;
+        if (!product.faults.faults.isEmpty() && !invoice.odd.contains(place))
+            invoice.odd << place;
     }
 
     static QString faultOf(const Invoice &invoice, QStringView line,

@@ -102,6 +102,9 @@ private Q_SLOTS:
         s.fat().odemePlaniKodu.setText(u"30"_s); // one finding of the screen less
         QTRY_VERIFY(s.shown().size() < sorted.size());
         QCOMPARE(s.marked(), there);
+        s.fat().okunurBicim.setChecked(true); // all is looked at anew
+        s.fat().okunurBicim.setChecked(false);
+        QTRY_COMPARE(s.marked(), there);
         s.press(Qt::Key_F8, Qt::ShiftModifier);
         QVERIFY(s.marked() != there);
         s.press(Qt::Key_F8);

@@ -1,5 +1,6 @@
 #include "check/screens/checkedlist.h"
 
+#include "check/rememberedticks.h"
 #include "check/screens/documentpage.h"
 #include "check/screens/findingspage.h"
 #include "check/screens/gapspage.h"
@@ -42,6 +43,19 @@ TotalsLine *totalsLine(const CheckedList &list)
     return line;
 }
 
+// The ticks as they stand; what was offered before stays an offer.
+void rereadWithTicks(const CheckedList &list)
+{
+    RememberedTicks first, second;
+    first.take(list.rows, list.shape());
+    if (list.secondRows)
+        second.take(*list.secondRows, list.secondShape());
+    readIntoList(list.window, list.reread);
+    first.giveBack(list.rows, list.shape());
+    if (list.secondRows)
+        second.giveBack(*list.secondRows, list.secondShape());
+}
+
 } // namespace
 
 Panes *checkedPanes(const CheckedList &list)
@@ -81,12 +95,12 @@ Panes *checkedPanes(const CheckedList &list)
         if (list.secondRows)
             memory->add(*list.secondRows, list.secondShape);
     }
-    QObject::connect(gaps, &GapsPage::rereadWanted, list.window,
-                     [window = list.window, reread = list.reread, line] {
-                         readIntoList(window, reread);
-                         line->acceptOffers();
+    QObject::connect(gaps, &GapsPage::rereadWanted, list.window, [list] { rereadWithTicks(list); });
+    QObject::connect(findings, &FindingsPage::wanted, pane,
+                     [pane, findings, lines = list.lines](FindingsPage::Wanted page) {
+                         pane->showPage(page == FindingsPage::Wanted::Lines && lines ? lines
+                                                                                     : findings);
                      });
-    QObject::connect(findings, &FindingsPage::wanted, pane, [=] { pane->showPage(findings); });
     const auto key = [&](const QKeySequence &keys, const std::function<void()> &action) {
         auto *shortcut = new QShortcut(keys, list.window);
         shortcut->setContext(Qt::WidgetWithChildrenShortcut);

@@ -133,7 +133,8 @@ void FindingsPage::show()
     m_findings = m_checks.findings();
     std::stable_partition(m_findings.begin(), m_findings.end(),
                           [](const Finding &finding) { return finding.level == Level::Error; });
-    m_current = static_cast<int>(m_current < 0 ? -1 : m_findings.indexOf(m_currentFinding));
+    m_current = m_isPlaced ? static_cast<int>(m_findings.indexOf(m_currentFinding)) : -1;
+    m_isPlaced = m_current >= 0 || (m_isPlaced && !m_checks.isComplete());
     m_isStale = true;
     if (isVisible())
         fill();
@@ -192,6 +193,7 @@ void FindingsPage::goTo(int place)
         return;
     m_current = place;
     const Finding finding = m_currentFinding = m_findings[place];
+    m_isPlaced = true;
     if (m_view->isVisible())
         markCurrent();
     if (finding.row < 0) {
@@ -204,6 +206,8 @@ void FindingsPage::goTo(int place)
                      : m_window.screen->findChild<GridView *>(finding.list);
     if (!list || finding.row >= list->model()->rowCount())
         return;
+    if (list != m_window.view)
+        Q_EMIT wanted(Wanted::Lines);
     list->goTo(finding.row, qMax(finding.column, 0));
     list->setFocus(); // at a choice, the next arrow would change it
 }
@@ -216,7 +220,7 @@ void FindingsPage::goOn(int step)
     const int from = m_current < 0 && step < 0 ? 0 : m_current;
     const int next = (from + step + count) % count;
     if (m_findings[next].list == m_window.view->objectName())
-        Q_EMIT wanted(); // else the page of its own list is
+        Q_EMIT wanted(Wanted::Findings);
     goTo(next);
     m_window.tell(u"Bulgu %1 / %2: %3"_s.arg(m_current + 1).arg(count).arg(m_currentFinding.text));
 }

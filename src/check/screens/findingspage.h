@@ -36,6 +36,8 @@ public:
         std::function<void(const QString &text)> tell; ///< what failed
     };
 
+    enum class Wanted { Findings, Lines };
+
     FindingsPage(Checks &checks, Window window, QWidget *parent = nullptr);
 
     /// Behind the commands, at the top.
@@ -47,8 +49,9 @@ public:
 
 Q_SIGNALS:
     void titleChanged(const QString &title);
-    /// A key has gone to a finding, which is to be seen.
-    void wanted();
+    /// A finding that was gone to is to be seen: on this page, or in the second list, which stands
+    /// on a page of its own.
+    void wanted(kervan::FindingsPage::Wanted page);
     /// The rows without a finding are to be hidden, or shown again.
     void onlyFoundWanted(bool only);
 
@@ -71,6 +74,7 @@ private:
     QList<Finding> m_findings; // in the order shown
     int m_current = -1;        // of these
     Finding m_currentFinding;  // there
+    bool m_isPlaced = false;   // it was gone to, and is not known to have gone
     bool m_isStale = true;
 
 protected:

@@ -178,6 +178,8 @@ void TotalsLine::offer(const QString &name, const QString &text, const QString &
 QString TotalsLine::sumOf(const Notes::Written &written) const
 {
     QString sum;
+    if (written.path.endsWith(u"-KASANAKIT.xml")) // of other rows, with amounts of its own
+        return sum;
     for (const List &list : m_lists) {
         const RowSums &taken = list.totals->taken();
         if (taken.rows != written.count || taken.amounts.isEmpty())

@@ -34,8 +34,6 @@ public:
     void add(Totals &totals, QAbstractItemView *view);
     /// Offers the ticks of before a read.
     void add(TickOffer &offer);
-    /// Ticks what is offered.
-    void acceptOffers();
     /// A link at the end, such as "Son listeyi aç"; one of that name is replaced, and an empty text
     /// takes it away.
     void offer(const QString &name, const QString &text, const QString &hint, const QString &keys,
@@ -57,6 +55,7 @@ private:
     RowSums selectedIn(const List &list) const;
     QString sumOf(const Notes::Written &written) const;
     void showOffers();
+    void acceptOffers();
 
     QWidget *m_window;
     Notes &m_notes;
