@@ -370,6 +370,18 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         QVERIFY(!isPending(b.folder));
     }
 
+    // The window tells it and goes on, since somebody looks on there.
+    void aCounterThatCantBeStoredTakesTheDocumentsBack()
+    {
+        Branch b;
+        QFile::remove(b.sideFile(u"kasacariislemno.kvz"_s));
+        QDir().mkpath(b.sideFile(u"kasacariislemno.kvz/dolu"_s));
+        QCOMPARE(b.fatura(u"a.xml"_s), NothingWritten);
+        QCOMPARE(b.written(), QStringList());
+        QVERIFY(!isPending(b.folder));
+        QVERIFY(b.says(u"Belge yazılmadı, sayaçlar önceki gibi"_s));
+    }
+
     void aTargetThatIsGoneIsToldBeforeAnythingChanges()
     {
         Branch b;
