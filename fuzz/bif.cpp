@@ -16,10 +16,8 @@ namespace {
 // Headers that count, found plainly.
 int headersOf(const QByteArray &bytes)
 {
-    QString text = fromTextFile(bytes);
-    text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
     int count = 0;
-    for (const QString &line : text.split(u'\n'))
+    for (const QString &line : fuzz::plainLines(bytes))
         count += line.startsWith(u"@5"_s) && line.mid(147, 1) == u"0" ? 1 : 0;
     return count;
 }

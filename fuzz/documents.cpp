@@ -38,9 +38,8 @@ QString told(const DocumentRecord &record)
 
 void readTwice(fuzz::Pieces &pieces)
 {
-    const QByteArray blanks = fuzz::shift(pieces.bytes());
-    const QByteArray front = pieces.bytes();
-    const QByteArray bytes = front + blanks + pieces.bytes();
+    constexpr qsizetype megabyte = 1048576;
+    const QByteArray bytes = fuzz::shifted(pieces, megabyte);
     QStringList inMemory;
     const DocumentReading whole =
         readDocumentBytes(bytes, [&](const DocumentRecord &record) { inMemory << told(record); });
@@ -52,7 +51,7 @@ void readTwice(fuzz::Pieces &pieces)
     fuzz::expectSame(told(pieced, inPieces), told(whole, inMemory), "read otherwise in pieces");
     fuzz::expect(whole.records == inMemory.size(), "records counted and handed over part");
     fuzz::expect(whole.problemCount >= whole.problems.size(), "more problems than are counted");
-    if (blanks.isEmpty())
+    if (bytes.size() < megabyte / 2)
         documentTable(path).summary();
 }
 

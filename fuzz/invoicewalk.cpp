@@ -11,15 +11,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QStringList linesOf(QString text)
-{
-    text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
-    QStringList lines = text.split(u'\n');
-    if (lines.last().isEmpty())
-        lines.removeLast();
-    return lines;
-}
-
 QString withoutBlanks(QString text)
 {
     while (text.startsWith(u' '))
@@ -45,20 +36,18 @@ QStringList plainWalk(const QStringList &lines, const QString &number)
 
 } // namespace
 
-// In front of the file stands how far it is shifted, so that invoices lie across the pieces in
-// which it is read, and the numbers that are asked for besides its own.
+// A number that is asked for besides those of the file, and the file.
 void kervan::fuzz::take(QByteArrayView input)
 {
     Pieces pieces(input);
-    const QByteArray blanks = shift(pieces.bytes());
     const QString wanted = pieces.text();
-    const QByteArray bytes = (blanks.isEmpty() ? blanks : blanks + '\n') + pieces.bytes();
-    const qsizetype mostNumbers = blanks.isEmpty() ? 20 : 3;
+    const QByteArray bytes = shifted(pieces);
+    const qsizetype mostNumbers = bytes.size() < 60000 ? 20 : 3;
     if (bytes.startsWith(utf8Mark))
         return;
     const QString path = pathOf(u"kaynak.bif"_s);
     store(path, bytes);
-    const QStringList lines = linesOf(fromCodePage(bytes));
+    const QStringList lines = plainLines(bytes);
     QSet<QString> numbers{wanted};
     for (const QString &line : lines) {
         if (numbers.size() < mostNumbers)

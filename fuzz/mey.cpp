@@ -20,6 +20,12 @@ void kervan::fuzz::take(QByteArrayView input)
     st.load();
     st.okunurBicim.setChecked(way % 2 == 0);
     st.manualac();
+    if (!st.l1.isEmpty()) {
+        const auto sheet = readSheet(desk().dialogs.source, u"cari mey"_s);
+        expect(st.l1.rows() == sheet->rows(), "not a row for each record");
+        for (int row = 0; row < sheet->rows(); ++row)
+            expectSame(st.l1.cell(row, 0), sheet->text(row, 0), "another code in the list");
+    }
     st.kdvOrani.setText(u"18"_s);
     st.kdvoranisec();
     st.birimSeti.setText(u"KOLI"_s);

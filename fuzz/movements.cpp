@@ -59,7 +59,8 @@ void kervan::fuzz::take(QByteArrayView input)
     desk().layDown();
     store(pathOf(u"kasacariislemno.kvz"_s), pieces.bytes());
     store(pathOf(u"bankacariislemno.kvz"_s), pieces.bytes());
-    store(pathOf(u"kaynak.txt"_s), pieces.bytes());
+    const QByteArray bytes = pieces.bytes();
+    store(pathOf(u"kaynak.txt"_s), bytes);
     SlipScreen screen(desk().program, form);
     screen.load();
     screen.okunurBicim.setChecked(way % 2 == 0);
@@ -67,6 +68,7 @@ void kervan::fuzz::take(QByteArrayView input)
         if (std::holds_alternative<OpenText>(command.action))
             screen.run(command);
     }
+    expect(screen.l1.rows() == plainLines(bytes).size(), "not a row for each line");
     if (way % 3 == 0)
         checksOf(screen)->finish();
     screen.l1.tickWhere([&](int row) { return row % 4 != way % 5; });

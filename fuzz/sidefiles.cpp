@@ -42,9 +42,7 @@ QList<Line> plainLines(const QByteArray &bytes)
 
 void readLinesBack(fuzz::Pieces &pieces)
 {
-    const QByteArray blanks = fuzz::shift(pieces.bytes());
-    const QByteArray before = pieces.bytes();
-    const QByteArray bytes = before + blanks + pieces.bytes();
+    const QByteArray bytes = fuzz::shifted(pieces);
     const QString path = fuzz::pathOf(u"satirlar.txt"_s);
     fuzz::store(path, bytes);
     const QList<Line> plain = plainLines(bytes);

@@ -118,6 +118,22 @@ void readSmall(const QByteArray &bytes)
                  QString::fromLatin1(bytes));
 }
 
+void formatCells(const QString &code, double value)
+{
+    const CellFormat format = cellFormat(static_cast<int>(code.size()) * 7 % 60, code);
+    const QString text = numberText(value, format.zeros);
+    fuzz::expect(number(text).has_value() || text.size() > 64 || !std::isfinite(value),
+                 "a cell's number is none", text);
+    if (!isDay(value))
+        return;
+    const QString spelled = dateText(value);
+    if (spelled.size() != 10 || spelled == u"29.02.1900") // a day without its time, that was one
+        return;
+    const QDate date = QDate::fromString(spelled, u"dd.MM.yyyy"_s);
+    fuzz::expect(isoSerial(date.toString(Qt::ISODate)) == std::floor(value + 0.00001),
+                 "a day number and its date part", spelled);
+}
+
 void readDate(const QString &text)
 {
     passOver([&] {
@@ -131,15 +147,8 @@ void readDate(const QString &text)
         fuzz::expect(typedDate(date->toString(u"dd.MM.yyyy"_s), 2024) == date, "typed otherwise",
                      text);
     }
-    const double serial = isoSerial(text);
-    if (isDay(serial)) {
-        const QString spelled = dateText(serial);
-        if (spelled.size() == 10 && spelled != u"29.02.1900") {
-            const QDate date = QDate::fromString(spelled, u"dd.MM.yyyy"_s);
-            fuzz::expect(isoSerial(date.toString(Qt::ISODate)) == std::floor(serial + 0.00001),
-                         "a day number and its date part", text, spelled);
-        }
-    }
+    if (const double serial = isoSerial(text); std::isfinite(serial))
+        formatCells(text, serial);
 }
 
 void spell(const QString &text, const QString &other)
@@ -158,16 +167,6 @@ void spell(const QString &text, const QString &other)
                  "letters that a document holds", text);
     const QString folded = other + text + other;
     fuzz::expect(text.isEmpty() || Needle(text).isIn(folded), "a needle in its own hay", text);
-}
-
-void formatCells(const QString &code, double value)
-{
-    const CellFormat format = cellFormat(static_cast<int>(code.size()) * 7 % 60, code);
-    const QString text = numberText(value, format.zeros);
-    fuzz::expect(number(text).has_value() || text.size() > 64 || !std::isfinite(value),
-                 "a cell's number is none", text);
-    if (isDay(value))
-        dateText(value);
 }
 
 } // namespace

@@ -66,12 +66,28 @@ QStringList Pieces::texts()
     return texts;
 }
 
-QByteArray shift(const QByteArray &piece)
+QByteArray shifted(Pieces &pieces, qsizetype pieceOfReader)
 {
-    constexpr int pieceOfReaders = 65536;
-    if (piece.size() < 2 || piece[0] != '+')
-        return {};
-    return QByteArray(pieceOfReaders - static_cast<unsigned char>(piece[1]), ' ');
+    const QByteArray shift = pieces.bytes();
+    const QByteArray beginning = pieces.bytes();
+    const QByteArray end = pieces.bytes();
+    if (!shift.startsWith('+') || beginning.size() > pieceOfReader / 2)
+        return beginning + end;
+    const QByteArray told = shift.sliced(1).leftJustified(2, '\0');
+    const qsizetype place =
+        (static_cast<unsigned char>(told[0]) + 256 * static_cast<unsigned char>(told[1])) %
+        (end.size() + 1);
+    return beginning + QByteArray(pieceOfReader - beginning.size() - place, ' ') + end;
+}
+
+QStringList plainLines(QByteArrayView bytes)
+{
+    QString text = fromTextFile(bytes);
+    text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
+    QStringList lines = text.split(u'\n');
+    if (lines.last().isEmpty())
+        lines.removeLast();
+    return lines;
 }
 
 QString folder()

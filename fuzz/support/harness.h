@@ -43,9 +43,13 @@ private:
     bool m_atEnd = false;
 };
 
-/// What a piece asks to stand in front of a source, so that its lines lie across the pieces in
-/// which readers take a file: nothing, or behind a "+" nearly 64 KB of blanks.
-QByteArray shift(const QByteArray &piece);
+/// A source of three pieces: whether and where it is shifted, its beginning and its end. Behind a
+/// "+" stands the place of the end, in two bytes, where the first of the pieces in which a reader
+/// takes a file is to be full: blanks in front of the end see to that.
+QByteArray shifted(Pieces &pieces, qsizetype pieceOfReader = 65536);
+
+/// The lines of a source, all at once.
+QStringList plainLines(QByteArrayView bytes);
 
 /// A folder of this process, in memory where the system has such.
 QString folder();
