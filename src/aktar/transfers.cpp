@@ -267,19 +267,6 @@ const SlipCommand &writer(const SlipForm &form, bool second)
     throw Failure(u"%1 ekranında böyle bir belge yok."_s.arg(form.caption));
 }
 
-ListedRows listedSlips(const SlipScreen &screen, bool ofBankList, bool ofCards)
-{
-    const ListShape shape = ofBankList ? bankListShapeOf(screen) : shapeOf(screen);
-    return {.grid = ofBankList ? &screen.l2 : &screen.l1,
-            .family = ofBankList ? DocumentFamily::BankSlips
-                      : ofCards  ? DocumentFamily::CardSlips
-                                 : DocumentFamily::CashSlips,
-            .by = ListedRows::ByContent,
-            .date = shape.date,
-            .customer = shape.customer,
-            .amount = shape.amounts.first()};
-}
-
 OpenScreen slipScreen(Program &program, const SlipForm &form, bool second)
 {
     auto screen = std::make_shared<SlipScreen>(program, form);
@@ -303,8 +290,10 @@ OpenScreen slipScreen(Program &program, const SlipForm &form, bool second)
             .checks = [&slips] { return checksOf(slips); },
             .listName = ofBankList ? u"l2"_s : u"l1"_s,
             .listed =
-                [&slips, ofBankList, ofCards] {
-                    return listedSlips(slips, ofBankList, ofCards);
+                [&slips, family = ofBankList ? DocumentFamily::BankSlips
+                                  : ofCards  ? DocumentFamily::CardSlips
+                                             : DocumentFamily::CashSlips] {
+                    return listedSlips(slips, family);
                 }};
 }
 
