@@ -2,6 +2,7 @@
 #include "aktar/outcome.h"
 #include "app/crashreport.h"
 #include "app/instancelock.h"
+#include "app/lastnet.h"
 #include "app/realports.h"
 #include "base/systemclock.h"
 #include "controls/theme.h"
@@ -51,7 +52,7 @@ int main(int argc, char **argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "windows:darkmode=2");
 #endif
-    QApplication application(argc, argv);
+    kervan::NettedApplication application(argc, argv);
     QApplication::setApplicationName(u"Kervan Transfer"_s);
     QApplication::setOrganizationName(u"Kervan"_s);
     QApplication::setApplicationVersion(QStringLiteral(KERVAN_VERSION));
@@ -97,6 +98,7 @@ int main(int argc, char **argv)
                             .clock = clock,
                             .sqlServer = sqlServer};
     kervan::MainWindow window(program);
+    application.tellBy([&window](const QString &sentence) { window.tellFault(sentence); });
     window.tell(stateOf(folder, recovered));
     window.show();
     return QApplication::exec();
