@@ -16,7 +16,7 @@ elf() { # PROGRAM
     grep -q 'Flags:.*PIE' <<<"$headers" || lacks "$1" "a random place in memory (PIE)"
     grep -q GNU_RELRO <<<"$headers" || lacks "$1" "read-only tables (RELRO)"
     grep -q 'BIND_NOW' <<<"$headers" || lacks "$1" "tables filled at the start (BIND_NOW)"
-    grep 'GNU_STACK' <<<"$headers" | grep -q 'RW ' || lacks "$1" "a stack without code"
+    grep -q 'GNU_STACK.* RW ' <<<"$headers" || lacks "$1" "a stack without code"
     grep -q '__stack_chk_fail' <<<"$symbols" || lacks "$1" "the stack protector"
     # Of calls that the library has in a checked form none is left in the other one.
     if grep -qE ' (printf|fprintf|sprintf|snprintf|vsnprintf|strcpy|strcat|fgets)@' <<<"$symbols"; then
@@ -24,7 +24,7 @@ elf() { # PROGRAM
     fi
     grep -q '__glibcxx_assert_fail' <<<"$symbols" || lacks "$1" "checked bounds (_GLIBCXX_ASSERTIONS)"
     # The first step of main() is a place where a jump may end.
-    objdump -d --no-show-raw-insn "$1" --disassemble=main | grep -q -m 1 endbr64 ||
+    grep -q endbr64 <<<"$(objdump -d --no-show-raw-insn "$1" --disassemble=main)" ||
         lacks "$1" "marked targets of jumps (cf-protection)"
 }
 
