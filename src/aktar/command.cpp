@@ -4,13 +4,18 @@
 #include "base/failure.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace kervan {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr auto pieceOfWaiting = std::chrono::milliseconds(200);
 
 QString folderOf(const Options &options, const CommandWorld &world)
 {
@@ -62,8 +67,11 @@ Status runTransfer(const Transfer &transfer, const QStringList &arguments,
     Status status = Done;
     const auto misused = passOver([&] {
         Options options = readOptions(transfer.command, arguments, optionsOf(transfer));
+        const bool asksForForm = options.has(u"bicim"_s); // a recipe may have it for some nights
         if (options.has(u"tarif"_s))
             addRecipe(options, options.value(u"tarif"_s), {transfer.command}, optionsOf(transfer));
+        if (asksForForm && !options.isOn(u"listele"_s))
+            throw Failure(u"--bicim listenin biçimidir; --listele ile verilir."_s);
         if (options.sources.isEmpty())
             throw Failure(
                 u"Kaynak dosyayı verin; bakın: kervan-aktar %1 --help"_s.arg(transfer.command));
@@ -92,6 +100,7 @@ Status runTransfer(const Transfer &transfer, const QStringList &arguments,
 
 OpenFolder::OpenFolder(const Options &options, const CommandWorld &world)
     : m_patience(options.number(u"bekle"_s, 0))
+    , m_isEnding(world.isEnding)
     , m_folder(folderOf(options, world))
     , m_lock(m_folder, FolderLock::Who::Command)
     , m_boxes(options.isOn(u"evet"_s))
@@ -106,15 +115,30 @@ OpenFolder::OpenFolder(const Options &options, const CommandWorld &world)
 {
 }
 
+// In short pieces, between which a signal is heard.
+bool OpenFolder::wait()
+{
+    QElapsedTimer waited;
+    waited.start();
+    while (!m_lock.take(std::min<std::chrono::milliseconds>(m_patience, pieceOfWaiting))) {
+        if (m_isEnding() || waited.hasExpired(std::chrono::milliseconds(m_patience).count()))
+            return false;
+    }
+    return true;
+}
+
 Status OpenFolder::enter(const std::function<void(const QString &line)> &tell)
 {
-    if (!m_lock.take(m_patience)) {
+    if (!wait()) {
+        if (m_isEnding())
+            return FolderInUse;
         tell(u"kervan-aktar: Program klasörü kullanımda (%1). Pencereyi kapatın ya da --bekle ile "
              "bekleyin."_s.arg(QDir::toNativeSeparators(m_lock.holder())));
         return FolderInUse;
     }
     const auto failed = passOver([&] {
         const QString done = recover(m_folder);
+        sweep(journalOf(m_folder));
         if (!done.isEmpty())
             tell(u"kervan-aktar: "_s + done);
     });

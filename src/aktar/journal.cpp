@@ -12,6 +12,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 
@@ -23,11 +24,6 @@ namespace {
 
 constexpr QStringView journalName = u"kervan-aktar.islem";
 constexpr std::array<QStringView, 2> counterNames{u"kasacariislemno.kvz", u"bankacariislemno.kvz"};
-
-QString journalOf(const QString &programFolder)
-{
-    return programFolder + u'/' + journalName.toString();
-}
 
 std::optional<QByteArray> bytesOf(const QString &path)
 {
@@ -149,6 +145,11 @@ QByteArray spelled(const QJsonObject &counters, const QString &folder,
 
 } // namespace
 
+QString journalOf(const QString &programFolder)
+{
+    return programFolder + u'/' + journalName.toString();
+}
+
 Journal::Journal(const QString &programFolder, const QString &targetFolder)
     : m_programFolder(programFolder)
     , m_folder(stagingOf(programFolder, targetFolder))
@@ -162,11 +163,6 @@ Journal::Journal(const QString &programFolder, const QString &targetFolder)
         throw Failure(u"Hedef klasöre yazılamıyor: %1. Klasörü açın ya da yazma hakkı verin."_s.arg(
             QDir::toNativeSeparators(targetFolder)));
     }
-}
-
-Journal::Journal(const QString &programFolder)
-    : m_programFolder(programFolder)
-{
 }
 
 void Journal::commit(const QList<Move> &moves)
@@ -188,8 +184,7 @@ void Journal::commit(const QList<Move> &moves)
 
 void Journal::takeBack()
 {
-    if (!m_counters.isEmpty())
-        putBack(m_programFolder, m_counters);
+    putBack(m_programFolder, m_counters);
     finish(m_programFolder, m_folder, {});
 }
 
@@ -222,6 +217,32 @@ QString recover(const QString &programFolder)
         moves << Move{move[0].toString(), move[1].toString(), move[2].toBool()};
     finish(programFolder, folder, moves);
     return u"Yarıda kalan aktarım tamamlandı: belgeleri yerlerine kondu."_s;
+}
+
+void sweep(const QString &path)
+{
+    // As the library names the file that is to take the other's place: six letters.
+    const QFileInfo file(path);
+    for (const QString &name :
+         file.dir().entryList({file.fileName() + u".??????"_s}, QDir::Files)) {
+        const QStringView letters = QStringView(name).last(6);
+        if (std::ranges::all_of(letters, [](QChar c) { return c.isLetter() && c < u'\x80'; }))
+            file.dir().remove(name);
+    }
+}
+
+Opening recoverForWindow(const QString &programFolder)
+{
+    Opening opening;
+    const auto failed = passOver([&] { opening.told = recover(programFolder); });
+    if (!failed)
+        return opening;
+    if (countersArePending(programFolder))
+        return {false, u"Yarıda kalan gece aktarımı tamamlanamadı; numaralar ikinci kez verilmesin "
+                       "diye program açılmıyor. Nedenini giderip yeniden başlatın.\n%1"_s.arg(
+                           failed->description())};
+    return {true, u"Yarıda kalan gece aktarımının belgesi yerine konamadı: %1"_s.arg(
+                      failed->description())};
 }
 
 QStringList countersOf(const QString &programFolder)
