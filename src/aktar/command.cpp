@@ -188,11 +188,12 @@ QString helpText()
         text += u"  "_s + transfer.command.leftJustified(16) + transfer.what + u'\n';
     return text + u"  "_s + u"izle"_s.leftJustified(16) +
            u"bir klasöre gelen dosyalar\n\n"
-           "Bir komutun seçenekleri: kervan-aktar KOMUT --help\n\n"
+           "Bir komutun seçenekleri: kervan-aktar KOMUT --help\n"
+           "Değer almayan bir seçenek =hayir ile kapanır: --listele=hayir\n\n"
            "Bitiş kodları:\n"
            "  0   tamam\n"
-           "  1   yazıldı (ya da denetlendi), bakılacak bulgular var\n"
-           "  2   en az bir kaynağın belgesi yazılmadı\n"
+           "  1   yazıldı (ya da bakıldı), bulgular var\n"
+           "  2   en az bir kaynağın belgesi yazılmadı ya da bakılacak bir şey yok\n"
            "  64  yanlış kullanım\n"
            "  75  program klasörü kullanımda, sonra yeniden deneyin\n"_s;
 }

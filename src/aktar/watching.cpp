@@ -28,10 +28,10 @@ constexpr int nap = 100; // milliseconds between two looks at whether it is to e
 QString freeName(const QString &folder, const QString &name)
 {
     const QFileInfo file(name);
+    const QString ending = file.suffix().isEmpty() ? QString() : u'.' + file.suffix();
     QString path = QDir(folder).filePath(name);
     for (int i = 2; QFileInfo::exists(path); ++i)
-        path = QDir(folder).filePath(
-            u"%1-%2.%3"_s.arg(file.completeBaseName(), QString::number(i), file.suffix()));
+        path = QDir(folder).filePath(file.completeBaseName() + u'-' + QString::number(i) + ending);
     return path;
 }
 
@@ -40,7 +40,7 @@ QString reportOf(const QString &path)
     return path + u".rapor.txt"_s;
 }
 
-QString asText(const std::string &name)
+[[maybe_unused]] QString asText(const std::string &name)
 {
     return QString::fromStdString(name);
 }

@@ -640,6 +640,20 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QVERIFY(w.files(u"aktarilan"_s).contains(u"bir-2.bif bir-2.bif.rapor.txt"_s));
     }
 
+    void aNameLikeAPlaceholderIsAName()
+    {
+        Watched w;
+        const QString name = u"%1-%2.bif"_s;
+        w.drop(name);
+        QCOMPARE(w.watch(), Done);
+        QVERIFY2(w.b.out.contains(u"/%1-%2.xml: 4 fatura"_s), qPrintable(w.b.out));
+        for (const QString &there : {name, u"%1-%2-2.bif"_s}) { // its document is there
+            w.drop(name);
+            QCOMPARE(w.watch(), NothingWritten);
+            QVERIFY2(w.files(u"hatali"_s).contains(there), qPrintable(w.files(u"hatali"_s)));
+        }
+    }
+
     void aWatchedFolderLosesNothingWhereItCantGoOn()
     {
         Watched w;
