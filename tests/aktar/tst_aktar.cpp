@@ -765,19 +765,30 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
             QSKIP("no disk of its own can be mounted here");
         for (const QString &folder : {u"isleniyor"_s, u"aktarilan"_s, u"hatali"_s})
             QDir().mkpath(w.in(folder));
+        w.drop(u"bir.bif"_s);
         QVERIFY(disk.makeReadOnly());
         QCOMPARE(w.watch(), NothingWritten);
         QVERIFY2(w.b.says(u"kilit dosyası açılamadı"_s), qPrintable(w.b.told.join(u'\n')));
+        const SmallDisk ofWork(w.in(u"isleniyor"_s)); // it can be copied, but not taken away
+        QCOMPARE(w.watch(), NothingWritten);
+        QVERIFY2(w.b.says(u"bir.bif: Alınmadı"_s), qPrintable(w.b.told.join(u'\n')));
+        QCOMPARE(w.files(u"isleniyor"_s), QString());
+        QCOMPARE(w.b.written(), QStringList());
     }
 
     void aTargetInsideTheWatchedFolderIsAWrongUse()
     {
         Watched w;
         w.drop(u"bir.bif"_s);
+#ifdef Q_OS_WIN
+        const QString otherName = w.in(u"A.XML"_s).toUpper();
+#else
         QVERIFY(QFile::link(w.in({}), w.b.place.filePath(u"bag"_s)));
-        for (const QString &target : {w.in({}), w.in(u"aktarilan"_s), w.in(u"hatali/a.xml"_s),
-                                      w.in(u"../gelen/{kaynak}.xml"_s), w.in(u"yeni/{tarih}/"_s),
-                                      w.b.place.filePath(u"bag/a.xml"_s)}) {
+        const QString otherName = w.b.place.filePath(u"bag/a.xml"_s);
+#endif
+        for (const QString &target :
+             {w.in({}), w.in(u"aktarilan"_s), w.in(u"hatali/a.xml"_s), otherName,
+              w.in(u"../gelen/{kaynak}.xml"_s), w.in(u"yeni/{tarih}/"_s)}) {
             w.b.documents = target;
             QCOMPARE(w.watch(), UsedWrongly);
             QVERIFY2(w.b.says(u"izlenen klasörün içine yazılamaz"_s), qPrintable(target));
