@@ -138,7 +138,7 @@ Status OpenFolder::enter(const std::function<void(const QString &line)> &tell)
     }
     const auto failed = passOver([&] {
         const QString done = recover(m_folder);
-        sweep(journalOf(m_folder));
+        sweep(m_folder, journalName.toString());
         if (!done.isEmpty())
             tell(u"kervan-aktar: "_s + done);
     });

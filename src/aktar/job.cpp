@@ -311,9 +311,7 @@ bool Job::mayWrite(const OpenScreen &screen, const Outcome &outcome, const QStri
         tell(u"Belge yazılmadı: "_s + why);
         return false;
     };
-    if (outcome.rows == 0 && !screen.guards)
-        return refuse(nothingOf(screen, outcome));
-    if (outcome.rows > 0 && outcome.selected == 0)
+    if (outcome.rows == 0 ? !screen.guards : outcome.selected == 0)
         return refuse(nothingOf(screen, outcome));
     if (m_options.isOn(u"hata-varsa-yazma"_s) && outcome.count(Level::Error) > 0)
         return refuse(u"%1 hata bulundu. Düzeltin ya da --hata-varsa-yazma vermeyin."_s.arg(

@@ -22,8 +22,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QStringView journalName = u"kervan-aktar.islem";
 constexpr std::array<QStringView, 2> counterNames{u"kasacariislemno.kvz", u"bankacariislemno.kvz"};
+
+QString journalOf(const QString &programFolder)
+{
+    return programFolder + u'/' + journalName.toString();
+}
 
 std::optional<QByteArray> bytesOf(const QString &path)
 {
@@ -145,11 +149,6 @@ QByteArray spelled(const QJsonObject &counters, const QString &folder,
 
 } // namespace
 
-QString journalOf(const QString &programFolder)
-{
-    return programFolder + u'/' + journalName.toString();
-}
-
 Journal::Journal(const QString &programFolder, const QString &targetFolder)
     : m_programFolder(programFolder)
     , m_folder(stagingOf(programFolder, targetFolder))
@@ -219,15 +218,15 @@ QString recover(const QString &programFolder)
     return u"Yarıda kalan aktarım tamamlandı: belgeleri yerlerine kondu."_s;
 }
 
-void sweep(const QString &path)
+void sweep(const QString &folder, const QString &pattern)
 {
-    // As the library names the file that is to take the other's place: six letters.
-    const QFileInfo file(path);
-    for (const QString &name :
-         file.dir().entryList({file.fileName() + u".??????"_s}, QDir::Files)) {
-        const QStringView letters = QStringView(name).last(6);
-        if (std::ranges::all_of(letters, [](QChar c) { return c.isLetter() && c < u'\x80'; }))
-            file.dir().remove(name);
+    // The library names a file that is to take another's place by six letters of both cases.
+    for (const QString &name : QDir(folder).entryList({pattern + u".??????"_s}, QDir::Files)) {
+        const QString end = name.right(6);
+        const bool isLetters =
+            std::ranges::all_of(end, [](QChar c) { return c.isLetter() && c < u'\x80'; });
+        if (isLetters && end != end.toLower())
+            QFile::remove(QDir(folder).filePath(name));
     }
 }
 

@@ -50,10 +50,11 @@ private:
 /// the next time.
 QString recover(const QString &programFolder);
 
-/// The file of a program folder's journal.
-QString journalOf(const QString &programFolder);
-/// Throws away what killed writers of the file left beside it; for those who have it to themselves.
-void sweep(const QString &path);
+/// The name of the journal in a program folder.
+constexpr QStringView journalName = u"kervan-aktar.islem";
+/// Throws away what killed writers of such files left beside them in the folder; for those who have
+/// it to themselves.
+void sweep(const QString &folder, const QString &pattern);
 
 /// Whether there is something for recover() to do.
 bool isPending(const QString &programFolder);

@@ -131,12 +131,11 @@ private:
         QDateTime time;
         bool operator==(const Look &) const = default;
     };
-    QHash<QString, Look> m_looks;      // of the last time
-    QString m_waitsFor;                // what kept it out of the program folder at the last try
-    QStringList m_lines;               // of the file in hand
-    QHash<QString, QString> m_refused; // files that could not be taken at the last look, and why
-    QHash<QString, QStringList>
-        m_stuck; // those in hand that could not be put away, and what was told
+    QHash<QString, Look> m_looks;        // of the last time
+    QString m_waitsFor;                  // what kept it out of the program folder at the last try
+    QStringList m_lines;                 // of the file in hand
+    QHash<QString, QString> m_refused;   // files that could not be taken at the last look, and why
+    QHash<QString, QStringList> m_stuck; // those that could not be put away, and what was told
     Status m_status = Done;
 };
 
@@ -175,8 +174,7 @@ Status Watch::begin()
         return NothingWritten;
     }
     if (m_lock.tryLock() || (m_lock.removeStaleLockFile() && m_lock.tryLock())) {
-        for (const QString &name : waiting(m_failed, {u"*.rapor.txt.??????"_s}))
-            sweep(QDir(m_failed).filePath(name.chopped(7)));
+        sweep(m_failed, reportOf(u"*"_s));
         return Done;
     }
     const QString folder = QDir::toNativeSeparators(m_folder);
@@ -256,6 +254,7 @@ void Watch::refuseOdd(const std::function<void(const QString &name, const QStrin
 // What a killed one left comes first by its age. Gives what bars the way, if anything does.
 std::optional<Status> Watch::transferAll()
 {
+    m_stuck.removeIf([&](const auto &stuck) { return !QFileInfo::exists(inHand(stuck.key())); });
     for (const QString &name : waiting(m_work, {u"*"_s})) {
         if (m_world.isEnding())
             break;

@@ -572,8 +572,8 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
     void whatKilledWritersLeftIsSweptAndNothingElse()
     {
         Branch b;
-        const QString journal = journalOf(b.folder);
-        for (const QString &name : {u".hJkLmN"_s, u".bak123"_s, u".uzunca"_s + u'x', u"-hJkLmN"_s})
+        const QString journal = b.sideFile(journalName.toString());
+        for (const QString &name : {u".hJkLmN"_s, u".bak123"_s, u".backup"_s, u"-hJkLmN"_s})
             writeBytes(journal + name, "x");
         QCOMPARE(b.fatura(u"a.xml"_s), Done);
         QCOMPARE(QDir(b.folder).entryList({QFileInfo(journal).fileName() + u'*'}).size(), 3);
