@@ -331,19 +331,6 @@ const SlipCommand &writer(const SlipForm &form, bool second)
     throw Failure(u"%1 ekranında böyle bir belge yok."_s.arg(form.caption));
 }
 
-ListedRows listedSlips(const SlipScreen &screen, bool ofBankList, bool ofCards)
-{
-    const ListShape shape = ofBankList ? bankListShapeOf(screen) : shapeOf(screen);
-    return {.grid = ofBankList ? &screen.l2 : &screen.l1,
-            .family = ofBankList ? DocumentFamily::BankSlips
-                      : ofCards  ? DocumentFamily::CardSlips
-                                 : DocumentFamily::CashSlips,
-            .by = ListedRows::ByContent,
-            .date = shape.date,
-            .customer = shape.customer,
-            .amount = shape.amounts.first()};
-}
-
 OpenScreen slipScreen(Program &program, const SlipForm &form, bool second)
 {
     auto screen = std::make_shared<SlipScreen>(program, form);
@@ -370,7 +357,11 @@ OpenScreen slipScreen(Program &program, const SlipForm &form, bool second)
         .listName = ofBankList ? u"l2"_s : u"l1"_s,
         .concerns = [second, counter](
                         const Finding &finding) { return concernsSlips(finding, second, counter); },
-        .listed = [&slips, ofBankList, ofCards] { return listedSlips(slips, ofBankList, ofCards); },
+        .listed = [&slips,
+                   family = ofBankList ? DocumentFamily::BankSlips
+                            : ofCards
+                                ? DocumentFamily::CardSlips
+                                : DocumentFamily::CashSlips] { return listedSlips(slips, family); },
         .counters = counter.isEmpty() ? QStringList() : QStringList(counter)};
 }
 

@@ -98,8 +98,7 @@ Rule markupRule()
 {
     return {.name = u"XML işareti"_s,
             .level = Level::Error,
-            .cure = u"Değeri kaynağında değiştirin ya da \"Logo'nun okuyacağı biçimde yaz\"ı "
-                    "işaretleyin."_s};
+            .cure = orAsXml(u"Değeri kaynağında değiştirin."_s)};
 }
 
 Rule letterRule()
@@ -277,6 +276,13 @@ QString faultOfWords(const Sablon &record, const QList<QByteArray> &placeholders
                : faults.join(u' ');
 }
 
+QString orAsXml(QString cure)
+{
+    if (cure.endsWith(u'.'))
+        cure.chop(1);
+    return cure + u" ya da \"Logo'nun okuyacağı biçimde yaz\"ı işaretleyin."_s;
+}
+
 QList<Rule> letterRules(const Cells &cells)
 {
     return {ofCells(cells, markupRule(),
@@ -301,8 +307,7 @@ QList<Rule> letterRules(const TextField &field, const QString &name, const QStri
     Rule markup = markupRule();
     Rule letters = letterRule();
     letters.cure = u"Değeri kendi ekranında düzeltin."_s;
-    markup.cure = u"Değeri kendi ekranında düzeltin ya da \"Logo'nun okuyacağı biçimde yaz\"ı "
-                  "işaretleyin."_s;
+    markup.cure = orAsXml(letters.cure);
     markup.control = letters.control = control;
     markup.ofScreen = [&field, name] {
         return faultOfMarkup(name, field.text());

@@ -46,6 +46,10 @@ QString faultOfLetters(const QString &name, const QString &value);
 QString faultOfWords(const Sablon &record, const QList<QByteArray> &placeholders,
                      const QStringList &values);
 
+/// The cure of markup, behind what else would help: "Kaynağında düzeltin." becomes "Kaynağında
+/// düzeltin ya da ...".
+QString orAsXml(QString cure);
+
 /// Both of the first two, of each cell.
 QList<Rule> letterRules(const Cells &cells);
 /// The same for several columns.

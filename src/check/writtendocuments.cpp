@@ -17,6 +17,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int whenIdle = 300; // milliseconds without another change
+constexpr int cents = 2;
 
 quint64 contentKey(quint64 person, Decimal amount)
 {
@@ -110,26 +111,28 @@ WrittenDocuments::Found WrittenDocuments::look(DocumentCache &cache, const QStri
     return found;
 }
 
-void WrittenDocuments::setRows(const ListedRows &rows)
+void WrittenDocuments::setRows(const ListedRows &rows, qsizetype list)
 {
-    m_list = rows;
-    m_list.grid = nullptr;
-    m_rows.clear();
+    if (m_lists.size() <= list)
+        m_lists.resize(list + 1);
+    List &known = m_lists[list];
+    known = {rows, {}, {}};
+    known.rows.grid = nullptr;
     if (rows.grid) {
         const Grid &grid = *rows.grid;
-        m_rows.reserve(static_cast<std::size_t>(grid.rows()));
+        known.values.reserve(grid.rows());
         const auto cell = [&](int row, int column) {
             return column < 0 ? QStringView() : QStringView(grid.cell(row, column));
         };
         for (int row = 0; row < grid.rows(); ++row) {
             const QStringView number = cell(row, rows.number);
-            m_rows.push_back(
+            known.values.append(
                 {numberKey(rows.family, rows.kind, number),
                  personKey(rows.family, rows.kind, cell(row, rows.date), cell(row, rows.customer)),
                  Decimal::ofCell(cell(row, rows.amount)), !number.trimmed().isEmpty()});
         }
     }
-    markRows();
+    mark(known);
     Q_EMIT changed();
 }
 
@@ -140,16 +143,21 @@ const KnownRecord &WrittenDocuments::recordAt(const Place &place) const
 
 void WrittenDocuments::markRows()
 {
-    m_marks.clear();
-    m_marks.resize(static_cast<qsizetype>(m_rows.size()));
+    for (List &list : m_lists)
+        mark(list);
+}
+
+void WrittenDocuments::mark(List &list) const
+{
+    list.marks.clear();
+    list.marks.resize(list.values.size());
     if (m_found.byNumber.empty())
         return;
-    if (m_list.by == ListedRows::ByContent)
-        return markByContent();
-    for (std::size_t i = 0; i < m_rows.size(); ++i) {
-        if (m_rows[i].isNumbered)
-            m_marks[static_cast<qsizetype>(i)] =
-                markByNumber(m_rows[i].number, m_rows[i].person, &m_rows[i]);
+    if (list.rows.by == ListedRows::ByContent)
+        return markByContent(list);
+    for (qsizetype i = 0; i < list.values.size(); ++i) {
+        if (list.values[i].isNumbered)
+            list.marks[i] = markByNumber(list, list.values[i]);
     }
 }
 
@@ -160,42 +168,43 @@ WrittenDocuments::placesOf(const std::vector<Place> &places, quint64 key)
             std::ranges::upper_bound(places, key, {}, &Place::key)};
 }
 
-WrittenMark WrittenDocuments::markByNumber(quint64 number, quint64 person, const Row *row) const
+WrittenMark WrittenDocuments::markByNumber(const List &list, const Row &row) const
 {
-    const auto same = placesOf(m_found.byNumber, number);
+    const ListedRows &rows = list.rows;
+    const auto same = placesOf(m_found.byNumber, row.number);
     if (same.empty())
         return {};
-    if (!row || m_list.family != DocumentFamily::Invoices)
+    if (rows.family != DocumentFamily::Invoices)
         return markOf(WrittenMark::Same, same.front(),
-                      isCard(m_list.family) && row ? u"bu kod yazılmış"_s
-                                                   : u"bu numara yazılmış"_s);
+                      isCard(rows.family) ? u"bu kod yazılmış"_s : u"bu numara yazılmış"_s);
     // Of several documents the one that agrees counts, else the newest.
     QString different;
     for (const Place &place : same) {
         const KnownRecord &record = recordAt(place);
-        const bool isNet = m_list.amountIs == ListedRows::Net;
+        const bool isNet = rows.amountIs == ListedRows::Net;
         const bool isTold = isNet ? record.hasNet : record.hasSum;
         const Decimal written = isNet ? record.net : record.sum;
-        const bool isOther = m_list.date >= 0 && m_list.customer >= 0 && record.person != person;
-        const bool isOff = row->amount && isTold &&
-                           !isSameAmount(m_list.family, *row->amount, written, record.lines);
+        const bool isOther = rows.date >= 0 && rows.customer >= 0 && record.person != row.person;
+        const bool isOff =
+            row.amount && isTold && !isSameAmount(rows.family, *row.amount, written, record.lines);
         if (!isOther && !isOff)
             return markOf(WrittenMark::Same, place, u"aynı fatura yazılmış"_s);
         if (different.isEmpty())
-            different = isOff ? u"aynı numara yazılmış, tutar farklı: belgede %1, listede %2"_s.arg(
-                                    written.text(), row->amount->text())
-                              : u"aynı numara yazılmış, cari ya da tarih farklı"_s;
+            different = isOff
+                            ? u"aynı numara yazılmış, tutar farklı: belgede %1, listede %2"_s.arg(
+                                  written.rounded(cents).text(), row.amount->rounded(cents).text())
+                            : u"aynı numara yazılmış, cari ya da tarih farklı"_s;
     }
     return markOf(WrittenMark::Differs, *same.begin(), different);
 }
 
 // Each record of a document answers for one row: of three slips alike and two written, two are
 // marked.
-void WrittenDocuments::markByContent()
+void WrittenDocuments::markByContent(List &list) const
 {
     std::vector<quint32> taken(m_found.byContent.size()); // so many of those alike, at their first
-    for (std::size_t i = 0; i < m_rows.size(); ++i) {
-        const Row &row = m_rows[i];
+    for (qsizetype i = 0; i < list.values.size(); ++i) {
+        const Row &row = list.values[i];
         if (!row.amount)
             continue;
         const auto alike = placesOf(m_found.byContent, contentKey(row.person, *row.amount));
@@ -203,9 +212,8 @@ void WrittenDocuments::markByContent()
             continue;
         quint32 &next = taken[static_cast<std::size_t>(alike.data() - m_found.byContent.data())];
         if (next < alike.size())
-            m_marks[static_cast<qsizetype>(i)] =
-                markOf(WrittenMark::Similar, alike[next++],
-                       u"benzeri yazılmış (tarih, cari ve tutar aynı)"_s);
+            list.marks[i] = markOf(WrittenMark::Similar, alike[next++],
+                                   u"benzeri yazılmış (tarih, cari ve tutar aynı)"_s);
     }
 }
 
@@ -216,18 +224,20 @@ WrittenMark WrittenDocuments::markOf(WrittenMark::Kind kind, const Place &place,
     return {kind, name.path, name.time, u"Bu klasörde "_s + what + u": "_s + name.told};
 }
 
-int WrittenDocuments::markedCount() const
+int WrittenDocuments::markedCount(qsizetype list) const
 {
     return static_cast<int>(std::ranges::count_if(
-        m_marks, [](const WrittenMark &mark) { return mark.kind != WrittenMark::None; }));
+        marks(list), [](const WrittenMark &mark) { return mark.kind != WrittenMark::None; }));
 }
 
 WrittenMark WrittenDocuments::numbered(DocumentFamily family, const QString &kind,
                                        const QString &number) const
 {
-    if (number.trimmed().isEmpty())
-        return {};
-    return markByNumber(numberKey(family, kind, number), 0, nullptr);
+    const auto same = number.trimmed().isEmpty()
+                          ? std::span<const Place>()
+                          : placesOf(m_found.byNumber, numberKey(family, kind, number));
+    return same.empty() ? WrittenMark()
+                        : markOf(WrittenMark::Same, same.front(), u"bu numara yazılmış"_s);
 }
 
 QStringList WrittenDocuments::skipped() const

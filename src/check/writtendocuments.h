@@ -57,8 +57,9 @@ struct WrittenMark
 QStringList counterWarnings(const std::vector<std::shared_ptr<const KnownDocument>> &documents,
                             const QString &programFolder, const QStringList &counters);
 
-/// Finds the rows of a list in the documents of the target folder and of one more, which are read
-/// beside the work and kept in memory. Nothing is stored, nothing waits for it.
+/// Finds the rows of lists in the documents of the target folder and of one more, which are read
+/// beside the work and kept in memory. Nothing is stored, nothing waits for it. `list` counts the
+/// lists of a screen, of which most have one.
 class WrittenDocuments : public QObject
 {
     Q_OBJECT
@@ -71,16 +72,19 @@ public:
     const QStringList &folders() const { return m_folders; }
     /// The list has changed: its rows are copied here and marked by what is known. The grid is not
     /// looked at again.
-    void setRows(const ListedRows &rows);
+    void setRows(const ListedRows &rows, qsizetype list = 0);
     /// Reads what has changed in the folders, a moment later: after a write, or when the window is
     /// looked at again. What is known stands until then.
     void refresh();
 
     bool isReading() const { return m_reader.isRunning() || m_soon.isActive(); }
     /// A mark for each row of the list.
-    const QList<WrittenMark> &marks() const { return m_marks; }
+    QList<WrittenMark> marks(qsizetype list = 0) const
+    {
+        return list < m_lists.size() ? m_lists[list].marks : QList<WrittenMark>();
+    }
     /// How many rows have one.
-    int markedCount() const;
+    int markedCount(qsizetype list = 0) const;
     /// The document with a record of this number, as of a count.
     WrittenMark numbered(DocumentFamily family, const QString &kind, const QString &number) const;
     /// How many documents are known, and a sentence for each that could not be read.
@@ -127,13 +131,21 @@ private:
         bool isNumbered;
     };
 
+    struct List
+    {
+        ListedRows rows; // without the grid
+        QList<Row> values;
+        QList<WrittenMark> marks;
+    };
+
     static Found look(DocumentCache &cache, const QStringList &folders,
                       const std::atomic_bool &stop);
     void read();
     void markRows();
-    WrittenMark markByNumber(quint64 number, quint64 person, const Row *row) const;
+    void mark(List &list) const;
+    WrittenMark markByNumber(const List &list, const Row &row) const;
     static std::span<const Place> placesOf(const std::vector<Place> &places, quint64 key);
-    void markByContent();
+    void markByContent(List &list) const;
     WrittenMark markOf(WrittenMark::Kind kind, const Place &place, const QString &what) const;
     const KnownRecord &recordAt(const Place &place) const;
 
@@ -142,9 +154,7 @@ private:
     QTimer m_soon;
     QStringList m_folders;
     Found m_found;
-    ListedRows m_list;
-    std::vector<Row> m_rows;
-    QList<WrittenMark> m_marks;
+    QList<List> m_lists;
 };
 
 } // namespace kervan

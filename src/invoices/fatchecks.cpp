@@ -4,6 +4,7 @@
 #include "check/listrules.h"
 #include "invoices/cashslips.h"
 #include "invoices/columns.h"
+#include "text/dates.h"
 #include "text/numbers.h"
 #include "transfer/target.h"
 
@@ -148,6 +149,26 @@ Rule slipWords(Fat &fat)
             }};
 }
 
+// One ticked row that can't be read ends the writing of all slips, once the invoices are written.
+Rule slipless(const Grid &l1)
+{
+    return {.name = u"kasa fişi"_s,
+            .level = Level::Error,
+            .cure = u"Kaynağında düzeltip dosyayı yeniden okutun ya da bu faturayı ayrı yazın."_s,
+            .ofRow = [&l1](int row) {
+                QString value = u"genel toplamı"_s;
+                const auto failed = passOver([&] {
+                    if (!isBelowCashLimit(l1, row))
+                        return;
+                    value = u"tarihi"_s;
+                    toDate(l1.cell(row, L1::FaturaTarihi));
+                });
+                return failed ? u"İşaretli olursa kasa fişlerinin hiçbiri yazılmaz: %1 "
+                                "okunamıyor."_s.arg(value)
+                              : QString();
+            }};
+}
+
 QList<Rule> slipRules(Fat &fat, const InvoiceHooks &hooks)
 {
     const Grid &l1 = fat.liste.l1;
@@ -180,7 +201,7 @@ QList<Rule> slipRules(Fat &fat, const InvoiceHooks &hooks)
                             .counts = gets,
                             .broken = u"kasa fişlerinin hiçbirini"_s}))
         rules << withInvoice(rule, l1);
-    rules << withInvoice(slipWords(fat), l1);
+    rules << withInvoice(slipWords(fat), l1) << withInvoice(slipless(l1), l1);
     return rules;
 }
 

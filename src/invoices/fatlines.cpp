@@ -92,6 +92,7 @@ class BifSurvey : public LineSurvey
 public:
     explicit BifSurvey(Fat &fat)
         : m_fat(fat)
+        , m_line(sapTemplates().xl2, lineWords())
     {
     }
 
@@ -200,8 +201,8 @@ private:
         double price = 0;
         CodeFaults faults;
         int lines = 0;
-        int documents = 0;
-        const Invoice *last = nullptr; // that was counted
+        int documents = 0;             // that have it without a price
+        const Invoice *last = nullptr; // that was noted
     };
     struct Header
     {
@@ -261,7 +262,6 @@ private:
             ++invoice->lines;
             if (product.last != invoice) {
                 product.last = invoice;
-                product.documents += static_cast<int>(invoice->rows.size());
                 note(*invoice, product);
             }
             if (product.price <= 0)
@@ -297,19 +297,21 @@ private:
         product.name = trimmedBlanks(cut(line, 46, 50)).toString();
         // What could not be asked for counts as without a price, as it does for the reading.
         product.price = std::max(number(m_fat.bayiFiyatlari.value(product.code)).value_or(0), 0.0);
-        product.faults = CodeFaults(product.code);
+        product.faults = CodeFaults(product.code, m_line);
         m_productPlaces.insert(product.code, static_cast<qsizetype>(m_products.size()) - 1);
         return product;
     }
 
     qsizetype placeOf(const Product &product) const { return m_productPlaces.value(product.code); }
 
-    void note(Invoice &invoice, const Product &product)
+    void note(Invoice &invoice, Product &product)
     {
         // Several invoices may share their lines, which come by turns then.
         const qsizetype place = placeOf(product);
-        if (product.price <= 0 && !invoice.unpriced.contains(place))
+        if (product.price <= 0 && !invoice.unpriced.contains(place)) {
             invoice.unpriced << place;
+            product.documents += documentsOf(invoice);
+        }
         if (!product.faults.faults.isEmpty() && !invoice.odd.contains(place))
             invoice.odd << place;
     }
@@ -465,6 +467,7 @@ private:
     }
 
     Fat &m_fat;
+    Sablon m_line;
     std::optional<LineReader> m_reader;
     std::deque<Invoice> m_invoices;
     QHash<QStringView, Invoice *> m_unfound; // by the numbers that m_invoices hold

@@ -249,7 +249,7 @@ QList<Rule> definitionValueRules(const QString &name, const QString &cure,
 {
     return {{.name = u"XML işareti"_s,
              .level = Level::Error,
-             .cure = cure,
+             .cure = orAsXml(cure),
              .ofScreen =
                  [name, value] {
                      return faultOfMarkup(name, value());
@@ -293,13 +293,15 @@ Finding findingOf(const LineRule &rule, const QString &text, int row, const QStr
             .column = column};
 }
 
-CodeFaults::CodeFaults(const QString &code)
+CodeFaults::CodeFaults(const QString &code, const Sablon &line)
 {
-    static const Filled line = lineOf(sapTemplates());
     static constexpr LineRule empty{u"ürün kodu", Level::Error,
                                     u"Ürün kodunu kaynağında girip dosyayı yeniden okutun."};
     static constexpr const char16_t *change = u"Değeri kaynağında değiştirip yeniden okutun.";
-    static constexpr LineRule markup{u"XML işareti", Level::Error, change};
+    static constexpr LineRule markup{
+        u"XML işareti", Level::Error,
+        u"Değeri kaynağında değiştirip yeniden okutun ya da \"Logo'nun okuyacağı biçimde yaz\"ı "
+        "işaretleyin."};
     static constexpr LineRule letters{u"harf", Level::Warning, change};
     static constexpr LineRule word{u"şablon sözcüğü", Level::Error, change};
 
@@ -312,7 +314,7 @@ CodeFaults::CodeFaults(const QString &code)
     add(empty, code.isEmpty() ? u"Ürün kodu boş olan satır var."_s : QString());
     add(markup, faultOfMarkup(u"Ürün kodu"_s, code));
     add(letters, faultOfLetters(u"Ürün kodu"_s, code));
-    add(word, changedValue(line, lineValues(goods, {})));
+    add(word, changedValue({lineWords(), line}, lineValues(goods, {})));
 }
 
 void Gaps::clear()

@@ -78,7 +78,9 @@ Finding findingOf(const LineRule &rule, const QString &text, int row = -1,
 /// What is wrong with a product code, which many lines give again.
 struct CodeFaults
 {
-    explicit CodeFaults(const QString &code = {});
+    CodeFaults() = default;
+    /// `line` is the template of a line, filled by lineWords().
+    CodeFaults(const QString &code, const Sablon &line);
 
     /// Each with its rule.
     QList<std::pair<const LineRule *, QString>> faults;

@@ -352,6 +352,21 @@ ListShape bankListShapeOf(const SlipScreen &)
             .renumbered = true};
 }
 
+// A text export goes into documents of other screens.
+ListedRows listedSlips(const SlipScreen &screen, DocumentFamily family)
+{
+    const bool ofBank = family == DocumentFamily::BankSlips;
+    if (screen.metinden())
+        return {};
+    const ListShape shape = ofBank ? bankListShapeOf(screen) : shapeOf(screen);
+    return {.grid = ofBank ? &screen.l2 : &screen.l1,
+            .family = family,
+            .by = ListedRows::ByContent,
+            .date = shape.date,
+            .customer = ofBank ? int(BankaFisi::OzelKod) : shape.customer, // its own in documents
+            .amount = shape.amounts.first()};
+}
+
 QList<Rule> rulesOf(SlipScreen &screen, SharesCounter sharesCounter)
 {
     return readinessRules(screen, std::move(sharesCounter)) +

@@ -2,6 +2,7 @@
 
 #include "check/checks.h"
 #include "check/listshape.h"
+#include "check/writtendocuments.h"
 
 #include <functional>
 #include <memory>
@@ -18,6 +19,10 @@ class SlipScreen;
 ListShape shapeOf(const SlipScreen &screen);
 /// Of `l2`, on the screens that have one.
 ListShape bankListShapeOf(const SlipScreen &screen);
+
+/// How the rows that go into documents of the family are found there: cash and card slips are of
+/// `l1`, bank slips of `l2`.
+ListedRows listedSlips(const SlipScreen &screen, DocumentFamily family);
 
 /// Whether another open screen counts with the cash counter too; the frame knows.
 using SharesCounter = std::function<bool()>;

@@ -134,7 +134,7 @@ private Q_SLOTS:
     {
         addTable(uR"(
 case ; findings ; missing ; unread
-denetim-fatura.bif ; XML işareti, bayi fiyatı, cari kodu, eksi satır, eksi tutar, fatura numarası, genel indirim, harf, net fiyat, personel, satır okunamıyor, satır toplamı, satırsız fatura, tarih, tarih okunamıyor, tutar okunamıyor, çift numara, ürün kodu, şablon sözcüğü ; Personel, Bayi fiyatı, Bayi fiyatı ; 2
+denetim-fatura.bif ; XML işareti, bayi fiyatı, cari kodu, eksi satır, eksi tutar, fatura numarası, genel indirim, harf, kasa fişi, net fiyat, personel, satır okunamıyor, satır toplamı, satırsız fatura, tarih, tarih okunamıyor, tutar okunamıyor, çift numara, ürün kodu, şablon sözcüğü ; Personel, Bayi fiyatı, Bayi fiyatı ; 2
 denetim-duzey-fatura.xlsx ; XML işareti, başka kayıt, birim, bölünmüş fatura, eksi satır, fatura numarası, harf, indirim, personel, satır okunamıyor, tarih, tarih okunamıyor, ödeme planı, şablon sözcüğü ; Personel, Birim ; 3
 denetim-cariler.txt ; XML işareti, boş kod, boş ünvan, harf, çift numara, şablon sözcüğü ;  ; 3
 denetim-stoklar.txt ; XML işareti, birim, birim çarpanı, boş ad, boş kod, harf, kdv oranı, çift numara, şablon sözcüğü ;  ; 4

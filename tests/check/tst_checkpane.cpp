@@ -109,6 +109,12 @@ private Q_SLOTS:
         QVERIFY(s.marked() != there);
         s.press(Qt::Key_F8);
         QCOMPARE(s.marked(), there);
+        // A click is a place as well.
+        auto *view = s.part<GridView>(u"bulgular"_s);
+        QTest::mouseClick(view->viewport(), Qt::LeftButton, {},
+                          view->visualRect(view->model()->index(0, 3)).center());
+        s.press(Qt::Key_F8);
+        QCOMPARE(s.marked(), view->model()->index(1, 3).data().toString());
     }
 
     void aDocumentThatNoReaderTakesIsToldInRed()
@@ -128,8 +134,10 @@ private Q_SLOTS:
             QVERIFY(view->markOf(1).text.contains(u"Bu klasörde"_s));
             if (isBroken)
                 QTRY_VERIFY(red->text().contains(u"belge-KASANAKIT.xml belgesini okuyamaz"_s));
-            else
-                QTRY_VERIFY(s.part<CutLabel>(u"belge"_s)->isVisible());
+            const QString good = s.part<CutLabel>(u"belge"_s)->text();
+            QVERIFY(good.startsWith(u"belge.xml yazıldı: 2 fatura"_s));
+            QCOMPARE(good.contains(u"belge-KASANAKIT.xml"_s), !isBroken);
+            QTRY_VERIFY(s.part<CutLabel>(u"belge"_s)->isVisible());
             QCOMPARE(red->isVisible(), isBroken);
             QCOMPARE(view->verticalHeader()->width() > 30, isBroken); // one picture or two
         }

@@ -282,9 +282,10 @@ equal movements, one was ticked       ; movement ; N1 d c 5|N2 d c 5            
         screen.list.setAllTicked(true); // later ticks are of no document
         QCOMPARE(screen.label(u"belge"_s), told);
         QVERIFY(screen.link(u"klasordegoster"_s)->isVisible());
-        screen.line.setDisagreement(u"Belgede 0 fatura var."_s);
+        screen.line.setDisagreement(u"Belgede 0 fatura var."_s, {u"/tmp/satis.xml"_s});
         QCOMPARE(screen.label(u"tutmayan"_s), u"Belgede 0 fatura var."_s);
-        QCOMPARE(screen.label(u"belge"_s), QString()); // not in green beside it
+        QCOMPARE(screen.label(u"belge"_s), // in green is what is good
+                 told.section(u" • "_s, 1));
         screen.line.setDisagreement({});
         QCOMPARE(screen.label(u"belge"_s), told);
         screen.notes.begin();

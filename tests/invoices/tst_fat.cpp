@@ -1,6 +1,8 @@
 // The invoice screen without its window: loading, choosing, the two export buttons, the list.
 
 #include "desk.h"
+#include "invoices/fatchecks.h"
+#include "support/findings.h"
 #include "support/table.h"
 
 #include <QFile>
@@ -290,6 +292,9 @@ no date but beyond the limit ;          ; 7000   ; no)"_s);
         desk.open(header() +
                   header({.no = u"F2"_s, .date = fetch("date"), .grand = fetch("grand")}) +
                   header({.date = u""_s}));
+        const auto checks = checksOf(desk.fat);
+        checks->finish();
+        QCOMPARE(!textOf(*checks, 2, u"kasa fişi"_s).isEmpty(), fails);
         desk.tick({0, 1}); // the last row would fail, too
         const QString cash = desk.t.path(u"belge-KASANAKIT.xml"_s);
         writeBytes(cash, "old cash");

@@ -342,6 +342,27 @@ private Q_SLOTS:
         QCOMPARE(rulesTold(surveyed(*surveyOf(desk.fatduz))), u"satır sınırı"_s);
     }
 
+    // Invoices that share their lines, and one whose records stand apart, come by turns.
+    void aDefinitionIsMissedByAnInvoiceOnce()
+    {
+        Desk desk;
+        desk.t.boxes.expect({.text = noPrices + u"  P9  P9"_s});
+        desk.open(header({.no = u"F1"_s}) + header({.no = u"F2"_s}) + goods(u"P9"_s) +
+                  goods(u"P9"_s));
+        const auto shared = checksOf(desk.fat);
+        shared->finish();
+        QVERIFY(allTold(shared->gaps())
+                    .contains(u"Bayi fiyatı P9 (Ürün): 2 satır, 2 fatura, urunform"_s));
+        DuzeyDesk duzey;
+        duzey.t.fill({u"delete from birim"_s});
+        duzey.open({{.no = u"F1"_s}, {.no = u"F2"_s}, {.no = u"F1"_s}, {.no = u"F2"_s}});
+        const auto split = checksOf(duzey.fatduz);
+        duzey.fatduz.yukle();
+        split->finish();
+        QVERIFY(allTold(split->gaps())
+                    .contains(u"Birim ADET (): 4 satır, 4 fatura, birimseti"_s)); // its parts
+    }
+
     // The list is another while its lines are walked: what was found of the rows before is dropped,
     // and none of them is told.
     void aListThatChangesInTheMidstOfItsCheckIsCheckedAnew()

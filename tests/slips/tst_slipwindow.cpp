@@ -36,6 +36,7 @@ struct Shown
         writeBytes(t.path(u"kasa.kvz"_s), "100\r\n");
         writeBytes(t.path(form.sheetFile), "Mart\r\n");
         t.fill({u"insert into per values (Null,'P7','7')"_s});
+        t.program.folders.xf = t.folder.path();
         return t.program;
     }
     template<class Widget>
@@ -110,6 +111,13 @@ carifisduzey ; a.xlsx                  ; D|C|U|A|S||T\n1.3.2021|C1|BİR|AÇ|7||1
             return;
         s.press(u"Check2"_s);
         QVERIFY(s.saved(u"lvButtons_H2"_s).contains(fetch("ofBankSave").toLatin1()));
+        // Both slips are found again, each in front of its row.
+        for (const QString &list : {u"l1"_s, u"l2"_s}) {
+            auto *view = s.find<GridView>(list);
+            QTRY_COMPARE(view->markOf(0).written, RowMark::Same);
+            view->actions().last()->trigger();
+            QVERIFY(!(list == u"l1"_s ? s.screen.l1 : s.screen.l2).ticked(0));
+        }
     }
 
     void bothListsAreTickedByTheirBoxes()

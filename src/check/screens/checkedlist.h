@@ -49,6 +49,7 @@ struct CheckedList
     /// Of the second list that is written from, where there is one.
     Grid *secondRows = nullptr;
     std::function<ListShape()> secondShape = nullptr;
+    std::function<ListedRows()> secondListed = nullptr;
 };
 
 /// The list with the pane below it: lines, findings, what was not read, missing definitions.

@@ -86,8 +86,10 @@ void DocumentPage::openDocument()
     const auto name = m_dialogs.openName({.title = u"Belge Seçin"_s,
                                           .filter = u"Xml Dosyaları (xml)|*.xml"_s,
                                           .start = m_path.isEmpty() ? m_folder : m_path});
-    if (name && !name->isEmpty())
-        show(*name);
+    if (!name || name->isEmpty())
+        return;
+    show(*name);
+    Q_EMIT chosen(*name);
 }
 
 void DocumentPage::show(const QString &path)

@@ -35,6 +35,8 @@ public:
 Q_SIGNALS:
     /// A document was read and is shown.
     void shown(const QString &summary);
+    /// The user has asked for this one.
+    void chosen(const QString &path);
 
 private:
     void fill(const DocumentTable &table);

@@ -100,6 +100,8 @@ FindingsPage::FindingsPage(Checks &checks, Window window, QWidget *parent)
     connect(&m_checks, &Checks::changed, this, &FindingsPage::show);
     connect(m_view, &QAbstractItemView::activated, this,
             [this](const QModelIndex &index) { goTo(index.row()); });
+    connect(m_view, &QAbstractItemView::clicked, this,
+            [this](const QModelIndex &index) { stand(index.row()); });
     connect(m_only, &QCheckBox::toggled, this, &FindingsPage::onlyFoundWanted);
     connect(m_write, &QAbstractButton::clicked, this, &FindingsPage::write);
     show();
@@ -187,15 +189,24 @@ void FindingsPage::markCurrent()
         m_view->markRows({m_current});
 }
 
-void FindingsPage::goTo(int place)
+// From here the next finding counts.
+bool FindingsPage::stand(int place)
 {
     if (place < 0 || place >= m_findings.size())
-        return;
+        return false;
     m_current = place;
-    const Finding finding = m_currentFinding = m_findings[place];
+    m_currentFinding = m_findings[place];
     m_isPlaced = true;
     if (m_view->isVisible())
         markCurrent();
+    return true;
+}
+
+void FindingsPage::goTo(int place)
+{
+    if (!stand(place))
+        return;
+    const Finding finding = m_currentFinding;
     if (finding.row < 0) {
         if (auto *control = m_window.screen->findChild<QWidget *>(finding.control))
             control->setFocus(Qt::ShortcutFocusReason);

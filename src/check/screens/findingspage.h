@@ -59,7 +59,8 @@ private:
     void show();
     void fill();
     void fillRows();
-    void goTo(int finding);
+    bool stand(int place);
+    void goTo(int place);
     void markCurrent();
     void write();
 

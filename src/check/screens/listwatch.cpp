@@ -60,15 +60,12 @@ ListWatch::ListWatch(CheckedList list, FindingsPage *findings, DocumentPage *pag
 {
     m_soon.setSingleShot(true);
     connect(&m_soon, &QTimer::timeout, this, [this] { passOver([this] { lookForRows(); }); });
-    connect(&m_list.rows, &QAbstractItemModel::modelReset, &m_soon, [this] { m_soon.start(0); });
     connect(&m_list.checks, &Checks::changed, this, &ListWatch::showMarks);
     connect(&m_documents, &WrittenDocuments::changed, this, &ListWatch::showMarks);
     connect(&m_documents, &WrittenDocuments::changed, &m_list.checks, &Checks::askScreen);
-    m_list.view->setMarker([this](int row) { return markOf(row); });
+    follow(m_list.rows, m_list.view, First);
     if (m_list.secondRows)
-        m_list.linesView->setMarker([this](int row) {
-            return foundIn(m_list.checks, m_list.linesView->objectName(), row);
-        });
+        follow(*m_list.secondRows, m_list.linesView, Second);
     connect(m_findings, &FindingsPage::onlyFoundWanted, this, &ListWatch::showOnlyFound);
     connect(m_list.view, &GridView::filterChanged, this, [this] {
         m_findings->setOnlyFound(m_list.view->isFiltered() &&
@@ -79,21 +76,26 @@ ListWatch::ListWatch(CheckedList list, FindingsPage *findings, DocumentPage *pag
             [this] { passOver([this] { takeWritten(); }); });
     for (ReadBackBeside *readBack : {&m_readBack, &m_slipsReadBack})
         connect(readBack, &ReadBackBeside::done, this, &ListWatch::takeReadBack);
-    connect(m_page, &DocumentPage::shown, this, [this] {
-        const QString folder = QFileInfo(m_page->path()).absolutePath();
+    connect(m_page, &DocumentPage::chosen, this, [this](const QString &path) {
+        const QString folder = QFileInfo(path).absolutePath();
         if (m_documents.folders().contains(folder))
             return;
         remember(folderKey, folder);
         readFolders();
     });
-    if (m_list.listed && m_list.view->isTickable()) {
-        auto *untick =
-            new QAction(u"Bu klasörde yazılmış olanların işaretini kaldır"_s, m_list.view);
-        connect(untick, &QAction::triggered, this, &ListWatch::untickWritten);
-        m_list.view->addAction(untick);
-    }
     addRules();
     m_list.window->installEventFilter(this);
+}
+
+void ListWatch::follow(Grid &rows, GridView *view, Which list)
+{
+    connect(&rows, &QAbstractItemModel::modelReset, &m_soon, [this] { m_soon.start(0); });
+    view->setMarker([this, view, list](int row) { return markOf(view, list, row); });
+    if (!(list == First ? m_list.listed : m_list.secondListed) || !rows.isTickable())
+        return;
+    auto *untick = new QAction(u"Bu klasörde yazılmış olanların işaretini kaldır"_s, view);
+    connect(untick, &QAction::triggered, this, [this, &rows, list] { untickWritten(rows, list); });
+    view->addAction(untick);
 }
 
 // What only the documents tell.
@@ -119,10 +121,10 @@ bool ListWatch::eventFilter(QObject *watched, QEvent *event)
     return QObject::eventFilter(watched, event);
 }
 
-RowMark ListWatch::markOf(int row) const
+RowMark ListWatch::markOf(const GridView *view, Which list, int row) const
 {
-    RowMark mark = foundIn(m_list.checks, m_list.view->objectName(), row);
-    const WrittenMark written = m_documents.marks().value(row);
+    RowMark mark = foundIn(m_list.checks, view->objectName(), row);
+    const WrittenMark written = m_documents.marks(list).value(row);
     if (written.kind != WrittenMark::None) {
         mark.text += (mark.text.isEmpty() ? QString() : u"\n"_s) + written.sentence;
         mark.written = written.kind == WrittenMark::Differs ? RowMark::Differs : RowMark::Same;
@@ -132,18 +134,21 @@ RowMark ListWatch::markOf(int row) const
 
 void ListWatch::showMarks()
 {
-    const auto anyFoundIn = [this](const GridView *view) {
-        return std::ranges::any_of(m_list.checks.findings(), [&](const Finding &finding) {
-            return finding.row >= 0 && finding.list == view->objectName();
-        });
-    };
-    m_list.view->marksChanged((anyFoundIn(m_list.view) ? 1 : 0) +
-                              (m_documents.markedCount() > 0 ? 1 : 0));
+    showMarksOf(m_list.view, First);
     if (m_list.secondRows)
-        m_list.linesView->marksChanged(anyFoundIn(m_list.linesView) ? 1 : 0);
+        showMarksOf(m_list.linesView, Second);
     if (m_list.view->isFiltered() && m_list.view->filteredBy() == onlyFound &&
         m_list.checks.isComplete())
         m_list.view->refilter();
+}
+
+void ListWatch::showMarksOf(GridView *view, Which list) const
+{
+    const bool anyFound =
+        std::ranges::any_of(m_list.checks.findings(), [&](const Finding &finding) {
+            return finding.row >= 0 && finding.list == view->objectName();
+        });
+    view->marksChanged((anyFound ? 1 : 0) + (m_documents.markedCount(list) > 0 ? 1 : 0));
 }
 
 void ListWatch::showOnlyFound(bool only)
@@ -161,7 +166,9 @@ void ListWatch::showOnlyFound(bool only)
 void ListWatch::lookForRows()
 {
     if (m_list.listed)
-        m_documents.setRows(m_list.listed());
+        m_documents.setRows(m_list.listed(), First);
+    if (m_list.secondListed)
+        m_documents.setRows(m_list.secondListed(), Second);
 }
 
 // Where documents go, and where the user has opened one.
@@ -192,6 +199,7 @@ void ListWatch::takeWritten()
         m_readBack.stop();
         m_slipsReadBack.stop();
         m_refuted.clear();
+        m_refutedFiles.clear();
     }
     for (const Notes::Written &document : written.sliced(qMin(seen, written.size()))) {
         m_documents.refresh();
@@ -208,22 +216,24 @@ void ListWatch::takeWritten()
 
 void ListWatch::takeReadBack(const ReadBack &result)
 {
-    if (!result.agrees)
+    if (!result.agrees) {
         m_refuted << result.sentence;
-    m_line->setDisagreement(m_refuted.join(u' '));
+        m_refutedFiles << result.path;
+    }
+    m_line->setDisagreement(m_refuted.join(u' '), m_refutedFiles);
 }
 
-void ListWatch::untickWritten()
+void ListWatch::untickWritten(Grid &rows, Which list)
 {
-    QList<int> rows;
-    const QList<WrittenMark> &marks = m_documents.marks();
-    for (int row = 0; row < marks.size() && row < m_list.rows.rows(); ++row) {
+    QList<int> written;
+    const QList<WrittenMark> marks = m_documents.marks(list);
+    for (int row = 0; row < marks.size() && row < rows.rows(); ++row) {
         const auto kind = marks[row].kind; // one that differs is for the user to judge
-        if ((kind == WrittenMark::Same || kind == WrittenMark::Similar) && m_list.rows.ticked(row))
-            rows << row;
+        if ((kind == WrittenMark::Same || kind == WrittenMark::Similar) && rows.ticked(row))
+            written << row;
     }
-    m_list.rows.setTicked(rows, false);
-    tellBelow(m_list.window, u"%1 işaret kaldırıldı."_s.arg(rows.size()));
+    rows.setTicked(written, false);
+    tellBelow(m_list.window, u"%1 işaret kaldırıldı."_s.arg(written.size()));
 }
 
 } // namespace kervan

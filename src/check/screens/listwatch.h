@@ -32,15 +32,19 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
 private:
-    RowMark markOf(int row) const;
+    // A list of the window, by the place where its rows stand in the documents.
+    enum Which { First, Second };
+    RowMark markOf(const GridView *view, Which list, int row) const;
+    void follow(Grid &rows, GridView *view, Which list);
     void addRules();
     void showMarks();
+    void showMarksOf(GridView *view, Which list) const;
     void showOnlyFound(bool only);
     void lookForRows();
     void readFolders();
     void takeWritten();
     void takeReadBack(const ReadBack &result);
-    void untickWritten();
+    void untickWritten(Grid &rows, Which list);
 
     CheckedList m_list;
     FindingsPage *m_findings;
@@ -48,7 +52,8 @@ private:
     TotalsLine *m_line;
     WrittenDocuments m_documents;
     ReadBackBeside m_readBack, m_slipsReadBack;
-    QStringList m_refuted;       // of what was written last
+    QStringList m_refuted; // of what was written last
+    QStringList m_refutedFiles;
     QTimer m_soon;               // the list has changed
     qsizetype m_writtenSeen = 0; // of the notes
 };

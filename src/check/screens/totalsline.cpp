@@ -202,17 +202,29 @@ void TotalsLine::showWritten()
                                                 written[i].when.toString(u"HH:mm"_s));
     if (written.isEmpty())
         setDisagreement({});
-    setText(m_written, m_told.join(u" • "_s), m_told.join(u'\n'));
-    m_written->setMaximumWidth(m_written->sizeHint().width());
+    showGood();
     m_folder->setVisible(!written.isEmpty());
 }
 
-void TotalsLine::setDisagreement(const QString &text)
+// Of what was written, that which is not told to be bad.
+void TotalsLine::showGood()
 {
+    QStringList good;
+    for (qsizetype i = 0; i < m_told.size(); ++i) {
+        if (!m_bad.contains(m_notes.written().value(i).path))
+            good << m_told[i];
+    }
+    setText(m_written, good.join(u" • "_s), good.join(u'\n'));
+    m_written->setMaximumWidth(m_written->sizeHint().width());
+}
+
+void TotalsLine::setDisagreement(const QString &text, const QStringList &files)
+{
+    m_bad = files;
     setText(m_disagreement, text, text);
     // It is worth more room than the sums.
     m_disagreement->setMinimumWidth(qMin(m_disagreement->sizeHint().width(), width() * 2 / 3));
-    m_written->setVisible(text.isEmpty() && !m_told.isEmpty()); // which is not good any more
+    showGood();
     announce(this, text);
 }
 

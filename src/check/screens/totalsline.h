@@ -39,9 +39,9 @@ public:
     void offer(const QString &name, const QString &text, const QString &hint, const QString &keys,
                const std::function<void()> &accept);
 
-    /// The document that was just written does not hold what was ticked; until the next read or
-    /// write. An empty text takes it back.
-    void setDisagreement(const QString &text);
+    /// Of the documents that were just written, these files do not hold what was ticked; until the
+    /// next read or write. An empty text takes it back.
+    void setDisagreement(const QString &text, const QStringList &files = {});
 
 private:
     struct List
@@ -53,6 +53,7 @@ private:
     void show();
     void showWritten();
     RowSums selectedIn(const List &list) const;
+    void showGood();
     QString sumOf(const Notes::Written &written) const;
     void showOffers();
     void acceptOffers();
@@ -69,6 +70,7 @@ private:
     QTimer m_soon;      // a walk over the keys ticks many rows
     QTimer m_quiet;     // nothing has changed for a while
     QStringList m_told; // what was written, as it was told first: ticks go on changing
+    QStringList m_bad;  // files of it that are not as they should be
 };
 
 } // namespace kervan

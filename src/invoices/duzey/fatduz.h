@@ -21,6 +21,9 @@
 
 namespace kervan {
 
+/// What a document of this screen is filled from.
+InvoiceTemplates duzeyTemplates();
+
 /// The Düzey invoice transfer: a sheet of a workbook into the invoice list, ticked rows into an
 /// invoice document. The list is read in fatduzread.cpp and exported in fatduzexport.cpp.
 class Fatduz

@@ -72,7 +72,7 @@ QList<Rule> rulesOf(Fatduz &fatduz, const InvoiceHooks &)
                     {L1::LogoPersonelKodu, u"Personel kodu"_s},
                     {L1::OdemeTipi, u"Ödeme tipi"_s}},
          .amounts = {},
-         .templates = sapTemplates(),
+         .templates = duzeyTemplates(),
          .headOf = headOf,
          .chosenHead = chosenHead});
     rules << sheetRule(fatduz)

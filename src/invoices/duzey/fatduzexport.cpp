@@ -7,8 +7,6 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
-namespace {
-
 // The three places where the templates of this source differ.
 InvoiceTemplates duzeyTemplates()
 {
@@ -20,8 +18,6 @@ InvoiceTemplates duzeyTemplates()
     templates.xl2.replace("<ADD_TAX_RATE>0.18<", "<ADD_TAX_RATE>0<");
     return templates;
 }
-
-} // namespace
 
 // Neither list, firm nor ticks are asked for here: without a tick the document has no invoice.
 void Fatduz::logoyaaktar()

@@ -36,9 +36,11 @@ constexpr LineRule tooMany{u"satır sınırı", Level::Error,
                            u"Faturayı sayfada bölün ya da kalan satırları Logo'da girin."};
 constexpr LineRule discount{u"indirim", Level::Warning,
                             u"İndirim oranlarını ve tutarını sayfada kontrol edin."};
-constexpr const char16_t *unitCure = u"Birimin Logo kodunu Birim Setleri ekranında düzeltin.";
-constexpr LineRule unitMarkup{u"XML işareti", Level::Error, unitCure};
-constexpr LineRule unitWord{u"şablon sözcüğü", Level::Error, unitCure};
+constexpr LineRule unitMarkup{u"XML işareti", Level::Error,
+                              u"Birimin Logo kodunu Birim Setleri ekranında düzeltin ya da "
+                              "\"Logo'nun okuyacağı biçimde yaz\"ı işaretleyin."};
+constexpr LineRule unitWord{u"şablon sözcüğü", Level::Error,
+                            u"Birimin Logo kodunu Birim Setleri ekranında düzeltin."};
 constexpr LineRule columns{u"sayfa", Level::Error,
                            u"Sayfayı 23 sütunuyla, indirim tutarı sütunuyla birlikte alın."};
 
@@ -47,7 +49,7 @@ class SheetSurvey : public LineSurvey
 public:
     explicit SheetSurvey(Fatduz &fatduz)
         : m_fatduz(fatduz)
-        , m_line(sapTemplates().xl2, lineWords())
+        , m_line(duzeyTemplates().xl2, lineWords())
         , m_scratch(QList<GridColumn>(L3::EkVergiTutari + 1))
     {
     }
@@ -196,12 +198,10 @@ private:
             return;
         ++invoice.unitLines;
         ++known->lines;
-        if (known->last != &invoice) {
-            known->last = &invoice;
+        if (!invoice.units.contains(word)) { // the records of a split invoice come by turns
+            invoice.units << word;
             known->documents += static_cast<int>(invoice.rows.size());
         }
-        if (!invoice.units.contains(shown(word)))
-            invoice.units << shown(word);
     }
 
     void takeProduct(Invoice &invoice, int record)
@@ -209,7 +209,7 @@ private:
         const QString code = text(record, Duzey::UrunKodu);
         auto known = m_products.constFind(code);
         if (known == m_products.cend())
-            known = m_products.insert(code, CodeFaults(code));
+            known = m_products.insert(code, CodeFaults(code, m_line));
         if (!known->faults.isEmpty() && !invoice.odd.contains(code))
             invoice.odd << code;
     }
@@ -303,9 +303,13 @@ private:
         if (!invoice.discounts.isEmpty())
             add(discount,
                 u"İndirimler satırın tutarını aşıyor: %1."_s.arg(invoice.discounts.join(u", "_s)));
-        if (invoice.unitLines > 0)
+        if (invoice.unitLines > 0) {
+            QStringList units;
+            for (const QString &word : invoice.units)
+                units << shown(word);
             add(unit, u"%1 satırın birimi tanımlı değil: %2."_s.arg(invoice.unitLines)
-                          .arg(someOf(invoice.units, u"birim"_s)));
+                          .arg(someOf(units, u"birim"_s)));
+        }
         if (invoice.lines > InvoiceDocument::mostLines)
             add(tooMany, u"%1 satırı var, belgeye ilk %2 satır sığar."_s.arg(invoice.lines)
                              .arg(InvoiceDocument::mostLines));
@@ -321,7 +325,6 @@ private:
         bool isDefined = false;
         int lines = 0;
         int documents = 0;
-        const Invoice *last = nullptr; // that was counted
     };
 
     Fatduz &m_fatduz;

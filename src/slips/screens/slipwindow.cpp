@@ -46,21 +46,6 @@ DocumentFamily familyOf(SlipKind kind)
     return DocumentFamily::Unknown;
 }
 
-// A workbook's list; card payments are written as such, all else as cash.
-ListedRows listedSlips(const SlipScreen &screen)
-{
-    if (screen.metinden())
-        return {};
-    const bool cards = screen.sonDosya() && screen.sonDosya()->kind == ReadKind::Card;
-    const ListShape shape = shapeOf(screen);
-    return {.grid = &screen.l1,
-            .family = cards ? DocumentFamily::CardSlips : DocumentFamily::CashSlips,
-            .by = ListedRows::ByContent,
-            .date = shape.date,
-            .customer = shape.customer,
-            .amount = shape.amounts.first()};
-}
-
 WrittenRows writtenSlips(const SlipScreen &screen)
 {
     const SlipDocument &document = *screen.sonBelge();
@@ -203,7 +188,13 @@ QWidget *SlipWindow::lists(Program &program)
                      .okunurBicim = m_screen.okunurBicim,
                      .shape = [this] { return shapeOf(m_screen); },
                      .reread = [this] { m_screen.yenidenoku(); },
-                     .listed = [this] { return listedSlips(m_screen); },
+                     .listed =
+                         [this] {
+                             const SlipFile *file = m_screen.sonDosya();
+                             return listedSlips(m_screen, file && file->kind == ReadKind::Card
+                                                              ? DocumentFamily::CardSlips
+                                                              : DocumentFamily::CashSlips);
+                         },
                      .written = [this] { return writtenSlips(m_screen); },
                      .counters = {u"kasacariislemno.kvz"_s, u"bankacariislemno.kvz"_s}};
     if (!form.hasBankList())
@@ -219,6 +210,9 @@ QWidget *SlipWindow::lists(Program &program)
     list.secondRows = &m_screen.l2;
     list.secondShape = [this] {
         return bankListShapeOf(m_screen);
+    };
+    list.secondListed = [this] {
+        return listedSlips(m_screen, DocumentFamily::BankSlips);
     };
     return checkedPanes(list);
 }
