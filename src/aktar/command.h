@@ -51,6 +51,8 @@ private:
     LineBoxes m_boxes;
     GivenNames m_names;
     Program m_program;
+    std::shared_ptr<DocumentCache> m_documents =
+        DocumentCache::shared(); // kept from source to source
 };
 
 /// What "--help" shows, of one command or of all.

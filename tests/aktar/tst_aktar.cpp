@@ -638,6 +638,12 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         w.drop(u"bir.bif"_s);
         QCOMPARE(w.watch(), Done);
         QVERIFY(w.files(u"aktarilan"_s).contains(u"bir-2.bif bir-2.bif.rapor.txt"_s));
+        writeBytes(w.in(u"son.bif"_s), "");
+        w.recipe += "tek-tur = hayir\n";
+        w.b.isEnding = [&w] {
+            return w.files(u"hatali"_s).contains(u"son.bif.rapor.txt"_s);
+        };
+        QCOMPARE(w.watch(), NothingWritten); // at a signal what was done counts
     }
 
     void aNameLikeAPlaceholderIsAName()
