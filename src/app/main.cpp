@@ -74,18 +74,11 @@ int main(int argc, char **argv)
                         QDir::toNativeSeparators(inFolder.holder()))});
         return kervan::FolderInUse;
     }
-    QString recovered;
-    const auto failed = kervan::passOver([&] { recovered = kervan::recover(folder); });
-    if (failed && kervan::countersArePending(folder)) {
-        boxes.show(
-            {u"Yarıda kalan gece aktarımı tamamlanamadı; numaralar ikinci kez verilmesin diye "
-             "program açılmıyor. Nedenini giderip yeniden başlatın.\n%1"_s.arg(
-                 failed->description())});
+    const kervan::Opening opening = kervan::recoverForWindow(folder);
+    if (!opening.mayOpen) {
+        boxes.show({opening.told});
         return kervan::FolderInUse;
     }
-    if (failed)
-        recovered = u"Yarıda kalan gece aktarımının belgesi yerine konamadı: %1"_s.arg(
-            failed->description());
     kervan::ScreenDialogs dialogs(folder);
     kervan::SystemClock clock;
     kervan::OdbcServer sqlServer;
@@ -99,7 +92,7 @@ int main(int argc, char **argv)
                             .sqlServer = sqlServer};
     kervan::MainWindow window(program);
     application.tellBy([&window](const QString &sentence) { window.tellFault(sentence); });
-    window.tell(stateOf(folder, recovered));
+    window.tell(stateOf(folder, opening.told));
     window.show();
     return QApplication::exec();
 }
