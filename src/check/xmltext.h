@@ -40,8 +40,9 @@ inline const char *endOfName(const char *at, const char *end)
 
 inline const char *find(const char *from, const char *end, char c)
 {
-    return static_cast<const char *>(
-        std::memchr(from, c, static_cast<std::size_t>(std::max<qptrdiff>(end - from, 0))));
+    if (from >= end) // an empty document has no bytes to point at
+        return nullptr;
+    return static_cast<const char *>(std::memchr(from, c, static_cast<std::size_t>(end - from)));
 }
 
 inline bool same(const char *at, const char *end, QByteArrayView name)

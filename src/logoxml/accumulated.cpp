@@ -34,7 +34,12 @@ AccumulatedBody::AccumulatedBody(const QByteArray &record, QList<QByteArray> pla
     : m_record("\r\n" + record, placeholders, spelling)
     , m_placeholders(std::move(placeholders))
 {
-    for (const QByteArray &word : std::as_const(m_placeholders)) {
+    // What a filling looks for: as XML also the marked form of an element, which values bring.
+    const QStringList none(m_placeholders.size());
+    for (const Fill &fill :
+         fillsOf(m_placeholders, {none.data(), std::size_t(none.size())}, spelling))
+        m_words << fill.find;
+    for (const QByteArray &word : std::as_const(m_words)) {
         for (const char byte : word)
             m_inWords.set(code(byte));
     }
@@ -190,7 +195,7 @@ void AccumulatedBody::handOver(qsizetype count, const TakePiece &take)
 
 bool AccumulatedBody::holdsPlaceholder(QByteArrayView text) const
 {
-    return std::ranges::any_of(m_placeholders,
+    return std::ranges::any_of(m_words,
                                [&](const QByteArray &word) { return text.contains(word); });
 }
 

@@ -65,6 +65,7 @@ private:
 
     Sablon m_record;
     QList<QByteArray> m_placeholders;
+    QList<QByteArray> m_words;  // that a filling looks for
     std::bitset<256> m_inWords; // bytes that are no border
     QList<Pieces> m_records;
     QList<Run> m_runs;

@@ -131,8 +131,13 @@ bool mayReachOut(QByteArrayView word, QByteArrayView text)
 {
     for (qsizetype inside = 1; inside < word.size(); ++inside) {
         const qsizetype seen = std::min(inside, text.size());
-        if (text.first(seen) == word.last(inside).first(seen) ||
-            text.last(seen) == word.first(inside).last(seen))
+        if (seen == 0)
+            return true;
+        // The first letters mostly tell that it is not.
+        const QByteArrayView behind = word.last(inside).first(seen);
+        const QByteArrayView before = word.first(inside).last(seen);
+        if ((text.front() == behind.front() && text.first(seen) == behind) ||
+            (text.back() == before.back() && text.last(seen) == before))
             return true;
     }
     return false;

@@ -63,9 +63,13 @@ struct Server
     // "host\\instance,port": the port says it all.
     QString forMicrosoft() const
     {
+        QString name = host;
         if (!port.isEmpty())
-            return host + u',' + port;
-        return instance.isEmpty() ? host : host + u'\\' + instance;
+            name += u',' + port;
+        else if (!instance.isEmpty())
+            name += u'\\' + instance;
+        // One that begins with a brace would reach up to one in a later value.
+        return name.startsWith(u'{') ? braced(name) : name;
     }
 
     // FreeTDS puts "host,port" into the login packet with a NUL for the comma, which a strict
@@ -74,11 +78,11 @@ struct Server
     QString forFreeTds() const
     {
         if (port.isEmpty() && !instance.isEmpty())
-            return host + u'\\' + instance;
+            return bracedForFreeTds(host + u'\\' + instance);
         bool isNumber = true;
         if (!port.isEmpty() && (port.toUShort(&isNumber) == 0 || !isNumber))
             throw Failure(u"Sunucu adındaki bağlantı noktası bir sayı değil: %1"_s.arg(port));
-        return host + u";Port="_s + (port.isEmpty() ? u"1433"_s : port);
+        return bracedForFreeTds(host) + u";Port="_s + (port.isEmpty() ? u"1433"_s : port);
     }
 
     QString host;

@@ -98,7 +98,9 @@ XmlScanner::XmlScanner(Source source)
 // UTF-16 is told by its mark; all else is UTF-8.
 void XmlScanner::readMark()
 {
-    fill();
+    constexpr qsizetype longestMark = 3;
+    while (m_end < longestMark && fill() >= 0) // it may come in pieces
+        ;
     const QByteArrayView start(m_buffer.constData(), m_end);
     if (start.startsWith("\xEF\xBB\xBF")) {
         m_at = 3;

@@ -268,6 +268,7 @@ behind   ; <ITEMS>\n</ITEMS>\n<ITEMS> ; 3: Kök etiket kapandıktan sonra yine e
 
 void TestDocuments::brokenFilesAreTold()
 {
+    QVERIFY(!Read({}).reading.isFine());
     const Read read(toCodePage(fetch("document")));
     const QString &fault = read.reading.fault;
     const QString told = fault.isEmpty() ? read.problems.value(0).trimmed() : fault;

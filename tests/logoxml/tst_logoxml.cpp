@@ -83,6 +83,19 @@ private Q_SLOTS:
         QVERIFY(handedOver > 100);
     }
 
+    // A value that spells an element's word stands in the body with marks, and is found by them.
+    void aLaterSlipFillsAnElementsWordInAnEarlierValue()
+    {
+        AccumulatedBody body("<A>ad</A><x>", {"ad", "<x>"}, Values::AsXml);
+        body.add(QStringList{u"1"_s, u"<B>2</B>"_s});
+        QCOMPARE(spellMarks(body.records().join()), "\r\n<A>1</A><B>2</B>");
+        AccumulatedBody second("<x><A>ad</A>", {"<x>", "ad"}, Values::AsXml);
+        second.add(QStringList{u"<B>1</B>"_s, u"<x>"_s});
+        second.add(QStringList{u"<B>2</B>"_s, u"b"_s});
+        QCOMPARE(spellMarks(second.records().join()),
+                 "\r\n<B>1</B><A><B>2</B></A>\r\n<B>2</B><A>b</A>");
+    }
+
     void aSlipThatDoublesWithEverySlipIsAFailureThatNamesIt()
     {
         AccumulatedBody body("tutar", {"tutar"});

@@ -81,6 +81,8 @@ private Q_SLOTS:
         QTest::newRow("an address, a port")
             << u" 10.0.0.5 , 1450"_s << u"10.0.0.5,1450"_s << u"10.0.0.5;Port=1450"_s;
         QTest::newRow("an instance") << u"srv \\LOGO"_s << u"srv\\LOGO"_s << u"srv\\LOGO"_s;
+        QTest::newRow("a brace, which would reach into the password")
+            << u"{srv,1450"_s << u"{{srv,1450}"_s << u"{{srv};Port=1450"_s;
         QTest::newRow("a word for a port") << u"srv,bin"_s << u"srv,bin"_s << QString();
         QTest::newRow("no such port") << u"srv,65536"_s << u"srv,65536"_s << QString();
     }

@@ -1,6 +1,7 @@
 #include "parts.h"
 #include "support/table.h"
 #include "support/xlswriter.h"
+#include "workbook/xmlscanner.h"
 
 using namespace kervan;
 
@@ -199,6 +200,22 @@ private Q_SLOTS:
                                       "</worksheet>"_s);
         writeZip(path(u"parts.zip"_s), entries);
         QCOMPARE(told(*readSheet(path(u"parts.zip"_s), u"SATIŞ LİSTESİ"_s)), u"TŞişli"_s);
+    }
+
+    // A source gives as few bytes as it likes; the mark in front must not be lost between them.
+    void thePiecesInWhichAPartComesChangeNothing()
+    {
+        const QByteArrayList parts{utf16(u"<a>\u015F&lt;</a>"_s),
+                                   "\xEF\xBB\xBF<a>\xC5\x9F&lt;</a>"};
+        for (const QByteArray &part : parts) {
+            XmlScanner xml([&, at = qsizetype(0)](char *to, qsizetype) mutable {
+                *to = at < part.size() ? part[at] : '\0';
+                return at < part.size() ? (++at, 1) : 0;
+            });
+            QCOMPARE(xml.next(), XmlScanner::Token::Start);
+            QCOMPARE(xml.next(), XmlScanner::Token::Text);
+            QCOMPARE(xml.text().toByteArray(), QByteArray("\xC5\x9F<"));
+        }
     }
 
     void sheetsAreFoundByTheirNames()

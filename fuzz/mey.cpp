@@ -1,0 +1,43 @@
+// Mey workbooks by their cells: a row a record, a card a row.
+
+#include "cards/cardchecks.h"
+#include "cards/st.h"
+#include "support/book.h"
+#include "support/desk.h"
+#include "support/documents.h"
+
+using namespace kervan;
+using namespace Qt::StringLiterals;
+
+void kervan::fuzz::take(QByteArrayView input)
+{
+    Pieces pieces(input);
+    const int way = pieces.choice(12);
+    desk().layDown();
+    desk().dialogs.source = pathOf(u"kaynak.xls"_s);
+    writeXls(desk().dialogs.source, u"cari mey"_s, rowsOf(pieces.bytes()));
+    St st(desk().program);
+    st.load();
+    st.okunurBicim.setChecked(way % 2 == 0);
+    st.manualac();
+    if (!st.l1.isEmpty()) {
+        const auto sheet = readSheet(desk().dialogs.source, u"cari mey"_s);
+        expect(st.l1.rows() == sheet->rows(), "not a row for each record");
+        for (int row = 0; row < sheet->rows(); ++row)
+            expectSame(st.l1.cell(row, 0), sheet->text(row, 0), "another code in the list");
+    }
+    st.kdvOrani.setText(u"18"_s);
+    st.kdvoranisec();
+    st.birimSeti.setText(u"KOLI"_s);
+    st.birimsetisec();
+    if (way % 3 == 0)
+        checksOf(st)->finish();
+    st.manualkaydet();
+    const QString target = pathOf(u"belge.xml"_s);
+    if (!QFile::exists(target))
+        return;
+    const ReadDocument found = readBack(target, st.okunurBicim.values());
+    if (st.okunurBicim.isChecked())
+        expect(found.records == st.l1.rows(), "not a card for each row",
+               QString::number(found.records), QString::number(st.l1.rows()));
+}

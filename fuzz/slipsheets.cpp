@@ -1,0 +1,70 @@
+// Workbooks of movements by their cells, on the four slip screens.
+
+#include "slips/slipchecks.h"
+#include "slips/slipscreen.h"
+#include "support/book.h"
+#include "support/desk.h"
+#include "support/documents.h"
+
+using namespace kervan;
+using namespace Qt::StringLiterals;
+
+namespace {
+
+struct Kind
+{
+    const SlipForm &form;
+    qsizetype file;
+    QString name; ///< of the workbook, from which some screens take date and staff
+};
+
+Kind kindOf(int which)
+{
+    switch (which) {
+    case 0:
+        return {cafis(), 0, u"a.xls"_s};
+    case 1:
+        return {cafis2(), 0, u"15032021-00100101.xls"_s};
+    case 2:
+        return {cafis3(), 0, u"POSANALIZ-20210315.xls"_s};
+    default:
+        return {carifisduzey(), which - 3, u"a.xls"_s};
+    }
+}
+
+} // namespace
+
+void kervan::fuzz::take(QByteArrayView input)
+{
+    Pieces pieces(input);
+    const Kind kind = kindOf(pieces.choice(5));
+    const int way = pieces.choice(12);
+    desk().layDown();
+    const QString source = pathOf(kind.name);
+    SlipScreen screen(desk().program, kind.form);
+    screen.load();
+    writeXls(source, screen.sayfaAdi.text(), rowsOf(pieces.bytes()));
+    screen.okunurBicim.setChecked(way % 2 == 0);
+    screen.dosyaac(kind.form.files[kind.file], source);
+    if (way % 3 == 0)
+        checksOf(screen)->finish();
+    screen.l1.tickWhere([&](int row) { return row % 4 != way % 5; });
+    screen.l2.setAllTicked(true);
+    const QString target = pathOf(u"belge.xml"_s);
+    for (const SlipCommand &command : kind.form.commands) {
+        const auto *document = std::get_if<WriteDocument>(&command.action);
+        if (!document)
+            continue;
+        QFile::remove(target);
+        screen.run(command);
+        if (!QFile::exists(target))
+            continue;
+        const ReadDocument found = readBack(target, screen.okunurBicim.values());
+        const SlipDocument &written = document->document();
+        if (!screen.okunurBicim.isChecked() || !written.takesTicked())
+            continue;
+        const Grid &grid = written.ofBankList ? screen.l2 : screen.l1;
+        expect(found.records == grid.tickedCount(), "not a slip for each ticked row", command.name,
+               QString::number(found.records));
+    }
+}
