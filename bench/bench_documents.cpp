@@ -28,20 +28,23 @@ void writeInvoices(const QString &path, int first, int count)
     goods.kdv = u"18"_s;
     goods.birim = u"PK"_s;
     goods.ekVergiTutari = u"4.5"_s;
-    for (int i = first; i < first + count; ++i) {
-        InvoiceHead head;
-        head.cariKod = i % 100 == 0 ? u"C&%1"_s.arg(i) : u"120.01.%1"_s.arg(i);
-        head.faturaNo = u"KRV2024%1"_s.arg(i, 8, 10, QChar(u'0'));
-        head.belgeTarihi = u"%1.03.2024"_s.arg(i % 28 + 1, 2, 10, QChar(u'0'));
-        head.an = QDateTime(QDate(2024, 3, 7), QTime(9, 5));
-        document.beginInvoice(head);
-        for (int line = 0; line < 10; ++line) {
-            goods.urunKodu = u"URUN%1"_s.arg(line);
-            document.addLine(goods);
+    belgeyaz(document.frame(), DocumentEnd::LineEnd, path, [&](const TakePiece &take) {
+        for (int i = first; i < first + count; ++i) {
+            InvoiceHead head;
+            head.cariKod = i % 100 == 0 ? u"C&%1"_s.arg(i) : u"120.01.%1"_s.arg(i);
+            head.faturaNo = u"KRV2024%1"_s.arg(i, 8, 10, QChar(u'0'));
+            head.belgeTarihi = u"%1.03.2024"_s.arg(i % 28 + 1, 2, 10, QChar(u'0'));
+            head.an = QDateTime(QDate(2024, 3, 7), QTime(9, 5));
+            document.beginInvoice(head);
+            for (int line = 0; line < 10; ++line) {
+                goods.urunKodu = u"URUN%1"_s.arg(line);
+                document.addLine(goods);
+            }
+            take(" ");
+            take(document.endInvoice());
         }
-        document.endInvoice();
-    }
-    belgeyaz(document.belge(), DocumentEnd::LineEnd, path);
+        take(" ");
+    });
 }
 
 constexpr int invoicesOfFile = 6'000;

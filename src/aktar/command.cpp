@@ -4,13 +4,18 @@
 #include "base/failure.h"
 
 #include <QDir>
+#include <QElapsedTimer>
 #include <QFileInfo>
+
+#include <algorithm>
 
 namespace kervan {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+constexpr auto pieceOfWaiting = std::chrono::milliseconds(200);
 
 QString folderOf(const Options &options, const CommandWorld &world)
 {
@@ -62,8 +67,11 @@ Status runTransfer(const Transfer &transfer, const QStringList &arguments,
     Status status = Done;
     const auto misused = passOver([&] {
         Options options = readOptions(transfer.command, arguments, optionsOf(transfer));
+        const bool asksForForm = options.has(u"bicim"_s); // a recipe may have it for some nights
         if (options.has(u"tarif"_s))
             addRecipe(options, options.value(u"tarif"_s), {transfer.command}, optionsOf(transfer));
+        if (asksForForm && !options.isOn(u"listele"_s))
+            throw Failure(u"--bicim listenin biçimidir; --listele ile verilir."_s);
         if (options.sources.isEmpty())
             throw Failure(
                 u"Kaynak dosyayı verin; bakın: kervan-aktar %1 --help"_s.arg(transfer.command));
@@ -92,6 +100,7 @@ Status runTransfer(const Transfer &transfer, const QStringList &arguments,
 
 OpenFolder::OpenFolder(const Options &options, const CommandWorld &world)
     : m_patience(options.number(u"bekle"_s, 0))
+    , m_isEnding(world.isEnding)
     , m_folder(folderOf(options, world))
     , m_lock(m_folder, FolderLock::Who::Command)
     , m_boxes(options.isOn(u"evet"_s))
@@ -106,15 +115,30 @@ OpenFolder::OpenFolder(const Options &options, const CommandWorld &world)
 {
 }
 
+// In short pieces, between which a signal is heard.
+bool OpenFolder::wait()
+{
+    QElapsedTimer waited;
+    waited.start();
+    while (!m_lock.take(std::min<std::chrono::milliseconds>(m_patience, pieceOfWaiting))) {
+        if (m_isEnding() || waited.hasExpired(std::chrono::milliseconds(m_patience).count()))
+            return false;
+    }
+    return true;
+}
+
 Status OpenFolder::enter(const std::function<void(const QString &line)> &tell)
 {
-    if (!m_lock.take(m_patience)) {
+    if (!wait()) {
+        if (m_isEnding())
+            return FolderInUse;
         tell(u"kervan-aktar: Program klasörü kullanımda (%1). Pencereyi kapatın ya da --bekle ile "
              "bekleyin."_s.arg(QDir::toNativeSeparators(m_lock.holder())));
         return FolderInUse;
     }
     const auto failed = passOver([&] {
         const QString done = recover(m_folder);
+        sweep(m_folder, journalName.toString());
         if (!done.isEmpty())
             tell(u"kervan-aktar: "_s + done);
     });
@@ -164,11 +188,12 @@ QString helpText()
         text += u"  "_s + transfer.command.leftJustified(16) + transfer.what + u'\n';
     return text + u"  "_s + u"izle"_s.leftJustified(16) +
            u"bir klasöre gelen dosyalar\n\n"
-           "Bir komutun seçenekleri: kervan-aktar KOMUT --help\n\n"
+           "Bir komutun seçenekleri: kervan-aktar KOMUT --help\n"
+           "Değer almayan bir seçenek =hayir ile kapanır: --listele=hayir\n\n"
            "Bitiş kodları:\n"
            "  0   tamam\n"
-           "  1   yazıldı (ya da denetlendi), bakılacak bulgular var\n"
-           "  2   en az bir kaynağın belgesi yazılmadı\n"
+           "  1   yazıldı (ya da bakıldı), bulgular var\n"
+           "  2   en az bir kaynağın belgesi yazılmadı ya da bakılacak bir şey yok\n"
            "  64  yanlış kullanım\n"
            "  75  program klasörü kullanımda, sonra yeniden deneyin\n"_s;
 }

@@ -33,20 +33,26 @@ public:
     /// A folder that is none is a Failure.
     OpenFolder(const Options &options, const CommandWorld &world);
 
-    /// Waits for the folder as long as the options say, and brings to its end what a killed
-    /// program left. Else tells why not: that it is in use, or what is in the way.
+    /// Waits for the folder as long as the options say or until the program is to end, and brings
+    /// to its end what a killed program left. Else tells why not: that it is in use, or what is in
+    /// the way.
     Status enter(const std::function<void(const QString &line)> &tell);
     void leave() { m_lock.release(); }
     Program &program() { return m_program; }
     CommandPorts ports() { return {m_boxes, m_names}; }
 
 private:
+    bool wait();
+
     std::chrono::seconds m_patience;
+    std::function<bool()> m_isEnding;
     QString m_folder;
     FolderLock m_lock;
     LineBoxes m_boxes;
     GivenNames m_names;
     Program m_program;
+    std::shared_ptr<DocumentCache> m_documents =
+        DocumentCache::shared(); // kept from source to source
 };
 
 /// What "--help" shows, of one command or of all.

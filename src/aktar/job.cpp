@@ -1,9 +1,11 @@
 #include "aktar/job.h"
 
 #include "aktar/listing.h"
-#include "aktar/selection.h"
 #include "base/failure.h"
-#include "check/documentreader.h"
+#include "check/readback.h"
+#include "check/readinessrules.h"
+#include "check/writtendocuments.h"
+#include "store/folders.h"
 #include "text/masks.h"
 #include "text/numbers.h"
 #include "transfer/target.h"
@@ -12,23 +14,30 @@
 #include <QElapsedTimer>
 #include <QFileInfo>
 
+#include <algorithm>
+#include <array>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// Said of a document that only the windows write by themselves.
-constexpr QStringView automaticTarget = u"var olan dosya";
+// What rules say of the windows' own targets.
+constexpr std::array<QStringView, 2> ofWindows{u"var olan dosya", u"belge klasörü"};
+
+constexpr std::array<QStringView, 3> placeholders{u"{kaynak}", u"{tarih}", u"{saat}"};
 
 QString nameOf(const QString &path)
 {
     return QFileInfo(path).fileName();
 }
 
+constexpr QStringView cashEnding = u"-KASANAKIT.xml";
+
 QString cashFileOf(const QString &target)
 {
-    return target.chopped(4) + u"-KASANAKIT.xml"_s;
+    return target.chopped(4) + cashEnding.toString();
 }
 
 // "120 fatura" without its number.
@@ -55,10 +64,43 @@ QString sumOf(const QString &path)
 
 bool isOfSelection(const OpenScreen &screen, const Finding &finding)
 {
-    if (finding.rule == automaticTarget)
-        return false;
-    return finding.row < 0 ||
-           (finding.list == screen.listName && (!screen.ticks || screen.list.ticked(finding.row)));
+    if (finding.row < 0)
+        return std::ranges::find(ofWindows, finding.rule) == ofWindows.end() &&
+               screen.concerns(finding);
+    return finding.list == screen.listName && (!screen.ticks || screen.list.ticked(finding.row));
+}
+
+// Why nothing was looked at or can be written; empty where something was.
+QString nothingOf(const OpenScreen &screen, const Outcome &outcome)
+{
+    if (screen.notes.hasFailed())
+        return u"kaynak sonuna kadar okunamadı."_s;
+    if (outcome.rows == 0)
+        return u"listede kayıt yok."_s;
+    return outcome.selected == 0 ? u"seçilen satır yok."_s : QString();
+}
+
+void checkTarget(QString target)
+{
+    for (const QStringView word : placeholders)
+        target.remove(word.toString());
+    if (target.contains(u'{') || target.contains(u'}'))
+        throw Failure(u"--hedef içinde bilinmeyen bir { } var: %1. Olanlar: {kaynak}, {tarih}, "
+                      "{saat}"_s.arg(target));
+}
+
+// What a document has to hold.
+WrittenRows expectedIn(const OpenScreen &screen, const Notes::Written &document)
+{
+    if (!screen.listed)
+        return {.family = DocumentFamily::Counts, .count = document.count};
+    if (screen.writesCashSlips && document.path.endsWith(cashEnding))
+        return {.family = DocumentFamily::CashSlips, .count = document.count};
+    const ListedRows listed = screen.listed();
+    WrittenRows rows =
+        writtenRows(screen.list, listed.family, screen.ticks, screen.shape().number, listed.amount);
+    rows.sumIsNet = listed.amountIs == ListedRows::Net;
+    return rows;
 }
 
 } // namespace
@@ -69,8 +111,22 @@ Job::Job(Program &program, CommandPorts ports, const Transfer &transfer, const O
     , m_transfer(transfer)
     , m_options(options)
 {
-    const bool looksBack = selectionOf(options, program.clock.now().date()).unwritten;
-    if ((!onlyReads() || looksBack) && options.value(u"hedef"_s).isEmpty())
+    const QDate today = program.clock.now().date();
+    m_selection = selectionOf(options, today);
+    if (options.has(u"ilk-tarih"_s) && options.has(u"son-tarih"_s))
+        checkOrder(u"son-tarih"_s, dayOf(u"ilk-tarih"_s, options.value(u"ilk-tarih"_s), today),
+                   dayOf(u"son-tarih"_s, options.value(u"son-tarih"_s), today));
+    if (options.isOn(u"listele"_s) && options.isOn(u"denetle"_s))
+        throw Failure(u"--listele ile --denetle birlikte verilmez."_s);
+    const QString target = options.value(u"hedef"_s);
+    checkTarget(target);
+    if (options.isOn(u"otomatik"_s)) {
+        if (!target.isEmpty() || options.sources.size() != 1)
+            throw Failure(u"--otomatik tek kaynağın belgesini ayarlardaki adla yazar; --hedef ile "
+                          "birlikte verilmez."_s);
+        return;
+    }
+    if ((!onlyReads() || m_selection.unwritten) && target.isEmpty())
         throw Failure(u"--hedef ile yazılacak belgeyi verin (ya da --listele, --denetle)."_s);
     QStringList targets;
     for (const QString &source : options.sources) {
@@ -89,12 +145,14 @@ bool Job::onlyReads() const
 QString Job::targetOf(const QString &source) const
 {
     QString target = QDir::fromNativeSeparators(m_options.value(u"hedef"_s));
+    if (target.isEmpty())
+        return m_automatic;
     if (target.endsWith(u'/') || QFileInfo(target).isDir())
-        target = QDir(target).filePath(u"{kaynak}.xml"_s);
+        target = QDir(target).filePath(placeholders[0].toString());
     const QDateTime now = m_program.clock.now();
-    target.replace(u"{kaynak}"_s, QFileInfo(source).completeBaseName());
-    target.replace(u"{tarih}"_s, now.toString(u"yyyyMMdd"_s));
-    target.replace(u"{saat}"_s, now.toString(u"HHmmss"_s));
+    target.replace(placeholders[1].toString(), now.toString(u"yyyyMMdd"_s));
+    target.replace(placeholders[2].toString(), now.toString(u"HHmmss"_s));
+    target.replace(placeholders[0].toString(), QFileInfo(source).completeBaseName());
     return xmlAdi(QDir::cleanPath(QFileInfo(target).absoluteFilePath()));
 }
 
@@ -114,17 +172,19 @@ Outcome Job::run(const QString &source, const Streams &streams)
                       }};
     m_ports.boxes.setTell(own.tell);
     OpenScreen screen = m_transfer.begin(m_program, m_options);
-    read(screen, outcome, own);
-    if (m_options.isOn(u"listele"_s)) {
-        streams.out(listing(screen.list, screen.ticks, m_options.value(u"bicim"_s)));
-        outcome.status = screen.list.isEmpty() ? NothingWritten : Done;
-        return outcome;
-    }
-    look(screen, outcome, named);
-    if (m_options.isOn(u"denetle"_s))
-        outcome.status = screen.list.isEmpty() ? NothingWritten : Done;
-    else
-        write(screen, outcome, own);
+    const std::vector<Step> steps = open(screen, own);
+    const auto failed = passOver([&] {
+        read(screen, steps, outcome, own);
+        look(screen, outcome, named);
+        if (!onlyReads())
+            write(screen, outcome, own);
+        else if (const QString nothing = nothingOf(screen, outcome); nothing.isEmpty())
+            outcome.status = Done;
+        else
+            own.tell(u"Bakılacak bir şey yok: "_s + nothing);
+    });
+    if (failed)
+        own.tell(failed->description());
     const bool isClean =
         outcome.findings.isEmpty() && m_told.isEmpty() && m_ports.boxes.warnings().isEmpty();
     if (outcome.status == Done && !isClean)
@@ -133,18 +193,33 @@ Outcome Job::run(const QString &source, const Streams &streams)
     return outcome;
 }
 
-// As the user does it: the screen, its choices, the file; then what only a list in hand takes.
-void Job::read(OpenScreen &screen, Outcome &outcome, const Streams &streams)
+// What is used wrongly shows here, in front of the source.
+std::vector<Job::Step> Job::open(OpenScreen &screen, const Streams &streams)
 {
-    QElapsedTimer time;
-    time.start();
     screen.open();
     tellNotes(screen.notes, streams);
     screen.xml.setChecked(m_options.isOn(u"okunur-bicim"_s));
+    if (m_options.isOn(u"otomatik"_s))
+        m_automatic = QDir::cleanPath(fullName(m_program.folder, *screen.automaticTarget));
+    std::vector<Step> steps;
+    for (const Choice &choice : std::as_const(screen.choices)) {
+        if (m_options.has(choice.option))
+            steps.push_back({choice.of(m_options.value(choice.option)), choice.behindRead});
+    }
+    checkSelection(screen, m_selection);
+    return steps;
+}
+
+// As the user does it: the choices, the file; then what only a list in hand takes.
+void Job::read(OpenScreen &screen, const std::vector<Step> &steps, Outcome &outcome,
+               const Streams &streams)
+{
+    QElapsedTimer time;
+    time.start();
     const auto choose = [&](bool behindRead) {
-        for (const Choice &choice : std::as_const(screen.choices)) {
-            if (choice.behindRead == behindRead && m_options.has(choice.option))
-                choice.make(m_options.value(choice.option));
+        for (const Step &step : steps) {
+            if (step.behindRead == behindRead)
+                step.make();
         }
     };
     choose(false);
@@ -152,44 +227,70 @@ void Job::read(OpenScreen &screen, Outcome &outcome, const Streams &streams)
     choose(true);
     tellNotes(screen.notes, streams);
     for (const auto &[reason, count] : screen.report.reasons())
-        streams.tell(u"Okuma: %1 (%2 kez)"_s.arg(reason).arg(count));
-    const QDate today = m_program.clock.now().date();
+        streams.tell(u"Okuma: %1 (%2 kez)"_s.arg(reason, QString::number(count)));
     const QString folder = QFileInfo(targetOf(outcome.source)).path();
-    for (const QString &line : selectRows(screen, selectionOf(m_options, today), folder))
+    for (const QString &line : selectRows(screen, m_selection, folder))
         streams.tell(u"Seçim: "_s + line);
+    const QStringList missing = missingNumbers(screen, m_selection);
+    if (!missing.isEmpty())
+        outcome.findings << Finding{.rule = u"seçim"_s,
+                                    .text =
+                                        u"Listede olmayan numara: %1"_s.arg(missing.join(u", "_s)),
+                                    .cure = u"--sec ile verilen numarayı düzeltin."_s};
     outcome.rows = screen.list.rows();
     outcome.selected = screen.ticks ? screen.list.tickedCount() : outcome.rows;
     outcome.readTime = time.elapsed();
 }
 
-// Of rows that are not written nothing is said. Where the findings are all that is wanted they go
-// to the output.
+// Of rows that are not written nothing is said.
 void Job::look(OpenScreen &screen, Outcome &outcome, const Streams &streams) const
 {
     QElapsedTimer time;
     time.start();
     const std::unique_ptr<Checks> checks = screen.checks();
-    checks->silence(u"XML işareti"_s, screen.xml); // it writes them as XML asks
-    checks->finish();
-    for (const Finding &finding : checks->findings()) {
-        if (isOfSelection(screen, finding))
-            outcome.findings << finding;
+    if (m_options.isOn(u"listele"_s)) {
+        streams.out(listing(screen.list, screen.ticks, m_options.value(u"bicim"_s)));
+    } else {
+        checks->silence(u"XML işareti"_s, screen.xml); // it writes them as XML asks
+        checks->add(counterBehindRule(
+            [behind = countersBehind(screen, outcome.source)] { return behind; }));
+        checks->finish();
+        for (const Finding &finding : checks->findings()) {
+            if (isOfSelection(screen, finding))
+                outcome.findings << finding;
+        }
     }
     outcome.checkTime = time.elapsed();
+    show(outcome, *checks, streams);
+}
+
+// Where the findings are all that is wanted they go to the output.
+void Job::show(const Outcome &outcome, const Checks &checks, const Streams &streams) const
+{
     const bool isAsked = m_options.isOn(u"denetle"_s);
     if (isAsked && m_options.isOn(u"json"_s))
         return;
-    const auto show = [&](const QString &line) {
-        isAsked ? streams.out(line + u'\n') : streams.tell(line);
+    const auto line = [&](const QString &text) {
+        isAsked ? streams.out(text + u'\n') : streams.tell(text);
     };
-    for (const Finding &finding : std::as_const(outcome.findings))
-        show(lineOf(finding));
+    for (const Finding &finding : outcome.findings)
+        line(lineOf(finding));
     if (!isAsked)
         return;
-    for (const Gap &gap : checks->gaps())
-        show(u"Eksik: %1 %2, %3 satırda, %4 belgede"_s.arg(gap.kind, gap.code)
-                 .arg(gap.lines)
-                 .arg(gap.documents));
+    for (const Gap &gap : checks.gaps())
+        line(u"Eksik: %1 %2, %3 satırda, %4 belgede"_s.arg(
+            gap.kind, gap.code, QString::number(gap.lines), QString::number(gap.documents)));
+}
+
+// What the documents of the target's folder tell of the counters.
+QStringList Job::countersBehind(const OpenScreen &screen, const QString &source) const
+{
+    const QString target = targetOf(source);
+    if (target.isEmpty() || screen.counters.isEmpty())
+        return {};
+    const std::atomic_bool stop = false;
+    return counterWarnings(DocumentCache::shared()->documents({QFileInfo(target).path()}, stop),
+                           m_program.folder, screen.counters);
 }
 
 // What the status bar of a window shows, each line once.
@@ -210,10 +311,8 @@ bool Job::mayWrite(const OpenScreen &screen, const Outcome &outcome, const QStri
         tell(u"Belge yazılmadı: "_s + why);
         return false;
     };
-    if (outcome.rows == 0 && !screen.guards)
-        return refuse(u"listede kayıt yok."_s);
-    if (outcome.rows > 0 && outcome.selected == 0)
-        return refuse(u"seçilen satır yok."_s);
+    if (outcome.rows == 0 ? !screen.guards : outcome.selected == 0)
+        return refuse(nothingOf(screen, outcome));
     if (m_options.isOn(u"hata-varsa-yazma"_s) && outcome.count(Level::Error) > 0)
         return refuse(u"%1 hata bulundu. Düzeltin ya da --hata-varsa-yazma vermeyin."_s.arg(
             outcome.count(Level::Error)));
@@ -221,7 +320,11 @@ bool Job::mayWrite(const OpenScreen &screen, const Outcome &outcome, const QStri
     if (screen.writesCashSlips)
         paths << cashFileOf(target);
     for (const QString &path : std::as_const(paths)) {
-        if (!m_options.isOn(u"uzerine-yaz"_s) && QFileInfo::exists(path))
+        const QFileInfo there(path);
+        if (there.isDir())
+            return refuse(
+                u"%1 bir klasör. Başka bir ad verin."_s.arg(QDir::toNativeSeparators(path)));
+        if (!m_options.isOn(u"uzerine-yaz"_s) && there.exists())
             return refuse(u"%1 zaten var. Başka bir --hedef ya da --uzerine-yaz verin."_s.arg(
                 QDir::toNativeSeparators(path)));
     }
@@ -231,6 +334,8 @@ bool Job::mayWrite(const OpenScreen &screen, const Outcome &outcome, const QStri
 void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
 {
     const QString target = targetOf(outcome.source);
+    if (target.isEmpty())
+        return screen.writeAutomatically(); // which tells it in its boxes
     if (!mayWrite(screen, outcome, target, streams.tell))
         return;
     QElapsedTimer time;
@@ -242,20 +347,50 @@ void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
     if (failed) {
         outcome.documents.clear();
         outcome.status = NothingWritten;
-        streams.tell((isPending(m_program.folder) ? u"Belge yerine konamadı, bir sonraki çalışma "
-                                                    "yeniden dener: "_s
-                                                  : u"Belge yazılmadı: "_s) +
-                     failed->description());
+        if (countersArePending(m_program.folder))
+            passOver([&] { recover(m_program.folder); });
+        QString what = u"Belge yazılmadı: "_s;
+        if (countersArePending(m_program.folder))
+            what = u"Belge yazılmadı, sayaçları bir sonraki çalışma yerine koyacak: "_s;
+        else if (isPending(m_program.folder))
+            what = u"Belge yazıldı ama yerine konamadı, bir sonraki çalışma yeniden dener: "_s;
+        streams.tell(what + failed->description());
     }
     outcome.writeTime = time.elapsed();
+}
+
+// Reads the documents back; what they don't hold is a finding, which is in their way where errors
+// are.
+bool Job::isRefuted(const OpenScreen &screen, Outcome &outcome, const Streams &streams) const
+{
+    const int before = outcome.count(Level::Error);
+    for (const Notes::Written &document : screen.notes.written()) {
+        const ReadBack result = readBack(document.path, expectedIn(screen, document));
+        if (result.agrees)
+            continue;
+        outcome.findings << Finding{
+            .rule = u"geri okuma"_s,
+            .level = Level::Error,
+            .text = result.sentence,
+            .cure = u"Belgeyi Logo'ya aktarmadan önce listesiyle karşılaştırın."_s};
+        streams.tell(lineOf(outcome.findings.last()));
+    }
+    return m_options.isOn(u"hata-varsa-yazma"_s) && outcome.count(Level::Error) > before;
 }
 
 void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target, Outcome &outcome,
                     const Streams &streams)
 {
     const QString folder = QFileInfo(target).path();
-    m_ports.names.target = QDir(journal.folder()).filePath(nameOf(target));
-    screen.write();
+    const QString staged = QDir(journal.folder()).filePath(nameOf(target));
+    if (m_options.isOn(u"otomatik"_s)) {
+        const QString setting = std::exchange(*screen.automaticTarget, staged);
+        screen.writeAutomatically();
+        *screen.automaticTarget = setting;
+    } else {
+        m_ports.names.target = staged;
+        screen.write();
+    }
     tellNotes(screen.notes, {streams.out, [&](QString line) {
                                  streams.tell(line.replace(journal.folder(), folder));
                              }});
@@ -267,7 +402,7 @@ void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target,
         moves << Move{written.path, path, m_options.isOn(u"uzerine-yaz"_s)};
     }
     // Nobody looks on: of documents and counters that belong together there are all or none.
-    if (moves.isEmpty() || screen.notes.hasFailed()) {
+    if (moves.isEmpty() || screen.notes.hasFailed() || isRefuted(screen, outcome, streams)) {
         outcome.documents.clear();
         journal.takeBack();
         streams.tell(u"Belge yazılmadı, sayaçlar önceki gibi: nedeni yukarıda."_s);

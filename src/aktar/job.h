@@ -3,10 +3,12 @@
 #include "aktar/commandports.h"
 #include "aktar/journal.h"
 #include "aktar/outcome.h"
+#include "aktar/selection.h"
 #include "aktar/transfers.h"
 #include "store/program.h"
 
 #include <functional>
+#include <vector>
 
 namespace kervan {
 
@@ -33,7 +35,7 @@ public:
     Job(Program &program, CommandPorts ports, const Transfer &transfer, const Options &options);
 
     /// Reads a source, checks it and writes its document, or shows what was asked for. A Failure
-    /// is a wrong use, after which nothing was written.
+    /// is a wrong use that only the definitions tell: the source was not opened.
     Outcome run(const QString &source, const Streams &streams);
     /// Whether it is only to show what it reads, so that nobody need be kept out of the folder.
     bool onlyReads() const;
@@ -45,12 +47,23 @@ public:
     void setClosing(Closing closing) { m_closing = std::move(closing); }
 
 private:
-    void read(OpenScreen &screen, Outcome &outcome, const Streams &streams);
+    struct Step // of a choice
+    {
+        std::function<void()> make;
+        bool behindRead;
+    };
+
+    std::vector<Step> open(OpenScreen &screen, const Streams &streams);
+    void read(OpenScreen &screen, const std::vector<Step> &steps, Outcome &outcome,
+              const Streams &streams);
     void look(OpenScreen &screen, Outcome &outcome, const Streams &streams) const;
+    void show(const Outcome &outcome, const Checks &checks, const Streams &streams) const;
+    QStringList countersBehind(const OpenScreen &screen, const QString &source) const;
     void tellNotes(const Notes &notes, const Streams &streams);
     void write(OpenScreen &screen, Outcome &outcome, const Streams &streams);
     void writeInto(OpenScreen &screen, Journal &journal, const QString &target, Outcome &outcome,
                    const Streams &streams);
+    bool isRefuted(const OpenScreen &screen, Outcome &outcome, const Streams &streams) const;
     bool mayWrite(const OpenScreen &screen, const Outcome &outcome, const QString &target,
                   const std::function<void(const QString &line)> &tell) const;
 
@@ -59,7 +72,9 @@ private:
     const Transfer &m_transfer;
     const Options &m_options;
     Closing m_closing;
-    QStringList m_told; // of the notes of the source in hand
+    Selection m_selection;
+    QString m_automatic; // the document that the settings name
+    QStringList m_told;  // of the notes of the source in hand
 };
 
 } // namespace kervan

@@ -12,6 +12,7 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
+#include <algorithm>
 #include <array>
 #include <filesystem>
 
@@ -21,7 +22,6 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QStringView journalName = u"kervan-aktar.islem";
 constexpr std::array<QStringView, 2> counterNames{u"kasacariislemno.kvz", u"bankacariislemno.kvz"};
 
 QString journalOf(const QString &programFolder)
@@ -164,11 +164,6 @@ Journal::Journal(const QString &programFolder, const QString &targetFolder)
     }
 }
 
-Journal::Journal(const QString &programFolder)
-    : m_programFolder(programFolder)
-{
-}
-
 void Journal::commit(const QList<Move> &moves)
 {
     // Another program may write to the same place.
@@ -188,8 +183,7 @@ void Journal::commit(const QList<Move> &moves)
 
 void Journal::takeBack()
 {
-    if (!m_counters.isEmpty())
-        putBack(m_programFolder, m_counters);
+    putBack(m_programFolder, m_counters);
     finish(m_programFolder, m_folder, {});
 }
 
@@ -222,6 +216,32 @@ QString recover(const QString &programFolder)
         moves << Move{move[0].toString(), move[1].toString(), move[2].toBool()};
     finish(programFolder, folder, moves);
     return u"Yarıda kalan aktarım tamamlandı: belgeleri yerlerine kondu."_s;
+}
+
+void sweep(const QString &folder, const QString &pattern)
+{
+    // The library names a file that is to take another's place by six letters of both cases.
+    for (const QString &name : QDir(folder).entryList({pattern + u".??????"_s}, QDir::Files)) {
+        const QString end = name.right(6);
+        const bool isLetters =
+            std::ranges::all_of(end, [](QChar c) { return c.isLetter() && c < u'\x80'; });
+        if (isLetters && end != end.toLower())
+            QFile::remove(QDir(folder).filePath(name));
+    }
+}
+
+Opening recoverForWindow(const QString &programFolder)
+{
+    Opening opening;
+    const auto failed = passOver([&] { opening.told = recover(programFolder); });
+    if (!failed)
+        return opening;
+    if (countersArePending(programFolder))
+        return {false, u"Yarıda kalan gece aktarımı tamamlanamadı; numaralar ikinci kez verilmesin "
+                       "diye program açılmıyor. Nedenini giderip yeniden başlatın.\n%1"_s.arg(
+                           failed->description())};
+    return {true, u"Yarıda kalan gece aktarımının belgesi yerine konamadı: %1"_s.arg(
+                      failed->description())};
 }
 
 QStringList countersOf(const QString &programFolder)

@@ -29,8 +29,6 @@ public:
     /// Begins: remembers the counters and makes an empty folder for documents of `targetFolder`,
     /// which has to be there. A Failure names what could not be made.
     Journal(const QString &programFolder, const QString &targetFolder);
-    /// Of files that are only moved.
-    explicit Journal(const QString &programFolder);
 
     /// Where documents are written for now.
     const QString &folder() const { return m_folder; }
@@ -52,11 +50,26 @@ private:
 /// the next time.
 QString recover(const QString &programFolder);
 
+/// The name of the journal in a program folder.
+constexpr QStringView journalName = u"kervan-aktar.islem";
+/// Throws away what killed writers of such files left beside them in the folder; for those who have
+/// it to themselves.
+void sweep(const QString &folder, const QString &pattern);
+
 /// Whether there is something for recover() to do.
 bool isPending(const QString &programFolder);
 
 /// Whether the counters stand at numbers that recover() will take back: none may be given out.
 bool countersArePending(const QString &programFolder);
+
+/// How the window begins: it recovers too, but somebody is in front of it, so only counters whose
+/// numbers would be given out again keep it closed. `told` is what there is to say.
+struct Opening
+{
+    bool mayOpen = true;
+    QString told;
+};
+Opening recoverForWindow(const QString &programFolder);
 
 /// The two counters as they are stored, cash and bank; empty where there is none.
 QStringList countersOf(const QString &programFolder);

@@ -6,7 +6,6 @@
 #include "base/filefault.h"
 #include "text/dates.h"
 
-#include <QCommandLineParser>
 #include <QFile>
 #include <QStringDecoder>
 
@@ -38,10 +37,12 @@ QString withoutQuotes(QString value)
     return value;
 }
 
-// Of options that take one of several words.
+// Of switches, and of options that take one of several words.
 void checkWords(const Options &options, const QList<Option> &known)
 {
     for (const Option &option : known) {
+        if (option.value.isEmpty())
+            options.isOn(option.name);
         const QStringList words = option.value.split(u'|');
         for (const QString &value : options.values(option.name)) {
             if (words.size() > 1 && !words.contains(value))
@@ -68,7 +69,7 @@ bool Options::isOn(const QString &name) const
         return false;
     if (said.isEmpty() || said == u"evet" || said == u"1")
         return true;
-    throw Failure(u"%1 = %2: evet ya da hayır olabilir."_s.arg(name, value(name)));
+    throw Failure(u"--%1 için \"%2\" olmaz: evet ya da hayır verin."_s.arg(name, value(name)));
 }
 
 int Options::number(const QString &name, int otherwise, int least) const
@@ -78,9 +79,8 @@ int Options::number(const QString &name, int otherwise, int least) const
     bool isNumber = false;
     const int given = value(name).toInt(&isNumber);
     if (!isNumber || given < least)
-        throw Failure(u"--%1 için \"%2\" olmaz: %3 ya da daha büyük bir tam sayı verin."_s
-                          .arg(name, value(name))
-                          .arg(least));
+        throw Failure(u"--%1 için \"%2\" olmaz: %3 ya da daha büyük bir tam sayı verin."_s.arg(
+            name, value(name), QString::number(least)));
     return given;
 }
 
@@ -95,6 +95,13 @@ QDate dayOf(const QString &option, const QString &value, QDate today)
         throw Failure(u"--%1 için \"%2\" bir gün değil; 07.03.2024 gibi bir gün, bugun ya da dun "
                       "yazın."_s.arg(option, value));
     return *day;
+}
+
+void checkOrder(const QString &option, QDate first, QDate last)
+{
+    if (first > last)
+        throw Failure(u"--%1: ilk gün (%2) sonuncudan (%3) sonra."_s.arg(
+            option, first.toString(u"dd.MM.yyyy"), last.toString(u"dd.MM.yyyy")));
 }
 
 const QList<Option> &commonOptions()
@@ -136,26 +143,35 @@ const QList<Option> &watchOptions()
 Options readOptions(const QString &command, const QStringList &arguments,
                     const QList<Option> &known)
 {
-    QCommandLineParser parser;
-    parser.setSingleDashWordOptionMode(QCommandLineParser::ParseAsLongOptions);
-    for (const Option &option : known)
-        parser.addOption({option.name, option.text, option.value});
-    if (!parser.parse(QStringList(command) + arguments)) {
-        const QStringList unknown = parser.unknownOptionNames();
-        throw Failure(unknown.isEmpty() ? u"Değeri eksik ya da fazla olan bir seçenek var; bakın: "
-                                          "kervan-aktar %1 --help"_s.arg(command)
-                                        : u"\"--%1\" %2 komutunun bir seçeneği değil; bakın: "
-                                          "kervan-aktar %2 --help"_s.arg(unknown.first(), command));
-    }
     Options options;
-    options.sources = parser.positionalArguments();
-    for (const Option &option : known) {
-        if (!parser.isSet(option.name))
+    bool onlySources = false;
+    for (qsizetype i = 0; i < arguments.size(); ++i) {
+        const QString &argument = arguments[i];
+        if (onlySources || argument.size() < 2 || !argument.startsWith(u'-')) {
+            options.sources << argument;
             continue;
-        if (option.value.isEmpty())
-            options.give(option.name, u"evet"_s);
-        for (const QString &value : parser.values(option.name))
-            options.give(option.name, value);
+        }
+        onlySources = argument == u"--";
+        if (onlySources)
+            continue;
+        const QString name =
+            argument.section(u'=', 0, 0).sliced(argument.startsWith(u"--"_s) ? 2 : 1);
+        const Option *option = find(known, name);
+        if (!option)
+            throw Failure(u"\"--%1\" %2 komutunun bir seçeneği değil; bakın: kervan-aktar %2 "
+                          "--help"_s.arg(name, command));
+        QString value = u"evet"_s; // of a switch, which may be turned off with a value too
+        if (argument.contains(u'='))
+            value = argument.section(u'=', 1);
+        else if (!option->value.isEmpty() && i + 1 == arguments.size())
+            throw Failure(
+                u"--%1 için değer eksik; bakın: kervan-aktar %2 --help"_s.arg(name, command));
+        else if (!option->value.isEmpty())
+            value = arguments[++i];
+        if (!option->many && options.has(name) && options.value(name) != value)
+            throw Failure(u"--%1 iki kez verildi: \"%2\" ve \"%3\". Birini seçin."_s.arg(
+                name, options.value(name), value));
+        options.give(name, value);
     }
     checkWords(options, known);
     return options;
@@ -174,7 +190,7 @@ void addRecipe(Options &options, const QString &path, const QStringList &section
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const QString line = lines[i].trimmed();
         const auto fault = [&](const QString &what) {
-            return Failure(u"%1, %2. satır: %3"_s.arg(path).arg(i + 1).arg(what));
+            return Failure(u"%1, %2. satır: %3"_s.arg(path, QString::number(i + 1), what));
         };
         if (line.isEmpty() || line.startsWith(u'#') || line.startsWith(u';'))
             continue;

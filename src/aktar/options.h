@@ -16,7 +16,7 @@ struct Option
     /// that is on or off.
     QString value = {};
     QString text;      ///< what it does, a sentence
-    bool many = false; ///< may be given several times
+    bool many = false; ///< may be given several times, each of which counts
 };
 
 /// What was given: on the command line, else in the recipe. What a recipe gives holds for a
@@ -48,6 +48,8 @@ private:
 /// The day that a value of an option means: "07.03.2024", "bugun" or "dun". Anything else is a
 /// Failure.
 QDate dayOf(const QString &option, const QString &value, QDate today);
+/// A Failure where the days of an option are in the wrong order.
+void checkOrder(const QString &option, QDate first, QDate last);
 
 /// The options that all commands take, and those of the watched folder.
 const QList<Option> &commonOptions();

@@ -98,9 +98,8 @@ QString textOf(const Outcome &outcome)
 {
     QString lines;
     for (const OutcomeDocument &document : outcome.documents) {
-        lines += u"%1: %2 %3"_s.arg(QDir::toNativeSeparators(document.path))
-                     .arg(document.count)
-                     .arg(document.kind);
+        lines += u"%1: %2 %3"_s.arg(QDir::toNativeSeparators(document.path),
+                                    QString::number(document.count), document.kind);
         lines += document.sum.isEmpty() ? u"\n"_s : u", toplam %1\n"_s.arg(document.sum);
     }
     return lines;

@@ -17,11 +17,13 @@ void take(Selection &selection, const QString &said, QDate today)
     const QString word = said.section(u'=', 0, 0).trimmed();
     const QString value = said.section(u'=', 1).trimmed();
     if (word == u"tarih" && !value.isEmpty()) {
-        const QStringList days = value.split(u".."_s);
-        selection.first = dayOf(u"sec"_s, days.first().trimmed(), today);
-        selection.last = dayOf(u"sec"_s, days.last().trimmed(), today);
+        const QString last = value.section(u".."_s, 1);
+        selection.first = dayOf(u"sec"_s, value.section(u".."_s, 0, 0).trimmed(), today);
+        selection.last =
+            value.contains(u".."_s) ? dayOf(u"sec"_s, last.trimmed(), today) : selection.first;
+        checkOrder(u"sec"_s, selection.first, selection.last);
     } else if (word == u"no" && !value.isEmpty()) {
-        for (const QString &number : value.split(u','))
+        for (const QString &number : value.split(u',', Qt::SkipEmptyParts))
             selection.numbers << number.trimmed();
     } else if (said == u"e-fatura" || said == u"e-fatura-degil") {
         selection.eInvoice = said == u"e-fatura";
@@ -64,8 +66,11 @@ QList<WrittenMark> marksOf(const ListedRows &rows, const QString &folder)
     return documents.marks();
 }
 
-void check(const OpenScreen &screen, const Selection &selection, const ListShape &shape)
+} // namespace
+
+void checkSelection(const OpenScreen &screen, const Selection &selection)
 {
+    const ListShape shape = screen.shape();
     const auto refuse = [](const QString &what) {
         throw Failure(u"%1 bu aktarımda seçilemez."_s.arg(what));
     };
@@ -82,8 +87,6 @@ void check(const OpenScreen &screen, const Selection &selection, const ListShape
         refuse(u"Yazılmamış olanlar"_s);
 }
 
-} // namespace
-
 Selection selectionOf(const Options &options, QDate today)
 {
     Selection selection;
@@ -93,10 +96,20 @@ Selection selectionOf(const Options &options, QDate today)
     return selection;
 }
 
+QStringList missingNumbers(const OpenScreen &screen, const Selection &selection)
+{
+    QSet<QString> missing = selection.numbers;
+    const int column = screen.shape().number;
+    for (int row = 0; row < screen.list.rows() && !missing.isEmpty(); ++row)
+        missing.remove(screen.list.cell(row, column));
+    QStringList sorted = missing.values();
+    sorted.sort();
+    return sorted;
+}
+
 QStringList selectRows(const OpenScreen &screen, const Selection &selection, const QString &folder)
 {
     const ListShape shape = screen.shape();
-    check(screen, selection, shape);
     if (!screen.ticks)
         return {};
     if (selection.eInvoice && screen.unasked() > 0) {

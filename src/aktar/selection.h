@@ -26,8 +26,14 @@ struct Selection
 /// What "sec" and "yazilmislari-atla" say. A Failure says what was used wrongly.
 Selection selectionOf(const Options &options, QDate today);
 
+/// What the list of a screen can't be asked for is a Failure; known before anything is read.
+void checkSelection(const OpenScreen &screen, const Selection &selection);
+
+/// The numbers that were asked for and that no row of the list has.
+QStringList missingNumbers(const OpenScreen &screen, const Selection &selection);
+
 /// Ticks those rows of the list and no others, and tells in lines what was left out as written.
-/// What a list can't be asked for is a Failure. `folder` is the target's.
+/// `folder` is the target's.
 QStringList selectRows(const OpenScreen &screen, const Selection &selection, const QString &folder);
 
 } // namespace kervan

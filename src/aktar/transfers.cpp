@@ -5,6 +5,7 @@
 #include "cards/cr.h"
 #include "cards/st.h"
 #include "cards/stoktrf.h"
+#include "invoices/cashslips.h"
 #include "invoices/columns.h"
 #include "invoices/duzey/fatduz.h"
 #include "invoices/duzey/fatduzchecks.h"
@@ -50,8 +51,10 @@ Choice pick(
                 if (!entry)
                     throw Failure(u"--%1 \"%2\": listede yok. Olanlar: %3"_s.arg(
                         option, value, field.entries().join(u", "_s)));
-                field.setText(*entry);
-                picked();
+                return [&field, picked, entry = *entry] {
+                    field.setText(entry);
+                    picked();
+                };
             }};
 }
 
@@ -59,8 +62,10 @@ Choice enter(
     const QString &option, TextField &field, std::function<void()> entered = [] {})
 {
     return {option, [&field, entered = std::move(entered)](const QString &value) {
-                field.setText(value);
-                entered();
+                return [&field, entered, value] {
+                    field.setText(value);
+                    entered();
+                };
             }};
 }
 
@@ -78,9 +83,12 @@ QList<Choice> dateFilter(const Program &program, InvoiceList &list,
 {
     const auto set = [&](const QString &option, DateField &field) {
         return Choice{option, [option, &program, &list, &field, entered](const QString &value) {
-                          field.setDate(dayOf(option, value, program.clock.now().date()));
-                          list.tarihAraligi.setChecked(true);
-                          entered();
+                          const QDate day = dayOf(option, value, program.clock.now().date());
+                          return [&list, &field, entered, day] {
+                              field.setDate(day);
+                              list.tarihAraligi.setChecked(true);
+                              entered();
+                          };
                       }};
     };
     return {set(u"ilk-tarih"_s, list.ilkTarih), set(u"son-tarih"_s, list.sonTarih)};
@@ -93,13 +101,40 @@ std::function<bool(int row)> takesEInvoices(const Grid &l1)
     };
 }
 
+// The word is asked for before an automatic save and stands in no document.
+Choice unitWord(Fat &fat)
+{
+    Choice choice = enter(u"birim-seti"_s, fat.birimSeti, [&fat] { fat.birimsetisec(); });
+    choice.of = [&fat, made = choice.of](const QString &value) {
+        QStringList words;
+        for (int row = 0; row < fat.tanimlar.lbrm.rows(); ++row)
+            words << fat.tanimlar.lbrm.cell(row, 0);
+        if (!words.contains(value))
+            throw Failure(u"--birim-seti \"%1\": tanımlarda yok. Olanlar: %2"_s.arg(
+                value, words.join(u", "_s)));
+        return made(value);
+    };
+    return choice;
+}
+
+// Of the screen's findings some are of the cash slips alone, which may be none.
+bool concernsInvoices(const Finding &finding, const Grid &l1)
+{
+    if (finding.rule != u"kasa kodu" && !finding.rule.startsWith(u"sayaç"_s))
+        return true;
+    bool gets = false;
+    for (int row = 0; row < l1.rows() && !gets; ++row)
+        passOver([&] { gets = l1.ticked(row) && isBelowCashLimit(l1, row); });
+    return gets;
+}
+
 OpenScreen faturaScreen(Program &program, const Options &)
 {
     auto screen = std::make_shared<Fat>(program);
     Fat &fat = *screen;
     QList<Choice> choices{pick(u"firma"_s, fat.tanimlar.firma, [&fat] { fat.firmasec(); }),
                           pick(u"kdv"_s, fat.kdvOrani, [&fat] { fat.kdvoranisec(); }),
-                          enter(u"birim-seti"_s, fat.birimSeti, [&fat] { fat.birimsetisec(); }),
+                          unitWord(fat),
                           pick(u"tur"_s, fat.faturaTuru, [&fat] { fat.yenidenoku(); }),
                           pick(u"plan"_s, fat.odemePlani, [&fat] { fat.odemeplanisec(); }),
                           pick(u"ozel-kod"_s, fat.tanimlar.ozelKod),
@@ -115,10 +150,15 @@ OpenScreen faturaScreen(Program &program, const Options &)
         .choices = choices,
         .read = [&fat](const QString &path) { fat.dosyaac(path); },
         .write = [&fat] { fat.logoyaaktar(); },
+        .writeAutomatically = [&fat] { fat.otomatikkaydet(); },
+        .automaticTarget = &program.folders.xf,
         .shape = [&fat] { return shapeOf(fat); },
         .checks = [&fat] { return checksOf(fat); },
+        .concerns =
+            [&fat](const Finding &finding) { return concernsInvoices(finding, fat.liste.l1); },
         .listed =
             [&fat] { return listedInvoices(fat.liste.l1, fat.faturaTuru.text(), ListedRows::Sum); },
+        .counters = {u"kasacariislemno.kvz"_s},
         .writesCashSlips = true,
         .eInvoice = takesEInvoices(fat.liste.l1),
         .unasked =
@@ -229,6 +269,8 @@ OpenScreen meyScreen(Program &program, const Options &)
                         pick(u"statu"_s, st.statu)},
             .read = [&st](const QString &path) { st.kontrol(path); },
             .write = [&st] { st.manualkaydet(); },
+            .writeAutomatically = [&st] { st.otomatikkaydet(); },
+            .automaticTarget = &program.folders.xs,
             .shape = [&st] { return shapeOf(st); },
             .checks = [&st] { return checksOf(st); },
             .listed = [&st] { return listedCards(st.l1, DocumentFamily::Items, shapeOf(st)); },
@@ -255,6 +297,28 @@ OpenScreen sayimScreen(Program &program, const Options &)
 
 // --- The slips
 
+// The side file that a document takes its numbers from.
+QString counterOf(const SlipDocument &document)
+{
+    switch (document.stores) {
+    case SlipSequenceKind::Cash:
+        return u"kasacariislemno.kvz"_s;
+    case SlipSequenceKind::Bank:
+        return u"bankacariislemno.kvz"_s;
+    case SlipSequenceKind::None:
+        break;
+    }
+    return {};
+}
+
+// Whether a finding of the screen is of this document and not of its other one.
+bool concernsSlips(const Finding &finding, bool second, const QString &counter)
+{
+    if (finding.rule == u"sayaç")
+        return !counter.isEmpty() && finding.text.startsWith(counter);
+    return finding.control != (second ? u"kskod" : u"bankahesapno1");
+}
+
 // The button that writes the wanted document, by the word of its option: the first document of a
 // screen is that of cash, the second one of the bank or of cards.
 const SlipCommand &writer(const SlipForm &form, bool second)
@@ -275,26 +339,30 @@ OpenScreen slipScreen(Program &program, const SlipForm &form, bool second)
     const bool ofCards = second && !form.hasBankList();
     const SlipFile &file = form.files[ofCards ? 1 : 0];
     const SlipCommand &command = writer(form, second);
-    return {.owner = screen,
-            .list = ofBankList ? slips.l2 : slips.l1,
-            .notes = slips.bilgi,
-            .report = slips.okuma,
-            .xml = slips.okunurBicim,
-            .open = [&slips] { slips.load(); },
-            .choices = {enter(u"sayfa"_s, slips.sayfaAdi),
-                        enter(u"banka-hesabi"_s, slips.bankaHesapKodu)},
-            .read = [&slips, &file](const QString &path) { slips.dosyaac(file, path); },
-            .write = [&slips, &command] { slips.run(command); },
-            .shape = [&slips,
-                      ofBankList] { return ofBankList ? bankListShapeOf(slips) : shapeOf(slips); },
-            .checks = [&slips] { return checksOf(slips); },
-            .listName = ofBankList ? u"l2"_s : u"l1"_s,
-            .listed =
-                [&slips, family = ofBankList ? DocumentFamily::BankSlips
-                                  : ofCards  ? DocumentFamily::CardSlips
-                                             : DocumentFamily::CashSlips] {
-                    return listedSlips(slips, family);
-                }};
+    const QString counter = counterOf(std::get<WriteDocument>(command.action).document());
+    return {
+        .owner = screen,
+        .list = ofBankList ? slips.l2 : slips.l1,
+        .notes = slips.bilgi,
+        .report = slips.okuma,
+        .xml = slips.okunurBicim,
+        .open = [&slips] { slips.load(); },
+        .choices = {enter(u"sayfa"_s, slips.sayfaAdi),
+                    enter(u"banka-hesabi"_s, slips.bankaHesapKodu)},
+        .read = [&slips, &file](const QString &path) { slips.dosyaac(file, path); },
+        .write = [&slips, &command] { slips.run(command); },
+        .shape = [&slips,
+                  ofBankList] { return ofBankList ? bankListShapeOf(slips) : shapeOf(slips); },
+        .checks = [&slips] { return checksOf(slips); },
+        .listName = ofBankList ? u"l2"_s : u"l1"_s,
+        .concerns = [second, counter](
+                        const Finding &finding) { return concernsSlips(finding, second, counter); },
+        .listed = [&slips,
+                   family = ofBankList ? DocumentFamily::BankSlips
+                            : ofCards
+                                ? DocumentFamily::CardSlips
+                                : DocumentFamily::CashSlips] { return listedSlips(slips, family); },
+        .counters = counter.isEmpty() ? QStringList() : QStringList(counter)};
 }
 
 std::function<OpenScreen(Program &program, const Options &options)> slips(const SlipForm &(*form)(),
@@ -326,6 +394,8 @@ const QList<Transfer> &transfers()
     static const Option sonTarih{u"son-tarih"_s, u"GÜN"_s, u"Tarih Aralığı Belirle: Son Tarih"_s};
     static const Option sayfa{u"sayfa"_s, u"AD"_s, u"Exel Sayfa Adı; verilmezse saklanan"_s};
     static const Option birimSeti{u"birim-seti"_s, u"KOD"_s, u"birim seti"_s};
+    static const Option otomatik{
+        u"otomatik"_s, {}, u"belgeyi --hedef yerine Dosya konumları'ndaki adla yazar"_s};
     static const Option bankaHesabi{u"banka-hesabi"_s, u"KOD"_s,
                                     u"Banka Hesap Kodu; verilmezse saklanan"_s};
     static const QList<Transfer> all{
@@ -335,12 +405,13 @@ const QList<Transfer> &transfers()
          {firma,
           kdv,
           {u"plan"_s, u"KOD"_s, u"Ödeme Plan Kodu"_s},
-          birimSeti,
+          {u"birim-seti"_s, u"BİRİM"_s, u"Birim; --otomatik ister, belgeye girmez"_s},
           tur,
           ozelKod,
           personel,
           ilkTarih,
-          sonTarih},
+          sonTarih,
+          otomatik},
          faturaScreen},
         {u"duzey"_s,
          u"Düzey faturaları (.xlsx, .xls)"_s,
@@ -365,7 +436,7 @@ const QList<Transfer> &transfers()
         {u"mey"_s,
          u"Mey stok listesi (.xls)"_s,
          u"*.xls *.xlsx"_s,
-         {kdv, birimSeti, {u"statu"_s, u"AD"_s, u"Statü Seçimi"_s}},
+         {kdv, birimSeti, {u"statu"_s, u"AD"_s, u"Statü Seçimi"_s}, otomatik},
          meyScreen},
         {u"sayim"_s,
          u"sayım dosyası (.txt)"_s,

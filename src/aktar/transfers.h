@@ -20,8 +20,8 @@ namespace kervan {
 struct Choice
 {
     QString option;
-    /// A Failure where the field has no such value.
-    std::function<void(const QString &value)> make;
+    /// What makes it; a Failure where the field has no such value.
+    std::function<std::function<void()>(const QString &value)> of;
     bool behindRead = false; ///< only a list in hand takes it
 };
 
@@ -38,11 +38,21 @@ struct OpenScreen
     QList<Choice> choices;
     std::function<void(const QString &path)> read;
     std::function<void()> write;
+    /// The save without a dialog, and the setting that names its document; null where there is
+    /// none.
+    std::function<void()> writeAutomatically = nullptr;
+    QString *automaticTarget = nullptr;
     std::function<ListShape()> shape;
     std::function<std::unique_ptr<Checks>()> checks;
     QString listName = QStringLiteral("l1"); ///< as findings call it
+    /// Whether a finding of the screen is of the document that is written.
+    std::function<bool(const Finding &finding)> concerns = [](const Finding &) {
+        return true;
+    };
     /// How its rows are found in documents; null where nothing tells.
     std::function<ListedRows()> listed = nullptr;
+    /// The side files that the document's numbers are counted in.
+    QStringList counters = {};
     /// Whether only ticked rows are written.
     bool ticks = true;
     /// Whether its save refuses an empty list by itself, with a box.

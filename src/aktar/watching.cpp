@@ -3,6 +3,7 @@
 #include "aktar/command.h"
 #include "base/codepage.h"
 #include "base/failure.h"
+#include "base/filefault.h"
 #include "base/wholefile.h"
 
 #include <QDir>
@@ -10,6 +11,9 @@
 #include <QHash>
 #include <QLockFile>
 #include <QThread>
+
+#include <algorithm>
+#include <filesystem>
 
 namespace kervan {
 
@@ -24,16 +28,53 @@ constexpr int nap = 100; // milliseconds between two looks at whether it is to e
 QString freeName(const QString &folder, const QString &name)
 {
     const QFileInfo file(name);
+    const QString ending = file.suffix().isEmpty() ? QString() : u'.' + file.suffix();
     QString path = QDir(folder).filePath(name);
     for (int i = 2; QFileInfo::exists(path); ++i)
-        path = QDir(folder).filePath(
-            u"%1-%2.%3"_s.arg(file.completeBaseName()).arg(i).arg(file.suffix()));
+        path = QDir(folder).filePath(file.completeBaseName() + u'-' + QString::number(i) + ending);
     return path;
 }
 
 QString reportOf(const QString &path)
 {
     return path + u".rapor.txt"_s;
+}
+
+[[maybe_unused]] QString asText(const std::string &name)
+{
+    return QString::fromStdString(name);
+}
+
+[[maybe_unused]] QString asText(const std::wstring &name)
+{
+    return QString::fromStdWString(name);
+}
+
+// Why a file can't be taken whatever the rights are, by its name as it can be shown; empty where it
+// can. The lists of the library leave such files out, or don't tell them from others.
+QString oddityOf(const std::filesystem::directory_entry &file, const QString &name)
+{
+    std::error_code none;
+    if (name.contains(QChar::ReplacementCharacter))
+        return u"adı UTF-8 değil. Adını değiştirin."_s;
+    if (!file.is_symlink(none))
+        return {};
+    if (std::filesystem::read_symlink(file.path(), none).is_relative() || !file.exists(none))
+        return u"taşınınca açılmayan bir bağlantı. Dosyanın kendisini koyun."_s;
+    return {};
+}
+
+// Links, ".." and other cases of letters lead to the same folder under other names.
+bool isInside(const QString &path, const QString &folder)
+{
+    std::error_code none;
+    const std::filesystem::path outer = folder.toStdU16String();
+    auto place = std::filesystem::weakly_canonical(path.toStdU16String(), none);
+    for (; place.has_relative_path(); place = place.parent_path()) {
+        if (std::filesystem::equivalent(place, outer, none))
+            return true;
+    }
+    return false;
 }
 
 void makeFolder(const QString &path)
@@ -45,9 +86,10 @@ void makeFolder(const QString &path)
 
 void moveFile(const QString &from, const QString &to)
 {
-    if (!QFile::rename(from, to))
-        throw Failure(u"%1 taşınamadı: %2"_s.arg(QDir::toNativeSeparators(from),
-                                                 QDir::toNativeSeparators(to)));
+    QFile file(from);
+    if (!file.rename(to))
+        throw fileFailure(from, u"taşınamadı"_s,
+                          u"%1 (%2)"_s.arg(QDir::toNativeSeparators(to), file.errorString()));
 }
 
 /// A folder whose files are taken one by one: into `isleniyor`, which tells a restart what was in
@@ -60,14 +102,18 @@ public:
     Status run();
 
 private:
+    Status begin();
     QStringList waiting(const QString &folder, const QStringList &patterns) const;
+    void takeComplete();
+    void refuseOdd(const std::function<void(const QString &name, const QString &why)> &refuse);
     bool isComplete(const QString &name);
-    bool take(const QString &name);
     Status enter();
+    std::optional<Status> transferAll();
     Status transferOne(const QString &name);
+    void putAway(const QString &name, const Outcome &outcome);
     QList<Move> closing(const QString &name, const Outcome &outcome, const QString &staging);
     void writeReport(const QString &path, const Outcome &outcome) const;
-    bool isLeft() const;
+    bool hasMore() const;
     void rest() const;
     QString inHand(const QString &name) const { return QDir(m_work).filePath(name); }
 
@@ -85,9 +131,12 @@ private:
         QDateTime time;
         bool operator==(const Look &) const = default;
     };
-    QHash<QString, Look> m_looks; // of the last time
-    QString m_waitsFor;           // what kept it out of the program folder at the last try
-    QStringList m_lines;          // of the file in hand
+    QHash<QString, Look> m_looks;        // of the last time
+    QString m_waitsFor;                  // what kept it out of the program folder at the last try
+    QStringList m_lines;                 // of the file in hand
+    QHash<QString, QString> m_refused;   // files that could not be taken at the last look, and why
+    QHash<QString, QStringList> m_stuck; // those that could not be put away, and what was told
+    Status m_status = Done;
 };
 
 Watch::Watch(const Options &options, const Transfer &transfer, const CommandWorld &world)
@@ -106,45 +155,119 @@ Watch::Watch(const Options &options, const Transfer &transfer, const CommandWorl
 {
     if (!QFileInfo(m_folder).isDir())
         throw Failure(u"%1 bir klasör değil."_s.arg(QDir::toNativeSeparators(m_folder)));
-    for (const QString &path : {m_work, m_done, m_failed})
-        makeFolder(path);
+    const Job job(m_program.program(), m_program.ports(), transfer, options);
+    if (isInside(QFileInfo(job.targetOf(u"a"_s)).path(), m_folder))
+        throw Failure(u"Belgeler izlenen klasörün içine yazılamaz: %1. --hedef ile dışında bir yer "
+                      "verin."_s.arg(QDir::toNativeSeparators(job.targetOf(u"{kaynak}"_s))));
     m_lock.setStaleLockTime(0);
+}
+
+// The folders and the lock; what is in the way is told.
+Status Watch::begin()
+{
+    const auto &tell = m_world.streams.tell;
+    if (const auto failed = passOver([&] {
+            for (const QString &path : {m_work, m_done, m_failed})
+                makeFolder(path);
+        })) {
+        tell(u"kervan-aktar: "_s + failed->description());
+        return NothingWritten;
+    }
+    if (m_lock.tryLock() || (m_lock.removeStaleLockFile() && m_lock.tryLock())) {
+        sweep(m_failed, reportOf(u"*"_s));
+        return Done;
+    }
+    const QString folder = QDir::toNativeSeparators(m_folder);
+    qint64 process = 0;
+    QString machine, program;
+    if (m_lock.error() == QLockFile::LockFailedError &&
+        m_lock.getLockInfo(&process, &machine, &program)) {
+        tell(u"kervan-aktar: %1 klasörünü başka bir kervan-aktar izliyor: %2 bilgisayarında %3 "
+             "numaralı işlem."_s.arg(folder, machine, QString::number(process)));
+        return FolderInUse;
+    }
+    tell(u"kervan-aktar: %1 izlenemiyor, kilit dosyası açılamadı: %2. Klasöre yazma hakkı verin, "
+         "diskte yer açın."_s.arg(folder, QDir::toNativeSeparators(inHand(lockName.toString()))));
+    return NothingWritten;
 }
 
 Status Watch::run()
 {
-    if (!m_lock.tryLock() && !(m_lock.removeStaleLockFile() && m_lock.tryLock())) {
-        m_world.streams.tell(u"kervan-aktar: %1 klasörünü başka bir kervan-aktar izliyor."_s.arg(
-            QDir::toNativeSeparators(m_folder)));
-        return FolderInUse;
-    }
+    if (const Status begun = begin(); begun != Done)
+        return begun;
     const bool isOneRound = m_options.isOn(u"tek-tur"_s);
-    Status status = Done;
     while (!m_world.isEnding()) {
-        for (const QString &name : waiting(m_folder, m_patterns)) {
-            if (isComplete(name) && !QFileInfo::exists(inHand(name)))
-                take(name);
-        }
-        // What a killed one left comes first by its age.
-        for (const QString &name : waiting(m_work, {u"*"_s})) {
-            if (m_world.isEnding())
-                break;
-            if (const Status entered = enter(); entered != Done) {
-                if (isOneRound)
-                    return entered;
-                break;
-            }
-            const Status one = transferOne(name);
-            m_program.leave();
-            if (one == UsedWrongly)
-                return one;
-            status = worse(status, one);
-        }
-        if (isOneRound && !isLeft())
-            return status;
+        takeComplete();
+        const auto barred = transferAll();
+        if (barred && (isOneRound || *barred == UsedWrongly))
+            return *barred;
+        if (isOneRound && !hasMore())
+            break;
         rest();
     }
-    return Done;
+    // What could not be put away is tried again by the next one.
+    return m_refused.isEmpty() && m_stuck.isEmpty() ? m_status : worse(m_status, NothingWritten);
+}
+
+void Watch::takeComplete()
+{
+    const QHash<QString, QString> before = std::exchange(m_refused, {});
+    const auto refuse = [&](const QString &name, const QString &why) {
+        m_refused[name] = why;
+        if (before.value(name) != why)
+            m_world.streams.tell(u"%1: Alınmadı, %2"_s.arg(name, why));
+    };
+    refuseOdd(refuse);
+    for (const QString &name : waiting(m_folder, m_patterns)) {
+        if (m_refused.contains(name) || !isComplete(name))
+            continue;
+        if (QFileInfo::exists(inHand(name))) {
+            if (m_stuck.contains(name))
+                refuse(name, u"aynı adlı bir dosya isleniyor klasöründe bekliyor."_s);
+            continue;
+        }
+        QFile file(QDir(m_folder).filePath(name));
+        if (!file.rename(inHand(name)))
+            refuse(name,
+                   u"isleniyor klasörüne taşınamadı (%1). Klasöre yazma hakkı verin; dosya başka "
+                   "bir programda açıksa kapatın."_s.arg(file.errorString()));
+        m_looks.remove(name);
+    }
+}
+
+// Tells of files that are never taken.
+void Watch::refuseOdd(const std::function<void(const QString &name, const QString &why)> &refuse)
+{
+    std::error_code fault;
+    std::filesystem::directory_iterator file(m_folder.toStdU16String(), fault);
+    for (; !fault && file != std::filesystem::directory_iterator(); file.increment(fault)) {
+        const QString name = asText(file->path().filename().native());
+        const QString why = QDir::match(m_patterns, name) ? oddityOf(*file, name) : QString();
+        if (!why.isEmpty())
+            refuse(name, why);
+    }
+    if (fault)
+        refuse(QDir::toNativeSeparators(m_folder),
+               u"klasör okunamadı: %1"_s.arg(QString::fromLocal8Bit(fault.message())));
+}
+
+// What a killed one left comes first by its age. Gives what bars the way, if anything does.
+std::optional<Status> Watch::transferAll()
+{
+    m_stuck.removeIf([&](const auto &stuck) { return !QFileInfo::exists(inHand(stuck.key())); });
+    for (const QString &name : waiting(m_work, {u"*"_s})) {
+        if (m_world.isEnding())
+            break;
+        if (const Status entered = enter(); entered != Done)
+            return entered;
+        const Status one = transferOne(name);
+        m_program.leave();
+        if (one == UsedWrongly)
+            return one;
+        if (!m_stuck.contains(name))
+            m_status = worse(m_status, one);
+    }
+    return std::nullopt;
 }
 
 // The oldest first, as their slips are to be numbered.
@@ -155,9 +278,15 @@ QStringList Watch::waiting(const QString &folder, const QStringList &patterns) c
     return names;
 }
 
-bool Watch::isLeft() const
+// Whether there is a file that is neither done nor told to be left.
+bool Watch::hasMore() const
 {
-    return !waiting(m_folder, m_patterns).isEmpty() || !waiting(m_work, {u"*"_s}).isEmpty();
+    const auto isMore = [](const QStringList &names, const auto &left) {
+        return std::ranges::any_of(names,
+                                   [&](const QString &name) { return !left.contains(name); });
+    };
+    return isMore(waiting(m_folder, m_patterns), m_refused) ||
+           isMore(waiting(m_work, {u"*"_s}), m_stuck);
 }
 
 // Whoever copies a file here writes on it between two looks, or its time is but a moment ago.
@@ -168,14 +297,8 @@ bool Watch::isComplete(const QString &name)
     const auto before = m_looks.constFind(name);
     const bool isSame = before != m_looks.cend() && *before == look;
     m_looks[name] = look;
-    return isSame && look.time.secsTo(QDateTime::currentDateTime()) >= m_pause;
-}
-
-// One that somebody holds open stays, where the system tells it.
-bool Watch::take(const QString &name)
-{
-    m_looks.remove(name);
-    return QFile::rename(QDir(m_folder).filePath(name), inHand(name));
+    const qint64 age = look.time.secsTo(QDateTime::currentDateTime());
+    return isSame && (age >= m_pause || age < 0); // the sender's clock may be ahead
 }
 
 // The folder may be in use for the whole day: that is told once.
@@ -192,34 +315,45 @@ Status Watch::enter()
 Status Watch::transferOne(const QString &name)
 {
     m_lines.clear();
+    const QStringList before = m_stuck.take(name);
     const auto quiet = [](const QString &) {
     };
-    Status status = Done;
-    const auto failed = passOver([&] {
-        if (!QFileInfo::exists(inHand(name))) // entering has brought it to its end
-            return;
+    const auto tell = [&](const QString &line) {
+        m_lines << line;
+        if (!before.contains(line)) // it is tried again and again
+            m_world.streams.tell(line);
+    };
+    if (!QFileInfo::exists(inHand(name))) // entering has brought it to its end
+        return Done;
+    Outcome outcome;
+    const auto misused = passOver([&] {
         Job job(m_program.program(), m_program.ports(), m_transfer, m_options);
-        job.setClosing([&](const Outcome &outcome, const QString &staging) {
-            return closing(name, outcome, staging);
+        job.setClosing([&](const Outcome &done, const QString &staging) {
+            return closing(name, done, staging);
         });
-        const Outcome outcome = job.run(inHand(name), {quiet, [&](const QString &line) {
-                                                           m_lines << line;
-                                                           m_world.streams.tell(line);
-                                                       }});
-        m_world.streams.out(m_options.isOn(u"json"_s) ? jsonOf(outcome) : textOf(outcome));
-        status = outcome.status;
-        if (status == NothingWritten && !isPending(m_program.program().folder)) {
-            const QString path = freeName(m_failed, name);
-            writeReport(reportOf(path), outcome);
-            moveFile(inHand(name), path);
-        }
+        outcome = job.run(inHand(name), {quiet, tell});
     });
-    if (!failed)
-        return status;
-    // What is used wrongly is no fault of the file: it waits where it came.
-    m_world.streams.tell(u"kervan-aktar: "_s + failed->description());
-    passOver([&] { moveFile(inHand(name), freeName(m_folder, name)); });
-    return UsedWrongly;
+    if (misused) { // no fault of the file: it waits where it came
+        m_world.streams.tell(u"kervan-aktar: "_s + misused->description());
+        passOver([&] { moveFile(inHand(name), freeName(m_folder, name)); });
+        return UsedWrongly;
+    }
+    if (outcome.status == NothingWritten && !isPending(m_program.program().folder)) {
+        if (const auto failed = passOver([&] { putAway(name, outcome); }))
+            tell(name + u": Yeniden denenecek. "_s + failed->description());
+    }
+    if (QFileInfo::exists(inHand(name)))
+        m_stuck[name] = m_lines;
+    if (before.isEmpty() || !m_stuck.contains(name))
+        m_world.streams.out(m_options.isOn(u"json"_s) ? jsonOf(outcome) : textOf(outcome));
+    return outcome.status;
+}
+
+void Watch::putAway(const QString &name, const Outcome &outcome)
+{
+    const QString path = freeName(m_failed, name);
+    writeReport(reportOf(path), outcome);
+    moveFile(inHand(name), path);
 }
 
 QList<Move> Watch::closing(const QString &name, const Outcome &outcome, const QString &staging)
@@ -268,8 +402,11 @@ int watchFolder(const QStringList &arguments, const CommandWorld &world)
                 u"%1: aktarim = fatura gibi bir satırla ne yapılacağını yazın."_s.arg(recipe));
         addRecipe(options, recipe, {command, transfer->command},
                   watchOptions() + optionsOf(*transfer));
-        if (options.isOn(u"listele"_s) || options.isOn(u"denetle"_s))
-            throw Failure(u"izle yazar; listele ve denetle onunla olmaz."_s);
+        for (const QString &name : {u"listele"_s, u"denetle"_s, u"otomatik"_s}) {
+            if (options.isOn(name))
+                throw Failure(
+                    u"izle gelen her dosyanın belgesini yazar; %1 onunla olmaz."_s.arg(name));
+        }
         status = Watch(options, *transfer, world).run();
     });
     if (!misused)

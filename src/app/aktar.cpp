@@ -45,6 +45,9 @@ int main(int argc, char **argv)
     }
     kervan::OdbcServer sqlServer;
     kervan::SystemClock clock;
+#ifdef SIGPIPE // who reads along may leave; a transfer in hand goes on
+    std::signal(SIGPIPE, SIG_IGN);
+#endif
     if (arguments.value(0) == u"izle") { // the others are ended by the system, at any moment
         std::signal(SIGINT, end);
         std::signal(SIGTERM, end);

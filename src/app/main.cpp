@@ -2,6 +2,7 @@
 #include "aktar/outcome.h"
 #include "app/crashreport.h"
 #include "app/instancelock.h"
+#include "app/lastnet.h"
 #include "app/realports.h"
 #include "base/systemclock.h"
 #include "controls/theme.h"
@@ -51,7 +52,7 @@ int main(int argc, char **argv)
     if (!qEnvironmentVariableIsSet("QT_QPA_PLATFORM"))
         qputenv("QT_QPA_PLATFORM", "windows:darkmode=2");
 #endif
-    QApplication application(argc, argv);
+    kervan::NettedApplication application(argc, argv);
     QApplication::setApplicationName(u"Kervan Transfer"_s);
     QApplication::setOrganizationName(u"Kervan"_s);
     QApplication::setApplicationVersion(QStringLiteral(KERVAN_VERSION));
@@ -73,18 +74,11 @@ int main(int argc, char **argv)
                         QDir::toNativeSeparators(inFolder.holder()))});
         return kervan::FolderInUse;
     }
-    QString recovered;
-    const auto failed = kervan::passOver([&] { recovered = kervan::recover(folder); });
-    if (failed && kervan::countersArePending(folder)) {
-        boxes.show(
-            {u"Yarıda kalan gece aktarımı tamamlanamadı; numaralar ikinci kez verilmesin diye "
-             "program açılmıyor. Nedenini giderip yeniden başlatın.\n%1"_s.arg(
-                 failed->description())});
+    const kervan::Opening opening = kervan::recoverForWindow(folder);
+    if (!opening.mayOpen) {
+        boxes.show({opening.told});
         return kervan::FolderInUse;
     }
-    if (failed)
-        recovered = u"Yarıda kalan gece aktarımının belgesi yerine konamadı: %1"_s.arg(
-            failed->description());
     kervan::ScreenDialogs dialogs(folder);
     kervan::SystemClock clock;
     kervan::OdbcServer sqlServer;
@@ -97,7 +91,8 @@ int main(int argc, char **argv)
                             .clock = clock,
                             .sqlServer = sqlServer};
     kervan::MainWindow window(program);
-    window.tell(stateOf(folder, recovered));
+    application.tellBy([&window](const QString &sentence) { window.tellFault(sentence); });
+    window.tell(stateOf(folder, opening.told));
     window.show();
     return QApplication::exec();
 }

@@ -56,18 +56,23 @@ QString fromCodePage(QByteArrayView bytes)
     return text;
 }
 
-void appendToCodePage(QByteArray &bytes, QStringView text)
+char *writeInCodePage(char *out, QStringView text)
 {
-    const qsizetype start = bytes.size();
-    bytes.resize(start + text.size());
-    char *out = bytes.data() + start;
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t unit = text[i].unicode();
         if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
             ++i; // one character beyond the basic plane is one "?"
         *out++ = unit < toByte.size() ? toByte[unit] : '?';
     }
-    bytes.truncate(out - bytes.constData());
+    return out;
+}
+
+void appendToCodePage(QByteArray &bytes, QStringView text)
+{
+    const qsizetype start = bytes.size();
+    bytes.resize(start + text.size());
+    const char *const end = writeInCodePage(bytes.data() + start, text);
+    bytes.truncate(end - bytes.constData());
 }
 
 QByteArray toCodePage(QStringView text)

@@ -95,9 +95,9 @@ ReadBack readBack(const QString &path, const WrittenRows &rows, const std::atomi
         result.sentence = u"%1 listeyle uyuşmuyor: %2."_s.arg(name, refuted);
     else if (!result.agrees)
         result.sentence =
-            u"Logo %1 belgesini okuyamaz: Xml'i %2 yerde bozuk, ilki %3. satırda."_s.arg(name)
-                .arg(result.problems)
-                .arg(reading.problems.value(0).line);
+            u"Logo %1 belgesini okuyamaz: Xml'i %2 yerde bozuk, ilki %3. satırda."_s.arg(
+                name, QString::number(result.problems),
+                QString::number(reading.problems.value(0).line));
     else if (result.sum)
         result.sentence =
             u"Belge geri okundu: %1 kayıt, tutar %2, listeyle aynı."_s.arg(result.count)

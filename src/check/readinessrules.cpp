@@ -126,6 +126,17 @@ Rule counterRule(const QString &file, std::function<QString()> stored)
             }};
 }
 
+Rule counterBehindRule(std::function<QStringList()> warnings)
+{
+    return {.name = u"sayaç geride"_s,
+            .level = Level::Error,
+            .cure = u"Sayaç dosyasına belgelerdeki son numarayı yazıp dosyayı yeniden "
+                    "okutun: yoksa numaralar ikinci kez verilir."_s,
+            .ofScreen = [warnings = std::move(warnings)] {
+                return warnings().join(u' ');
+            }};
+}
+
 Rule programFolderRule(const QString &folder)
 {
     return {.name = u"program klasörü"_s,

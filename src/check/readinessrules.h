@@ -31,6 +31,8 @@ Rule definitionsRule(std::function<std::optional<Failure>()> unread);
 /// A side file that keeps a counter and held something that is no number when it was read: counting
 /// then begins anew. A missing or empty file is in order. `stored` gives what it held.
 Rule counterRule(const QString &file, std::function<QString()> stored);
+/// A counter whose next number stands in a document already; `warnings` tells which.
+Rule counterBehindRule(std::function<QStringList()> warnings);
 /// The program folder doesn't let its side files be written.
 Rule programFolderRule(const QString &folder);
 

@@ -261,8 +261,8 @@ QString WrittenDocuments::contentOf(const QString &path) const
     return {};
 }
 
-QStringList WrittenDocuments::counterWarnings(const QString &programFolder,
-                                              const QStringList &asked) const
+QStringList counterWarnings(const std::vector<std::shared_ptr<const KnownDocument>> &documents,
+                            const QString &programFolder, const QStringList &asked)
 {
     struct Counter
     {
@@ -278,7 +278,7 @@ QStringList WrittenDocuments::counterWarnings(const QString &programFolder,
         if (!asked.contains(counter.file))
             continue;
         const KnownDocument *last = nullptr;
-        for (const auto &document : m_found.documents) {
+        for (const auto &document : documents) {
             if (!last || document.get()->*counter.highest > last->*counter.highest)
                 last = document.get();
         }

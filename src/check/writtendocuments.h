@@ -53,6 +53,10 @@ struct WrittenMark
     QString sentence; ///< for the tooltip and for readers; says "bu klasörde"
 };
 
+/// A sentence for each of these counters whose next number stands in a document already.
+QStringList counterWarnings(const std::vector<std::shared_ptr<const KnownDocument>> &documents,
+                            const QString &programFolder, const QStringList &counters);
+
 /// Finds the rows of lists in the documents of the target folder and of one more, which are read
 /// beside the work and kept in memory. Nothing is stored, nothing waits for it. `list` counts the
 /// lists of a screen, of which most have one.
@@ -89,8 +93,11 @@ public:
     /// What a document of the folders holds, as notes count it: "120 fatura"; empty where it is not
     /// known.
     QString contentOf(const QString &path) const;
-    /// A sentence for each of these counters whose next number stands in a document already.
-    QStringList counterWarnings(const QString &programFolder, const QStringList &counters) const;
+    /// What the documents tell of counters, as below.
+    QStringList counterWarnings(const QString &programFolder, const QStringList &counters) const
+    {
+        return kervan::counterWarnings(m_found.documents, programFolder, counters);
+    }
 
 Q_SIGNALS:
     /// The marks, or what is known of the folders, are others.

@@ -37,6 +37,9 @@ class NoteStrip : public QWidget
 public:
     explicit NoteStrip(Notes &notes);
 
+    /// Something beside the screen's own steps.
+    void tell(const QString &text) { m_notes.add(text); }
+
 private:
     QFrame *makeFaults();
     QFrame *makeWritten();

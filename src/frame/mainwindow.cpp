@@ -4,6 +4,7 @@
 #include "check/screens/gapspage.h"
 #include "controls/announcing.h"
 #include "controls/bigbutton.h"
+#include "controls/notestrip.h"
 #include "controls/pictures.h"
 #include "controls/remembered.h"
 #include "controls/transferwidgets.h"
@@ -201,6 +202,14 @@ void MainWindow::tell(const QString &text)
 {
     if (!text.isEmpty())
         statusBar()->showMessage(text);
+}
+
+void MainWindow::tellFault(const QString &sentence)
+{
+    const QMdiSubWindow *front = m_area->currentSubWindow();
+    if (auto *strip = front ? front->findChild<NoteStrip *>() : nullptr)
+        strip->tell(sentence);
+    tell(sentence);
 }
 
 void MainWindow::openByUser(QStringView screen)

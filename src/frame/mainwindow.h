@@ -44,6 +44,8 @@ public:
 
     /// Tells it in a line below the screens; an empty text leaves the line away.
     void tell(const QString &text);
+    /// Tells in the strip of the screen in front what went wrong in it.
+    void tellFault(const QString &sentence);
 
     Program &program() { return m_program; }
     /// The menu `seminmenu` of the operations on an invoice list.

@@ -12,7 +12,7 @@ namespace {
 template<Mask mask>
 QString maskedField(QStringView field)
 {
-    return masked(trimmedBlanks(pointToComma(field)).toString(), mask);
+    return masked(pointToComma(trimmedBlanks(field)), mask);
 }
 
 QString dateField(QStringView field)

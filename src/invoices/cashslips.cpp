@@ -87,16 +87,21 @@ void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kas
     if (dosya.size() < endingLength)
         throw Failure(u"%1 için kasa dosyası adı kurulamadı."_s.arg(dosya));
     AccumulatedBody body(sablon(u"kasatex"_s), kasaSozcukleri(), spelling);
-    for (int row = 0; row < l1.rows(); ++row) {
-        if (l1.ticked(row) && isBelowCashLimit(l1, row))
-            body.add(kasaDegerleri(l1, row, kasakodu, program.clock.now().time()));
-    }
     // The line end in front of the footer belongs to it, not to the last record.
+    const Belge frame{sablon(u"kasabastex"_s), {}, {}, "\r\n" + sablon(u"kasasontex"_s), spelling};
     const QString kasa = dosya.chopped(endingLength) + u"-KASANAKIT.xml"_s;
-    const QByteArrayList records = body.records();
-    belgeyaz({sablon(u"kasabastex"_s), records, {}, "\r\n" + sablon(u"kasasontex"_s), spelling},
-             DocumentEnd::AsItStands, kasa);
-    notes.addDocument(kasa, u"kasa fişi"_s, records.size(), program.clock.now().time());
+    int count = 0;
+    belgeyaz(frame, DocumentEnd::AsItStands, kasa, [&](const TakePiece &take) {
+        for (int row = 0; row < l1.rows(); ++row) {
+            if (!l1.ticked(row) || !isBelowCashLimit(l1, row))
+                continue;
+            body.add(kasaDegerleri(l1, row, kasakodu, program.clock.now().time()));
+            body.handOver(take);
+            ++count;
+        }
+        body.handOverAll(take);
+    });
+    notes.addDocument(kasa, u"kasa fişi"_s, count, program.clock.now().time());
     program.boxes.show({u"Kasa Nakit Xml Dönüşümü Tamamlandı..."_s, u"Tamam"_s, Icon::Information});
 }
 

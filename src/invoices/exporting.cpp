@@ -77,15 +77,12 @@ QString IncompleteInvoices::note() const
     return u"%1 faturanın satırları eksik yazıldı. %2"_s.arg(m_count).arg(m_first);
 }
 
-Belge exportInvoices(const Grid &l1, const Grid &l3, const QString &faturaTuru,
-                     const InvoiceSource &source, ProgressField &progress,
-                     IncompleteInvoices &incomplete)
+void writeInvoices(const QString &dosya, const Grid &l1, const Grid &l3, const QString &faturaTuru,
+                   const InvoiceSource &source, ProgressField &progress,
+                   IncompleteInvoices &incomplete)
 {
     InvoiceDocument document(faturaTuru, source.templates, source.spelling);
-    for (int row = 0; row < l1.rows(); ++row) {
-        if (!l1.ticked(row))
-            continue;
-        progress.step();
+    const auto invoiceOf = [&](int row) {
         const QString &faturano = l1.cell(row, L1::FaturaNumarasi);
         if (const auto failed = passOver([&] { source.liste3yukle(faturano); }))
             incomplete.add(faturano, *failed);
@@ -100,9 +97,20 @@ Belge exportInvoices(const Grid &l1, const Grid &l3, const QString &faturaTuru,
             incomplete.add(faturano, Failure(u"%1. satırdan sonraki %2 satır belgeye sığmadı."_s
                                                  .arg(InvoiceDocument::mostLines)
                                                  .arg(lost)));
-        document.endInvoice();
-    }
-    return document.belge();
+        return document.endInvoice();
+    };
+    belgeyaz(document.frame(), DocumentEnd::LineEnd, dosya, [&](const TakePiece &take) {
+        for (int row = 0; row < l1.rows(); ++row) {
+            if (!l1.ticked(row))
+                continue;
+            progress.step();
+            take(" ");
+            take(invoiceOf(row));
+        }
+        take(" ");
+        if (source.close)
+            source.close();
+    });
 }
 
 } // namespace kervan

@@ -41,6 +41,8 @@ struct InvoiceSource
     /// The general discount of a row of `l1` whose lines are in `l3`; null where there is none.
     std::function<std::optional<GeneralDiscount>(int row)> discountOf = nullptr;
     Values spelling = Values::AsTheyStand;
+    /// Lets go what it reads from, which may be the file that the document replaces.
+    std::function<void()> close = nullptr;
 };
 
 /// The part of a head that all sources value alike: what the row of `l1` and the firm give.
@@ -62,12 +64,13 @@ private:
     QString m_last; // number of the one that was added last
 };
 
-/// The document of the ticked rows of `l1`; `faturaTuru` begins with the kind of the invoices. The
-/// lines of each invoice pass through `l3`. An invoice whose lines fail is written with those
-/// before the failure, and counted. The bar goes a step for each of them; the caller starts and
-/// finishes it.
-Belge exportInvoices(const Grid &l1, const Grid &l3, const QString &faturaTuru,
-                     const InvoiceSource &source, ProgressField &progress,
-                     IncompleteInvoices &incomplete);
+/// Writes the document of the ticked rows of `l1` to the file; `faturaTuru` begins with the kind of
+/// the invoices. The lines of each invoice pass through `l3`, and each invoice goes to the file at
+/// once. An invoice whose lines fail is written with those before the failure, and counted. The bar
+/// goes a step for each of them; the caller starts and finishes it. A file that can't be written is
+/// a Failure that names it, told behind the last invoice.
+void writeInvoices(const QString &dosya, const Grid &l1, const Grid &l3, const QString &faturaTuru,
+                   const InvoiceSource &source, ProgressField &progress,
+                   IncompleteInvoices &incomplete);
 
 } // namespace kervan

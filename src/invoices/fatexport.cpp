@@ -63,14 +63,15 @@ void Fat::kaydet(const QString &dosya)
     bilgi.begin();
     ilerleme.start(l1().tickedCount());
     IncompleteInvoices eksikler;
-    std::optional<Failure> unreadable;
-    const Belge belge = [&] { // the database is let go before the document is written
-        BifLines lines(m_program, m_dosyaadi, tickedNumbers());
-        unreadable = lines.unreadable();
-        return exportInvoices(l1(), l3, faturaTuru.text(), sourceOf(lines), ilerleme, eksikler);
-    }();
-    bilgi.addDocument(dosya, u"fatura"_s, l1().tickedCount(), m_program.clock.now().time(),
-                      passOver([&] { belgeyaz(belge, DocumentEnd::LineEnd, dosya); }));
+    auto lines = std::make_unique<BifLines>(m_program, m_dosyaadi, tickedNumbers());
+    const std::optional<Failure> unreadable = lines->unreadable();
+    InvoiceSource source = sourceOf(*lines);
+    source.close = [&lines] {
+        lines.reset();
+    };
+    const auto failed = passOver(
+        [&] { writeInvoices(dosya, l1(), l3, faturaTuru.text(), source, ilerleme, eksikler); });
+    bilgi.addDocument(dosya, u"fatura"_s, l1().tickedCount(), m_program.clock.now().time(), failed);
     if (eksikler.note().isEmpty()) // with no invoice that lacks lines, nothing else tells it
         bilgi.add(unreadable);
     else

@@ -377,9 +377,8 @@ QString someOf(const QStringList &names, const QString &what)
 {
     if (names.size() <= fewNames)
         return names.join(u", "_s);
-    return u"%1 ve %2 %3 daha"_s.arg(names.first(fewNames).join(u", "_s))
-        .arg(names.size() - fewNames)
-        .arg(what);
+    return u"%1 ve %2 %3 daha"_s.arg(names.first(fewNames).join(u", "_s),
+                                     QString::number(names.size() - fewNames), what);
 }
 
 } // namespace kervan

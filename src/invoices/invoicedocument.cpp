@@ -217,17 +217,14 @@ void InvoiceDocument::addGeneralDiscount(const std::optional<QString> &percent)
     m_text += sablondoldur(m_generalDiscount, fills);
 }
 
-void InvoiceDocument::endInvoice()
+QByteArrayView InvoiceDocument::endInvoice()
 {
-    m_text += m_kalemson;
-    m_invoices << QByteArray(m_text.constData(), m_text.size()); // exactly as large as it is
+    return m_text += m_kalemson;
 }
 
-Belge InvoiceDocument::belge() const
+Belge InvoiceDocument::frame() const
 {
-    // An empty place at either end: a blank in front of each invoice and one before the footer.
-    return {m_baslik, QByteArrayList{QByteArray()} + m_invoices + QByteArrayList{QByteArray()}, " ",
-            m_sonu, m_head.spelling()};
+    return {m_baslik, {}, {}, m_sonu, m_head.spelling()};
 }
 
 } // namespace kervan

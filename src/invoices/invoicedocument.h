@@ -64,7 +64,8 @@ struct InvoiceTemplates
 /// Those of the SAP invoices; other sources replace places of them.
 InvoiceTemplates sapTemplates();
 
-/// The document of ticked invoices, put together invoice by invoice and line by line.
+/// The document of ticked invoices, put together invoice by invoice and line by line; it holds the
+/// invoice in hand and none before it.
 class InvoiceDocument
 {
 public:
@@ -80,12 +81,14 @@ public:
     /// Adds the general discount behind the last line. Without a percentage (it could not be
     /// worked out) its placeholder stays in the document.
     void addGeneralDiscount(const std::optional<QString> &percent);
-    void endInvoice();
+    /// Gives the whole invoice, in the bytes of the document; they stand until the next one begins.
+    QByteArrayView endInvoice();
     /// How many lines of the invoice in hand found no room.
     int lostLines() const { return std::max(m_lines - mostLines, 0); }
 
-    /// The whole document of the invoices so far; it ends in a line end.
-    Belge belge() const;
+    /// What stands around the invoices, in front of each of which, and behind the last, a blank
+    /// belongs.
+    Belge frame() const;
 
 private:
     Sablon m_head;
@@ -99,7 +102,6 @@ private:
     InvoiceHead m_current;
     QByteArray m_text; // the invoice in hand
     int m_lines = 0;
-    QByteArrayList m_invoices;
 };
 
 } // namespace kervan

@@ -48,9 +48,9 @@ char markOf(char byte)
     return control ? nothing : byte;
 }
 
-void mark(QByteArray &bytes, qsizetype from)
+void mark(QByteArray &bytes)
 {
-    std::transform(bytes.cbegin() + from, bytes.cend(), bytes.begin() + from, &markOf);
+    std::transform(bytes.cbegin(), bytes.cend(), bytes.begin(), &markOf);
 }
 
 bool isElement(QByteArrayView placeholder)
@@ -64,7 +64,7 @@ QByteArray valueBytes(QStringView value, Values values)
 {
     QByteArray bytes = toCodePage(value);
     if (values == Values::AsXml)
-        mark(bytes, 0);
+        mark(bytes);
     return bytes;
 }
 
@@ -111,7 +111,7 @@ QList<Fill> fillsOf(const QList<QByteArray> &placeholders, std::span<const QStri
         }
         // A value that spells such a placeholder is found too, by its marks.
         QByteArray marked = find;
-        mark(marked, 0);
+        mark(marked);
         fills.append({find, toCodePage(value)});
         fills.append({marked, toCodePage(value)});
     }
@@ -157,6 +157,8 @@ Sablon::Sablon(QByteArray text, QList<QByteArray> placeholders, Values spelling)
         return std::ranges::any_of(
             m_literals, [&](const QByteArray &literal) { return mayReachOut(word, literal); });
     });
+    for (const QByteArray &literal : std::as_const(m_literals))
+        m_literalSize += literal.size();
     m_lettered = std::ranges::all_of(m_placeholders, [](const QByteArray &word) {
         return hasSmallLetter(QString::fromLatin1(word));
     });
@@ -192,14 +194,6 @@ bool Sablon::mayChange(std::span<const QString> values, Steps steps) const
     return false;
 }
 
-void Sablon::appendMarked(qsizetype slot, std::span<const QString> values, QByteArray &out) const
-{
-    const qsizetype start = out.size();
-    appendToCodePage(out, values[static_cast<std::size_t>(m_slots[slot])]);
-    if (!isElement(m_placeholders[m_slots[slot]]))
-        mark(out, start);
-}
-
 void Sablon::doldur(std::span<const QString> values, QByteArray &out) const
 {
     Q_ASSERT(static_cast<qsizetype>(values.size()) == m_placeholders.size());
@@ -210,16 +204,27 @@ void Sablon::doldur(std::span<const QString> values, QByteArray &out) const
     yerlestir(values, out);
 }
 
+// Room is made once for all that comes.
 void Sablon::yerlestir(std::span<const QString> values, QByteArray &out) const
 {
+    const auto valueOf = [&](qsizetype slot) -> const QString & {
+        return values[static_cast<std::size_t>(m_slots[slot])];
+    };
+    qsizetype room = m_literalSize;
+    for (qsizetype i = 0; i < m_slots.size(); ++i)
+        room += valueOf(i).size();
+    const qsizetype start = out.size();
+    out.resize(start + room);
+    char *at = out.data() + start;
     for (qsizetype i = 0; i < m_slots.size(); ++i) {
-        out += m_literals[i];
-        if (m_spelling == Values::AsXml) [[unlikely]]
-            appendMarked(i, values, out);
-        else
-            appendToCodePage(out, values[static_cast<std::size_t>(m_slots[i])]);
+        at = std::ranges::copy(m_literals[i], at).out;
+        char *const value = at;
+        at = writeInCodePage(at, valueOf(i));
+        if (m_spelling == Values::AsXml && !isElement(m_placeholders[m_slots[i]])) [[unlikely]]
+            std::transform(value, at, value, &markOf);
     }
-    out += m_literals.last();
+    at = std::ranges::copy(m_literals.last(), at).out;
+    out.truncate(at - out.constData());
 }
 
 } // namespace kervan

@@ -71,13 +71,13 @@ public:
 
 private:
     void split(qsizetype placeholder);
-    void appendMarked(qsizetype slot, std::span<const QString> values, QByteArray &out) const;
 
     QByteArray m_text;
     QList<QByteArray> m_placeholders;
     Values m_spelling;
     // The template is literal 0, the value of slot 0, literal 1, ... and a last literal.
     QList<QByteArray> m_literals;
+    qsizetype m_literalSize = 0; // of all
     QList<qsizetype> m_slots; // the placeholder of each
     bool m_separates = true;  // no step could find anything across the border of a value
     bool m_lettered = true;   // each placeholder holds a small letter

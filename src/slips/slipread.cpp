@@ -92,10 +92,8 @@ void SlipScreen::readMovements(const SheetLayout &layout, int &record)
     m_bank.load();
     if (sheet->rows() < layout.headings) {
         carryOut(layout, [&] {
-            throw Failure(
-                u"%1 sayfasında %2 kayıt var; ilk %3 kayıt başlıktır."_s.arg(sayfaAdi.text())
-                    .arg(sheet->rows())
-                    .arg(layout.headings));
+            throw Failure(u"%1 sayfasında %2 kayıt var; ilk %3 kayıt başlıktır."_s.arg(
+                sayfaAdi.text(), QString::number(sheet->rows()), QString::number(layout.headings)));
         });
     }
     Reading reading{.sheet = *sheet, .persl = persl, .codes = codes()};

@@ -31,8 +31,8 @@ QStringList readLines(const QString &path, int count)
 {
     QStringList lines = readFirstLines(path, count);
     if (lines.size() < count)
-        throw Failure(u"%1 dosyasında %2. satır yok."_s.arg(QDir::toNativeSeparators(path))
-                          .arg(lines.size() + 1));
+        throw Failure(u"%1 dosyasında %2. satır yok."_s.arg(QDir::toNativeSeparators(path),
+                                                            QString::number(lines.size() + 1)));
     return lines;
 }
 

@@ -3,6 +3,7 @@
 #include "aktar/command.h"
 #include "app/samples.h"
 #include "store/installation.h"
+#include "store/localdb.h"
 #include "support/fakes.h"
 
 #include <QDir>
@@ -48,6 +49,16 @@ struct SampleFolder
         };
     }
 
+    void fill(const QString &statement)
+    {
+        LocalDb db;
+        const auto failed = passOver([&] {
+            const OpenDb open(db, sideFile(u"data.dbs"_s));
+            db.query(Statement(statement));
+        });
+        if (failed)
+            qFatal("%s", qPrintable(failed->description()));
+    }
     QString document(const QString &name) const { return documents + u'/' + name; }
     QString sideFile(const QString &name) const { return folder + u'/' + name; }
 

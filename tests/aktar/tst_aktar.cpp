@@ -3,6 +3,7 @@
 #include "aktar/folder.h"
 #include "aktar/journal.h"
 #include "invoices/desk.h"
+#include "support/failing.h"
 #include "support/table.h"
 
 #include <QElapsedTimer>
@@ -11,6 +12,7 @@
 #include <QJsonObject>
 #include <QProcess>
 
+#include <filesystem>
 #include <future>
 #include <thread>
 
@@ -37,7 +39,7 @@ struct Branch : SampleFolder
         for (const QString &number : numbers) {
             const QString day = u"2024030"_s + QString::number(6 + number.right(1).toInt() % 3);
             lines += header({.no = number, .date = day, .person = u"00100101"_s}) +
-                     goods(u"KHV-100", u"1", u"118.00", u"100.00");
+                     goods(u"KHV-100", u"1", u"100.00", u"100.00");
         }
         writeBytes(source, lines);
     }
@@ -84,7 +86,7 @@ no such command ; faturalar                                       ; "faturalar" 
 no source       ; fatura                                          ; Kaynak dosyayı verin
 no target       ; fatura a.bif                                    ; --hedef
 unknown option  ; cari a.txt --firma=X --hedef=b.xml              ; "--firma" cari komutunun
-missing value   ; fatura a.bif --hedef                            ; Değeri eksik
+missing value   ; fatura a.bif --hedef                            ; --hedef için değer eksik
 no such row     ; fatura a.bif --hedef=b.xml --sec=bazen          ; --sec için "bazen" olmaz
 no such day     ; fatura a.bif --hedef=b.xml --sec=tarih=yarın    ; "yarın" bir gün değil
 no such firm    ; fatura a.bif --hedef=b.xml --firma=YOK          ; Olanlar: MERKEZ ŞUBE, İZMİR ŞUBE
@@ -92,6 +94,17 @@ one of words    ; cari a.txt --hedef=b.xml --belge=sil            ; Olanlar: ekl
 not of cards    ; cari a.txt --hedef=b.xml --sec=e-fatura         ; listenin hepsini yazar
 not of slips    ; nakit a.xlsx --hedef=b.xml --sec=e-fatura       ; E-fatura bu aktarımda seçilemez
 one target      ; cari a.txt b.txt --hedef=c.xml                  ; İki kaynağın belgesi aynı
+in the list     ; duzey a.xlsx --hedef=b.xml --tur=99             ; Olanlar: 10
+no unit         ; fatura a.bif --hedef=b.xml --birim-seti=YOK     ; "YOK": tanımlarda yok
+backwards       ; fatura a.bif --hedef=b.xml --sec=tarih=dun..01.03.2024 ; ilk gün (07.03.2024)
+three days      ; fatura a.bif --hedef=b.xml --sec=tarih=dun..dun..dun ; bir gün değil
+filter's days   ; fatura a.bif --hedef=b.xml --ilk-tarih=bugun --son-tarih=dun ; sonuncudan
+form alone      ; cari a.txt --hedef=b.xml --bicim=csv            ; --listele ile verilir
+no such word    ; cari a.txt --hedef={tarihh}.xml                 ; {tarihh}.xml
+two targets     ; cari a.txt --hedef=b.xml --hedef=c.xml          ; iki kez verildi
+no switch       ; cari a.txt --hedef=b.xml --uzerine-yaz=false    ; "false" olmaz: evet ya da hayır
+two looks       ; cari a.txt --listele --denetle                  ; birlikte verilmez
+two names       ; mey a.xls --hedef=b.xml --otomatik              ; birlikte verilmez
 no number       ; cari a.txt --hedef=c.xml --bekle=az             ; 0 ya da daha büyük
 no recipe       ; cari a.txt --hedef=c.xml --tarif=yok.ini        ; yok.ini
 no watched one  ; izle                                            ; --tarif ile tarifini verin)"_s);
@@ -102,6 +115,7 @@ no watched one  ; izle                                            ; --tarif ile 
         const auto before = filesOf(b.folder, {u"*"_s});
         QCOMPARE(b.run(fetch("arguments").split(u' ', Qt::SkipEmptyParts)), UsedWrongly);
         QVERIFY2(b.says(fetch("told")), qPrintable(b.told.join(u'\n')));
+        QCOMPARE(b.told.size(), 1); // nor was a source opened, none of which is there
         QCOMPARE(filesOf(b.folder, {u"*"_s}), before);
     }
 
@@ -121,7 +135,9 @@ no watched one  ; izle                                            ; --tarif ile 
         QCOMPARE(b.told, QStringList({u"gün.bif: Tamam: Kasa Nakit Xml Dönüşümü Tamamlandı..."_s,
                                       u"gün.bif: Tamam: Xml Dönüşümü Tamamlandı..."_s}));
         QVERIFY2(b.out.contains(u"a.xml: 4 fatura, toplam "_s), qPrintable(b.out));
-        QCOMPARE(b.fatura(u"b.xml"_s, {u"--plan"_s, u""_s}), DoneWithFindings);
+        QCOMPARE(b.run({u"fatura"_s, b.source, u"--hedef"_s, b.document(u"b.xml"_s),
+                        u"--firma=MERKEZ ŞUBE"_s, u"-kdv=18"_s}),
+                 DoneWithFindings);
         QVERIFY(b.says(u"Uyarı: Ödeme planı seçilmedi"_s));
         QCOMPARE(b.fatura(u"c.xml"_s, {u"--sec"_s, u"no=F9"_s}), NothingWritten);
         QVERIFY(b.says(u"seçilen satır yok"_s));
@@ -216,6 +232,107 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         QCOMPARE(b.fatura(u"a.xml"_s), DoneWithFindings);
     }
 
+    void nothingIsNotInOrder_data()
+    {
+        addTable(uR"(
+case      ; arguments                    ; told
+no file   ; cari yok.txt                 ; kaynak sonuna kadar okunamadı
+no book   ; duzey bozuk.xlsx             ; kaynak sonuna kadar okunamadı
+no record ; fatura bozuk.xlsx            ; listede kayıt yok
+no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
+    }
+    void nothingIsNotInOrder()
+    {
+        for (const QString &look : {u"--listele"_s, u"--denetle"_s}) {
+            Branch b;
+            writeBytes(b.place.filePath(u"bozuk.xlsx"_s), "PK");
+            QStringList arguments = fetch("arguments").split(u' ');
+            arguments[1] = b.place.filePath(arguments[1]);
+            QCOMPARE(b.run(arguments << look), NothingWritten);
+            QVERIFY2(b.says(fetch("told")), qPrintable(b.told.join(u'\n')));
+        }
+    }
+
+    void aNumberThatNoRowHasIsAFinding()
+    {
+        Branch b;
+        QCOMPARE(b.fatura({}, {u"--listele"_s, u"--sec"_s, u"no=F1,F8"_s}), DoneWithFindings);
+        QVERIFY(b.says(u"Uyarı: Listede olmayan numara: F8"_s));
+        QCOMPARE(b.fatura(u"a.xml"_s, {u"--sec"_s, u"no=F1,F9"_s}), DoneWithFindings);
+        QVERIFY(b.says(u"Listede olmayan numara: F9"_s) && !b.says(u"F1,"_s));
+        QCOMPARE(b.written().size(), 2);
+    }
+
+    void findingsAreThoseOfTheDocument()
+    {
+        const auto rules = [](SampleFolder &folder, const QStringList &arguments) {
+            folder.run(arguments + QStringList{u"--denetle"_s, u"--json"_s});
+            QStringList names;
+            const QJsonObject object = QJsonDocument::fromJson(folder.out.toUtf8()).object();
+            for (const auto finding : object[u"bulgular"].toArray())
+                names << finding[u"kural"].toString();
+            return names;
+        };
+        Branch b;
+        const QStringList slips{u"nakit"_s, QStringLiteral(SAMPLES "/tahsilatlar.xlsx"),
+                                u"--banka-hesabi="_s};
+        const QString noBank = u"boş banka kodu"_s;
+        QVERIFY(!rules(b, slips).contains(noBank));
+        QVERIFY(rules(b, slips + QStringList{u"--belge=banka"_s}).contains(noBank));
+        writeBytes(b.sideFile(u"kasa.kvz"_s), "");
+        writeBytes(b.source,
+                   header({.no = u"K1"_s, .person = u"00100101"_s}) +
+                       header({.no = u"B1"_s, .grand = u"9000.00"_s, .person = u"00100101"_s}));
+        const auto ofInvoice = [&](const QString &number) {
+            return rules(b, {u"fatura"_s, b.source, u"--sec=no="_s + number});
+        };
+        QVERIFY(ofInvoice(u"K1"_s).contains(u"kasa kodu"_s));
+        QVERIFY(!ofInvoice(u"B1"_s).contains(u"kasa kodu"_s));          // gets no slip
+        b.fill(u"update yol set xc='x', xf='/yok/yok' where id='1'"_s); // where the windows'
+                                                                        // dialogs begin
+        QVERIFY(!ofInvoice(u"K1"_s).contains(u"belge klasörü"_s));
+    }
+
+    void whatTheDocumentsTellIsAFinding()
+    {
+        Branch b;
+        const QByteArray counter = b.counter();
+        QCOMPARE(b.fatura(u"a.xml"_s), Done);
+        writeBytes(b.sideFile(u"kasacariislemno.kvz"_s), counter); // put back from a backup
+        QCOMPARE(b.fatura(u"b.xml"_s, {u"--denetle"_s}), DoneWithFindings);
+        QVERIFY2(b.out.contains(u"Hata: Sayaç geride: sıradaki numara KN000042"_s),
+                 qPrintable(b.out));
+        QCOMPARE(b.fatura(u"b.xml"_s, {u"--hata-varsa-yazma"_s}), NothingWritten);
+        // A document of which Logo can't read a word is found out before it is published.
+        writeBytes(b.source, header({.no = u"F1"_s, .title = u"A & B"_s, .person = u"00100101"_s}) +
+                                 goods(u"KHV-100", u"1", u"100.00", u"100.00"));
+        QCOMPARE(b.fatura(u"c.xml"_s, {u"--json"_s}), DoneWithFindings);
+        QVERIFY(b.out.contains(u"\"kural\":\"geri okuma\""_s));
+    }
+
+    void anAutomaticSaveGoesWhereTheSettingsSay()
+    {
+        Branch b;
+        const auto automatic = [&](const QStringList &more = {}) {
+            return b.run(QStringList{u"fatura"_s, b.source, u"--firma=MERKEZ ŞUBE"_s, u"--kdv=18"_s,
+                                     u"--plan=30GUN"_s, u"--otomatik"_s} +
+                         more);
+        };
+        QCOMPARE(automatic(), NothingWritten);
+        QVERIFY(b.says(u"Dikkat: Birim Seti Seçiniz...!"_s));
+        const QString unit = u"--birim-seti=PAKET"_s;
+        b.fill(u"update yol set xf='' where id='1'"_s);
+        QCOMPARE(automatic({unit}), NothingWritten);
+        QVERIFY(b.says(u"Dosya Konumu Hatalı...!"_s));
+        b.fill(u"update yol set xf='%1' where id='1'"_s.arg(b.documents));
+        QCOMPARE(automatic({unit, u"--uzerine-yaz"_s}), NothingWritten);
+        QVERIFY(b.says(u"bir klasör"_s) && !isPending(b.folder));
+        b.fill(u"update yol set xf='%1' where id='1'"_s.arg(b.document(u"oto.xml"_s)));
+        QCOMPARE(automatic({unit}), Done);
+        QCOMPARE(b.written(), QStringList({u"oto-KASANAKIT.xml"_s, u"oto.xml"_s}));
+        QCOMPARE(automatic({unit}), NothingWritten); // there is one already
+    }
+
     void eachDocumentIsAnObject()
     {
         Branch b;
@@ -277,6 +394,13 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         turkish.replace("\xC4\xB0ZM\xC4\xB0R \xC5\x9EUBE", "\xDDZM\xDDR \xDEUBE");
         b.recipe(turkish);
         QCOMPARE(b.run(arguments), Done);
+        b.recipe(recipe + "listele = evet\n");
+        QCOMPARE(b.run(arguments), Done);
+        QVERIFY(b.out.contains(u"Fatura Numarası"_s));
+        for (const QString &no : {u"hayir"_s, u"hayır"_s}) {
+            QCOMPARE(b.run(arguments + QStringList{u"--listele="_s + no}), Done);
+            QVERIFY(b.out.contains(u"a.xml: 4 fatura"_s));
+        }
         for (const auto &[bytes, told] :
              {std::pair<QByteArray, QString>{"[fatura]\nfirmam=X\n",
                                              u"2. satır: \"firmam\" fatura"_s},
@@ -382,6 +506,105 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         QVERIFY(b.says(u"Belge yazılmadı, sayaçlar önceki gibi"_s));
     }
 
+    void ofDocumentsThatBelongTogetherAllAreThereOrNone()
+    {
+        Branch b;
+        const QByteArray counter = b.counter();
+        const QString name(245, u'a'); // the name of the slips' is too long
+        QCOMPARE(b.fatura(name + u".xml"_s), NothingWritten);
+        QCOMPARE(b.written(), QStringList());
+        QCOMPARE(b.counter(), counter);
+        QVERIFY(!isPending(b.folder));
+    }
+
+    void ofTwoFoldersOneHasTheTarget()
+    {
+        Branch first;
+        Branch second;
+        const QByteArray counter = second.counter();
+        const QString target = first.document(u"a.xml"_s);
+        Journal journal(second.folder, first.documents);
+        writeBytes(journal.folder() + u"/a.xml"_s, "ikinci");
+        writeBytes(second.sideFile(u"kasacariislemno.kvz"_s), " 99 \r\n");
+        QCOMPARE(first.fatura(u"a.xml"_s), Done); // meanwhile
+        QVERIFY(passOver([&] { journal.commit({{journal.folder() + u"/a.xml"_s, target}}); }));
+        QVERIFY(readBytes(target).startsWith("<?xml"));
+        QCOMPARE(second.counter(), counter);
+        QVERIFY(!isPending(second.folder));
+    }
+
+    void documentsOnAShareThatIsAwayAreNotLost()
+    {
+        Branch b;
+        {
+            Journal journal(b.folder, b.documents);
+            writeBytes(journal.folder() + u"/a.xml"_s, "a");
+            QDir().rename(b.documents, b.documents + u"-uzak"_s);
+            QVERIFY(passOver([&] {
+                journal.commit({{journal.folder() + u"/a.xml"_s, b.document(u"a.xml"_s)}});
+            }));
+        }
+        QVERIFY(passOver([&] { recover(b.folder); }));
+        const Opening opening = recoverForWindow(b.folder);
+        QVERIFY(opening.mayOpen && opening.told.contains(u"yerine konamadı"_s));
+        QDir().rename(b.documents + u"-uzak"_s, b.documents);
+        QVERIFY(recoverForWindow(b.folder).told.contains(u"tamamlandı"_s));
+        QCOMPARE(readBytes(b.document(u"a.xml"_s)), "a");
+    }
+
+    void aWindowStaysClosedWhileNumbersWouldBeGivenTwice()
+    {
+        Branch b;
+        const QString counter = b.sideFile(u"kasacariislemno.kvz"_s);
+        {
+            const Journal journal(b.folder, b.documents);
+        }
+        QFile::remove(counter);
+        QDir().mkpath(counter + u"/dolu"_s); // it can't be put back
+        const Opening opening = recoverForWindow(b.folder);
+        QVERIFY(!opening.mayOpen && opening.told.contains(u"program açılmıyor"_s));
+        QVERIFY(isPending(b.folder));
+        QDir(counter).removeRecursively();
+        QVERIFY(recoverForWindow(b.folder).mayOpen);
+        QCOMPARE(readBytes(counter), " 41 \r\n");
+    }
+
+    void whatKilledWritersLeftIsSweptAndNothingElse()
+    {
+        Branch b;
+        const QString journal = b.sideFile(journalName.toString());
+        for (const QString &name : {u".hJkLmN"_s, u".bak123"_s, u".backup"_s, u"-hJkLmN"_s})
+            writeBytes(journal + name, "x");
+        QCOMPARE(b.fatura(u"a.xml"_s), Done);
+        QCOMPARE(QDir(b.folder).entryList({QFileInfo(journal).fileName() + u'*'}).size(), 3);
+        QVERIFY(!QFile::exists(journal + u".hJkLmN"_s));
+    }
+
+    void withoutLogoNobodyIsTakenForHavingNoEInvoices()
+    {
+        Branch b;
+        b.sqlServer.opens = false;
+        QCOMPARE(b.fatura(u"a.xml"_s, {u"--sec=e-fatura-degil"_s}), NothingWritten);
+        QVERIFY2(b.says(u"Logo'dan sorulamadı, hiçbir satır"_s), qPrintable(b.told.join(u'\n')));
+        QCOMPARE(b.written(), QStringList());
+    }
+
+    // Job engines read along and leave.
+    void aReaderWhoLeavesEndsNoTransfer()
+    {
+#ifndef Q_OS_UNIX
+        QSKIP("there is no such signal");
+#endif
+        Branch b;
+        QProcess shell;
+        shell.start(u"sh"_s,
+                    {u"-c"_s, u"{ sleep 0.3; \"$0\" \"$@\"; } | true"_s, QStringLiteral(PROGRAM),
+                     u"cari"_s, QStringLiteral(SAMPLES "/cariler.txt"), u"--klasor"_s, b.folder,
+                     u"--hedef"_s, b.document(u"a.xml"_s)});
+        QVERIFY(shell.waitForFinished(20000));
+        QCOMPARE(b.written(), QStringList(u"a.xml"_s));
+    }
+
     void aTargetThatIsGoneIsToldBeforeAnythingChanges()
     {
         Branch b;
@@ -415,6 +638,26 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         w.drop(u"bir.bif"_s);
         QCOMPARE(w.watch(), Done);
         QVERIFY(w.files(u"aktarilan"_s).contains(u"bir-2.bif bir-2.bif.rapor.txt"_s));
+        writeBytes(w.in(u"son.bif"_s), "");
+        w.recipe += "tek-tur = hayir\n";
+        w.b.isEnding = [&w] {
+            return w.files(u"hatali"_s).contains(u"son.bif.rapor.txt"_s);
+        };
+        QCOMPARE(w.watch(), NothingWritten); // at a signal what was done counts
+    }
+
+    void aNameLikeAPlaceholderIsAName()
+    {
+        Watched w;
+        const QString name = u"%1-%2.bif"_s;
+        w.drop(name);
+        QCOMPARE(w.watch(), Done);
+        QVERIFY2(w.b.out.contains(u"/%1-%2.xml: 4 fatura"_s), qPrintable(w.b.out));
+        for (const QString &there : {name, u"%1-%2-2.bif"_s}) { // its document is there
+            w.drop(name);
+            QCOMPARE(w.watch(), NothingWritten);
+            QVERIFY2(w.files(u"hatali"_s).contains(there), qPrintable(w.files(u"hatali"_s)));
+        }
     }
 
     void aWatchedFolderLosesNothingWhereItCantGoOn()
@@ -429,20 +672,134 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         FolderLock window(w.b.folder, FolderLock::Who::Window);
         QVERIFY(window.take());
         QCOMPARE(w.watch(), FolderInUse);
-        w.recipe += "tek-tur = hay\xC4\xB1r\n";
+        w.recipe += "bekle = 600\ntek-tur = hay\xC4\xB1r\n"; // a signal is heard in between
         w.b.isEnding = [looks = 0]() mutable {
-            return ++looks > 20;
+            return ++looks > 6;
         };
         QCOMPARE(w.watch(), Done); // asked to end while it waits for the window
-        QCOMPARE(w.b.told.size(), 1);
+        QCOMPARE(w.b.told, QStringList());
         QCOMPARE(w.b.written(), QStringList());
         window.release();
         w.b.isEnding = [] {
             return false;
         };
-        w.recipe.chop(18);
+        w.recipe.chop(30);
         QCOMPARE(w.watch(), Done);
         QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
+    }
+
+    // Neither is a file told at each look, nor is the watch ended by it.
+    void whatCantBePutAwayIsToldOnceAndTriedAgain()
+    {
+        Watched w;
+        for (const QString &folder : {u"hatali"_s, u"aktarilan"_s})
+            QDir().mkpath(w.in(folder));
+        const auto disk = std::make_unique<SmallDisk>(w.in(u"hatali"_s));
+        if (!disk->isThere() || !disk->makeReadOnly())
+            QSKIP("no disk of its own can be mounted here");
+        writeBytes(w.in(u"bozuk.bif"_s), "");
+        QCOMPARE(w.watch(), NothingWritten);
+        const QStringList told = w.b.told;
+        QCOMPARE(told.filter(u"Yeniden denenecek"_s).size(), 1);
+        QCOMPARE(w.files(u"isleniyor"_s), u"bozuk.bif"_s);
+        w.recipe += "tek-tur = hayir\n";
+        w.b.isEnding = [looks = 0]() mutable {
+            return ++looks > 12;
+        };
+        QCOMPARE(w.watch(), NothingWritten); // at a signal, after many looks
+        QCOMPARE(w.b.told, told);
+    }
+
+    void aFullDiskEndsNoWatch()
+    {
+        Watched w;
+        w.drop(u"bir.bif"_s);
+        int status = -1;
+        if (!onAFullDisk(150, [&] { status = w.watch(); }))
+            QSKIP("files grow as they like here");
+        QCOMPARE(status, NothingWritten);
+        QVERIFY(w.b.says(u"Belge yazılmadı"_s));
+        QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif"_s);
+        QCOMPARE(w.watch(), Done);
+        QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
+    }
+
+    void sourceAndReportGoToAnotherDiskToo()
+    {
+        Watched w;
+        QDir().mkpath(w.in(u"aktarilan"_s));
+        const SmallDisk disk(w.in(u"aktarilan"_s));
+        if (!disk.isThere())
+            QSKIP("no disk of its own can be mounted here");
+        w.drop(u"bir.bif"_s);
+        QCOMPARE(w.watch(), Done);
+        QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
+        QCOMPARE(w.files(u"isleniyor"_s), QString());
+    }
+
+    void whatIsNotTakenIsTold()
+    {
+        Watched w;
+        w.drop(u"yarin.bif"_s);
+        QFile ahead(w.in(u"yarin.bif"_s));
+        QVERIFY(ahead.open(QIODevice::ReadWrite));
+        QVERIFY(ahead.setFileTime(QDateTime::currentDateTime().addDays(1),
+                                  QFileDevice::FileModificationTime));
+        ahead.close();
+        QCOMPARE(w.watch(), Done);
+        QCOMPARE(w.files(u"aktarilan"_s), u"yarin.bif yarin.bif.rapor.txt"_s);
+#ifdef Q_OS_UNIX
+        w.drop(u"gelen.dat"_s);
+        QVERIFY(QFile::link(u"gelen.dat"_s, w.in(u"bag.bif"_s)));
+        QVERIFY(QFile::link(w.in(u"yok.dat"_s), w.in(u"kopuk.bif"_s)));
+        QFile::copy(w.b.source, w.in(u"dogru.bif"_s));
+        std::filesystem::copy_file(w.in(u"gelen.dat"_s).toStdString(),
+                                   w.in({}).toStdString() + "\xDDzmir.bif");
+        QCOMPARE(w.watch(), NothingWritten);
+        QCOMPARE(w.b.told.filter(u"Alınmadı"_s).size(), 3);
+        QCOMPARE(w.b.told.filter(u"adı UTF-8 değil"_s).size(), 1);
+        QVERIFY(w.files(u"aktarilan"_s).startsWith(u"dogru.bif "_s));
+        QCOMPARE(w.files(u"isleniyor"_s), QString());
+#endif
+    }
+
+    void aFolderThatCantBeWrittenIsTold()
+    {
+        Watched w;
+        const SmallDisk disk(w.in({}));
+        if (!disk.isThere())
+            QSKIP("no disk of its own can be mounted here");
+        for (const QString &folder : {u"isleniyor"_s, u"aktarilan"_s, u"hatali"_s})
+            QDir().mkpath(w.in(folder));
+        w.drop(u"bir.bif"_s);
+        QVERIFY(disk.makeReadOnly());
+        QCOMPARE(w.watch(), NothingWritten);
+        QVERIFY2(w.b.says(u"kilit dosyası açılamadı"_s), qPrintable(w.b.told.join(u'\n')));
+        const SmallDisk ofWork(w.in(u"isleniyor"_s)); // it can be copied, but not taken away
+        QCOMPARE(w.watch(), NothingWritten);
+        QVERIFY2(w.b.says(u"bir.bif: Alınmadı"_s), qPrintable(w.b.told.join(u'\n')));
+        QCOMPARE(w.files(u"isleniyor"_s), QString());
+        QCOMPARE(w.b.written(), QStringList());
+    }
+
+    void aTargetInsideTheWatchedFolderIsAWrongUse()
+    {
+        Watched w;
+        w.drop(u"bir.bif"_s);
+#ifdef Q_OS_WIN
+        const QString otherName = w.in(u"A.XML"_s).toUpper();
+#else
+        QVERIFY(QFile::link(w.in({}), w.b.place.filePath(u"bag"_s)));
+        const QString otherName = w.b.place.filePath(u"bag/a.xml"_s);
+#endif
+        for (const QString &target :
+             {w.in({}), w.in(u"aktarilan"_s), w.in(u"hatali/a.xml"_s), otherName,
+              w.in(u"../gelen/{kaynak}.xml"_s), w.in(u"yeni/{tarih}/"_s)}) {
+            w.b.documents = target;
+            QCOMPARE(w.watch(), UsedWrongly);
+            QVERIFY2(w.b.says(u"izlenen klasörün içine yazılamaz"_s), qPrintable(target));
+            QCOMPARE(w.files(u"."_s), u"bir.bif"_s);
+        }
     }
 
     void aFileIsTakenOnceItIsComplete()
@@ -479,11 +836,20 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         program.start(QStringLiteral(PROGRAM), arguments);
         QTRY_VERIFY(QFile::exists(w.in(u"isleniyor/.kilit"_s)));
         QCOMPARE(w.watch(), FolderInUse); // there is one already
+        QVERIFY2(w.b.says(u"%1 numaralı işlem"_s.arg(program.processId())),
+                 qPrintable(w.b.told.join(u'\n')));
         program.terminate();
         QVERIFY(program.waitForFinished(20000));
         QCOMPARE(program.exitStatus(), QProcess::NormalExit);
         QCOMPARE(program.exitCode(), int(Done));
         QVERIFY(!QFile::exists(w.in(u"isleniyor/.kilit"_s)));
+        w.b.recipe("[izle]\naktarim = cari\n");
+        program.start(QStringLiteral(PROGRAM), arguments);
+        QTRY_VERIFY(QFile::exists(w.in(u"isleniyor/.kilit"_s)));
+        program.kill(); // leaves its lock behind
+        QVERIFY(program.waitForFinished(20000));
+        w.drop(u"bir.bif"_s);
+        QCOMPARE(w.watch(), Done);
         program.start(QStringLiteral(PROGRAM), {u"--version"_s});
         QVERIFY(program.waitForFinished(20000));
         QVERIFY(program.readAllStandardOutput().startsWith("kervan-aktar "));

@@ -13,6 +13,8 @@
 #include "support/ruler.h"
 #include "support/tds/tdsstandin.h"
 
+#include <QAccessible>
+#include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
 #include <QLabel>
@@ -78,6 +80,28 @@ public:
     }
 };
 
+// All that a reader could say of a window and of what stands in it.
+QStringList allToldOf(QWidget *window)
+{
+    QStringList told;
+    QList<QAccessibleInterface *> open{QAccessible::queryAccessibleInterface(window)};
+    while (!open.isEmpty()) {
+        const QAccessibleInterface *at = open.takeLast();
+        for (const auto kind :
+             {QAccessible::Name, QAccessible::Value, QAccessible::Description, QAccessible::Help})
+            told << at->text(kind);
+        for (int child = 0; child < at->childCount(); ++child) {
+            if (QAccessibleInterface *next = at->child(child))
+                open << next;
+        }
+    }
+    for (const QWidget *part : window->findChildren<QWidget *>())
+        told << part->toolTip() << part->statusTip() << part->whatsThis();
+    for (const TextField *field : window->findChildren<TextField *>())
+        told << field->text();
+    return told;
+}
+
 } // namespace
 
 class TestLogo : public QObject
@@ -142,6 +166,46 @@ private Q_SLOTS:
         desk.click("sqlbaglanti", "chameleonButton7");
         QTRY_VERIFY(!desk.window.findChild<QDialog *>(u"sqlbaglanti"_s));
         QCOMPARE(label9(), u"SQL Bağlantı Var"_s);
+    }
+
+    // It stands in its file, and the driver is handed it; nobody else gets to see it.
+    void thePasswordIsNowhereElse()
+    {
+        Desk desk;
+        desk.saveSettings();
+        const QString password = TdsStandin::password.toString();
+        QStringList seen;
+        const auto look = [&] {
+            for (const Box &box : std::exchange(desk.boxes.shown, {}))
+                seen << box.title << box.text;
+            seen << allToldOf(&desk.window) << QGuiApplication::clipboard()->text();
+        };
+        const QList<StandinManners> lines{
+            {}, {.refusesLogin = true}, {.error = u"kilitli"_s}, {.dropAfter = 0}};
+        for (const StandinManners &manners : lines) {
+            desk.logo.behave(manners);
+            for (const char *screen : {"fat", "cr", "sayimform"}) {
+                desk.window.open(QString::fromUtf8(screen));
+                look();
+            }
+            desk.window.open(u"sqlbaglanti"_s);
+            auto *field = desk.find<QLineEdit>("sqlbaglanti", "Text3");
+            QCOMPARE(field->text(), password);
+            field->selectAll();
+            field->copy();
+            desk.click("sqlbaglanti", "chameleonButton1");
+            look();
+            desk.click("sqlbaglanti", "chameleonButton7");
+            look();
+            qDeleteAll(desk.window.findChildren<QDialog *>(u"sqlbaglanti"_s));
+        }
+        QVERIFY(seen.filter(u"Login failed for user 'sa'."_s).size() > 0);
+        seen << desk.logo.statements();
+        for (const QString &name : QDir(desk.t.folder.path()).entryList(QDir::Files)) {
+            if (name != u"sqlbaglan.kvz")
+                seen << QString::fromLatin1(readBytes(desk.t.path(name)));
+        }
+        QCOMPARE(seen.filter(u"Gizli"_s) + seen.filter(u"ifre1"_s), QStringList());
     }
 
     void customersWhoTakeEInvoicesAreMarkedUntilAStatementFails()

@@ -1,6 +1,7 @@
 #include "check/screens/listwatch.h"
 
 #include "base/failure.h"
+#include "check/readinessrules.h"
 #include "check/screens/documentpage.h"
 #include "check/screens/findingspage.h"
 #include "check/screens/totalsline.h"
@@ -100,14 +101,8 @@ void ListWatch::follow(Grid &rows, GridView *view, Which list)
 // What only the documents tell.
 void ListWatch::addRules()
 {
-    m_list.checks.add(
-        {.name = u"sayaç geride"_s,
-         .level = Level::Error,
-         .cure = u"Sayaç dosyasına belgelerdeki son numarayı yazıp dosyayı yeniden "
-                 "okutun: yoksa numaralar ikinci kez verilir."_s,
-         .ofScreen = [this] {
-             return m_documents.counterWarnings(m_list.program.folder, m_list.counters).join(u' ');
-         }});
+    m_list.checks.add(counterBehindRule(
+        [this] { return m_documents.counterWarnings(m_list.program.folder, m_list.counters); }));
     m_list.checks.add({.name = u"okunmayan belge"_s,
                        .cure = u"Belgeyi yeniden yazın ya da klasörden alın."_s,
                        .ofScreen = [this] {

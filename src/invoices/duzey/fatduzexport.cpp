@@ -34,9 +34,9 @@ void Fatduz::kaydet(const QString &dosya)
     bekle.setChecked(true);
     ilerleme.start(l1().tickedCount());
     IncompleteInvoices eksikler;
-    const Belge belge = exportInvoices(l1(), l3, faturaTuru.text(), source(), ilerleme, eksikler);
-    bilgi.addDocument(dosya, u"fatura"_s, l1().tickedCount(), m_program.clock.now().time(),
-                      passOver([&] { belgeyaz(belge, DocumentEnd::LineEnd, dosya); }));
+    const auto failed = passOver(
+        [&] { writeInvoices(dosya, l1(), l3, faturaTuru.text(), source(), ilerleme, eksikler); });
+    bilgi.addDocument(dosya, u"fatura"_s, l1().tickedCount(), m_program.clock.now().time(), failed);
     bilgi.add(eksikler.note());
     ilerleme.finish();
     bekle.setChecked(false);

@@ -85,11 +85,11 @@ protected:
             invoice->rows << row;
         }
         if (m_sheet->columns() <= Duzey::IndirimTutari)
-            m_found << findingOf(columns,
-                                 u"%1 sayfasında %2 sütun var, indirim tutarı sütunu yok: her "
-                                 "faturanın yalnız ilk satırı belgeye girer."_s
-                                     .arg(quoted(m_fatduz.okunanSayfaAdi()))
-                                     .arg(m_sheet->columns()));
+            m_found << findingOf(
+                columns,
+                u"%1 sayfasında %2 sütun var, indirim tutarı sütunu yok: her "
+                "faturanın yalnız ilk satırı belgeye girer."_s.arg(
+                    quoted(m_fatduz.okunanSayfaAdi()), QString::number(m_sheet->columns())));
         return Stage::Lines;
     }
 
