@@ -1,6 +1,7 @@
 // The road of invoices at the size of a busy month: 20 lines an invoice, 2,000 dealer prices.
 // QT_QPA_PLATFORM=offscreen build/release/bench/bench_invoices
 
+#include "check/readback.h"
 #include "controls/gridview.h"
 #include "invoices/columns.h"
 #include "invoices/fat.h"
@@ -109,6 +110,29 @@ void exportAll(benchmark::State &state)
     state.counters["peak_MB"] = peakMegabytes();
 }
 
+// The same with the checks at the list, and with the document that is read back behind it.
+void exportChecked(benchmark::State &state)
+{
+    Desk desk(static_cast<int>(state.range(0)));
+    const auto checks = checksOf(desk.fat);
+    desk.fat.liste.fattumsec();
+    checks->finish();
+    for (auto _ : state) {
+        desk.fat.kaydet(desk.target);
+        state.PauseTiming();
+        checks->finish();
+        state.ResumeTiming();
+    }
+    const Grid &l1 = desk.fat.liste.l1;
+    const auto readBackTakes = std::clock();
+    const bool agrees = readBack(desk.target, writtenRows(l1, DocumentFamily::Invoices, true,
+                                                          L1::FaturaNumarasi, L1::ToplamTutar))
+                            .agrees;
+    state.counters["read_back_ms"] =
+        static_cast<double>(std::clock() - readBackTakes) * 1e3 / CLOCKS_PER_SEC;
+    state.counters["agrees"] = agrees;
+}
+
 void writeBytes(benchmark::State &state)
 {
     Desk desk(static_cast<int>(state.range(0)));
@@ -161,6 +185,7 @@ BENCHMARK(findings)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(longestSlice)->Arg(5000)->Unit(benchmark::kMillisecond);
 BENCHMARK(readBytes)->Arg(5000)->Unit(benchmark::kMillisecond);
 BENCHMARK(exportAll)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(exportChecked)->Arg(5000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(writeBytes)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(clickLastRow)->Arg(5000)->Unit(benchmark::kMillisecond);
 BENCHMARK(shownList)->Arg(20000)->Unit(benchmark::kMillisecond);
