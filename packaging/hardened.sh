@@ -35,7 +35,6 @@ portable_executable() { # PROGRAM
     for flag in HIGH_ENTROPY_VA DYNAMIC_BASE NX_COMPAT; do
         grep -q "$flag" <<<"$headers" || lacks "$1" "$flag"
     done
-    grep -qi 'DLL Name: libssp' <<<"$headers" || lacks "$1" "the stack protector"
 }
 
 for program in "$@"; do
