@@ -13,6 +13,7 @@
 #include <QDir>
 #include <QElapsedTimer>
 #include <QFileInfo>
+#include <QScopeGuard>
 
 #include <algorithm>
 #include <array>
@@ -74,7 +75,7 @@ bool isOfSelection(const OpenScreen &screen, const Finding &finding)
 QString nothingOf(const OpenScreen &screen, const Outcome &outcome)
 {
     if (screen.notes.hasFailed())
-        return u"kaynak sonuna kadar okunamadı."_s;
+        return u"okuma sırasında bir adım başarısız oldu, nedeni yukarıda."_s;
     if (outcome.rows == 0)
         return u"listede kayıt yok."_s;
     return outcome.selected == 0 ? u"seçilen satır yok."_s : QString();
@@ -385,8 +386,8 @@ void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target,
     const QString staged = QDir(journal.folder()).filePath(nameOf(target));
     if (m_options.isOn(u"otomatik"_s)) {
         const QString setting = std::exchange(*screen.automaticTarget, staged);
+        const auto putBack = qScopeGuard([&] { *screen.automaticTarget = setting; });
         screen.writeAutomatically();
-        *screen.automaticTarget = setting;
     } else {
         m_ports.names.target = staged;
         screen.write();

@@ -25,6 +25,9 @@ void take(Selection &selection, const QString &said, QDate today)
     } else if (word == u"no" && !value.isEmpty()) {
         for (const QString &number : value.split(u',', Qt::SkipEmptyParts))
             selection.numbers << number.trimmed();
+        selection.numbers.remove(QString());
+        if (selection.numbers.isEmpty()) // which would choose every row
+            throw Failure(u"--sec no= numara ister: %1"_s.arg(said));
     } else if (said == u"e-fatura" || said == u"e-fatura-degil") {
         selection.eInvoice = said == u"e-fatura";
     } else if (said == u"yazilmamis") {

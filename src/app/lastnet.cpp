@@ -33,7 +33,7 @@ QString captionOf(const QObject *receiver)
 // Events of other threads are not its own: a fault there is a crash, and leaves its report.
 bool NettedApplication::notify(QObject *receiver, QEvent *event)
 {
-    if (QThread::currentThread() != thread())
+    if (QThread::currentThread() != thread() || !m_tell)
         return QApplication::notify(receiver, event);
     try {
         return QApplication::notify(receiver, event);
@@ -47,15 +47,18 @@ bool NettedApplication::notify(QObject *receiver, QEvent *event)
     return true;
 }
 
-void NettedApplication::told(const QObject *receiver, const QString &what)
+// What fails at the telling itself, without memory above all, goes untold.
+void NettedApplication::told(const QObject *receiver, const QString &what) const noexcept
 {
-    if (!m_tell)
-        return;
-    const QString caption = captionOf(receiver);
-    m_tell((caption.isEmpty()
-                ? u"Beklenmeyen bir hata oldu: %1."_s.arg(what)
-                : u"\"%1\" yarıda kaldı, beklenmeyen bir hata oldu: %2."_s.arg(caption, what)) +
-           u" Program çalışıyor; son işin sonucuna bakıp yeniden deneyin."_s);
+    try {
+        const QString caption = captionOf(receiver);
+        const QString reason = what.endsWith(u'.') ? what.chopped(1) : what;
+        m_tell((caption.isEmpty() ? u"Beklenmeyen bir hata oldu: %1."_s.arg(reason)
+                                  : u"\"%1\" yarıda kaldı, beklenmeyen bir hata oldu: %2."_s.arg(
+                                        caption, reason)) +
+               u" Program çalışıyor; son işin sonucuna bakıp yeniden deneyin."_s);
+    } catch (...) { // NOLINT(bugprone-empty-catch)
+    }
 }
 
 } // namespace kervan

@@ -14,13 +14,14 @@ class NettedApplication : public QApplication
 public:
     using QApplication::QApplication;
 
-    /// Takes a sentence for the user: what was being done, and what went wrong.
+    /// Takes a sentence for the user: what was being done, and what went wrong. While nobody takes
+    /// it, an exception ends the program and leaves its report.
     void tellBy(std::function<void(const QString &sentence)> tell) { m_tell = std::move(tell); }
 
     bool notify(QObject *receiver, QEvent *event) override;
 
 private:
-    void told(const QObject *receiver, const QString &what);
+    void told(const QObject *receiver, const QString &what) const noexcept;
 
     std::function<void(const QString &)> m_tell;
 };

@@ -13,6 +13,7 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QScopeGuard>
 #include <QTemporaryFile>
 
 using namespace Qt::StringLiterals;
@@ -92,6 +93,7 @@ int main(int argc, char **argv)
                             .sqlServer = sqlServer};
     kervan::MainWindow window(program);
     application.tellBy([&window](const QString &sentence) { window.tellFault(sentence); });
+    const auto untold = qScopeGuard([&application] { application.tellBy(nullptr); });
     window.tell(stateOf(folder, opening.told));
     window.show();
     return QApplication::exec();

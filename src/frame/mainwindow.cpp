@@ -207,9 +207,11 @@ void MainWindow::tell(const QString &text)
 void MainWindow::tellFault(const QString &sentence)
 {
     const QMdiSubWindow *front = m_area->currentSubWindow();
-    if (auto *strip = front ? front->findChild<NoteStrip *>() : nullptr)
+    auto *strip = front ? front->findChild<NoteStrip *>() : nullptr;
+    if (strip && !QApplication::activeModalWidget()) // else it is not of that screen
         strip->tell(sentence);
     tell(sentence);
+    announce(this, sentence);
 }
 
 void MainWindow::openByUser(QStringView screen)

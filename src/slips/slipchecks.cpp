@@ -363,7 +363,7 @@ ListedRows listedSlips(const SlipScreen &screen, DocumentFamily family)
             .family = family,
             .by = ListedRows::ByContent,
             .date = shape.date,
-            .customer = ofBank ? int(BankaFisi::OzelKod) : shape.customer, // its own in documents
+            .customer = ofBank ? int(BankaFisi::OzelKod) : shape.customer, // which AUXIL_CODE holds
             .amount = shape.amounts.first()};
 }
 

@@ -88,6 +88,7 @@ no target       ; fatura a.bif                                    ; --hedef
 unknown option  ; cari a.txt --firma=X --hedef=b.xml              ; "--firma" cari komutunun
 missing value   ; fatura a.bif --hedef                            ; --hedef için değer eksik
 no such row     ; fatura a.bif --hedef=b.xml --sec=bazen          ; --sec için "bazen" olmaz
+no number       ; fatura a.bif --hedef=b.xml --sec=no=,           ; --sec no= numara ister
 no such day     ; fatura a.bif --hedef=b.xml --sec=tarih=yarın    ; "yarın" bir gün değil
 no such firm    ; fatura a.bif --hedef=b.xml --firma=YOK          ; Olanlar: MERKEZ ŞUBE, İZMİR ŞUBE
 one of words    ; cari a.txt --hedef=b.xml --belge=sil            ; Olanlar: ekle, guncelle
@@ -236,8 +237,8 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
     {
         addTable(uR"(
 case      ; arguments                    ; told
-no file   ; cari yok.txt                 ; kaynak sonuna kadar okunamadı
-no book   ; duzey bozuk.xlsx             ; kaynak sonuna kadar okunamadı
+no file   ; cari yok.txt                 ; bir adım başarısız oldu
+no book   ; duzey bozuk.xlsx             ; bir adım başarısız oldu
 no record ; fatura bozuk.xlsx            ; listede kayıt yok
 no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
     }

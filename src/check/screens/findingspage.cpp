@@ -98,10 +98,14 @@ FindingsPage::FindingsPage(Checks &checks, Window window, QWidget *parent)
     column->addWidget(head);
     column->addWidget(m_view);
     connect(&m_checks, &Checks::changed, this, &FindingsPage::show);
-    connect(m_view, &QAbstractItemView::activated, this,
-            [this](const QModelIndex &index) { goTo(index.row()); });
-    connect(m_view, &QAbstractItemView::clicked, this,
-            [this](const QModelIndex &index) { stand(index.row()); });
+    connect(m_view, &QAbstractItemView::activated, this, [this](const QModelIndex &index) {
+        if (index.row() < mostShown)
+            goTo(index.row());
+    });
+    connect(m_view, &QAbstractItemView::clicked, this, [this](const QModelIndex &index) {
+        if (index.row() < mostShown)
+            stand(index.row());
+    });
     connect(m_only, &QCheckBox::toggled, this, &FindingsPage::onlyFoundWanted);
     connect(m_write, &QAbstractButton::clicked, this, &FindingsPage::write);
     show();
@@ -189,7 +193,7 @@ void FindingsPage::markCurrent()
         m_view->markRows({m_current});
 }
 
-// From here the next finding counts.
+// From here the next finding counts. A click has marked what it wants by itself.
 bool FindingsPage::stand(int place)
 {
     if (place < 0 || place >= m_findings.size())
@@ -197,8 +201,6 @@ bool FindingsPage::stand(int place)
     m_current = place;
     m_currentFinding = m_findings[place];
     m_isPlaced = true;
-    if (m_view->isVisible())
-        markCurrent();
     return true;
 }
 
@@ -207,6 +209,8 @@ void FindingsPage::goTo(int place)
     if (!stand(place))
         return;
     const Finding finding = m_currentFinding;
+    if (m_view->isVisible())
+        markCurrent();
     if (finding.row < 0) {
         if (auto *control = m_window.screen->findChild<QWidget *>(finding.control))
             control->setFocus(Qt::ShortcutFocusReason);
