@@ -21,8 +21,8 @@ bool isOfCodePage(QStringView text);
 /// Appends the text in Windows-1254 to `bytes`.
 void appendToCodePage(QByteArray &bytes, QStringView text);
 
-/// Writes the text in Windows-1254 to `out`, where there is room for a byte of each character; gives
-/// what is behind the last one.
+/// Writes the text in Windows-1254 to `out`, which has room for a byte of each character; gives the
+/// place behind the last one.
 char *writeInCodePage(char *out, QStringView text);
 
 /// The bytes of a whole text file to text: UTF-8 if they begin with its mark (which is dropped),
