@@ -29,7 +29,7 @@ private Q_SLOTS:
     void whatNobodyCatchesIsToldInTheStripOfTheScreenInFront()
     {
         const std::vector<std::pair<std::function<void()>, QString>> faults{
-            {[] { throw std::length_error("sığmadı"); }, u"sığmadı"_s},
+            {[] { throw std::length_error("too long"); }, u"too long"_s},
             {[] { throw Failure(u"okunamadı"_s); }, u"okunamadı"_s},
             {[] { throw 7; }, u"nedeni bilinmiyor"_s}};
         for (const auto &[fault, reason] : faults) {
