@@ -78,9 +78,9 @@ private:
     // The template is literal 0, the value of slot 0, literal 1, ... and a last literal.
     QList<QByteArray> m_literals;
     qsizetype m_literalSize = 0; // of all
-    QList<qsizetype> m_slots; // the placeholder of each
-    bool m_separates = true;  // no step could find anything across the border of a value
-    bool m_lettered = true;   // each placeholder holds a small letter
+    QList<qsizetype> m_slots;    // the placeholder of each
+    bool m_separates = true;     // no step could find anything across the border of a value
+    bool m_lettered = true;      // each placeholder holds a small letter
 };
 
 /// What the records of a document are filled from.
