@@ -4,6 +4,7 @@
 #include "base/grid.h"
 #include "base/ports.h"
 #include "check/rules.h"
+#include "check/valuefaults.h"
 #include "logoxml/template.h"
 
 #include <QByteArray>
@@ -33,32 +34,15 @@ struct Cells
     QString broken = {};
 };
 
-// What is wrong with a value, as a sentence; empty where nothing is.
-
-/// "&", "<" and characters that no XML may hold: the whole document is refused for one of them.
-/// `broken` as in Cells.
-QString faultOfMarkup(const QString &name, const QString &value, const QString &broken = {});
-/// Letters that a document holds as "?", and those of its bytes 80 to 9F, which the declared
-/// ISO-8859-9 has no letters for.
-QString faultOfLetters(const QString &name, const QString &value);
-/// A value that the next steps of a filling change, because it holds words of the template; said
-/// exactly where the record that comes of it is another. `placeholders` are the template's.
-QString faultOfWords(const Sablon &record, const QList<QByteArray> &placeholders,
-                     const QStringList &values);
-
-/// The cure of markup, behind what else would help: "Kaynağında düzeltin." becomes "Kaynağında
-/// düzeltin ya da ...".
-QString orAsXml(QString cure);
-
-/// Both of the first two, of each cell.
+/// Markup and letters (valuefaults.h) of each cell.
 QList<Rule> letterRules(const Cells &cells);
 /// The same for several columns.
 QList<Rule> letterRules(const QList<Cells> &columns);
 /// The same for a value that stands outside the list; `control` leads to it.
 QList<Rule> letterRules(const TextField &field, const QString &name, const QString &control);
 
-/// The third, of each row; valuesOf(row) gives a value per placeholder, and none for a row that is
-/// passed over. A Failure of it counts as none.
+/// Words of the template, of each row; valuesOf(row) gives a value per placeholder, and none for a
+/// row that is passed over. A Failure of it counts as none.
 Rule wordRule(const Sablon &record, const QList<QByteArray> &placeholders,
               std::function<QStringList(int row)> valuesOf);
 /// The same of a filling that is made anew for each walk, at the first row.
@@ -109,8 +93,5 @@ struct Need
 /// row is a document of its own.
 std::unique_ptr<Survey> gapsOf(const Grid &list, const QString &kind, const QString &screen,
                                std::function<std::optional<Need>(int row)> needOf);
-
-/// A value between quotes as sentences show it, long ones cut.
-QString quoted(const QString &value);
 
 } // namespace kervan
