@@ -34,11 +34,9 @@ QString nameOf(const QString &path)
     return QFileInfo(path).fileName();
 }
 
-constexpr QStringView cashEnding = u"-KASANAKIT.xml";
-
 QString cashFileOf(const QString &target)
 {
-    return target.chopped(4) + cashEnding.toString();
+    return target.chopped(4) + cashDocumentEnd.toString();
 }
 
 // "120 fatura" without its number.
@@ -95,7 +93,7 @@ WrittenRows expectedIn(const OpenScreen &screen, const Notes::Written &document)
 {
     if (!screen.listed)
         return {.family = DocumentFamily::Counts, .count = document.count};
-    if (screen.writesCashSlips && document.path.endsWith(cashEnding))
+    if (screen.writesCashSlips && document.path.endsWith(cashDocumentEnd))
         return {.family = DocumentFamily::CashSlips, .count = document.count};
     const ListedRows listed = screen.listed();
     WrittenRows rows =

@@ -3,6 +3,7 @@
 #include "base/failure.h"
 #include "base/filefault.h"
 #include "base/wholefile.h"
+#include "store/sidefiles.h"
 
 #include <QCryptographicHash>
 #include <QDir>
@@ -22,7 +23,7 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr std::array<QStringView, 2> counterNames{u"kasacariislemno.kvz", u"bankacariislemno.kvz"};
+constexpr std::array<QStringView, 2> counterNames{cashCounterFile, bankCounterFile};
 
 QString journalOf(const QString &programFolder)
 {

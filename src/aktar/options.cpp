@@ -140,6 +140,7 @@ const QList<Option> &watchOptions()
     return options;
 }
 
+// Qt's parser knows no switch that takes a value, and does not say which option lacks its own.
 Options readOptions(const QString &command, const QStringList &arguments,
                     const QList<Option> &known)
 {

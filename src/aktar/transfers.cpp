@@ -15,6 +15,7 @@
 #include "slips/slipscreen.h"
 #include "stocktake/countchecks.h"
 #include "stocktake/sayimform.h"
+#include "store/sidefiles.h"
 
 #include <algorithm>
 
@@ -158,7 +159,7 @@ OpenScreen faturaScreen(Program &program, const Options &)
             [&fat](const Finding &finding) { return concernsInvoices(finding, fat.liste.l1); },
         .listed =
             [&fat] { return listedInvoices(fat.liste.l1, fat.faturaTuru.text(), ListedRows::Sum); },
-        .counters = {u"kasacariislemno.kvz"_s},
+        .counters = {cashCounterFile.toString()},
         .writesCashSlips = true,
         .eInvoice = takesEInvoices(fat.liste.l1),
         .unasked =
@@ -302,9 +303,9 @@ QString counterOf(const SlipDocument &document)
 {
     switch (document.stores) {
     case SlipSequenceKind::Cash:
-        return u"kasacariislemno.kvz"_s;
+        return cashCounterFile.toString();
     case SlipSequenceKind::Bank:
-        return u"bankacariislemno.kvz"_s;
+        return bankCounterFile.toString();
     case SlipSequenceKind::None:
         break;
     }

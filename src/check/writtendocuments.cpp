@@ -271,8 +271,8 @@ QStringList counterWarnings(const std::vector<std::shared_ptr<const KnownDocumen
         qint64 KnownDocument::*highest;
     };
     static constexpr std::array<Counter, 2> counters{
-        {{u"kasacariislemno.kvz", u"KN", &KnownDocument::cashNumber},
-         {u"bankacariislemno.kvz", u"BT", &KnownDocument::bankNumber}}};
+        {{cashCounterFile, u"KN", &KnownDocument::cashNumber},
+         {bankCounterFile, u"BT", &KnownDocument::bankNumber}}};
     QStringList sentences;
     for (const Counter &counter : counters) {
         if (!asked.contains(counter.file))

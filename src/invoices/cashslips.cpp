@@ -7,6 +7,7 @@
 #include "text/dates.h"
 #include "text/numbers.h"
 #include "text/record.h"
+#include "transfer/target.h"
 
 namespace kervan {
 
@@ -17,20 +18,18 @@ namespace {
 constexpr float cashLimit = 7000;     // a grand total of just as much gets no slip
 constexpr qsizetype endingLength = 4; // ".xml", or whatever stands there
 
-constexpr QStringView counterFile = u"kasacariislemno.kvz";
-
 } // namespace
 
 double kasacariislemno(const Program &program)
 {
     QString stored;
-    endQuietly([&] { stored = readSingleValue(program.path(counterFile)); });
+    endQuietly([&] { stored = readSingleValue(program.path(cashCounterFile)); });
     return number(stored).value_or(0);
 }
 
 void kasacariislemnokaydet(const Program &program, double counter)
 {
-    writeSingleValue(program.path(counterFile), toText(counter));
+    writeSingleValue(program.path(cashCounterFile), toText(counter));
 }
 
 void faturakasafisnoyaz(const Program &program, Grid &l1)
@@ -89,7 +88,7 @@ void exeldenkasanakitkaydet(Program &program, const Grid &l1, const QString &kas
     AccumulatedBody body(sablon(u"kasatex"_s), kasaSozcukleri(), spelling);
     // The line end in front of the footer belongs to it, not to the last record.
     const Belge frame{sablon(u"kasabastex"_s), {}, {}, "\r\n" + sablon(u"kasasontex"_s), spelling};
-    const QString kasa = dosya.chopped(endingLength) + u"-KASANAKIT.xml"_s;
+    const QString kasa = dosya.chopped(endingLength) + cashDocumentEnd.toString();
     int count = 0;
     belgeyaz(frame, DocumentEnd::AsItStands, kasa, [&](const TakePiece &take) {
         for (int row = 0; row < l1.rows(); ++row) {

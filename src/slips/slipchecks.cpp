@@ -6,6 +6,7 @@
 #include "slips/columns.h"
 #include "slips/slipscreen.h"
 #include "slips/slipwords.h"
+#include "store/sidefiles.h"
 #include "text/numbers.h"
 #include "text/spellings.h"
 
@@ -304,7 +305,7 @@ QList<Rule> readinessRules(SlipScreen &screen, SharesCounter sharesCounter)
              [&screen] {
                  return lacksBank(screen) ? u"Banka hesap kodu boş."_s : QString();
              }},
-        counterRule(u"kasacariislemno.kvz"_s, [&screen] { return screen.kasaSirasi().stored(); }),
+        counterRule(cashCounterFile.toString(), [&screen] { return screen.kasaSirasi().stored(); }),
         {.name = u"ortak sayaç"_s,
          .cure = u"Ötekinin belgesini yazın, sonra bu ekranın dosyasını yeniden okutun."_s,
          .ofScreen = [shares = std::move(sharesCounter), &screen] {
@@ -314,7 +315,7 @@ QList<Rule> readinessRules(SlipScreen &screen, SharesCounter sharesCounter)
                         : QString();
          }}};
     if (writesBankList(screen.form()))
-        rules << counterRule(u"bankacariislemno.kvz"_s,
+        rules << counterRule(bankCounterFile.toString(),
                              [&screen] { return screen.bankaSirasi().stored(); });
     rules += letterRules(screen.bankaHesapKodu, u"Banka hesap kodu"_s, u"bankahesapno1"_s);
     if (!screen.form().hasBankList())

@@ -21,8 +21,8 @@ SlipScreen::SlipScreen(Program &program, const SlipForm &form)
     , baslik(form.heading)
     , m_program(program)
     , m_form(form)
-    , m_cash(program.path(u"kasacariislemno.kvz"), SlipSequence::Printed)
-    , m_bank(program.path(u"bankacariislemno.kvz"), SlipSequence::Bare)
+    , m_cash(program.path(cashCounterFile), SlipSequence::Printed)
+    , m_bank(program.path(bankCounterFile), SlipSequence::Bare)
 {
     sayfaKaydedilir.setChecked(true);
     QObject::connect(&sayfaAdi, &TextField::changed, &sayfaKaydedilir,

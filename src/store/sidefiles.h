@@ -9,6 +9,10 @@ namespace kervan {
 // readers also take LF or CR alone and a UTF-8 mark. A file is replaced whole: a write that fails
 // is a Failure and leaves the old file as it was.
 
+/// The two counters of slip numbers.
+inline constexpr QStringView cashCounterFile = u"kasacariislemno.kvz";
+inline constexpr QStringView bankCounterFile = u"bankacariislemno.kvz";
+
 /// Shape "single value": the first line up to its first comma, a pair of double quotes around it
 /// dropped. A file that holds nothing gives an empty text; a missing file is a Failure.
 QString readSingleValue(const QString &path);

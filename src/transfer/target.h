@@ -19,6 +19,10 @@ QString xmlAdi(const QString &name);
 /// the one is tested and the other taken is deliberate.
 QString ilkKlasor(const QString &programFolder, const QString &xc, const QString &xf);
 
+/// The document of the cash slips stands beside that of its invoices, whose last four characters
+/// this takes the place of.
+inline constexpr QStringView cashDocumentEnd = u"-KASANAKIT.xml";
+
 /// Asks for the document's name, which then ends in ".xml"; nothing on cancel.
 std::optional<QString> askTarget(Program &program, const QString &title);
 

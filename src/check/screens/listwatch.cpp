@@ -26,7 +26,6 @@ namespace {
 
 constexpr QStringView folderKey = u"check/folder"; // of the document that was opened last
 constexpr QStringView onlyFound = u"bulgulu satırlar";
-constexpr QStringView cashEnding = u"-KASANAKIT.xml";
 
 // A target setting may name a file. Nobody is asked which: a share that is gone takes long to
 // answer.
@@ -203,7 +202,7 @@ void ListWatch::takeWritten()
     }
     for (const Notes::Written &document : written.sliced(qMin(seen, written.size()))) {
         m_documents.refresh();
-        if (m_list.belowLimit && document.path.endsWith(cashEnding)) {
+        if (m_list.belowLimit && document.path.endsWith(cashDocumentEnd)) {
             m_slipsReadBack.start(document.path,
                                   {.family = DocumentFamily::CashSlips, .count = document.count});
             continue;

@@ -4,6 +4,7 @@
 #include "controls/gridview.h"
 #include "controls/linkbutton.h"
 #include "controls/notestrip.h"
+#include "transfer/target.h"
 
 #include <QAbstractItemView>
 #include <QFileInfo>
@@ -178,7 +179,7 @@ void TotalsLine::offer(const QString &name, const QString &text, const QString &
 QString TotalsLine::sumOf(const Notes::Written &written) const
 {
     QString sum;
-    if (written.path.endsWith(u"-KASANAKIT.xml")) // of other rows, with amounts of its own
+    if (written.path.endsWith(cashDocumentEnd)) // of other rows, with amounts of its own
         return sum;
     for (const List &list : m_lists) {
         const RowSums &taken = list.totals->taken();

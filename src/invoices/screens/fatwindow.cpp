@@ -11,6 +11,7 @@
 #include "invoices/columns.h"
 #include "invoices/fatchecks.h"
 #include "invoices/screens/invoicewidgets.h"
+#include "store/sidefiles.h"
 
 #include <QCheckBox>
 #include <QComboBox>
@@ -195,7 +196,7 @@ QWidget *FatWindow::lists(Program &program)
                                  return writtenRows(m_fat.liste.l1, DocumentFamily::Invoices, true,
                                                     L1::FaturaNumarasi, L1::ToplamTutar);
                              },
-                         .counters = {u"kasacariislemno.kvz"_s},
+                         .counters = {cashCounterFile.toString()},
                          .belowLimit =
                              [this](int row) {
                                  return isBelowCashLimit(m_fat.liste.l1, row);

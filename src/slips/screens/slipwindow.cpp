@@ -10,6 +10,7 @@
 #include "controls/sheetlist.h"
 #include "controls/transferwidgets.h"
 #include "slips/slipchecks.h"
+#include "store/sidefiles.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
@@ -196,7 +197,7 @@ QWidget *SlipWindow::lists(Program &program)
                                                               : DocumentFamily::CashSlips);
                          },
                      .written = [this] { return writtenSlips(m_screen); },
-                     .counters = {u"kasacariislemno.kvz"_s, u"bankacariislemno.kvz"_s}};
+                     .counters = {cashCounterFile.toString(), bankCounterFile.toString()}};
     if (!form.hasBankList())
         return checkedPanes(list);
     auto *view = new GridView(m_screen.l2, u"l2"_s);
