@@ -150,7 +150,7 @@ Rule slipWords(Fat &fat)
 }
 
 // One ticked row that can't be read ends the writing of all slips, once the invoices are written.
-Rule slipless(const Grid &l1)
+Rule lostSlips(const Grid &l1)
 {
     return {.name = u"kasa fişi"_s,
             .level = Level::Error,
@@ -201,7 +201,7 @@ QList<Rule> slipRules(Fat &fat, const InvoiceHooks &hooks)
                             .counts = gets,
                             .broken = u"kasa fişlerinin hiçbirini"_s}))
         rules << withInvoice(rule, l1);
-    rules << withInvoice(slipWords(fat), l1) << withInvoice(slipless(l1), l1);
+    rules << withInvoice(slipWords(fat), l1) << withInvoice(lostSlips(l1), l1);
     return rules;
 }
 

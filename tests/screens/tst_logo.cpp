@@ -97,8 +97,6 @@ QStringList allToldOf(QWidget *window)
     }
     for (const QWidget *part : window->findChildren<QWidget *>())
         told << part->toolTip() << part->statusTip() << part->whatsThis();
-    for (const TextField *field : window->findChildren<TextField *>())
-        told << field->text();
     return told;
 }
 
