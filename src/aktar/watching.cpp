@@ -176,7 +176,10 @@ Status Watch::begin()
     }
     if (m_lock.tryLock() || (m_lock.removeStaleLockFile() && m_lock.tryLock())) {
         const QString report = reportOf({});
-        sweepLeftovers(m_failed, [&](QStringView name) { return name.endsWith(report); });
+        sweepLeftovers(m_failed, [&](const Leftover &leftover) {
+            return leftover.whole.endsWith(report) &&
+                   (leftover.isDrawn || leftover.file.size() == 0);
+        });
         return Done;
     }
     const QString folder = QDir::toNativeSeparators(m_folder);

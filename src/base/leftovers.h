@@ -1,18 +1,27 @@
 #pragma once
 
+#include <QFileInfo>
 #include <QString>
 
-#include <chrono>
 #include <functional>
 
 namespace kervan {
 
-/// Throws away what killed writers of whole files (wholefile.h) left in a folder: a file named as
-/// the one that it was to become, a point and six letters. `isOurs` says of which names, and one
-/// that was written to within `untouched` may have a living writer on another machine. Files whose
-/// last letters look like a person's ("fatura.xml.yedekk") stay, but for empty ones and half
-/// documents. Needs no QRegularExpression and no directory filter, so it is fit for threads.
-void sweepLeftovers(const QString &folder, const std::function<bool(QStringView name)> &isOurs,
-                    std::chrono::minutes untouched = std::chrono::minutes(0));
+/// What a killed writer of whole files (wholefile.h) leaves is named as the file that it was to
+/// become, a point and six drawn letters. People name copies so too ("fatura.xml.backup",
+/// "kasa.kvz.BackUp"), so a name alone tells little.
+struct Leftover
+{
+    QFileInfo file;
+    QString whole; ///< the name of the file that it was to become
+    /// The letters are as no person chooses them, three or four of them capitals. Of those that
+    /// were drawn it is every second.
+    bool isDrawn = false;
+};
+
+/// Removes the files of a folder that are named like that and of which `isOurs` says that they are
+/// to go. Needs no QRegularExpression and no directory filter, so it is fit for threads.
+void sweepLeftovers(const QString &folder,
+                    const std::function<bool(const Leftover &leftover)> &isOurs);
 
 } // namespace kervan

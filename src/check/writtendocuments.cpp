@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "check/documenttable.h"
+#include "check/leftdocuments.h"
 #include "store/sidefiles.h"
 #include "text/numbers.h"
 
@@ -52,11 +53,12 @@ WrittenDocuments::WrittenDocuments(QObject *parent)
     connect(&m_soon, &QTimer::timeout, this, &WrittenDocuments::read);
 }
 
-void WrittenDocuments::setFolders(const QStringList &folders)
+void WrittenDocuments::setFolders(const QStringList &folders, const QStringList &targets)
 {
     if (folders == m_folders)
         return;
     m_folders = folders;
+    m_targets = targets;
     m_reader.stop();
     m_found = {};
     markRows();
@@ -72,7 +74,9 @@ void WrittenDocuments::refresh()
 void WrittenDocuments::read()
 {
     m_reader.start<std::shared_ptr<Found>>(
-        [cache = m_cache, folders = m_folders](const std::atomic_bool &stop) {
+        [cache = m_cache, folders = m_folders, targets = m_targets](const std::atomic_bool &stop) {
+            for (const QString &target : targets)
+                sweepDocuments(target);
             return std::make_shared<Found>(look(*cache, folders, stop));
         },
         [this](const std::shared_ptr<Found> &found) {

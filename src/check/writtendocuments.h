@@ -67,8 +67,9 @@ class WrittenDocuments : public QObject
 public:
     explicit WrittenDocuments(QObject *parent = nullptr);
 
-    /// The folders, whose documents are then read; the same ones again change nothing.
-    void setFolders(const QStringList &folders);
+    /// The folders, whose documents are then read; the same ones again change nothing. From the
+    /// targets, which the program writes into, the rests of killed writers are swept.
+    void setFolders(const QStringList &folders, const QStringList &targets = {});
     const QStringList &folders() const { return m_folders; }
     /// The list has changed: its rows are copied here and marked by what is known. The grid is not
     /// looked at again.
@@ -152,7 +153,7 @@ private:
     std::shared_ptr<DocumentCache> m_cache = DocumentCache::shared();
     Beside m_reader;
     QTimer m_soon;
-    QStringList m_folders;
+    QStringList m_folders, m_targets;
     Found m_found;
     QList<List> m_lists;
 };

@@ -133,8 +133,10 @@ void LocalDb::foldIn(const QString &path)
 {
     open(path);
     m_result = QSqlQuery(QSqlDatabase::database(m_connection, false));
-    m_result.exec(u"pragma schema_version"_s); // the first look rolls back
+    const bool isFree = m_result.exec(u"pragma schema_version"_s); // the first look rolls back
     m_result.finish();
+    if (!isFree) // to be waited for once
+        return close();
     m_result.exec(u"pragma journal_mode=delete"_s); // what stands in a log goes into the file
     // One that the engine had not begun to trust is passed over until it is told to part with it.
     if (QFile::exists(path + u"-journal"_s)) {

@@ -14,9 +14,14 @@ using namespace Qt::StringLiterals;
 void settle(const QString &programFolder)
 {
     const QDir folder(programFolder);
-    sweepLeftovers(programFolder, [](QStringView name) { return name.endsWith(u".kvz"); });
-    for (const QString &trial : folder.entryList({u"kervan-??????.tmp"_s}, QDir::Files))
-        QFile::remove(folder.filePath(trial)); // of a look whether the folder can be written
+    sweepLeftovers(programFolder, [](const Leftover &leftover) {
+        return leftover.whole.endsWith(u".kvz") && (leftover.isDrawn || leftover.file.size() == 0);
+    });
+    for (const QString &trial : folder.entryList({u"kervan-??????.tmp"_s}, QDir::Files)) {
+        const QString path = folder.filePath(trial); // of a look whether the folder can be written
+        if (QFileInfo(path).size() == 0)
+            QFile::remove(path);
+    }
     for (const QString &database : folder.entryList({u"*.dbs"_s}, QDir::Files)) {
         const QString path = folder.filePath(database);
         if (QFile::exists(path + u"-wal"_s) || QFile::exists(path + u"-journal"_s))

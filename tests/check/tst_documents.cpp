@@ -1,6 +1,7 @@
 #include "base/codepage.h"
 #include "check/decimal.h"
 #include "check/documentreader.h"
+#include "check/leftdocuments.h"
 #include "check/readback.h"
 #include "check/writtendocuments.h"
 #include "support/fakes.h"
@@ -127,6 +128,7 @@ private Q_SLOTS:
     void invoicesAreFoundByTheirNumbers();
     void slipsAreFoundByWhatTheyHold();
     void whatIsBrokenIsSkippedAndNamed();
+    void onlyWhatAKilledProgramLeftIsSwept();
     void aCounterBehindADocumentIsTold();
     void aDocumentIsComparedWithTheRowsThatWentIntoIt();
 };
@@ -379,6 +381,51 @@ void TestDocuments::whatIsBrokenIsSkippedAndNamed()
     QCOMPARE(kinds(written), u"-"_s);
     QCOMPARE(written.skipped().size(), 1);
     QVERIFY(written.skipped()[0].endsWith(u"yarim.xml atlandı: Belge yarım kalmış."_s));
+}
+
+void TestDocuments::onlyWhatAKilledProgramLeftIsSwept()
+{
+    const QTemporaryDir folder;
+    const QByteArray line = "<?xml version=\"1.0\" encoding=\"ISO-8859-9\"?>\r\n";
+    const QByteArray whole =
+        line + "<SALES_INVOICES>\r\n  <INVOICE>\r\n</INVOICE>\r\n</SALES_INVOICES>\r\n";
+    const QByteArray half = whole.chopped(20);
+    const QByteArray other = line + "<Invoice xmlns=\"urn:x\">\r\n</Invoice>";
+    struct Case
+    {
+        QString name;
+        QByteArray bytes;
+        bool stays;
+    };
+    const QList<Case> cases{{u"a.xml.abcdef"_s, half, false},
+                            {u"a.xml.aBCdeF"_s, whole, false},
+                            {u"a.xml.bBCdeF"_s, {}, false},
+                            {u"a.xml.backup"_s, whole, true},
+                            {u"a.xml.BackUp"_s, whole, true},
+                            {u"b.xml.backup"_s, {}, true},
+                            {u"c.xml.backup"_s, other, true},
+                            {u"c.xml.aBCdeF"_s, other, true},
+                            {u"c.xml.bBCdeF"_s, other.chopped(5), true},
+                            {u"c.xml.cBCdeF"_s, line + "<!-- a --><ITEMS/>", true},
+                            {u"c.xml.dBCdeF"_s, "<ITEMS>", true},
+                            {u"a.txt.aBCdeF"_s, half, true},
+                            {u"a.xml"_s, half, true}};
+    const auto isThere = [&](const Case &one) {
+        return QFile::exists(folder.filePath(one.name));
+    };
+    for (const Case &one : cases)
+        writeBytes(folder.filePath(one.name), one.bytes);
+    sweepDocuments(folder.path()); // somebody may be writing
+    QVERIFY(std::ranges::all_of(cases, isThere));
+    for (const Case &one : cases) {
+        QFile file(folder.filePath(one.name));
+        QVERIFY(file.open(QIODevice::ReadWrite));
+        QVERIFY(file.setFileTime(QDateTime::currentDateTime().addSecs(-601),
+                                 QFileDevice::FileModificationTime));
+    }
+    sweepDocuments(folder.path());
+    for (const Case &one : cases)
+        QVERIFY2(isThere(one) == one.stays, one.name.toUtf8());
 }
 
 void TestDocuments::aCounterBehindADocumentIsTold()

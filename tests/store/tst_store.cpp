@@ -272,7 +272,7 @@ pragma user_version=5)"_s) << QString()
             QVERIFY(QDir().mkdir(to));
             for (const QString &name : logs)
                 QFile::copy(s.path(name), to + u'/' + name);
-            writeBytes(to + u"/kasa.kvz.aBcdeF"_s, "10");
+            writeBytes(to + u"/kasa.kvz.aBCdeF"_s, "10");
             writeBytes(to + u"/kervan-aBcdeF.tmp"_s, {});
         };
         {

@@ -43,7 +43,11 @@ public:
         m_process.waitForFinished();
         return lives;
     }
-    bool ends() { return m_process.waitForFinished(60000) && m_process.exitCode() <= 1; }
+    bool ends() { return m_process.waitForFinished(60000) && hasDone(); }
+    bool hasDone() const
+    {
+        return m_process.exitStatus() == QProcess::NormalExit && m_process.exitCode() <= 1;
+    }
     void waitForFirstWord() { m_process.waitForReadyRead(20000); }
     // The last number of each word that it told.
     QHash<QString, int> done()
@@ -127,7 +131,13 @@ public:
         ++m_kills[way.name];
         if (!lived)
             ++m_over[way.name];
-        const QStringList wrong = m_remains.look(way.life, victim.done());
+        QHash<QString, int> done = victim.done();
+        QStringList wrong;
+        if (!lived && (way.life != Life::Command || !victim.hasDone()))
+            wrong << u"it ended by itself"_s; // only the command comes to its end
+        else if (!lived)
+            done[u"komut"_s] = m_number;
+        wrong += m_remains.look(way.life, done, m_number);
         for (const QString &what : wrong)
             out() << "WRONG, " << way.name << ": " << what << Qt::endl;
         return wrong.isEmpty();

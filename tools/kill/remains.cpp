@@ -1,7 +1,7 @@
 #include "remains.h"
 
 #include "aktar/journal.h"
-#include "check/documentcache.h"
+#include "check/leftdocuments.h"
 #include "logolink/sqlsettings.h"
 #include "store/localdb.h"
 #include "store/settling.h"
@@ -112,11 +112,21 @@ void Remains::startAgain(const QString &folder)
     if (!opening.told.isEmpty())
         ++m_counts[u"transfers ended or taken back by the next start"_s];
     settle(folder);
-    DocumentCache().documents({documents}, false);
+    sweepDocuments(documents);
     for (const QString &of : {folder, documents}) {
-        for (const QString &file : leftIn(of))
-            wrong(u"still there after the next start: %1 of %2 bytes"_s.arg(file).arg(
-                QFileInfo(of + u'/' + file).size()));
+        for (const QString &file : leftIn(of)) {
+            const auto capitals = std::ranges::count_if(
+                file.right(6), [](QChar c) { return c >= u'A' && c <= u'Z'; });
+            const QString path = of + u'/' + file;
+            const bool mayBeAPersons = (file.contains(u".kvz.") || read(path).fault.isEmpty()) &&
+                                       QFileInfo(path).size() > 0 && (capitals < 3 || capitals > 4);
+            if (mayBeAPersons)
+                ++m_counts[u"of them whole and named as a person might have, which stay"_s];
+            else
+                wrong(u"still there after the next start: %1 of %2 bytes"_s.arg(file).arg(
+                    QFileInfo(path).size()));
+            QFile::remove(path);
+        }
     }
     for (const QString &file : QDir(folder).entryList({u"*.dbs"_s})) {
         if (const QString told = checked(folder + u'/' + file); told != u"ok")
@@ -124,9 +134,14 @@ void Remains::startAgain(const QString &folder)
     }
 }
 
-void Remains::lookAtDocuments()
+void Remains::lookAtDocuments(const QHash<QString, int> &done)
 {
     const QDir folder(m_place + u"/belge"_s);
+    for (auto told = done.cbegin(); told != done.cend(); ++told) {
+        const QString file = u"%1-%2.xml"_s.arg(told.key()).arg(told.value());
+        if (!QFile::exists(folder.filePath(file)))
+            wrong(u"gone: "_s + file);
+    }
     QString last;
     QByteArray counter;
     const auto files = folder.entryList({u"*.xml"_s}, QDir::Files, QDir::Time | QDir::Reversed);
@@ -146,7 +161,11 @@ void Remains::lookAtDocuments()
         }
         QFile::remove(folder.filePath(file));
     }
-    if (!last.isEmpty() && !last.startsWith(u"komut"))
+    // Once a document was told, its counter was stored.
+    const QString name = last.section(u'-', 0, 0);
+    const bool isTold = last == u"%1-%2.xml"_s.arg(name).arg(done.value(name, -1)) ||
+                        last == u"%1-%2-KASANAKIT.xml"_s.arg(name).arg(done.value(name, -1));
+    if (!last.isEmpty() && !isTold && !last.startsWith(u"komut"))
         m_parted[counter] = last;
 }
 
@@ -168,14 +187,14 @@ void Remains::lookAtNumbers(const QString &file, const QSet<QByteArray> &numbers
         wrong(u"%1 has numbers of %2"_s.arg(file, QStringList(twice.values()).join(u", "_s)));
 }
 
-void Remains::lookAtTable(const QHash<QString, int> &done)
+void Remains::lookAtTable(const QHash<QString, int> &done, int first)
 {
     LocalDb db;
     db.open(m_place + u"/ayar/data.dbs"_s);
-    int staff = -1;
+    int staff = first - 1;
     db.forEach(Statement(u"select * from per"), [&] {
         const int number = db.field(u"kod").toInt();
-        if ((staff >= 0 && number != staff + 1) || db.field(u"per") != savedValue(number))
+        if (number != staff + 1 || db.field(u"per") != savedValue(number))
             wrong(u"per: %1 behind %2"_s.arg(number).arg(staff));
         staff = number;
     });
@@ -183,8 +202,9 @@ void Remains::lookAtTable(const QHash<QString, int> &done)
         wrong(u"per: %1 was saved, the last is %2"_s.arg(done[u"per"_s]).arg(staff));
     QStringList prices;
     db.forEach(Statement(u"select * from urun"), [&] { prices << db.field(u"fiyat"); });
-    if (done.contains(u"urun"_s) &&
-        (prices.size() < savedPrices || !areOne(prices) || prices[0].toInt() < done[u"urun"_s]))
+    m_hasPrices |= done.contains(u"urun"_s);
+    if (m_hasPrices && (prices.size() < savedPrices || !areOne(prices) ||
+                        prices[0].toInt() < done.value(u"urun"_s, -1)))
         wrong(u"urun: %1 prices, from %2"_s.arg(prices.size()).arg(prices.value(0)));
     QStringList folders;
     db.forEach(Statement(u"select * from yol"), [&] {
@@ -223,15 +243,15 @@ void Remains::lookAtSettings(const QHash<QString, int> &done)
         wrong(failed->description());
 }
 
-QStringList Remains::look(Life life, const QHash<QString, int> &done)
+QStringList Remains::look(Life life, const QHash<QString, int> &done, int first)
 {
     m_wrong.clear();
     startAgain(m_place + (life == Life::Settings ? u"/ayar"_s : u"/program"_s));
     if (life == Life::Settings) {
-        lookAtTable(done);
+        lookAtTable(done, first);
         lookAtSettings(done);
     } else {
-        lookAtDocuments();
+        lookAtDocuments(done);
     }
     return m_wrong;
 }

@@ -23,9 +23,10 @@ public:
     void learn(const QString &name);
     /// Takes the sample records out of the table that is counted.
     void emptyTable();
-    /// Behind a kill: `done` is the last number of each word that the program told. Gives what is
-    /// wrong, a sentence each; documents are thrown away behind that.
-    QStringList look(Life life, const QHash<QString, int> &done);
+    /// Behind a kill: `done` is the last number of each word that the program told, `first` the one
+    /// that it began with. Gives what is wrong, a sentence each; documents are thrown away behind
+    /// that.
+    QStringList look(Life life, const QHash<QString, int> &done, int first = 0);
     /// A line for each thing that was counted.
     QStringList counts() const;
 
@@ -45,10 +46,10 @@ private:
 
     static Document read(const QString &path);
     void startAgain(const QString &folder);
-    void lookAtDocuments();
+    void lookAtDocuments(const QHash<QString, int> &done);
     void lookAtNumbers(const QString &file, const QSet<QByteArray> &numbers);
     void lookAtSettings(const QHash<QString, int> &done);
-    void lookAtTable(const QHash<QString, int> &done);
+    void lookAtTable(const QHash<QString, int> &done, int first);
     QStringList leftIn(const QString &folder) const;
     void wrong(const QString &what) { m_wrong << what; }
 
@@ -56,8 +57,9 @@ private:
     QHash<QString, Whole> m_known;
     QHash<QByteArray, QString> m_numbers; // each with the document that has it
     QHash<QByteArray, QString>
-        m_parted;           // of a counter, the slips that a kill may have parted from it
-    bool m_isSaved = false; // all settings, at least once
+        m_parted;             // of a counter, the slips that a kill may have parted from it
+    bool m_hasPrices = false; // those of a life, at least once
+    bool m_isSaved = false;   // all settings
     QStringList m_wrong;
     QMap<QString, int> m_counts;
 };

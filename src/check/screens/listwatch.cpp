@@ -184,9 +184,10 @@ void ListWatch::readFolders()
     for (const QString &target :
          {ilkKlasor(program.folder, targets.xc, targets.xf), targets.xf, targets.xs})
         add(target.isEmpty() ? target : folderOf(fullName(program.folder, target)));
+    const QStringList written = folders;
     add(remembered(folderKey).toString());
     m_page->setFolder(folders.value(0));
-    m_documents.setFolders(folders);
+    m_documents.setFolders(folders, written);
 }
 
 // The rows are those that went into the document: this comes in the midst of the write.
