@@ -2,6 +2,8 @@
 
 #include "aktar/watching.h"
 #include "base/failure.h"
+#include "base/leftovers.h"
+#include "store/settling.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -138,7 +140,8 @@ Status OpenFolder::enter(const std::function<void(const QString &line)> &tell)
     }
     const auto failed = passOver([&] {
         const QString done = recover(m_folder);
-        sweep(m_folder, journalName.toString());
+        settle(m_folder);
+        sweepLeftovers(m_folder, [](QStringView name) { return name == journalName; });
         if (!done.isEmpty())
             tell(u"kervan-aktar: "_s + done);
     });
@@ -195,7 +198,7 @@ QString helpText()
            "  1   yazıldı (ya da bakıldı), bulgular var\n"
            "  2   en az bir kaynağın belgesi yazılmadı ya da bakılacak bir şey yok\n"
            "  64  yanlış kullanım\n"
-           "  75  program klasörü kullanımda, sonra yeniden deneyin\n"_s;
+           "  75  program klasörü ya da veritabanı kullanımda, sonra yeniden deneyin\n"_s;
 }
 
 QString helpText(const QString &command, const QString &arguments, const QString &what,
