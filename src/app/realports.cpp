@@ -56,12 +56,16 @@ QString linesOf(const Box &box)
 }
 
 // A text edit lays out a very long line slowly, so such a line is turned at blanks beforehand.
-QString turned(const QString &text)
+QString turned(QStringView text)
 {
     constexpr qsizetype longestLine = 120;
     QString result;
+    result.reserve(text.size() + text.size() / longestLine);
     qsizetype lineStart = 0;
-    for (const QChar c : text) {
+    for (qsizetype i = 0; i < text.size(); ++i) {
+        const QChar c = text[i];
+        if (c == u'\r' && text.sliced(i).startsWith(u"\r\n"))
+            continue;
         result += c;
         const bool turn = c == u' ' && result.size() - lineStart >= longestLine;
         if (turn)
@@ -77,7 +81,7 @@ void showScrolling(const Box &box)
     QDialog dialog(QApplication::activeWindow());
     dialog.setWindowTitle(titleOf(box));
     auto *column = new QVBoxLayout(&dialog);
-    auto *text = new QPlainTextEdit(turned(linesOf(box)));
+    auto *text = new QPlainTextEdit(turned(box.text));
     text->setReadOnly(true);
     text->setAccessibleName(titleOf(box));
     text->verticalScrollBar()->setAccessibleName(u"Dikey kaydırma"_s);

@@ -67,7 +67,16 @@ bool Grid::ticked(int row) const
 
 void Grid::setTicked(int row, bool ticked)
 {
-    setTicked(QList<int>{row}, ticked);
+    Row &one = at(row);
+    if (one.ticked == ticked)
+        return;
+    one.ticked = ticked; // a tick costs the same however long the list is
+    changed(row, row, 0, 0);
+    if (m_remembers) {
+        QBitArray turned(row + 1);
+        turned.setBit(row);
+        remember(std::move(turned), {});
+    }
 }
 
 void Grid::setTicked(const QList<int> &rows, bool ticked)

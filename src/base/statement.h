@@ -48,9 +48,12 @@ public:
     const std::optional<QString> &breakingValue() const { return m_breaking; }
 
 private:
-    // Apostrophes in pairs stand for one each, and stay inside. A NUL ends the text for an engine.
+    // Apostrophes in pairs stand for one each, and stay inside. A NUL ends the text for an engine,
+    // half a pair of surrogates for a driver that spells it in another encoding.
     static bool endsItsQuotes(QStringView text)
     {
+        if (!text.isValidUtf16())
+            return true;
         bool paired = true;
         for (const QChar c : text) {
             if (c.isNull() || (c != u'\'' && !paired))

@@ -51,6 +51,25 @@ QList<QByteArray> placeholders()
     return {"tarih", "saat", "dakika", "saniye", "carikod", "unvan", "caridataref"};
 }
 
+QString referenceOf(IniFile &file, const QString &carino, bool keep)
+{
+    QString counter = file.value(u"id"_s, u"id"_s);
+    if (counter.isEmpty()) {
+        counter = u"0"_s;
+        if (keep)
+            file.set(u"id"_s, u"id"_s, counter);
+    }
+    QString known = file.value(u"carino"_s, carino);
+    if (!known.isEmpty())
+        return known;
+    QString next = toText(toNumber(counter) + 1);
+    if (keep) {
+        file.set(u"carino"_s, carino, next);
+        file.set(u"id"_s, u"id"_s, next);
+    }
+    return next;
+}
+
 constexpr QStringView dataReference = u"1059"; // of every card that is inserted
 
 } // namespace
@@ -174,19 +193,22 @@ void Cr::kaydetguncelle(const QString &dosya)
 
 QString Cr::datarefyap(const QString &carino)
 {
-    const QString path = m_program.path(u"cariref.kvz");
-    QString counter = inioku(u"id"_s, u"id"_s, path);
-    if (counter.isEmpty()) {
-        counter = u"0"_s;
-        iniyaz(u"id"_s, u"id"_s, counter, path);
+    return datarefyap(QStringList{carino}).first();
+}
+
+QStringList Cr::datarefyap(const QStringList &carinolar)
+{
+    const QString path = m_program.path(u"cariref.kvz"_s);
+    QStringList references;
+    IniFile file(path);
+    for (const QString &carino : carinolar)
+        references << referenceOf(file, carino, true);
+    if (!file.save()) { // a counter that can't be kept gives each new cari the same number
+        IniFile kept(path);
+        for (qsizetype i = 0; i < references.size(); ++i)
+            references[i] = referenceOf(kept, carinolar[i], false);
     }
-    QString known = inioku(u"carino"_s, carino, path);
-    if (!known.isEmpty())
-        return known;
-    QString next = toText(toNumber(counter) + 1);
-    iniyaz(u"carino"_s, carino, next, path);
-    iniyaz(u"id"_s, u"id"_s, next, path);
-    return next;
+    return references;
 }
 
 } // namespace kervan

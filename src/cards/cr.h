@@ -48,6 +48,9 @@ public:
     /// The data reference that cariref.kvz keeps for the cari, a new one the first time. A counter
     /// that is no number is a Failure.
     QString datarefyap(const QString &carino);
+    /// The same for many, in their order, as if they were asked for one by one; the file is read
+    /// and written once.
+    QStringList datarefyap(const QStringList &carinolar);
 
     /// The cards as kaydet() fills them.
     Filling kartlar() const;

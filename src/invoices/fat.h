@@ -93,7 +93,7 @@ private:
     void readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar);
     void takeHeader(QStringView line);
     QString takeCollection(QStringView line);
-    void showMissingPrices(const QString &fiyatsizlar);
+    void showMissingPrices(QString fiyatsizlar);
 
     // Exporting.
     QSet<QString> tickedNumbers() const;

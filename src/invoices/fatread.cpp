@@ -15,6 +15,18 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+constexpr QStringView missingPrices =
+    u"Ürünlerde Bayi Fiyatı Olmayan Faturalar Var...\r\n"
+    "Aşagıdaki Ürünlerin Bayi Fiyatlarını Giriniz. Faturayı Yeniden Okutunuz...\r\n";
+
+void addMissingPrice(QString &text, const QString &kod)
+{
+    if (text.isEmpty())
+        text = missingPrices.toString();
+    text += u"  "_s;
+    text += kod;
+}
+
 QString stateFault(const QString &record, QStringView state, int column)
 {
     if (state.isEmpty())
@@ -27,7 +39,7 @@ QString stateFault(const QString &record, QStringView state, int column)
 
 void Fat::umurlarfaturabaslikoku()
 {
-    QString fiyatsizlar;
+    QString fiyatsizlar; // the whole text of its box
     bilgi.begin();
     m_kasaislemsayac = kasacariislemno(m_program);
     {
@@ -47,8 +59,7 @@ void Fat::umurlarfaturabaslikoku()
         if (prices)
             bayiFiyatlari = prices->asked();
     }
-    if (!fiyatsizlar.isEmpty())
-        showMissingPrices(fiyatsizlar);
+    showMissingPrices(std::move(fiyatsizlar));
     liste.listedolu = !l1().isEmpty();
     liste.showRowCount();
     if (m_dosyaacik && liste.tarihAraligi.isChecked())
@@ -69,7 +80,7 @@ void Fat::readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar)
             const QString kod = productCode(line).toString();
             const QString price = prices ? prices->satisfiyatibul(kod) : u"0"_s;
             if (number(price).value_or(0) <= 0)
-                fiyatsizlar += u"  "_s + kod;
+                addMissingPrice(fiyatsizlar, kod);
         } else if (isHeader(line)) {
             if (countsAsHeader(line))
                 takeHeader(line);
@@ -126,13 +137,15 @@ QString Fat::takeCollection(QStringView line)
     return failed ? u"Tahsilatın tutarı hesaplanamadı: "_s + failed->headline() : QString();
 }
 
-void Fat::showMissingPrices(const QString &fiyatsizlar)
+// A product is named for each of its lines, so the text may be as long as the file: it is held
+// once.
+void Fat::showMissingPrices(QString fiyatsizlar)
 {
-    const QString text = u"Ürünlerde Bayi Fiyatı Olmayan Faturalar Var...\r\n"
-                         "Aşagıdaki Ürünlerin Bayi Fiyatlarını Giriniz. Faturayı Yeniden "
-                         "Okutunuz...\r\n"_s +
-                         fiyatsizlar;
-    m_program.boxes.show({.text = trimmedBlanks(text).toString()});
+    if (fiyatsizlar.isEmpty())
+        return;
+    while (fiyatsizlar.endsWith(u' '))
+        fiyatsizlar.chop(1);
+    m_program.boxes.show({.text = std::move(fiyatsizlar)});
 }
 
 void Fat::umurlardetaylioku(const QString &faturano)

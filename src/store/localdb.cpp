@@ -168,8 +168,9 @@ void LocalDb::query(const Statement &statement)
 {
     m_atEnd = true;
     if (const auto &value = statement.breakingValue()) {
-        const QString mark =
-            value->contains(QChar(u'\0')) ? u"görünmez NUL harfi"_s : u"kesme işareti"_s;
+        const QString mark = value->contains(QChar(u'\0')) ? u"görünmez NUL harfi"_s
+                             : value->isValidUtf16()       ? u"kesme işareti"_s
+                                                           : u"yarım harf"_s;
         throw Failure(u"Değerdeki %1 deyimi bozuyor: %2"_s.arg(mark, value->left(200)));
     }
     const QString &text = statement.text();

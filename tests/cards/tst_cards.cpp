@@ -241,6 +241,53 @@ Stok Xml Dosyası Kaydet ; Xml Dosyaları (xml)|*.xml ; /fatura)"_s));
         QVERIFY(!failureOf([&] { d.cr.datarefyap(u"120.9"_s); }).isNull());
     }
 
+    // The file's own rules decide, of which some look odd: a key ends at its first "=", is found
+    // without its blanks and without case, and one that looks like a header ends the section.
+    void referencesOfManyAreThoseThatTheyGetOneByOne()
+    {
+        const QStringList cariler{u"120.1"_s, u"ş"_s, u"8 "_s,   u"8 "_s,       u"a=b"_s, u"A"_s,
+                                  u"=x"_s,    u"Ş"_s, u"[x]"_s,  u"[CARINO]"_s, u"→"_s,   u"?"_s,
+                                  u"8"_s,     u""_s,  u"e\nf"_s, u"120.1"_s,    u"F"_s};
+        const QStringList expected{u"41"_s, u"7"_s,  u"42"_s, u"43"_s, u"44"_s, u"b=44"_s,
+                                   u"45"_s, u"7"_s,  u"46"_s, u"47"_s, u"48"_s, u"48"_s,
+                                   u"42"_s, u"49"_s, u"50"_s, u"41"_s, u"50"_s};
+        const QByteArray start = "[carino]\n\xFE = '7'\n\n[id]\nid=40\n";
+        const QByteArray end =
+            "[carino]\r\n\xFE = '7'\r\n120.1=41\r\n8 =42\r\n8 =43\r\na=b=44\r\n=x=45\r\n?=48\r\n"
+            "=49\r\ne\r\nf=50\r\n[CARINO]=47\r\n[x]=46\r\n\r\n[id]\r\nid=50\r\n";
+        Desk d;
+        const QString path = d.t.path(u"cariref.kvz"_s);
+        writeBytes(path, start);
+        QCOMPARE(d.cr.datarefyap(cariler), expected);
+        QCOMPARE(readBytes(path), end);
+        writeBytes(path, start);
+        QStringList single;
+        for (const QString &cari : cariler)
+            single << d.cr.datarefyap(cari);
+        QCOMPARE(single, expected);
+        QCOMPARE(readBytes(path), end);
+    }
+
+    void referencesThatCannotBeKeptAreGivenAgain()
+    {
+        Desk d;
+        const QString path = d.t.path(u"cariref.kvz"_s);
+        writeBytes(path, "[id]\r\nid=4\r\n[carino]\r\n120.1=3\r\n");
+        const QByteArray before = readBytes(path);
+        QStringList given;
+        if (!onAFullDisk(8, [&] {
+                given = d.cr.datarefyap(QStringList{u"120.7"_s, u"120.1"_s, u"120.8"_s});
+            }))
+            QSKIP("no way to fill a disk here");
+        QCOMPARE(given, (QStringList{u"5"_s, u"3"_s, u"5"_s}));
+        QCOMPARE(readBytes(path), before);
+        writeBytes(path, "[id]\r\nid=çok\r\n[carino]\r\n120.1=3\r\n");
+        const auto ask = [&] {
+            d.cr.datarefyap(QStringList{u"120.1"_s, u"120.2"_s});
+        };
+        QVERIFY(!failureOf(ask).isNull());
+    }
+
     void codesAreLookedForInTheListFiles()
     {
         TestProgram t;
