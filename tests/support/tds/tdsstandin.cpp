@@ -3,6 +3,7 @@
 #include "support/tds/tdswire.h"
 
 #include <QNetworkProxy>
+#include <QRandomGenerator>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
@@ -10,6 +11,8 @@
 #include <QTcpServer>
 #include <QTcpSocket>
 #include <QTimer>
+
+#include <algorithm>
 
 namespace kervan {
 
@@ -38,6 +41,17 @@ private:
 
 namespace {
 
+QByteArray failed(int error, const QString &sentence)
+{
+    return errorToken(error, sentence) + doneToken(TdsEnd::Error);
+}
+
+// The others come when the statement is done.
+bool isCarriedOut(TdsFault fault)
+{
+    return fault != TdsFault::Hang && fault != TdsFault::CutBefore && fault != TdsFault::Refusal;
+}
+
 /// One connection.
 class Session : public QObject
 {
@@ -51,6 +65,8 @@ private:
     void takeStatement(const QString &statement);
     void cancel();
     void sendAfter(int delay, const QByteArray &answer);
+    void sendSpoilt(TdsFault fault, const QByteArray &answer);
+    QByteArray noise(qsizetype size) const;
     void send(const QByteArray &answer) { m_socket->write(tdsPackets(TdsPacket::Answer, answer)); }
 
     QTcpSocket *m_socket;
@@ -99,9 +115,13 @@ void Session::take(TdsPacket type, const QByteArray &message)
     switch (type) {
     case TdsPacket::Prelogin:
         return send(preloginAnswer());
-    case TdsPacket::Login:
-        return sendAfter(m_listener.manners.loginDelay,
-                         m_listener.loginAnswerTo(readLogin(message)));
+    case TdsPacket::Login: {
+        const StandinManners &manners = m_listener.manners;
+        const QByteArray answer = m_listener.loginAnswerTo(readLogin(message));
+        if (manners.loginFault != TdsFault::None)
+            return sendSpoilt(manners.loginFault, answer);
+        return sendAfter(manners.loginDelay, answer);
+    }
     case TdsPacket::Batch:
         return takeStatement(readBatch(message));
     case TdsPacket::Attention:
@@ -118,8 +138,21 @@ void Session::takeStatement(const QString &statement)
     m_listener.statements << statement;
     if (m_answered == manners.dropAfter)
         return m_socket->abort();
-    ++m_answered;
+    const int place = m_answered++;
+    if (manners.fault != TdsFault::None &&
+        (manners.faultAt == StandinManners::any || manners.faultAt == place) &&
+        statement.contains(manners.faultWord))
+        return sendSpoilt(manners.fault, isCarriedOut(manners.fault) ? m_listener.answer(statement)
+                                                                     : QByteArray());
     sendAfter(manners.queryDelay, m_listener.answer(statement));
+}
+
+QByteArray Session::noise(qsizetype size) const
+{
+    QRandomGenerator random(m_listener.manners.seed);
+    QByteArray bytes(size, 0);
+    std::ranges::generate(bytes, [&] { return char(random.bounded(256)); });
+    return bytes;
 }
 
 void Session::cancel()
@@ -139,6 +172,49 @@ void Session::sendAfter(int delay, const QByteArray &answer)
         m_late.start(delay);
 }
 
+void Session::sendSpoilt(TdsFault fault, const QByteArray &answer)
+{
+    constexpr int moment = 300;
+    constexpr int refusal = 50000;
+    constexpr qsizetype lengthPlace = 2; // in a packet
+    QByteArray packets = tdsPackets(TdsPacket::Answer, answer);
+    switch (fault) {
+    case TdsFault::None:
+        return send(answer);
+    case TdsFault::Hang:
+        return;
+    case TdsFault::Late:
+        return sendAfter(moment, answer);
+    case TdsFault::CutBefore:
+        return m_socket->abort();
+    case TdsFault::CutAmid:
+        m_socket->write(packets.first(packets.size() / 2));
+        return m_socket->disconnectFromHost();
+    case TdsFault::CutBehind:
+        m_socket->write(packets);
+        return m_socket->disconnectFromHost();
+    case TdsFault::Refusal:
+        return send(failed(refusal, u"olmaz"_s));
+    case TdsFault::Noise:
+        m_socket->write(noise(packets.size()));
+        return;
+    case TdsFault::Nonsense:
+        return send(noise(answer.size()));
+    case TdsFault::LongPacket:
+        packets[lengthPlace] = char(packets[lengthPlace] + 1); // by 256 bytes
+        m_socket->write(packets);
+        return;
+    case TdsFault::LongToken: {
+        QByteArray longer = answer;
+        longer[1] = char(0xFF); // columns, or bytes
+        longer[2] = char(0x7F);
+        return send(longer);
+    }
+    case TdsFault::NoEnd:
+        return send(answer.chopped(8));
+    }
+}
+
 qsizetype writeRows(TdsWriter &answer, const QList<TdsColumn> &columns, QSqlQuery &query)
 {
     constexpr int columnsKind = 0x81;
@@ -153,11 +229,6 @@ qsizetype writeRows(TdsWriter &answer, const QList<TdsColumn> &columns, QSqlQuer
             columns[i].writeValue(answer, query.value(i));
     }
     return rows;
-}
-
-QByteArray failed(int error, const QString &sentence)
-{
-    return errorToken(error, sentence) + doneToken(TdsEnd::Error);
 }
 
 } // namespace
