@@ -258,6 +258,8 @@ private Q_SLOTS:
             u"SQL Server sürücüsü (ODBC) bu bilgisayarda kurulu değil.\nCan't open lib 'x'"_s);
         add("a line reset", {{u"08S01"_s, 10054, u"TCP Provider"_s}, {u"08S01"_s, 10054, {}}},
             u"SQL Server ile bağlantı koptu.\nTCP Provider"_s);
+        add("a line found cut", {{u"HY000"_s, 0, u"Unknown error"_s}},
+            u"SQL Server ile bağlantı koptu.\nUnknown error"_s);
         add("another firm's table", {{u"42S02"_s, 208, u"Invalid object name"_s}},
             u"Tablo yok: seçilen firma ya da veritabanı başka olabilir.\nInvalid object name"_s);
         add("the server's own words, once",
