@@ -13,6 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using Milliseconds = std::chrono::milliseconds;
+
 constexpr QStringView letters = u"şŞğĞıIiİçÇöÖüÜ";
 
 Statement firms()
@@ -309,6 +311,84 @@ private Q_SLOTS:
         timer.restart();
         connection.reset();
         QVERIFY(timer.elapsed() < 3000);
+    }
+
+    void theTimeOutHoldsForAnswersWithoutSense_data()
+    {
+        QTest::addColumn<TdsFault>("fault");
+        QTest::newRow("bytes that are no packet") << TdsFault::Noise;
+        QTest::newRow("a packet that does not come whole") << TdsFault::LongPacket;
+        QTest::newRow("an answer without an end") << TdsFault::NoEnd;
+    }
+    void theTimeOutHoldsForAnswersWithoutSense()
+    {
+        QFETCH(TdsFault, fault);
+        m_server->behave({.fault = fault});
+        const auto connection = connect({1, 5});
+        const QString told = failureOf([&] { connection->run(firms()); });
+        QVERIFY2(told.startsWith(u"SQL Server zamanında yanıt vermedi."), qPrintable(told));
+        m_server->behave({});
+        QCOMPARE(connect()->run(firms()).rows.size(), 1);
+    }
+
+    void aWaitThatIsGivenUpLeavesTheLine()
+    {
+        OdbcServer odbc;
+        int looks = 0;
+        odbc.waitBy(
+            [&looks](const auto &hasCome) {
+                while (++looks < 4) {
+                    if (hasCome(Milliseconds(10)))
+                        return true;
+                }
+                return false;
+            },
+            Milliseconds(20));
+        auto connection = odbc.connect(text(m_server->server()), {0, 5});
+        QCOMPARE(connection->run(firms()).rows.size(), 1);
+        QCOMPARE(looks, 0); // in silence
+        m_server->behave({.queryDelay = 600});
+        QCOMPARE(failureOf([&] { connection->run(firms()); }),
+                 u"Logo'nun yanıtı beklenmedi; yeniden bağlanmak gerekir."_s);
+        QVERIFY(!connection->isOpen());
+        QVERIFY(failureOf([&] { connection->run(firms()); }).contains(u"bağlantı kopmuş"));
+        QCOMPARE(m_server->statements().size(), 2);
+        connection.reset();
+        QCOMPARE(m_server->connections(), 1); // the driver still waits, and then goes alone
+        QTRY_COMPARE(m_server->connections(), 0);
+        looks = -100;
+        m_server->behave({.queryDelay = 300});
+        QCOMPARE(odbc.connect(text(m_server->server()), {0, 5})->run(firms()).rows.size(), 1);
+        QVERIFY(looks > -100);
+    }
+
+    void slowAnswersShareOneSilenceAndOneStatementIsAskedAtATime()
+    {
+        OdbcServer odbc;
+        std::unique_ptr<SqlConnection> connection;
+        int waits = 0;
+        QString told;
+        odbc.waitBy(
+            [&](const auto &hasCome) {
+                ++waits;
+                told = failureOf([&] { connection->run(firms()); });
+                return hasCome(std::chrono::minutes(1));
+            },
+            Milliseconds(900));
+        m_server->behave({.queryDelay = 350});
+        connection = odbc.connect(text(m_server->server()), {0, 5});
+        for (int statement = 1; statement < 5; ++statement) {
+            QCOMPARE(connection->run(firms()).rows.size(), 1);
+            QCOMPARE(waits > 0, statement > 2); // 0.2 s of the silence are left for the third
+        }
+        QVERIFY2(told.contains(u"bir yanıt daha"), qPrintable(told));
+        QCOMPARE(m_server->statements().size(), 4);
+        m_server->behave({});
+        connection->run(firms());
+        m_server->behave({.queryDelay = 350});
+        waits = 0;
+        connection->run(firms()); // behind a quick one
+        QCOMPARE(waits, 0);
     }
 
     void lateAnswersAreWaitedForWithoutALimit()

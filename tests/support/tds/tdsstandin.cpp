@@ -2,6 +2,7 @@
 
 #include "support/tds/tdswire.h"
 
+#include <QCoreApplication>
 #include <QNetworkProxy>
 #include <QRandomGenerator>
 #include <QSqlDatabase>
@@ -10,9 +11,13 @@
 #include <QSqlRecord>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QThread>
 #include <QTimer>
 
 #include <algorithm>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
 
 namespace kervan {
 
@@ -320,15 +325,84 @@ QList<QStringList> StandinListener::run(const QString &statement)
     return rows;
 }
 
+namespace {
+
+// Lets a step run in the thread of the event's receiver.
+class StepEvent : public QEvent
+{
+public:
+    explicit StepEvent(const std::function<void()> &step)
+        : QEvent(QEvent::User)
+        , m_step(step)
+    {
+    }
+    void run() const { m_step(); }
+
+private:
+    const std::function<void()> &m_step;
+};
+
+class StepTaker : public QObject
+{
+public:
+    std::mutex mutex;
+
+protected:
+    bool event(QEvent *event) override
+    {
+        const std::lock_guard lock(mutex); // in front of the first look at the event
+        if (event->type() != QEvent::User)
+            return QObject::event(event);
+        static_cast<StepEvent *>(event)->run();
+        return true;
+    }
+};
+
+} // namespace
+
+/// Carries steps out in the stand-in's thread. Its locks are the standard library's, which the
+/// thread sanitizer sees; Qt's it does not.
+class StandinThread : public QThread
+{
+public:
+    StandinThread()
+    {
+        m_taker.moveToThread(this);
+        start();
+    }
+    ~StandinThread() override
+    {
+        quit();
+        wait();
+    }
+    void run(const std::function<void()> &step)
+    {
+        bool isDone = false;
+        const std::function<void()> told = [&] {
+            step();
+            isDone = true;
+            m_done.notify_one();
+        };
+        auto event = std::make_unique<StepEvent>(told);
+        std::unique_lock lock(m_taker.mutex);
+        QCoreApplication::postEvent(&m_taker, event.release());
+        m_done.wait(lock, [&] { return isDone; });
+    }
+
+private:
+    std::condition_variable m_done;
+    StepTaker m_taker;
+};
+
 template<class Step>
 auto TdsStandin::inThread(Step &&step) const
 {
     using Result = decltype(step());
     if constexpr (std::is_void_v<Result>) {
-        QMetaObject::invokeMethod(m_listener, step, Qt::BlockingQueuedConnection);
+        m_thread->run(step);
     } else {
         Result result{};
-        QMetaObject::invokeMethod(m_listener, step, Qt::BlockingQueuedConnection, &result);
+        m_thread->run([&] { result = step(); });
         return result;
     }
 }
@@ -336,21 +410,16 @@ auto TdsStandin::inThread(Step &&step) const
 TdsStandin::TdsStandin()
 {
     // Plugins are looked for by patterns, and a thread of MinGW's may use no QRegularExpression:
-    // see OdbcServer::connect().
+    // see SideThread.
     QSqlDatabase::isDriverAvailable(u"QSQLITE"_s);
-    m_thread.start();
+    m_thread = std::make_unique<StandinThread>();
     // Made in its own thread, where its sockets and its database then belong.
-    QObject inside;
-    inside.moveToThread(&m_thread);
-    QMetaObject::invokeMethod(
-        &inside, [this] { m_listener = new StandinListener; }, Qt::BlockingQueuedConnection);
+    m_thread->run([this] { m_listener = new StandinListener; });
 }
 
 TdsStandin::~TdsStandin()
 {
     inThread([this] { delete std::exchange(m_listener, nullptr); });
-    m_thread.quit();
-    m_thread.wait();
 }
 
 quint16 TdsStandin::port() const

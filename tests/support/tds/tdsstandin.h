@@ -2,11 +2,13 @@
 
 #include <QString>
 #include <QStringList>
-#include <QThread>
+
+#include <memory>
 
 namespace kervan {
 
 class StandinListener;
+class StandinThread;
 
 /// What goes wrong with an answer. Where nothing of it is sent, its statement is not carried out.
 enum class TdsFault {
@@ -83,7 +85,7 @@ private:
     template<class Step>
     auto inThread(Step &&step) const;
 
-    QThread m_thread;
+    std::unique_ptr<StandinThread> m_thread;
     StandinListener *m_listener;
 };
 
