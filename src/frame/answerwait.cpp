@@ -1,7 +1,6 @@
 #include "frame/answerwait.h"
 
 #include "check/beside.h"
-#include "controls/gridview.h"
 
 #include <QApplication>
 #include <QElapsedTimer>
@@ -29,17 +28,12 @@ void letEventsIn()
 AnswerWait::AnswerWait(QWidget *screen)
     : m_screen(screen)
 {
-    freezeLists();
     qApp->installEventFilter(this); // in front of all others
 }
 
 AnswerWait::~AnswerWait()
 {
     qApp->removeEventFilter(this);
-    for (const QPointer<QWidget> &list : std::as_const(m_frozen)) {
-        if (list)
-            list->setUpdatesEnabled(true);
-    }
     for (const Held &held : m_held) {
         if (held.receiver)
             QCoreApplication::postEvent(held.receiver, held.event->clone());
@@ -71,17 +65,6 @@ bool AnswerWait::until(const std::function<bool(Milliseconds)> &hasCome)
         QApplication::changeOverrideCursor(Qt::WaitCursor);
     m_strip.reset();
     return isThere;
-}
-
-// What a screen's step has emptied or half filled is not asked for by its list.
-void AnswerWait::freezeLists()
-{
-    for (GridView *list : m_screen->findChildren<GridView *>()) {
-        if (list->updatesEnabled()) {
-            list->setUpdatesEnabled(false);
-            m_frozen << list;
-        }
-    }
 }
 
 // Taken from the window, in front of all that a click does elsewhere: the focus stays where it is.

@@ -38,7 +38,6 @@ protected:
 private:
     void takeMouse(const QObject *watched, const QEvent &event);
     void takeKey(QEvent &event);
-    void freezeLists();
     void hold(QObject *receiver, const QEvent &event);
 
     struct Held
@@ -48,7 +47,6 @@ private:
     };
 
     QWidget *m_screen;
-    QList<QPointer<QWidget>> m_frozen;
     std::unique_ptr<WaitStrip> m_strip; // once what had been typed before is gone
     bool m_isGivenUp = false;
     std::vector<Held> m_held;
