@@ -1,5 +1,5 @@
 // Drives the real windows through the samples and lists what came of it:
-// kervan-tour SAMPLES OUTPUT_FOLDER
+// kervan-tour SAMPLES OUTPUT_FOLDER [TIMES]
 
 #include "app/guidefiles.h"
 #include "app/realports.h"
@@ -13,7 +13,11 @@
 
 #include <QApplication>
 #include <QDir>
+#include <QFile>
+#include <QMap>
 #include <QTextStream>
+
+#include <optional>
 
 using namespace Qt::StringLiterals;
 
@@ -26,9 +30,12 @@ public:
     QDateTime now() const override { return {{2021, 3, 16}, {9, 30}}; }
 };
 
-int run(const QString &samples, const QString &folder)
+using Documents = QMap<QString, QByteArray>;
+
+// Gives the documents; nothing where the folder could not be laid out.
+std::optional<Documents> visit(const QString &samples, const QString &folder,
+                               kervan::Tour::Pictures pictures, QTextStream &out)
 {
-    QTextStream out(stdout);
     kervan::ScreenBoxes boxes;
     kervan::ScreenDialogs dialogs(folder);
     ToursClock clock;
@@ -48,23 +55,70 @@ int run(const QString &samples, const QString &folder)
     });
     if (failed) {
         out << failed->description() << '\n';
-        return 1;
+        return std::nullopt;
     }
     kervan::MainWindow window(program);
     window.showNormal();
     window.resize(1280, 860); // the desktop without a display is smaller
     kervan::TdsStandin logo;
-    kervan::Tour tour(window, folder);
+    kervan::Tour tour(window, folder, pictures);
     kervan::visitAll(tour, logo);
+    if (pictures == kervan::Tour::Pictures::Kept) {
+        out << "Pictures in " << folder << ":\n";
+        for (const QString &name : tour.made())
+            out << "  " << name << '\n';
+    }
+    Documents documents;
+    for (const QFileInfo &info : QDir(folder + u"/logo xml"_s).entryInfoList({u"*.xml"_s})) {
+        QFile file(info.filePath());
+        if (file.open(QIODevice::ReadOnly))
+            documents[info.fileName()] = file.readAll();
+    }
+    return documents;
+}
 
-    out << "Pictures in " << folder << ":\n";
-    for (const QString &name : tour.made())
-        out << "  " << name << '\n';
-    const QDir documents(folder + u"/logo xml"_s);
-    out << "Documents in " << documents.path() << ":\n";
-    for (const QFileInfo &file : documents.entryInfoList({u"*.xml"_s}, QDir::Files))
-        out << "  " << file.fileName() << "  " << file.size() << " bytes\n";
-    return documents.entryList({u"*.xml"_s}).size() == 15 ? 0 : 1;
+// What the system holds for this process, in MB; 0 where it does not tell.
+double resident()
+{
+    QFile file(u"/proc/self/statm"_s);
+    return file.open(QIODevice::ReadOnly)
+               ? file.readAll().split(' ').value(1).toDouble() * 4096 / 1e6
+               : 0;
+}
+
+// The same over and over in one process: the documents stay the same, and from the tenth time on so
+// does the memory.
+bool holds(const QString &samples, const QString &folder, int times, const Documents &first,
+           QTextStream &out)
+{
+    constexpr int settled = 10;
+    constexpr double mayGrow = 1.05;
+    double tenth = 0;
+    for (int i = 2; i <= times; ++i) {
+        const QString again = folder + u"/tekrar"_s;
+        QDir(again).removeRecursively();
+        const auto documents = visit(samples, again, kervan::Tour::Pictures::Dropped, out);
+        if (documents != first) {
+            out << "Time " << i << " gives other documents\n";
+            return false;
+        }
+        out << "Time " << i << ": " << resident() << " MB" << Qt::endl;
+        if (i == settled)
+            tenth = resident();
+    }
+    return times <= settled || resident() <= tenth * mayGrow;
+}
+
+int run(const QString &samples, const QString &folder, int times)
+{
+    QTextStream out(stdout);
+    const auto documents = visit(samples, folder, kervan::Tour::Pictures::Kept, out);
+    if (!documents)
+        return 1;
+    out << "Documents in " << folder << "/logo xml:\n";
+    for (auto document = documents->cbegin(); document != documents->cend(); ++document)
+        out << "  " << document.key() << "  " << document.value().size() << " bytes\n";
+    return documents->size() == 15 && holds(samples, folder, times, *documents, out) ? 0 : 1;
 }
 
 } // namespace
@@ -73,8 +127,8 @@ int main(int argc, char **argv)
 {
     QApplication application(argc, argv);
     const QStringList arguments = QApplication::arguments();
-    if (arguments.size() != 3) {
-        QTextStream(stdout) << "kervan-tour SAMPLES OUTPUT_FOLDER\n";
+    if (arguments.size() < 3 || arguments.size() > 4) {
+        QTextStream(stdout) << "kervan-tour SAMPLES OUTPUT_FOLDER [TIMES]\n";
         return 2;
     }
     QApplication::setAttribute(Qt::AA_DontUseNativeDialogs);
@@ -85,5 +139,5 @@ int main(int argc, char **argv)
         QTextStream(stdout) << folder << " is not empty\n";
         return 2;
     }
-    return run(arguments[1], folder);
+    return run(arguments[1], folder, arguments.value(3, u"1"_s).toInt());
 }

@@ -52,9 +52,10 @@ void drawSpot(QPainter &painter, const QPoint &centre, int number)
 
 } // namespace
 
-Tour::Tour(MainWindow &window, const QString &folder)
+Tour::Tour(MainWindow &window, const QString &folder, Pictures pictures)
     : m_window(window)
     , m_folder(folder)
+    , m_pictures(pictures)
 {
     m_answers.setInterval(50);
     QObject::connect(&m_answers, &QTimer::timeout, [this] { answerModal(); });
@@ -105,8 +106,11 @@ void Tour::type(QWidget *inside, const char *edit, const QString &text)
 void Tour::picture(QWidget *widget, const QString &name)
 {
     QTest::qWait(100);
-    const QString file = u"%1-%2.png"_s.arg(++m_pictures, 3, 10, QChar(u'0')).arg(name);
-    widget->grab().save(m_folder + u'/' + file);
+    const QString file = u"%1-%2.png"_s.arg(++m_count, 3, 10, QChar(u'0')).arg(name);
+    const QPixmap picture = widget->grab();
+    if (m_pictures == Pictures::Dropped)
+        return;
+    picture.save(m_folder + u'/' + file);
     m_made << file;
 }
 
@@ -117,6 +121,8 @@ void Tour::guidePicture(QWidget *widget, const QString &name, const QList<Spot> 
     const QDir folder(m_folder + u"/pictures"_s);
     folder.mkpath(u"."_s);
     const QImage whole = shot(widget, spots);
+    if (m_pictures == Pictures::Dropped)
+        return;
     withFewColours(area.isEmpty() ? whole : whole.copy(area))
         .save(folder.filePath(name + u".png"_s), "PNG", 0); // packed as small as it goes
 }

@@ -15,8 +15,11 @@ namespace kervan {
 class Tour
 {
 public:
+    /// Pictures are drawn in any case.
+    enum class Pictures { Kept, Dropped };
+
     /// `folder` is the program's; the pictures go there too.
-    Tour(MainWindow &window, const QString &folder);
+    Tour(MainWindow &window, const QString &folder, Pictures pictures = Pictures::Kept);
 
     template<class Widget>
     Widget *find(QWidget *inside, const char *name)
@@ -59,10 +62,11 @@ private:
 
     MainWindow &m_window;
     QString m_folder;
+    Pictures m_pictures;
     QTimer m_answers;
     QString m_nextFile;
     QStringList m_made;
-    int m_pictures = 0;
+    int m_count = 0;
 };
 
 } // namespace kervan

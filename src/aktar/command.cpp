@@ -2,6 +2,8 @@
 
 #include "aktar/watching.h"
 #include "base/failure.h"
+#include "base/leftovers.h"
+#include "store/settling.h"
 
 #include <QDir>
 #include <QElapsedTimer>
@@ -138,7 +140,8 @@ Status OpenFolder::enter(const std::function<void(const QString &line)> &tell)
     }
     const auto failed = passOver([&] {
         const QString done = recover(m_folder);
-        sweep(m_folder, journalName.toString());
+        settle(m_folder);
+        sweepLeftovers(m_folder, [](QStringView name) { return name == journalName; });
         if (!done.isEmpty())
             tell(u"kervan-aktar: "_s + done);
     });

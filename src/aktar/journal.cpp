@@ -13,7 +13,6 @@
 #include <QJsonDocument>
 #include <QJsonObject>
 
-#include <algorithm>
 #include <array>
 #include <filesystem>
 
@@ -217,18 +216,6 @@ QString recover(const QString &programFolder)
         moves << Move{move[0].toString(), move[1].toString(), move[2].toBool()};
     finish(programFolder, folder, moves);
     return u"Yarıda kalan aktarım tamamlandı: belgeleri yerlerine kondu."_s;
-}
-
-void sweep(const QString &folder, const QString &pattern)
-{
-    // The library names a file that is to take another's place by six letters of both cases.
-    for (const QString &name : QDir(folder).entryList({pattern + u".??????"_s}, QDir::Files)) {
-        const QString end = name.right(6);
-        const bool isLetters =
-            std::ranges::all_of(end, [](QChar c) { return c.isLetter() && c < u'\x80'; });
-        if (isLetters && end != end.toLower())
-            QFile::remove(QDir(folder).filePath(name));
-    }
 }
 
 Opening recoverForWindow(const QString &programFolder)

@@ -52,9 +52,6 @@ QString recover(const QString &programFolder);
 
 /// The name of the journal in a program folder.
 constexpr QStringView journalName = u"kervan-aktar.islem";
-/// Throws away what killed writers of such files left beside them in the folder; for those who have
-/// it to themselves.
-void sweep(const QString &folder, const QString &pattern);
 
 /// Whether there is something for recover() to do.
 bool isPending(const QString &programFolder);

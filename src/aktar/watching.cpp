@@ -4,6 +4,7 @@
 #include "base/codepage.h"
 #include "base/failure.h"
 #include "base/filefault.h"
+#include "base/leftovers.h"
 #include "base/wholefile.h"
 
 #include <QDir>
@@ -174,7 +175,8 @@ Status Watch::begin()
         return NothingWritten;
     }
     if (m_lock.tryLock() || (m_lock.removeStaleLockFile() && m_lock.tryLock())) {
-        sweep(m_failed, reportOf(u"*"_s));
+        const QString report = reportOf({});
+        sweepLeftovers(m_failed, [&](QStringView name) { return name.endsWith(report); });
         return Done;
     }
     const QString folder = QDir::toNativeSeparators(m_folder);

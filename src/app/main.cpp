@@ -10,6 +10,7 @@
 #include "odbc/odbcserver.h"
 #include "store/folderlock.h"
 #include "store/installation.h"
+#include "store/settling.h"
 
 #include <QApplication>
 #include <QDir>
@@ -80,6 +81,8 @@ int main(int argc, char **argv)
         boxes.show({opening.told});
         return kervan::FolderInUse;
     }
+    if (inFolder.isAlone())
+        kervan::settle(folder);
     kervan::ScreenDialogs dialogs(folder);
     kervan::SystemClock clock;
     kervan::OdbcServer sqlServer;

@@ -1,6 +1,7 @@
 #include "check/documentcache.h"
 
 #include "base/codepage.h"
+#include "base/leftovers.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -19,6 +20,8 @@ namespace {
 
 constexpr std::size_t mostRecords = 2'000'000; // of all folders together
 constexpr std::size_t mostFiles = 20'000;
+// Longer than any living writer pauses, on whichever machine.
+constexpr auto leftAlone = std::chrono::minutes(10);
 
 // Year, month and day of a text that begins with day, month and year; 0 for any other.
 int dayOf(QStringView text)
@@ -116,6 +119,9 @@ DocumentCache::documents(const QStringList &folders, const std::atomic_bool &sto
         if (folder.isEmpty() || seen.contains(name))
             continue;
         seen << name;
+        sweepLeftovers(
+            name, [](QStringView own) { return own.endsWith(u".xml"_s, Qt::CaseInsensitive); },
+            leftAlone);
         QDirIterator entries(name, QDir::Files); // a name filter would be a QRegularExpression
         while (entries.hasNext() && !stop && files.size() < mostFiles) {
             entries.next();

@@ -97,6 +97,7 @@ private:
 
     // Exporting.
     QSet<QString> tickedNumbers() const;
+    void writeDocument(const QString &dosya);
     InvoiceSource sourceOf(BifLines &lines);
     InvoiceHead headOf(int row) const;
     InvoiceGoods goodsOf(int line) const;

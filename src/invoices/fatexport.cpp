@@ -7,6 +7,8 @@
 #include "text/spellings.h"
 #include "transfer/target.h"
 
+#include <QScopeGuard>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -61,7 +63,20 @@ void Fat::kaydet(const QString &dosya)
     if (!hasInvoiceTarget(m_program.boxes, dosya))
         return;
     bilgi.begin();
+    writeDocument(dosya);
+    // What is stored runs ahead of the numbers given out: it counts collections too.
+    note(passOver([this] { kasacariislemnokaydet(m_program, m_kasaislemsayac); }));
+    note(endQuietly([&] {
+        exeldenkasanakitkaydet(m_program, l1(), tanimlar.kasakodu, dosya, bilgi,
+                               okunurBicim.values());
+    }));
+    tellDone(m_program.boxes);
+}
+
+void Fat::writeDocument(const QString &dosya)
+{
     ilerleme.start(l1().tickedCount());
+    const auto hide = qScopeGuard([this] { ilerleme.finish(); }); // also where memory runs out
     IncompleteInvoices eksikler;
     auto lines = std::make_unique<BifLines>(m_program, m_dosyaadi, tickedNumbers());
     const std::optional<Failure> unreadable = lines->unreadable();
@@ -76,14 +91,6 @@ void Fat::kaydet(const QString &dosya)
         bilgi.add(unreadable);
     else
         bilgi.add(eksikler.note());
-    ilerleme.finish();
-    // What is stored runs ahead of the numbers given out: it counts collections too.
-    note(passOver([this] { kasacariislemnokaydet(m_program, m_kasaislemsayac); }));
-    note(endQuietly([&] {
-        exeldenkasanakitkaydet(m_program, l1(), tanimlar.kasakodu, dosya, bilgi,
-                               okunurBicim.values());
-    }));
-    tellDone(m_program.boxes);
 }
 
 QSet<QString> Fat::tickedNumbers() const

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QElapsedTimer>
+#include <QFileInfo>
 #include <QSysInfo>
 #include <QThread>
 
@@ -15,6 +16,7 @@ namespace {
 
 constexpr auto betweenTries = std::chrono::milliseconds(100);
 constexpr QStringView commandName = u"kervan-aktar.kilit";
+constexpr QStringView windowNames = u"kervan-pencere-*.kilit";
 
 // One for each user of each machine.
 QString windowName()
@@ -70,6 +72,16 @@ void FolderLock::release()
     m_file.reset();
 }
 
+bool FolderLock::isAlone() const
+{
+    const QDir folder(m_folder);
+    const QString own = m_file ? QFileInfo(m_file->fileName()).fileName() : QString();
+    const QStringList windows = folder.entryList({windowNames.toString()}, QDir::Files);
+    return std::ranges::none_of(windows, [&](const QString &name) {
+        return name != own && lock(*lockAt(folder.filePath(name))) == Lock::Held;
+    });
+}
+
 bool FolderLock::takeNow()
 {
     const QDir folder(m_folder);
@@ -81,8 +93,8 @@ bool FolderLock::takeNow()
         release();
         return false;
     }
-    const QStringList others = folder.entryList(
-        {isWindow ? commandName.toString() : u"kervan-pencere-*.kilit"_s}, QDir::Files);
+    const QStringList others =
+        folder.entryList({isWindow ? commandName.toString() : windowNames.toString()}, QDir::Files);
     for (const QString &name : others) {
         m_holder = folder.filePath(name);
         if (lock(*lockAt(m_holder)) == Lock::Held) {

@@ -26,6 +26,8 @@ public:
     /// file can be made is held by nobody.
     bool take(std::chrono::milliseconds patience = std::chrono::milliseconds(0));
     void release();
+    /// Whether, once taken, nobody else has the folder: neither the other kind nor other windows.
+    bool isAlone() const;
     /// The file that stood in the way at the last try.
     const QString &holder() const { return m_holder; }
 

@@ -3,6 +3,7 @@
 #include "base/filefault.h"
 
 #include <QDir>
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
 #include <QSqlError>
@@ -126,6 +127,21 @@ void LocalDb::open(const QString &path)
                           QFileInfo::exists(path)
                               ? faultOf(db.lastError())
                               : u"dosya yok (%1)"_s.arg(db.lastError().databaseText()));
+}
+
+void LocalDb::foldIn(const QString &path)
+{
+    open(path);
+    m_result = QSqlQuery(QSqlDatabase::database(m_connection, false));
+    m_result.exec(u"pragma schema_version"_s); // the first look rolls back
+    m_result.finish();
+    m_result.exec(u"pragma journal_mode=delete"_s); // what stands in a log goes into the file
+    // One that the engine had not begun to trust is passed over until it is told to part with it.
+    if (QFile::exists(path + u"-journal"_s)) {
+        m_result.exec(u"pragma journal_mode=persist"_s);
+        m_result.exec(u"pragma journal_mode=delete"_s);
+    }
+    close();
 }
 
 void LocalDb::execute(const QString &text)

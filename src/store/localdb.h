@@ -25,6 +25,9 @@ public:
 
     /// Makes an existing file current. A missing one is a Failure and is not created.
     void open(const QString &path);
+    /// Takes into the file what a killed program left in a log beside it, and rolls back what it
+    /// left half done. A file that another program has open stays as it is.
+    void foldIn(const QString &path);
     /// Runs one statement and makes its rows the result. A Failure names the statement's fault, and
     /// its headline the file and the fault alone.
     void query(const Statement &statement);

@@ -1,6 +1,7 @@
 #include "base/codepage.h"
 #include "base/filefault.h"
 #include "base/grid.h"
+#include "base/leftovers.h"
 #include "base/linereader.h"
 #include "base/notes.h"
 #include "base/statement.h"
@@ -282,6 +283,34 @@ two apart          ; 'a'         ; yes)"_s);
         QVERIFY(disk.makeReadOnly());
         QCOMPARE(failureOf([&] { writeWhole(path); }), path + u" yazılamadı: disk salt okunur"_s);
         QCOMPARE(contentOf(folder.path()), u"a.xml"_s);
+    }
+
+    void whatAKilledWriterLeftIsSweptAndWhatAPersonNamedStays()
+    {
+        const QTemporaryDir folder;
+        const auto lay = [&](const QStringList &names, const QByteArray &bytes) {
+            for (const QString &name : names)
+                writeBytes(folder.filePath(name), bytes);
+        };
+        const QByteArray whole = "<?xml version=\"1.0\"?>\r\n<A>\r\n<B></B>\r\n</A>\r\n";
+        lay({u"a.xml.bCdefG"_s, u"a.xml.BcDefg"_s, u"ş b.XML.xyzabC"_s}, whole);
+        lay({u"a.xml.yedekk"_s, u"a.xml.ESKISI"_s, u"a.xml.Eskisi"_s}, whole.chopped(6));
+        lay({u"b.xml.yedekk"_s}, {});
+        const QStringList others{u"a.xml"_s,        u"c.xml.yedekk"_s, u"c.xml.ESKISI"_s,
+                                 u"c.xml.Eskisi"_s, u"c.xml.aBcde1"_s, u"c.xml.aBcdeFg"_s,
+                                 u"c.txt.aBcdeF"_s, u"aBcdeF"_s,       u"c.xml.aBcdeŞ"_s};
+        lay(others, whole);
+        const auto sweep = [&](std::chrono::minutes untouched) {
+            sweepLeftovers(
+                folder.path(),
+                [](QStringView name) { return name.endsWith(u".xml", Qt::CaseInsensitive); },
+                untouched);
+            return QDir(folder.path()).entryList(QDir::Files).size();
+        };
+        QCOMPARE(sweep(std::chrono::minutes(10)), others.size() + 7); // somebody may be writing
+        QCOMPARE(sweep(std::chrono::minutes(0)), others.size());
+        for (const QString &name : others)
+            QVERIFY2(QFile::exists(folder.filePath(name)), name.toUtf8());
     }
 
     void notesKeepWhatCameFirstAndLoseNothing()

@@ -1,6 +1,7 @@
 #include "store/definition.h"
 #include "store/installation.h"
 #include "store/localdb.h"
+#include "store/settling.h"
 #include "store/sidefiles.h"
 #include "support/fakes.h"
 #include "support/table.h"
@@ -260,6 +261,47 @@ pragma user_version=5)"_s) << QString()
         if (!onAFullDisk(200000, [&] { QVERIFY(s.fails(large)); }))
             QSKIP("no way to fill a disk here");
         QCOMPARE(s.rows(staff), u"1|1|a/2|1|a/3|1|a"_s);
+    }
+
+    void whatAKillLeavesBesideADatabaseGoesIntoItAtTheNextStart()
+    {
+        Store s;
+        const QStringList logs{u"data.dbs"_s, u"data.dbs-wal"_s, u"data.dbs-journal"_s};
+        // The files as they lie at this moment, as in a program that is killed at it.
+        const auto killed = [&](const QString &to) {
+            QVERIFY(QDir().mkdir(to));
+            for (const QString &name : logs)
+                QFile::copy(s.path(name), to + u'/' + name);
+            writeBytes(to + u"/kasa.kvz.aBcdeF"_s, "10");
+            writeBytes(to + u"/kervan-aBcdeF.tmp"_s, {});
+        };
+        {
+            OtherProgram other(s.file);
+            other.run(u"pragma journal_mode=wal"_s);
+            other.run(insertOne);
+            killed(s.path(u"log"_s));
+            other.run(u"pragma journal_mode=delete"_s);
+            other.run(u"pragma cache_size=1"_s); // half a change goes to the disk
+            other.run(u"begin"_s);
+            other.run(u"delete from per"_s);
+            other.run(u"insert into per values (Null ,'%1','')"_s.arg(QString(500000, u'x')));
+            killed(s.path(u"half"_s));
+            other.run(u"rollback"_s);
+        }
+        for (const QString &name : {u"log"_s, u"half"_s}) {
+            const QString folder = s.path(name);
+            QVERIFY(QDir(folder).entryList(QDir::Files).size() == 4);
+            settle(folder);
+            QCOMPARE(QDir(folder).entryList(QDir::Files), QStringList{u"data.dbs"_s});
+            OtherProgram alone(folder + u"/data.dbs"_s);
+            QCOMPARE(alone.run(u"select count(*) from per where kod = '1'"_s), u"1"_s);
+            QCOMPARE(alone.run(u"pragma journal_mode"_s), u"delete"_s);
+            QCOMPARE(alone.run(u"pragma integrity_check"_s), u"ok"_s);
+        }
+        writeBytes(s.file + u"-journal"_s, QByteArray(5000, '\0')); // nothing was changed yet
+        settle(s.folder.path());
+        QVERIFY(!QFile::exists(s.file + u"-journal"_s));
+        QCOMPARE(s.rows(staff), u"1|1|a"_s);
     }
 
     void aSingleValueEndsAtTheFirstCommaOrLineEnd()

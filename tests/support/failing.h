@@ -104,15 +104,16 @@ void asAnyUser(Step &&step)
 #endif
 }
 
-/// A disk of 256 KB in the place of a folder, where the system lets a test mount one.
+/// A small disk in the place of a folder, where the system lets a test mount one.
 class SmallDisk
 {
 public:
-    explicit SmallDisk(const QString &folder)
+    explicit SmallDisk(const QString &folder, [[maybe_unused]] int kilobytes = 256)
         : m_folder(QFile::encodeName(folder))
     {
 #ifdef Q_OS_LINUX
-        m_there = mount("tmpfs", m_folder.constData(), "tmpfs", 0, "size=256k") == 0;
+        const QByteArray size = "size=" + QByteArray::number(kilobytes) + 'k';
+        m_there = mount("tmpfs", m_folder.constData(), "tmpfs", 0, size.constData()) == 0;
 #endif
     }
     ~SmallDisk()
@@ -129,16 +130,39 @@ public:
     {
         return m_there;
     }
-    bool makeReadOnly() const
+    bool makeReadOnly([[maybe_unused]] bool isReadOnly = true) const
     {
 #ifdef Q_OS_LINUX
-        return mount(nullptr, m_folder.constData(), nullptr, MS_REMOUNT | MS_RDONLY, nullptr) == 0;
+        unsigned long flags = MS_REMOUNT;
+        if (isReadOnly)
+            flags |= MS_RDONLY;
+        return mount(nullptr, m_folder.constData(), nullptr, flags, nullptr) == 0;
 #else
         return false;
 #endif
     }
+    /// Fills it but for so many blocks of 4 KB.
+    void leave(int blocks) const
+    {
+        QFile ballast(name());
+        if (!ballast.open(QIODevice::WriteOnly | QIODevice::Unbuffered))
+            qFatal("no ballast on the small disk");
+        while (ballast.write(QByteArray(4096, 'x')) == 4096) {
+        }
+        if (!ballast.resize(ballast.size() / 4096 * 4096 - blocks * 4096LL))
+            qFatal("no room on the small disk");
+    }
+    void empty() const
+    {
+        QFile::remove(name());
+    }
 
 private:
+    QString name() const
+    {
+        return QFile::decodeName(m_folder) + QStringLiteral("/ballast");
+    }
+
     QByteArray m_folder;
     bool m_there = false;
 };

@@ -91,6 +91,7 @@ private:
     void takeRecord(const Sheet &sheet, int record);
     void addInvoice(const Sheet &sheet, int record, const QString &faturano);
 
+    void writeDocument(const QString &dosya);
     InvoiceSource source();
 
     Program &m_program;

@@ -3,6 +3,8 @@
 #include "invoices/columns.h"
 #include "transfer/target.h"
 
+#include <QScopeGuard>
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -31,16 +33,23 @@ void Fatduz::kaydet(const QString &dosya)
     if (!hasInvoiceTarget(m_program.boxes, dosya))
         return;
     bilgi.begin();
+    writeDocument(dosya);
+    tellDone(m_program.boxes);
+}
+
+void Fatduz::writeDocument(const QString &dosya)
+{
     bekle.setChecked(true);
     ilerleme.start(l1().tickedCount());
+    const auto hide = qScopeGuard([this] { // also where memory runs out
+        ilerleme.finish();
+        bekle.setChecked(false);
+    });
     IncompleteInvoices eksikler;
     const auto failed = passOver(
         [&] { writeInvoices(dosya, l1(), l3, faturaTuru.text(), source(), ilerleme, eksikler); });
     bilgi.addDocument(dosya, u"fatura"_s, l1().tickedCount(), m_program.clock.now().time(), failed);
     bilgi.add(eksikler.note());
-    ilerleme.finish();
-    bekle.setChecked(false);
-    tellDone(m_program.boxes);
 }
 
 // Amounts are left for Logo to work out, the texts of exemption and general rate stay empty, and so
