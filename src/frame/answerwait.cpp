@@ -73,12 +73,12 @@ void AnswerWait::takeMouse(const QObject *watched, const QEvent &event)
     if (!m_strip || watched != m_strip->window()->windowHandle())
         return;
     QPushButton *button = m_strip->button();
-    const QPoint place = static_cast<const QMouseEvent &>(event).position().toPoint();
-    const bool isOver = button->window()->childAt(place) == button;
+    const auto &mouse = static_cast<const QMouseEvent &>(event);
+    const bool isOver = button->window()->childAt(mouse.position().toPoint()) == button;
     if (event.type() == QEvent::MouseButtonRelease) {
         m_isGivenUp = m_isGivenUp || (isOver && button->isDown());
         button->setDown(false);
-    } else if (event.type() != QEvent::MouseMove) {
+    } else if (event.type() != QEvent::MouseMove && mouse.button() == Qt::LeftButton) {
         button->setDown(isOver);
     }
 }
