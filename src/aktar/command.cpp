@@ -198,7 +198,7 @@ QString helpText()
            "  1   yazıldı (ya da bakıldı), bulgular var\n"
            "  2   en az bir kaynağın belgesi yazılmadı ya da bakılacak bir şey yok\n"
            "  64  yanlış kullanım\n"
-           "  75  program klasörü kullanımda, sonra yeniden deneyin\n"_s;
+           "  75  program klasörü ya da veritabanı kullanımda, sonra yeniden deneyin\n"_s;
 }
 
 QString helpText(const QString &command, const QString &arguments, const QString &what,

@@ -162,6 +162,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
     outcome.begun = m_program.clock.now();
     outcome.countersBefore = countersOf(m_program.folder);
     m_told.clear();
+    m_isHindered = false;
     const Streams named{streams.out, [&, name = nameOf(source)](const QString &line) {
                             streams.tell(name + u": "_s + line);
                         }};
@@ -171,11 +172,22 @@ Outcome Job::run(const QString &source, const Streams &streams)
                       }};
     m_ports.boxes.setTell(own.tell);
     OpenScreen screen = m_transfer.begin(m_program, m_options);
-    const std::vector<Step> steps = open(screen, own);
+    screen.open();
+    tellNotes(screen.notes, own);
+    std::vector<Step> steps;
+    const auto misused = passOver([&] { steps = stepsOf(screen); });
+    if (misused && !m_isHindered)
+        throw *misused;
     const auto failed = passOver([&] {
-        read(screen, steps, outcome, own);
-        look(screen, outcome, named);
-        if (!onlyReads())
+        if (!misused) {
+            read(screen, steps, outcome, own);
+            look(screen, outcome, named);
+        }
+        if (m_isHindered && !onlyReads())
+            outcome.status = FolderInUse;
+        else if (misused)
+            own.tell(misused->description());
+        else if (!onlyReads())
             write(screen, outcome, own);
         else if (const QString nothing = nothingOf(screen, outcome); nothing.isEmpty())
             outcome.status = Done;
@@ -184,6 +196,9 @@ Outcome Job::run(const QString &source, const Streams &streams)
     });
     if (failed)
         own.tell(failed->description());
+    if (outcome.status == FolderInUse)
+        own.tell(u"Belge yazılmadı: tanımlar ya da fiyatlar şu anda okunamıyor (data.dbs). Sonra "
+                 "yeniden deneyin."_s);
     const bool isClean =
         outcome.findings.isEmpty() && m_told.isEmpty() && m_ports.boxes.warnings().isEmpty();
     if (outcome.status == Done && !isClean)
@@ -193,10 +208,8 @@ Outcome Job::run(const QString &source, const Streams &streams)
 }
 
 // What is used wrongly shows here, in front of the source.
-std::vector<Job::Step> Job::open(OpenScreen &screen, const Streams &streams)
+std::vector<Job::Step> Job::stepsOf(OpenScreen &screen)
 {
-    screen.open();
-    tellNotes(screen.notes, streams);
     screen.xml.setChecked(m_options.isOn(u"okunur-bicim"_s));
     if (m_options.isOn(u"otomatik"_s))
         m_automatic = QDir::cleanPath(fullName(m_program.folder, *screen.automaticTarget));
@@ -292,9 +305,12 @@ QStringList Job::countersBehind(const OpenScreen &screen, const QString &source)
                            m_program.folder, screen.counters);
 }
 
-// What the status bar of a window shows, each line once.
+// What the status bar of a window shows, each line once. Somebody in front of it would see that the
+// database can't be read, and wait; here a document without prices or codes would be taken for a
+// good one, and a value that only the table knows for a wrong one.
 void Job::tellNotes(const Notes &notes, const Streams &streams)
 {
+    m_isHindered |= notes.text().contains(u"data.dbs"_s, Qt::CaseInsensitive);
     for (const QString &line : notes.details().split(u'\n', Qt::SkipEmptyParts)) {
         if (m_told.contains(line))
             continue;

@@ -53,7 +53,7 @@ private:
         bool behindRead;
     };
 
-    std::vector<Step> open(OpenScreen &screen, const Streams &streams);
+    std::vector<Step> stepsOf(OpenScreen &screen);
     void read(OpenScreen &screen, const std::vector<Step> &steps, Outcome &outcome,
               const Streams &streams);
     void look(OpenScreen &screen, Outcome &outcome, const Streams &streams) const;
@@ -73,8 +73,9 @@ private:
     const Options &m_options;
     Closing m_closing;
     Selection m_selection;
-    QString m_automatic; // the document that the settings name
-    QStringList m_told;  // of the notes of the source in hand
+    QString m_automatic;       // the document that the settings name
+    QStringList m_told;        // of the notes of the source in hand
+    bool m_isHindered = false; // by a database that can't be read
 };
 
 } // namespace kervan

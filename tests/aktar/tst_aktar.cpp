@@ -647,6 +647,26 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QCOMPARE(w.watch(), NothingWritten); // at a signal what was done counts
     }
 
+    void aDatabaseThatIsBusyForAWhileIsNoFaultOfTheFileNorOfTheRecipe()
+    {
+        Watched w;
+        w.drop(u"bir.bif"_s);
+        const QByteArray counter = w.b.counter();
+        {
+            OtherProgram backup(w.b.sideFile(u"data.dbs"_s));
+            backup.run(u"begin exclusive"_s);
+            QCOMPARE(w.watch(), NothingWritten); // and it waits
+            QVERIFY2(w.b.says(u"data.dbs"_s) && w.b.says(u"Belge yazılmadı"_s),
+                     qPrintable(w.b.told.join(u'\n')));
+            QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif"_s);
+            QCOMPARE(w.b.written(), QStringList());
+            QCOMPARE(w.b.fatura(u"a.xml"_s), FolderInUse);
+            QCOMPARE(w.b.counter(), counter);
+        }
+        QCOMPARE(w.watch(), Done);
+        QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
+    }
+
     void aNameLikeAPlaceholderIsAName()
     {
         Watched w;
