@@ -29,7 +29,9 @@ void fillCards(TdsStandin &server)
 
 std::unique_ptr<SqlConnection> connectTo(const TdsStandin &server)
 {
-    return OdbcServer().connect(
+    OdbcServer odbc; // as the windows ask it
+    odbc.waitBy([](const auto &hasCome) { return hasCome(std::chrono::hours(1)); });
+    return odbc.connect(
         u"Server=%1;UID=%2;PWD=%3;database=%4;"_s.arg(server.server(), TdsStandin::user,
                                                       TdsStandin::password, TdsStandin::database),
         {.commandTimeout = 0, .connectionTimeout = 5});

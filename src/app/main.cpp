@@ -97,6 +97,7 @@ int main(int argc, char **argv)
     kervan::MainWindow window(program);
     application.tellBy([&window](const QString &sentence) { window.tellFault(sentence); });
     const auto untold = qScopeGuard([&application] { application.tellBy(nullptr); });
+    sqlServer.waitBy([&window](const auto &hasCome) { return window.waitForAnswer(hasCome); });
     window.tell(stateOf(folder, opening.told));
     window.show();
     return QApplication::exec();

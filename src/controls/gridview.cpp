@@ -62,6 +62,8 @@ GridView::GridView(Grid &grid, const QString &name, QWidget *parent)
     horizontalHeader()->setResizeContentsPrecision(rowsLookedAt);
     for (int column = 0; column < grid.columnCount(); ++column)
         setColumnWidth(column, grid.columns()[column].twips / twipsPerPixel);
+    connect(&grid, &QAbstractItemModel::modelAboutToBeReset, this, [this] { m_isRefilled = true; });
+    connect(&grid, &QAbstractItemModel::modelReset, this, [this] { m_isRefilled = false; });
     connect(&grid, &QAbstractItemModel::modelReset, this, &GridView::fitColumns);
     connect(horizontalHeader(), &QHeaderView::sectionResized, this, [this](int column) {
         if (m_fitted && !m_fitting)
@@ -250,8 +252,11 @@ void GridView::mouseReleaseEvent(QMouseEvent *event)
     m_rowAtPress = now;
 }
 
+// Between rows that have gone and rows that come there is nothing to show.
 void GridView::paintEvent(QPaintEvent *event)
 {
+    if (m_isRefilled)
+        return;
     m_paintedRow = -1;
     QTableView::paintEvent(event);
     QPainter painter(viewport());
@@ -433,7 +438,8 @@ void GridView::marksChanged(int pictures)
 
 RowMark GridView::markOf(int row) const
 {
-    return m_hasMarks && row >= 0 && row < m_grid.rows() ? m_marker(row) : RowMark();
+    const bool isThere = !m_isRefilled && row >= 0 && row < m_grid.rows();
+    return m_hasMarks && isThere ? m_marker(row) : RowMark();
 }
 
 RowMark::Kind GridView::groundOfRow(int row) const

@@ -150,6 +150,7 @@ private:
     bool m_fitted = false;
     bool m_fitting = false;
     QList<int> m_spread;
+    bool m_isRefilled = false; // just now
     Filter m_filter;
     int m_filling = 0;      // of the grid, when the filter was set
     QBitArray m_outOfSight; // by row, those that it hides

@@ -129,7 +129,7 @@ QString styleOf(const Colours &c)
         "#tutmayan { font-weight: 600; }"
         "#belge { color: %5; }"
         "#arizalar { background: %4; border: 1px solid %1; border-radius: 6px; }"
-        "#yazilanlar { background: %2; border: 1px solid %3; border-radius: 6px; }"
+        "#yazilanlar, #bekleyis { background: %2; border: 1px solid %3; border-radius: 6px; }"
         "QPushButton[writes=\"true\"] { color: %1; background: %2; border: 2px solid %1;"
         "  border-radius: 4px; padding: 2px 8px; font-weight: 600; }"
         "QPushButton[writes=\"true\"]:pressed, QPushButton[writes=\"true\"]:focus"

@@ -8,6 +8,7 @@
 #include "controls/pictures.h"
 #include "controls/remembered.h"
 #include "controls/transferwidgets.h"
+#include "frame/answerwait.h"
 #include "frame/dropguide.h"
 #include "frame/entries.h"
 #include "frame/guidewindow.h"
@@ -26,6 +27,7 @@
 #include <QMdiSubWindow>
 #include <QMenu>
 #include <QMenuBar>
+#include <QScopeGuard>
 #include <QScreen>
 #include <QScrollArea>
 #include <QShortcut>
@@ -212,6 +214,21 @@ void MainWindow::tellFault(const QString &sentence)
         strip->tell(sentence);
     tell(sentence);
     announce(this, sentence);
+}
+
+bool MainWindow::waitForAnswer(const std::function<bool(std::chrono::milliseconds)> &hasCome)
+{
+    if (m_isWaiting) // a reader for the blind presses buttons past every filter of events
+        return false;
+    const QMdiSubWindow *front = m_area->currentSubWindow();
+    if (!front || !front->isVisible() || QApplication::activeModalWidget()) { // no place to tell it
+        while (!hasCome(std::chrono::hours(1))) {
+        }
+        return true;
+    }
+    m_isWaiting = true;
+    const auto end = qScopeGuard([this] { m_isWaiting = false; });
+    return AnswerWait(screenIn(front)).until(hasCome);
 }
 
 void MainWindow::openByUser(QStringView screen)

@@ -71,6 +71,12 @@ bool isOfNoDriver(const Diagnosis &record)
     return record.state == u"01000" && record.sentence.startsWith(u"Can't open lib");
 }
 
+// FreeTDS knows no more when it finds at the sending that the line has been cut.
+bool isOfNoWords(const Diagnosis &record)
+{
+    return record.state == u"HY000" && record.native == 0 && record.sentence == u"Unknown error";
+}
+
 } // namespace
 
 QString descriptionOf(const QList<Diagnosis> &records)
@@ -83,6 +89,8 @@ QString descriptionOf(const QList<Diagnosis> &records)
         sentences << noDriver.toString();
     else if (fault != faults.end())
         sentences << fault->told.toString();
+    else if (std::ranges::any_of(records, isOfNoWords))
+        sentences << lost.toString();
     for (const Diagnosis &record : records) {
         if (!record.sentence.isEmpty() && !sentences.contains(record.sentence))
             sentences << record.sentence;

@@ -3,11 +3,12 @@
 #include "base/failure.h"
 #include "odbc/drivertext.h"
 #include "odbc/odbchandle.h"
+#include "odbc/sidethread.h"
 
+#include <algorithm>
 #include <array>
-#include <chrono>
-#include <future>
-#include <thread>
+#include <optional>
+#include <system_error>
 
 namespace kervan {
 
@@ -15,8 +16,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-// So long a driver may take to tell that its login time-out is over.
-constexpr auto graceOfTheDriver = std::chrono::milliseconds(500);
+using Milliseconds = std::chrono::milliseconds;
+
+// So long a driver may take to tell that a time-out is over.
+constexpr auto graceOfTheDriver = Milliseconds(500);
+// Of a row of slow answers each is waited for in silence so long.
+constexpr auto shortestSilence = Milliseconds(100);
 
 // Reads a field whole: a long one comes in pieces. Null is empty.
 QString field(const OdbcHandle &statement, SQLUSMALLINT column)
@@ -63,19 +68,18 @@ SqlRows readRows(const OdbcHandle &statement, SQLSMALLINT columns)
     return rows;
 }
 
-// Statements are run by the interface's own defaults: no cursor on the server, forward only, read
-// only, each on its own in autocommit.
-class OdbcConnection : public SqlConnection
+// What the driver holds of a connection; all of it is used and released in one thread, but for the
+// look whether the line is dead. Statements are run by the interface's own defaults: no cursor on
+// the server, forward only, read only, each on its own in autocommit.
+class OdbcLine
 {
 public:
-    OdbcConnection(const QString &connectionText, const SqlOptions &options);
-    ~OdbcConnection() override { SQLDisconnect(m_connection.get()); }
-    OdbcConnection(const OdbcConnection &) = delete;
-    OdbcConnection &operator=(const OdbcConnection &) = delete;
-    bool isOpen() const override;
-
-protected:
-    SqlRows send(const QString &statement) override;
+    OdbcLine(const QString &connectionText, const SqlOptions &options);
+    ~OdbcLine() { SQLDisconnect(m_connection.get()); }
+    OdbcLine(const OdbcLine &) = delete;
+    OdbcLine &operator=(const OdbcLine &) = delete;
+    bool isOpen() const;
+    SqlRows send(const QString &statement);
 
 private:
     OdbcHandle m_environment{SQL_HANDLE_ENV, nullptr};
@@ -83,7 +87,7 @@ private:
     SqlOptions m_options;
 };
 
-OdbcConnection::OdbcConnection(const QString &connectionText, const SqlOptions &options)
+OdbcLine::OdbcLine(const QString &connectionText, const SqlOptions &options)
     : m_options(options)
 {
     const QString text = driverText(connectionText, chosenDriver(registeredDrivers(m_environment)));
@@ -94,7 +98,7 @@ OdbcConnection::OdbcConnection(const QString &connectionText, const SqlOptions &
 }
 
 // One that does not open is a Failure; one that is open may lose its line at a statement.
-bool OdbcConnection::isOpen() const
+bool OdbcLine::isOpen() const
 {
     SQLUINTEGER dead = SQL_CD_FALSE;
     const SQLRETURN result = SQLGetConnectAttrW(m_connection.get(), SQL_ATTR_CONNECTION_DEAD, &dead,
@@ -102,10 +106,8 @@ bool OdbcConnection::isOpen() const
     return !SQL_SUCCEEDED(result) || dead == SQL_CD_FALSE;
 }
 
-SqlRows OdbcConnection::send(const QString &statement)
+SqlRows OdbcLine::send(const QString &statement)
 {
-    if (!isOpen())
-        throw Failure(u"SQL Server ile bağlantı kopmuş; yeniden bağlanmak gerekir."_s);
     const OdbcHandle handle(SQL_HANDLE_STMT, &m_connection);
     const auto set = [&](SQLINTEGER attribute, SQLULEN value) {
         handle.check(SQLSetStmtAttrW(handle.get(), attribute, number(value), SQL_IS_UINTEGER));
@@ -124,29 +126,146 @@ SqlRows OdbcConnection::send(const QString &statement)
     return rows;
 }
 
+/// What a step aside comes to.
+template<class Result>
+struct Outcome
+{
+    std::optional<Result> result;
+    std::optional<Failure> failed;
+
+    /// Carries the step out; what ends it ends no thread.
+    template<class Step>
+    void of(Step &&step)
+    {
+        try {
+            failed = passOver([&] { result = step(); });
+        } catch (const std::exception &fault) { // no memory for what a wrong length asks for
+            failed = Failure(QString::fromLocal8Bit(fault.what()));
+        }
+    }
+    Result take()
+    {
+        if (failed)
+            throw Failure(*failed);
+        return std::move(*result);
+    }
+};
+
+class OdbcConnection : public SqlConnection
+{
+public:
+    OdbcConnection(const SqlOptions &options, LongWait longWait, Milliseconds silence)
+        : m_options(options)
+        , m_longWait(std::move(longWait))
+        , m_silence(silence)
+    {
+    }
+    ~OdbcConnection() override;
+    OdbcConnection(const OdbcConnection &) = delete;
+    OdbcConnection &operator=(const OdbcConnection &) = delete;
+
+    void open(const QString &connectionText);
+    bool isOpen() const override { return m_line && m_line->isOpen(); }
+
+protected:
+    SqlRows send(const QString &statement) override;
+
+private:
+    void waitForAnswer();
+    [[noreturn]] void leave(const QString &reason);
+
+    SqlOptions m_options;
+    LongWait m_longWait;
+    Milliseconds m_silence;
+    SideThread m_thread;
+    std::shared_ptr<OdbcLine> m_line; // null where it isn't open, or was left
+    Milliseconds m_slow{0};           // so long slow answers were waited for, one after the other
+    std::chrono::steady_clock::time_point m_answered;
+};
+
+// The driver takes leave of the server in its own thread.
+OdbcConnection::~OdbcConnection()
+{
+    if (!m_line || !m_thread.isIdle())
+        return;
+    m_thread.begin([line = std::move(m_line)]() mutable { line.reset(); });
+    m_thread.isDoneWithin(graceOfTheDriver);
+}
+
+void OdbcConnection::open(const QString &connectionText)
+{
+    const auto outcome = std::make_shared<Outcome<std::shared_ptr<OdbcLine>>>();
+    m_thread.begin([outcome, connectionText, options = m_options] {
+        outcome->of([&] { return std::make_shared<OdbcLine>(connectionText, options); });
+    });
+    const auto limit = std::chrono::seconds(m_options.connectionTimeout) + graceOfTheDriver;
+    if (m_options.connectionTimeout == 0)
+        m_thread.wait();
+    else if (!m_thread.isDoneWithin(limit))
+        throw Failure(
+            u"SQL Server %1 saniye içinde bulunamadı."_s.arg(m_options.connectionTimeout));
+    m_line = outcome->take();
+}
+
+SqlRows OdbcConnection::send(const QString &statement)
+{
+    if (m_line && !m_thread.isIdle())
+        throw Failure(u"SQL Server'dan bir yanıt daha bekleniyor."_s);
+    if (!isOpen())
+        throw Failure(u"SQL Server ile bağlantı kopmuş; yeniden bağlanmak gerekir."_s);
+    const auto outcome = std::make_shared<Outcome<SqlRows>>();
+    m_thread.begin([outcome, line = m_line, statement] {
+        outcome->of([&] { return line->send(statement); });
+    });
+    waitForAnswer();
+    return outcome->take();
+}
+
+void OdbcConnection::waitForAnswer()
+{
+    // A driver waits as long again for the server's answer to its cancel.
+    const auto limit = 2 * std::chrono::seconds(m_options.commandTimeout) + graceOfTheDriver;
+    if (m_options.commandTimeout > 0) {
+        if (!m_thread.isDoneWithin(limit))
+            leave(u"SQL Server zamanında yanıt vermedi."_s);
+        return;
+    }
+    if (!m_longWait)
+        return m_thread.wait();
+    const auto asked = std::chrono::steady_clock::now();
+    if (asked - m_answered > m_silence) // another step of the user's
+        m_slow = Milliseconds(0);
+    const auto silence =
+        std::clamp(m_silence - m_slow, std::min(shortestSilence, m_silence), m_silence);
+    const auto hasCome = [this](Milliseconds time) {
+        return m_thread.isDoneWithin(time);
+    };
+    if (!hasCome(silence) && !m_longWait(hasCome))
+        leave(u"Logo'nun yanıtı beklenmedi; yeniden bağlanmak gerekir."_s);
+    m_answered = std::chrono::steady_clock::now();
+    const auto took = std::chrono::duration_cast<Milliseconds>(m_answered - asked);
+    m_slow = took < shortestSilence ? Milliseconds(0) : m_slow + took;
+}
+
+// What the driver still touches belongs to its thread from now on.
+void OdbcConnection::leave(const QString &reason)
+{
+    m_line.reset();
+    throw Failure(reason);
+}
+
 } // namespace
 
 std::unique_ptr<SqlConnection> OdbcServer::connect(const QString &connectionText,
                                                    const SqlOptions &options)
 {
-    // A driver keeps the login time-out only once it has an address: finding the host's, or the
-    // port of an instance, may take it much longer. So it tries aside, and is left to end by itself
-    // when it comes too late. Nor is it waited for at the end of the program, which closing the
-    // frame ends at once: the attempt has nothing but its own texts and handles, and ends with the
-    // process. Nor does it use QRegularExpression: that keeps a variable of its thread, which MinGW
-    // frees before its destructor runs, so the program would crash behind each attempt.
-    std::packaged_task<std::unique_ptr<SqlConnection>()> opening(
-        [=] { return std::make_unique<OdbcConnection>(connectionText, options); });
-    auto opened = opening.get_future();
     try {
-        std::thread(std::move(opening)).detach();
+        auto connection = std::make_unique<OdbcConnection>(options, m_longWait, m_silence);
+        connection->open(connectionText);
+        return connection;
     } catch (const std::system_error &) {
         throw Failure(u"SQL Server bağlantısı için iş parçacığı açılamadı."_s);
     }
-    const auto limit = std::chrono::seconds(options.connectionTimeout) + graceOfTheDriver;
-    if (options.connectionTimeout > 0 && opened.wait_for(limit) == std::future_status::timeout)
-        throw Failure(u"SQL Server %1 saniye içinde bulunamadı."_s.arg(options.connectionTimeout));
-    return opened.get();
 }
 
 } // namespace kervan

@@ -13,6 +13,8 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+using Milliseconds = std::chrono::milliseconds;
+
 constexpr QStringView letters = u"şŞğĞıIiİçÇöÖüÜ";
 
 Statement firms()
@@ -258,6 +260,8 @@ private Q_SLOTS:
             u"SQL Server sürücüsü (ODBC) bu bilgisayarda kurulu değil.\nCan't open lib 'x'"_s);
         add("a line reset", {{u"08S01"_s, 10054, u"TCP Provider"_s}, {u"08S01"_s, 10054, {}}},
             u"SQL Server ile bağlantı koptu.\nTCP Provider"_s);
+        add("a line found cut", {{u"HY000"_s, 0, u"Unknown error"_s}},
+            u"SQL Server ile bağlantı koptu.\nUnknown error"_s);
         add("another firm's table", {{u"42S02"_s, 208, u"Invalid object name"_s}},
             u"Tablo yok: seçilen firma ya da veritabanı başka olabilir.\nInvalid object name"_s);
         add("the server's own words, once",
@@ -307,6 +311,79 @@ private Q_SLOTS:
         timer.restart();
         connection.reset();
         QVERIFY(timer.elapsed() < 3000);
+    }
+
+    void theTimeOutHoldsForAnswersWithoutSense_data()
+    {
+        QTest::addColumn<TdsFault>("fault");
+        QTest::newRow("bytes that are no packet") << TdsFault::Noise;
+        QTest::newRow("a packet that does not come whole") << TdsFault::LongPacket;
+        QTest::newRow("an answer without an end") << TdsFault::NoEnd;
+    }
+    void theTimeOutHoldsForAnswersWithoutSense()
+    {
+        QFETCH(TdsFault, fault);
+        m_server->behave({.fault = fault});
+        const auto connection = connect({1, 5});
+        const QString told = failureOf([&] { connection->run(firms()); });
+        QVERIFY2(told.startsWith(u"SQL Server zamanında yanıt vermedi."), qPrintable(told));
+        m_server->behave({});
+        QCOMPARE(connect()->run(firms()).rows.size(), 1);
+    }
+
+    void aWaitThatIsGivenUpLeavesTheLine()
+    {
+        OdbcServer odbc;
+        int looks = 0;
+        odbc.waitBy(
+            [&looks](const auto &hasCome) {
+                while (++looks < 4) {
+                    if (hasCome(Milliseconds(10)))
+                        return true;
+                }
+                return false;
+            },
+            Milliseconds(200));
+        auto connection = odbc.connect(text(m_server->server()), {0, 5});
+        QCOMPARE(connection->run(firms()).rows.size(), 1);
+        QCOMPARE(looks, 0); // in silence
+        m_server->behave({.queryDelay = 600});
+        QCOMPARE(failureOf([&] { connection->run(firms()); }),
+                 u"Logo'nun yanıtı beklenmedi; yeniden bağlanmak gerekir."_s);
+        QVERIFY(!connection->isOpen());
+        QVERIFY(failureOf([&] { connection->run(firms()); }).contains(u"bağlantı kopmuş"));
+        QCOMPARE(m_server->statements().size(), 2);
+        connection.reset();
+        QCOMPARE(m_server->connections(), 1); // the driver still waits, and then goes alone
+        QTRY_COMPARE(m_server->connections(), 0);
+        looks = -100;
+        m_server->behave({.queryDelay = 400});
+        QCOMPARE(odbc.connect(text(m_server->server()), {0, 5})->run(firms()).rows.size(), 1);
+        QVERIFY(looks > -100);
+    }
+
+    void slowAnswersShareOneSilenceAndOneStatementIsAskedAtATime()
+    {
+        OdbcServer odbc;
+        std::unique_ptr<SqlConnection> connection;
+        int waits = 0;
+        QString told;
+        odbc.waitBy(
+            [&](const auto &hasCome) {
+                ++waits;
+                told = failureOf([&] { connection->run(firms()); });
+                return hasCome(std::chrono::minutes(1));
+            },
+            Milliseconds(1500));
+        m_server->behave({.queryDelay = 400});
+        connection = odbc.connect(text(m_server->server()), {0, 5});
+        for (int statement = 1; statement < 6; ++statement) {
+            QCOMPARE(connection->run(firms()).rows.size(), 1);
+            QVERIFY(waits == 0 || statement > 1);
+        }
+        QVERIFY(waits > 0);
+        QVERIFY2(told.contains(u"bir yanıt daha"), qPrintable(told));
+        QCOMPARE(m_server->statements().size(), 5);
     }
 
     void lateAnswersAreWaitedForWithoutALimit()

@@ -1,17 +1,12 @@
 #include "cards/screens/crwindow.h"
 #include "check/screens/checkpane.h"
 #include "controls/gridview.h"
-#include "frame/mainwindow.h"
 #include "invoices/columns.h"
 #include "invoices/screens/fatwindow.h"
-#include "odbc/odbcserver.h"
 #include "stocktake/screens/sayimwindow.h"
-#include "store/sidefiles.h"
 #include "support/cells.h"
-#include "support/driving.h"
-#include "support/fakes.h"
+#include "support/logodesk.h"
 #include "support/ruler.h"
-#include "support/tds/tdsstandin.h"
 
 #include <QAccessible>
 #include <QClipboard>
@@ -24,61 +19,6 @@
 using namespace kervan;
 
 namespace {
-
-// Keeps what was shown.
-class KeptBoxes : public Boxes
-{
-public:
-    QList<Box> shown;
-    void show(const Box &box) override { shown << box; }
-    bool ask(const Box &) override { return false; }
-    /// The texts of the boxes since the last asking, each of which must have the title and icon.
-    QStringList taken(const QString &title, Icon icon = Icon::None)
-    {
-        QStringList texts;
-        for (const Box &box : std::exchange(shown, {})) {
-            const bool fits = box.title == title && box.icon == icon;
-            texts << (fits ? box.text : u"another title or icon: "_s + box.text);
-        }
-        return texts;
-    }
-};
-
-/// The program's windows, with the machine's real driver between them and the stand-in.
-class Desk
-{
-public:
-    TestProgram t;
-    KeptBoxes boxes;
-    OdbcServer server;
-    TdsStandin logo;
-    Program program{t.folder.path(), {}, {}, {}, boxes, t.dialogs, t.clock, server};
-    MainWindow window{program};
-
-    Desk()
-    {
-        fillLogo(logo, 12);
-        window.show();
-    }
-    template<class Widget>
-    Widget *find(const char *screen, const char *name)
-    {
-        auto *found = window.findChild<QWidget *>(QString::fromUtf8(screen))
-                          ->findChild<Widget *>(QString::fromUtf8(name));
-        Q_ASSERT(found);
-        return found;
-    }
-    void click(const char *screen, const char *name)
-    {
-        press(*window.findChild<QWidget *>(QString::fromUtf8(screen)), QString::fromUtf8(name));
-    }
-    void saveSettings()
-    {
-        writeLines(
-            t.path(u"sqlbaglan.kvz"_s),
-            {logo.server(), u"sa"_s, TdsStandin::password.toString(), u"LOGODB"_s, u"12- A"_s});
-    }
-};
 
 // All that a reader could say of a window and of what stands in it.
 QStringList allToldOf(QWidget *window)
@@ -109,7 +49,7 @@ class TestLogo : public QObject
 private Q_SLOTS:
     void theSettingsAreTestedSavedAndReachTheOpenInvoiceScreen()
     {
-        Desk desk;
+        LogoDesk desk;
         const auto label9 = [&] {
             return desk.find<QLabel>("fat", "Label9")->text();
         };
@@ -169,7 +109,7 @@ private Q_SLOTS:
     // It stands in its file, and the driver is handed it; nobody else gets to see it.
     void thePasswordIsNowhereElse()
     {
-        Desk desk;
+        LogoDesk desk;
         desk.saveSettings();
         const QString password = TdsStandin::password.toString();
         QStringList seen;
@@ -208,7 +148,7 @@ private Q_SLOTS:
 
     void customersWhoTakeEInvoicesAreMarkedUntilAStatementFails()
     {
-        Desk desk;
+        LogoDesk desk;
         desk.saveSettings();
         desk.logo.run(u"insert into LG_012_CLCARD values (1, 'Ç1', 'x', 1), (2, 'C2', 'x', 0), "
                       "(3, 'C4', 'x', 1)"_s);
@@ -234,7 +174,7 @@ private Q_SLOTS:
 
     void aStockCountIsReadAndSaved()
     {
-        Desk desk;
+        LogoDesk desk;
         desk.saveSettings();
         for (const QString &row :
              {u"UNITBARCODE values ('869', 1, 2)"_s, u"ITEMS values (1, 'ŞKR', 'x')"_s,
@@ -282,7 +222,7 @@ private Q_SLOTS:
 
     void aLineThatIsCutLeavesTheTitlesBeforeItChanged()
     {
-        Desk desk;
+        LogoDesk desk;
         desk.saveSettings();
         QByteArray cards;
         for (const QString &code : {u"K1000001"_s, u"K1000002"_s, u"K1000003"_s, u"K1000004"_s}) {

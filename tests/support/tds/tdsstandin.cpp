@@ -2,14 +2,22 @@
 
 #include "support/tds/tdswire.h"
 
+#include <QCoreApplication>
 #include <QNetworkProxy>
+#include <QRandomGenerator>
 #include <QSqlDatabase>
 #include <QSqlError>
 #include <QSqlQuery>
 #include <QSqlRecord>
 #include <QTcpServer>
 #include <QTcpSocket>
+#include <QThread>
 #include <QTimer>
+
+#include <algorithm>
+#include <condition_variable>
+#include <functional>
+#include <mutex>
 
 namespace kervan {
 
@@ -38,6 +46,17 @@ private:
 
 namespace {
 
+QByteArray failed(int error, const QString &sentence)
+{
+    return errorToken(error, sentence) + doneToken(TdsEnd::Error);
+}
+
+// The others come when the statement is done.
+bool isCarriedOut(TdsFault fault)
+{
+    return fault != TdsFault::Hang && fault != TdsFault::CutBefore && fault != TdsFault::Refusal;
+}
+
 /// One connection.
 class Session : public QObject
 {
@@ -51,6 +70,8 @@ private:
     void takeStatement(const QString &statement);
     void cancel();
     void sendAfter(int delay, const QByteArray &answer);
+    void sendSpoilt(TdsFault fault, const QByteArray &answer);
+    QByteArray noise(qsizetype size) const;
     void send(const QByteArray &answer) { m_socket->write(tdsPackets(TdsPacket::Answer, answer)); }
 
     QTcpSocket *m_socket;
@@ -99,9 +120,13 @@ void Session::take(TdsPacket type, const QByteArray &message)
     switch (type) {
     case TdsPacket::Prelogin:
         return send(preloginAnswer());
-    case TdsPacket::Login:
-        return sendAfter(m_listener.manners.loginDelay,
-                         m_listener.loginAnswerTo(readLogin(message)));
+    case TdsPacket::Login: {
+        const StandinManners &manners = m_listener.manners;
+        const QByteArray answer = m_listener.loginAnswerTo(readLogin(message));
+        if (manners.loginFault != TdsFault::None)
+            return sendSpoilt(manners.loginFault, answer);
+        return sendAfter(manners.loginDelay, answer);
+    }
     case TdsPacket::Batch:
         return takeStatement(readBatch(message));
     case TdsPacket::Attention:
@@ -118,8 +143,21 @@ void Session::takeStatement(const QString &statement)
     m_listener.statements << statement;
     if (m_answered == manners.dropAfter)
         return m_socket->abort();
-    ++m_answered;
+    const int place = m_answered++;
+    if (manners.fault != TdsFault::None &&
+        (manners.faultAt == StandinManners::any || manners.faultAt == place) &&
+        statement.contains(manners.faultWord))
+        return sendSpoilt(manners.fault, isCarriedOut(manners.fault) ? m_listener.answer(statement)
+                                                                     : QByteArray());
     sendAfter(manners.queryDelay, m_listener.answer(statement));
+}
+
+QByteArray Session::noise(qsizetype size) const
+{
+    QRandomGenerator random(m_listener.manners.seed);
+    QByteArray bytes(size, 0);
+    std::ranges::generate(bytes, [&] { return char(random.bounded(256)); });
+    return bytes;
 }
 
 void Session::cancel()
@@ -139,6 +177,49 @@ void Session::sendAfter(int delay, const QByteArray &answer)
         m_late.start(delay);
 }
 
+void Session::sendSpoilt(TdsFault fault, const QByteArray &answer)
+{
+    constexpr int moment = 300;
+    constexpr int refusal = 50000;
+    constexpr qsizetype lengthPlace = 2; // in a packet
+    QByteArray packets = tdsPackets(TdsPacket::Answer, answer);
+    switch (fault) {
+    case TdsFault::None:
+        return send(answer);
+    case TdsFault::Hang:
+        return;
+    case TdsFault::Late:
+        return sendAfter(moment, answer);
+    case TdsFault::CutBefore:
+        return m_socket->abort();
+    case TdsFault::CutAmid:
+        m_socket->write(packets.first(packets.size() / 2));
+        return m_socket->disconnectFromHost();
+    case TdsFault::CutBehind:
+        m_socket->write(packets);
+        return m_socket->disconnectFromHost();
+    case TdsFault::Refusal:
+        return send(failed(refusal, u"olmaz"_s));
+    case TdsFault::Noise:
+        m_socket->write(noise(packets.size()));
+        return;
+    case TdsFault::Nonsense:
+        return send(noise(answer.size()));
+    case TdsFault::LongPacket:
+        packets[lengthPlace] = char(packets[lengthPlace] + 1); // by 256 bytes
+        m_socket->write(packets);
+        return;
+    case TdsFault::LongToken: {
+        QByteArray longer = answer;
+        longer[1] = char(0xFF); // columns, or bytes
+        longer[2] = char(0x7F);
+        return send(longer);
+    }
+    case TdsFault::NoEnd:
+        return send(answer.chopped(8));
+    }
+}
+
 qsizetype writeRows(TdsWriter &answer, const QList<TdsColumn> &columns, QSqlQuery &query)
 {
     constexpr int columnsKind = 0x81;
@@ -153,11 +234,6 @@ qsizetype writeRows(TdsWriter &answer, const QList<TdsColumn> &columns, QSqlQuer
             columns[i].writeValue(answer, query.value(i));
     }
     return rows;
-}
-
-QByteArray failed(int error, const QString &sentence)
-{
-    return errorToken(error, sentence) + doneToken(TdsEnd::Error);
 }
 
 } // namespace
@@ -249,15 +325,84 @@ QList<QStringList> StandinListener::run(const QString &statement)
     return rows;
 }
 
+namespace {
+
+// Lets a step run in the thread of the event's receiver.
+class StepEvent : public QEvent
+{
+public:
+    explicit StepEvent(const std::function<void()> &step)
+        : QEvent(QEvent::User)
+        , m_step(step)
+    {
+    }
+    void run() const { m_step(); }
+
+private:
+    const std::function<void()> &m_step;
+};
+
+class StepTaker : public QObject
+{
+public:
+    std::mutex mutex;
+
+protected:
+    bool event(QEvent *event) override
+    {
+        const std::lock_guard lock(mutex); // in front of the first look at the event
+        if (event->type() != QEvent::User)
+            return QObject::event(event);
+        static_cast<StepEvent *>(event)->run();
+        return true;
+    }
+};
+
+} // namespace
+
+/// Carries steps out in the stand-in's thread. Its locks are the standard library's, which the
+/// thread sanitizer sees; Qt's it does not.
+class StandinThread : public QThread
+{
+public:
+    StandinThread()
+    {
+        m_taker.moveToThread(this);
+        start();
+    }
+    ~StandinThread() override
+    {
+        quit();
+        wait();
+    }
+    void run(const std::function<void()> &step)
+    {
+        bool isDone = false;
+        const std::function<void()> told = [&] {
+            step();
+            isDone = true;
+            m_done.notify_one();
+        };
+        auto event = std::make_unique<StepEvent>(told);
+        std::unique_lock lock(m_taker.mutex);
+        QCoreApplication::postEvent(&m_taker, event.release());
+        m_done.wait(lock, [&] { return isDone; });
+    }
+
+private:
+    std::condition_variable m_done;
+    StepTaker m_taker;
+};
+
 template<class Step>
 auto TdsStandin::inThread(Step &&step) const
 {
     using Result = decltype(step());
     if constexpr (std::is_void_v<Result>) {
-        QMetaObject::invokeMethod(m_listener, step, Qt::BlockingQueuedConnection);
+        m_thread->run(step);
     } else {
         Result result{};
-        QMetaObject::invokeMethod(m_listener, step, Qt::BlockingQueuedConnection, &result);
+        m_thread->run([&] { result = step(); });
         return result;
     }
 }
@@ -265,21 +410,16 @@ auto TdsStandin::inThread(Step &&step) const
 TdsStandin::TdsStandin()
 {
     // Plugins are looked for by patterns, and a thread of MinGW's may use no QRegularExpression:
-    // see OdbcServer::connect().
+    // see SideThread.
     QSqlDatabase::isDriverAvailable(u"QSQLITE"_s);
-    m_thread.start();
+    m_thread = std::make_unique<StandinThread>();
     // Made in its own thread, where its sockets and its database then belong.
-    QObject inside;
-    inside.moveToThread(&m_thread);
-    QMetaObject::invokeMethod(
-        &inside, [this] { m_listener = new StandinListener; }, Qt::BlockingQueuedConnection);
+    m_thread->run([this] { m_listener = new StandinListener; });
 }
 
 TdsStandin::~TdsStandin()
 {
     inThread([this] { delete std::exchange(m_listener, nullptr); });
-    m_thread.quit();
-    m_thread.wait();
 }
 
 quint16 TdsStandin::port() const

@@ -2,16 +2,35 @@
 
 #include <QString>
 #include <QStringList>
-#include <QThread>
+
+#include <memory>
 
 namespace kervan {
 
 class StandinListener;
+class StandinThread;
+
+/// What goes wrong with an answer. Where nothing of it is sent, its statement is not carried out.
+enum class TdsFault {
+    None,
+    Hang,       ///< it never comes
+    Late,       ///< it comes a moment later
+    CutBefore,  ///< the line is cut in its place
+    CutAmid,    ///< in the midst of it
+    CutBehind,  ///< right behind it
+    Refusal,    ///< an error comes in its place
+    Noise,      ///< bytes that are no packet
+    Nonsense,   ///< a packet of bytes that are no tokens
+    LongPacket, ///< it says that more follows than does
+    LongToken,  ///< a token does so; of other lengths
+    NoEnd       ///< its last token is not whole
+};
 
 /// What a stand-in does other than answer at once. Times are in milliseconds.
 struct StandinManners
 {
     static constexpr int never = -1;
+    static constexpr int any = -1;
 
     bool refusesLogin = false;    ///< even with the right password
     int loginDelay = 0;           ///< or never
@@ -21,6 +40,11 @@ struct StandinManners
     bool errorBehindRows = false; ///< and it comes only behind what the statement gives
     int dropAfter = never; ///< answers so many statements of a connection, cuts the line at the
                            ///< next
+    TdsFault loginFault = TdsFault::None;
+    TdsFault fault = TdsFault::None; ///< of the statements that the next two tell
+    int faultAt = any;               ///< the number of a statement of its connection, from 0
+    QString faultWord = {};          ///< is in its text
+    quint32 seed = 1;                ///< of the bytes of noise and nonsense
 };
 
 /// A small SQL Server for tests and the tour: speaks TDS 7.4 without encryption on a loopback port,
@@ -61,7 +85,7 @@ private:
     template<class Step>
     auto inThread(Step &&step) const;
 
-    QThread m_thread;
+    std::unique_ptr<StandinThread> m_thread;
     StandinListener *m_listener;
 };
 
