@@ -419,6 +419,8 @@ void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target,
     // Nobody looks on: of documents and counters that belong together there are all or none.
     if (moves.isEmpty() || screen.notes.hasFailed() || isRefuted(screen, outcome, streams)) {
         outcome.documents.clear();
+        if (m_isHindered)
+            outcome.status = FolderInUse;
         journal.takeBack();
         streams.tell(u"Belge yazılmadı, sayaçlar önceki gibi: nedeni yukarıda."_s);
         return;

@@ -29,6 +29,11 @@ public:
 
     /// What could not be read at the beginning.
     const std::optional<Failure> &unreadable() const { return m_unreadable; }
+    /// Why prices could not be read so far.
+    std::optional<Failure> unreadablePrices() const
+    {
+        return m_prices ? m_prices->unreadable() : std::nullopt;
+    }
 
 private:
     std::function<void()> m_open;

@@ -81,7 +81,9 @@ void Fat::writeDocument(const QString &dosya)
     auto lines = std::make_unique<BifLines>(m_program, m_dosyaadi, tickedNumbers());
     const std::optional<Failure> unreadable = lines->unreadable();
     InvoiceSource source = sourceOf(*lines);
-    source.close = [&lines] {
+    std::optional<Failure> unreadablePrices;
+    source.close = [&] {
+        unreadablePrices = lines->unreadablePrices();
         lines.reset();
     };
     const auto failed = passOver(
@@ -91,6 +93,7 @@ void Fat::writeDocument(const QString &dosya)
         bilgi.add(unreadable);
     else
         bilgi.add(eksikler.note());
+    bilgi.add(lines ? lines->unreadablePrices() : unreadablePrices);
 }
 
 QSet<QString> Fat::tickedNumbers() const

@@ -56,8 +56,10 @@ void Fat::umurlarfaturabaslikoku()
                 checkSource(bilgi, m_dosyaadi, SourceKind::Invoices, l1());
             }));
         }
-        if (prices)
+        if (prices) {
             bayiFiyatlari = prices->asked();
+            note(prices->unreadable());
+        }
     }
     showMissingPrices(std::move(fiyatsizlar));
     liste.listedolu = !l1().isEmpty();

@@ -12,11 +12,14 @@ QString Prices::satisfiyatibul(const QString &kod)
     if (asked != m_asked.constEnd())
         return *asked;
     QString price = u"0"_s;
-    passOver([&] {
-        m_db.query(Statement(u"select * from urun where kod='").value(kod).text(u"'"));
+    const auto select = Statement(u"select * from urun where kod='").value(kod).text(u"'");
+    const auto failed = passOver([&] {
+        m_db.query(select);
         if (!m_db.atEnd())
             price = m_db.field(u"bfiyat");
     });
+    if (failed && !m_unreadable && !select.breakingValue()) // no product has such a code
+        m_unreadable = failed;
     m_asked.insert(kod, price);
     return price;
 }

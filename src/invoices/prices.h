@@ -5,6 +5,8 @@
 #include <QHash>
 #include <QString>
 
+#include <optional>
+
 namespace kervan {
 
 /// Products that were asked for, each with its price as it is stored.
@@ -26,11 +28,15 @@ public:
     /// there is no row or the query fails.
     QString satisfiyatibul(const QString &kod);
     const AskedPrices &asked() const { return m_asked; }
+    /// Why the table could not be read, at the first product for which it could not; its price is
+    /// "0" then, like that of one without a price.
+    const std::optional<Failure> &unreadable() const { return m_unreadable; }
 
 private:
     LocalDb &m_db;
     OpenDb m_open;
     AskedPrices m_asked;
+    std::optional<Failure> m_unreadable;
 };
 
 } // namespace kervan

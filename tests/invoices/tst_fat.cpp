@@ -326,6 +326,22 @@ no date but beyond the limit ;          ; 7000   ; no)"_s);
             desk.fat.bilgi.text().contains(u"kaynak.bif"_s)); // without an invoice that tells it
     }
 
+    void pricesThatCannotBeReadAreZeroAndTold()
+    {
+        Desk desk;
+        desk.open(three());
+        desk.tick({0, 1, 2});
+        const QByteArray document = desk.exported();
+        QCOMPARE(desk.fat.bilgi.text(), QString());
+        OtherProgram backup(desk.t.path(u"data.dbs"_s));
+        backup.run(u"begin exclusive"_s);
+        QVERIFY(desk.exported() != document); // the whole amount is the dealer's margin
+        QVERIFY2(desk.fat.bilgi.text().contains(u"data.dbs"_s), qPrintable(desk.fat.bilgi.text()));
+        desk.t.boxes.expect({noPrices + u"  P1  P1  P1"_s});
+        desk.fat.dosyaac(desk.t.path(u"kaynak.bif"_s));
+        QVERIFY2(desk.fat.bilgi.text().contains(u"data.dbs"_s), qPrintable(desk.fat.bilgi.text()));
+    }
+
     void aSourceThatIsBackBeforeAnInvoiceGivesItsLines()
     {
         Desk desk;
