@@ -141,7 +141,9 @@ Status OpenFolder::enter(const std::function<void(const QString &line)> &tell)
     const auto failed = passOver([&] {
         const QString done = recover(m_folder);
         settle(m_folder);
-        sweepLeftovers(m_folder, [](const Leftover &left) { return left.whole == journalName; });
+        sweepLeftovers(m_folder, [](const Leftover &left) {
+            return left.whole == journalName && left.isRest();
+        });
         if (!done.isEmpty())
             tell(u"kervan-aktar: "_s + done);
     });

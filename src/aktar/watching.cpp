@@ -177,8 +177,7 @@ Status Watch::begin()
     if (m_lock.tryLock() || (m_lock.removeStaleLockFile() && m_lock.tryLock())) {
         const QString report = reportOf({});
         sweepLeftovers(m_failed, [&](const Leftover &leftover) {
-            return leftover.whole.endsWith(report) &&
-                   (leftover.isDrawn || leftover.file.size() == 0);
+            return leftover.whole.endsWith(report) && leftover.isRest();
         });
         return Done;
     }

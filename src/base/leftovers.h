@@ -17,6 +17,9 @@ struct Leftover
     /// The letters are as no person chooses them, three or four of them capitals. Of those that
     /// were drawn it is every second.
     bool isDrawn = false;
+
+    /// Whether nobody misses it, as far as its name and its size tell.
+    bool isRest() const { return isDrawn || file.size() == 0; }
 };
 
 /// Removes the files of a folder that are named like that and of which `isOurs` says that they are

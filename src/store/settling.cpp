@@ -15,7 +15,7 @@ void settle(const QString &programFolder)
 {
     const QDir folder(programFolder);
     sweepLeftovers(programFolder, [](const Leftover &leftover) {
-        return leftover.whole.endsWith(u".kvz") && (leftover.isDrawn || leftover.file.size() == 0);
+        return leftover.whole.endsWith(u".kvz") && leftover.isRest();
     });
     for (const QString &trial : folder.entryList({u"kervan-??????.tmp"_s}, QDir::Files)) {
         const QString path = folder.filePath(trial); // of a look whether the folder can be written
