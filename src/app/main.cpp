@@ -97,7 +97,6 @@ int main(int argc, char **argv)
     kervan::MainWindow window(program);
     application.tellBy([&window](const QString &sentence) { window.tellFault(sentence); });
     const auto untold = qScopeGuard([&application] { application.tellBy(nullptr); });
-    sqlServer.waitBy([&window](const auto &hasCome) { return window.waitForAnswer(hasCome); });
     window.tell(stateOf(folder, opening.told));
     window.show();
     return QApplication::exec();

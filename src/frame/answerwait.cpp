@@ -131,9 +131,10 @@ bool AnswerWait::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Close:
         event->ignore();
         return true;
-    case QEvent::Timer:                  // comes again, as long as nobody has taken it
-        return !watched->isWindowType(); // a window paints by one
-    case QEvent::FocusIn:                // leaving a field may take over what was typed into it
+    case QEvent::Timer: // comes again, as long as nobody has taken it
+        // A window paints by one, and a reader for the blind presses a button by one.
+        return !watched->isWindowType() && !(m_strip && watched == m_strip->button());
+    case QEvent::FocusIn: // leaving a field may take over what was typed into it
     case QEvent::FocusOut:
     case QEvent::WindowActivate:
     case QEvent::WindowDeactivate:

@@ -165,7 +165,8 @@ public:
     OdbcConnection &operator=(const OdbcConnection &) = delete;
 
     void open(const QString &connectionText);
-    bool isOpen() const override { return m_line && m_line->isOpen(); }
+    // The driver is not asked while it is busy with an answer: it might make us wait for that.
+    bool isOpen() const override { return m_line && (!m_thread.isIdle() || m_line->isOpen()); }
 
 protected:
     SqlRows send(const QString &statement) override;
