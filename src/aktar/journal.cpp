@@ -120,7 +120,8 @@ void finish(const QString &programFolder, const QString &folder, const QList<Mov
 {
     for (const Move &move : moves)
         carryOut(move);
-    // What is left of the folder without it goes when the next one begins.
+    // An empty folder that is left without it goes when the next one begins; the other way about, a
+    // document that somebody has fetched by then would be missed.
     QFile::remove(journalOf(programFolder));
     removeFolder(folder);
 }

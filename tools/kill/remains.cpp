@@ -118,6 +118,10 @@ void Remains::startAgain(const QString &folder)
             const auto capitals = std::ranges::count_if(
                 file.right(6), [](QChar c) { return c >= u'A' && c <= u'Z'; });
             const QString path = of + u'/' + file;
+            if (QDir().rmdir(path)) {
+                ++m_counts[u"empty folders of the command, which its next transfer would take"_s];
+                continue;
+            }
             const bool mayBeAPersons = (file.contains(u".kvz.") || read(path).fault.isEmpty()) &&
                                        QFileInfo(path).size() > 0 && (capitals < 3 || capitals > 4);
             if (mayBeAPersons)
