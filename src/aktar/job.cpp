@@ -162,7 +162,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
     outcome.begun = m_program.clock.now();
     outcome.countersBefore = countersOf(m_program.folder);
     m_told.clear();
-    m_isHindered = false;
+    m_hindrance.clear();
     const Streams named{streams.out, [&, name = nameOf(source)](const QString &line) {
                             streams.tell(name + u": "_s + line);
                         }};
@@ -176,14 +176,14 @@ Outcome Job::run(const QString &source, const Streams &streams)
     tellNotes(screen.notes, own);
     std::vector<Step> steps;
     const auto misused = passOver([&] { steps = stepsOf(screen); });
-    if (misused && !m_isHindered)
+    if (misused && m_hindrance.isEmpty())
         throw *misused;
     const auto failed = passOver([&] {
         if (!misused) {
             read(screen, steps, outcome, own);
             look(screen, outcome, named);
         }
-        if (m_isHindered && !onlyReads())
+        if (!m_hindrance.isEmpty() && !onlyReads())
             outcome.status = FolderInUse;
         else if (misused)
             own.tell(misused->description());
@@ -197,8 +197,9 @@ Outcome Job::run(const QString &source, const Streams &streams)
     if (failed)
         own.tell(failed->description());
     if (outcome.status == FolderInUse)
-        own.tell(u"Belge yazılmadı: tanımlar ya da fiyatlar şu anda okunamıyor (data.dbs). Sonra "
-                 "yeniden deneyin."_s);
+        own.tell(
+            u"Belge yazılmadı, tanımlar ya da fiyatlar okunamıyor: %1. Sonra yeniden deneyin."_s
+                .arg(m_hindrance));
     const bool isClean =
         outcome.findings.isEmpty() && m_told.isEmpty() && m_ports.boxes.warnings().isEmpty();
     if (outcome.status == Done && !isClean)
@@ -310,7 +311,10 @@ QStringList Job::countersBehind(const OpenScreen &screen, const QString &source)
 // good one, and a value that only the table knows for a wrong one.
 void Job::tellNotes(const Notes &notes, const Streams &streams)
 {
-    m_isHindered |= notes.text().contains(u"data.dbs"_s, Qt::CaseInsensitive);
+    const QString text = notes.text();
+    if (text.contains(u"data.dbs"_s, Qt::CaseInsensitive) ||
+        text.contains(u".dbs: veritabanı başka bir programda açık"_s))
+        m_hindrance = text;
     for (const QString &line : notes.details().split(u'\n', Qt::SkipEmptyParts)) {
         if (m_told.contains(line))
             continue;
@@ -419,7 +423,7 @@ void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target,
     // Nobody looks on: of documents and counters that belong together there are all or none.
     if (moves.isEmpty() || screen.notes.hasFailed() || isRefuted(screen, outcome, streams)) {
         outcome.documents.clear();
-        if (m_isHindered)
+        if (!m_hindrance.isEmpty())
             outcome.status = FolderInUse;
         journal.takeBack();
         streams.tell(u"Belge yazılmadı, sayaçlar önceki gibi: nedeni yukarıda."_s);

@@ -73,9 +73,9 @@ private:
     const Options &m_options;
     Closing m_closing;
     Selection m_selection;
-    QString m_automatic;       // the document that the settings name
-    QStringList m_told;        // of the notes of the source in hand
-    bool m_isHindered = false; // by a database that can't be read
+    QString m_automatic; // the document that the settings name
+    QStringList m_told;  // of the notes of the source in hand
+    QString m_hindrance; // a database that can't be read
 };
 
 } // namespace kervan

@@ -665,6 +665,11 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         }
         QCOMPARE(w.watch(), Done);
         QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
+        OtherProgram backup(w.b.sideFile(u"stokozkod.dbs"_s));
+        backup.run(u"begin exclusive"_s);
+        QCOMPARE(w.b.run({u"stok"_s, QStringLiteral(SAMPLES) + u"/stoklar.txt"_s,
+                          u"--ozel-kod2=ICECEK"_s, u"--hedef"_s, w.b.document(u"s.xml"_s)}),
+                 FolderInUse);
     }
 
     void aNameLikeAPlaceholderIsAName()
