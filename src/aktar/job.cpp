@@ -311,7 +311,7 @@ QStringList Job::countersBehind(const OpenScreen &screen, const QString &source)
 // good one, and a value that only the table knows for a wrong one.
 void Job::tellNotes(const Notes &notes, const Streams &streams)
 {
-    const QString text = notes.text();
+    const QString &text = notes.text();
     if (text.contains(u"data.dbs"_s, Qt::CaseInsensitive) ||
         text.contains(u".dbs: veritabanı başka bir programda açık"_s))
         m_hindrance = text;
