@@ -375,7 +375,7 @@ public:
         quit();
         wait();
     }
-    void run(const std::function<void()> &step)
+    void carryOut(const std::function<void()> &step)
     {
         bool isDone = false;
         const std::function<void()> told = [&] {
@@ -399,10 +399,10 @@ auto TdsStandin::inThread(Step &&step) const
 {
     using Result = decltype(step());
     if constexpr (std::is_void_v<Result>) {
-        m_thread->run(step);
+        m_thread->carryOut(step);
     } else {
         Result result{};
-        m_thread->run([&] { result = step(); });
+        m_thread->carryOut([&] { result = step(); });
         return result;
     }
 }
@@ -414,7 +414,7 @@ TdsStandin::TdsStandin()
     QSqlDatabase::isDriverAvailable(u"QSQLITE"_s);
     m_thread = std::make_unique<StandinThread>();
     // Made in its own thread, where its sockets and its database then belong.
-    m_thread->run([this] { m_listener = new StandinListener; });
+    m_thread->carryOut([this] { m_listener = new StandinListener; });
 }
 
 TdsStandin::~TdsStandin()
