@@ -162,7 +162,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
     outcome.begun = m_program.clock.now();
     outcome.countersBefore = countersOf(m_program.folder);
     m_told.clear();
-    m_hindrance.clear();
+    m_program.db.forgetHeld();
     const Streams named{streams.out, [&, name = nameOf(source)](const QString &line) {
                             streams.tell(name + u": "_s + line);
                         }};
@@ -174,20 +174,19 @@ Outcome Job::run(const QString &source, const Streams &streams)
     OpenScreen screen = m_transfer.begin(m_program, m_options);
     screen.open();
     tellNotes(screen.notes, own);
+    const bool hasDefinitions = !screen.notes.hasFailed() && !isHeldUp();
     std::vector<Step> steps;
     const auto misused = passOver([&] { steps = stepsOf(screen); });
-    if (misused && m_hindrance.isEmpty())
+    if (misused && hasDefinitions)
         throw *misused;
     const auto failed = passOver([&] {
-        if (!misused) {
-            read(screen, steps, outcome, own);
-            look(screen, outcome, named);
-        }
-        if (!m_hindrance.isEmpty() && !onlyReads())
-            outcome.status = FolderInUse;
-        else if (misused)
-            own.tell(misused->description());
-        else if (!onlyReads())
+        if (misused) // by definitions that could not be read, which is no fault of the options
+            return own.tell(misused->description());
+        read(screen, steps, outcome, own);
+        if (isHeldUp()) // a finding of what could not be asked for would be none
+            return;
+        look(screen, outcome, named);
+        if (!onlyReads())
             write(screen, outcome, own);
         else if (const QString nothing = nothingOf(screen, outcome); nothing.isEmpty())
             outcome.status = Done;
@@ -196,10 +195,12 @@ Outcome Job::run(const QString &source, const Streams &streams)
     });
     if (failed)
         own.tell(failed->description());
-    if (outcome.status == FolderInUse)
-        own.tell(
-            u"Belge yazılmadı, tanımlar ya da fiyatlar okunamıyor: %1. Sonra yeniden deneyin."_s
-                .arg(m_hindrance));
+    if (isHeldUp()) {
+        outcome.status = FolderInUse;
+        own.tell(u"%1, %2 başka bir programda açık: tanımlar ya da fiyatlar okunamıyor. Sonra "
+                 "yeniden deneyin."_s.arg(onlyReads() ? u"Bakılamadı"_s : u"Belge yazılmadı"_s,
+                                          m_program.db.heldFile()));
+    }
     const bool isClean =
         outcome.findings.isEmpty() && m_told.isEmpty() && m_ports.boxes.warnings().isEmpty();
     if (outcome.status == Done && !isClean)
@@ -306,15 +307,9 @@ QStringList Job::countersBehind(const OpenScreen &screen, const QString &source)
                            m_program.folder, screen.counters);
 }
 
-// What the status bar of a window shows, each line once. Somebody in front of it would see that the
-// database can't be read, and wait; here a document without prices or codes would be taken for a
-// good one, and a value that only the table knows for a wrong one.
+// What the status bar of a window shows, each line once.
 void Job::tellNotes(const Notes &notes, const Streams &streams)
 {
-    const QString &text = notes.text();
-    if (text.contains(u"data.dbs"_s, Qt::CaseInsensitive) ||
-        text.contains(u".dbs: veritabanı başka bir programda açık"_s))
-        m_hindrance = text;
     for (const QString &line : notes.details().split(u'\n', Qt::SkipEmptyParts)) {
         if (m_told.contains(line))
             continue;
@@ -420,11 +415,11 @@ void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target,
                                              sumOf(written.path)};
         moves << Move{written.path, path, m_options.isOn(u"uzerine-yaz"_s)};
     }
-    // Nobody looks on: of documents and counters that belong together there are all or none.
-    if (moves.isEmpty() || screen.notes.hasFailed() || isRefuted(screen, outcome, streams)) {
+    // Nobody looks on: of documents and counters that belong together there are all or none, and a
+    // document that a held database left without prices would be taken for a good one.
+    if (moves.isEmpty() || isHeldUp() || screen.notes.hasFailed() ||
+        isRefuted(screen, outcome, streams)) {
         outcome.documents.clear();
-        if (!m_hindrance.isEmpty())
-            outcome.status = FolderInUse;
         journal.takeBack();
         streams.tell(u"Belge yazılmadı, sayaçlar önceki gibi: nedeni yukarıda."_s);
         return;

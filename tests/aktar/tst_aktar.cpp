@@ -534,6 +534,24 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QVERIFY(!isPending(second.folder));
     }
 
+    // It would put the counters back once more, behind the backs of those who went on counting.
+    void aJournalThatStaysIsNoneThatIsDone()
+    {
+        Branch b;
+        const SmallDisk disk(b.folder);
+        if (!disk.isThere())
+            QSKIP("no disk of its own can be mounted here");
+        {
+            const Journal journal(b.folder, b.documents);
+        }
+        QVERIFY(disk.makeReadOnly());
+        const Opening opening = recoverForWindow(b.folder);
+        QVERIFY2(!opening.mayOpen && opening.told.contains(u"silinemedi"_s),
+                 qPrintable(opening.told));
+        QVERIFY(disk.makeReadOnly(false));
+        QVERIFY(recoverForWindow(b.folder).mayOpen && !isPending(b.folder));
+    }
+
     void documentsOnAShareThatIsAwayAreNotLost()
     {
         Branch b;
@@ -655,21 +673,75 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         {
             OtherProgram backup(w.b.sideFile(u"data.dbs"_s));
             backup.run(u"begin exclusive"_s);
-            QCOMPARE(w.watch(), NothingWritten); // and it waits
+            QCOMPARE(w.watch(), FolderInUse); // and it waits
             QVERIFY2(w.b.says(u"data.dbs"_s) && w.b.says(u"Belge yazılmadı"_s),
                      qPrintable(w.b.told.join(u'\n')));
             QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif"_s);
             QCOMPARE(w.b.written(), QStringList());
             QCOMPARE(w.b.fatura(u"a.xml"_s), FolderInUse);
+            QCOMPARE(w.b.fatura({}, {u"--denetle"_s}), FolderInUse);
+            QCOMPARE(w.b.out, QString()); // no findings of what could not be asked for
             QCOMPARE(w.b.counter(), counter);
         }
         QCOMPARE(w.watch(), Done);
         QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
-        OtherProgram backup(w.b.sideFile(u"stokozkod.dbs"_s));
-        backup.run(u"begin exclusive"_s);
-        QCOMPARE(w.b.run({u"stok"_s, QStringLiteral(SAMPLES) + u"/stoklar.txt"_s,
-                          u"--ozel-kod2=ICECEK"_s, u"--hedef"_s, w.b.document(u"s.xml"_s)}),
-                 FolderInUse);
+    }
+
+    // What is passed over in a window, whose user sees the empty list, counts too.
+    void noDocumentIsWrittenWithoutWhatABusyDatabaseHolds_data()
+    {
+        addTable(uR"(
+case            ; database      ; options
+invoice codes   ; fatozkod.dbs  ; fatura gün.bif --firma=MERKEZ@ŞUBE --kdv=18 --plan=30GUN
+the firm itself ; data.dbs      ; fatura gün.bif
+stock codes     ; stokozkod.dbs ; stok stoklar.txt
+one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
+    }
+    void noDocumentIsWrittenWithoutWhatABusyDatabaseHolds()
+    {
+        Branch b;
+        QFile::copy(QStringLiteral(SAMPLES "/stoklar.txt"), b.place.filePath(u"stoklar.txt"_s));
+        const auto before = filesOf(b.folder, {u"*.kvz"_s});
+        QStringList arguments = fetch("options").replace(u'@', u' ').split(u" --"_s);
+        const QString command = arguments.takeFirst();
+        for (QString &option : arguments)
+            option.prepend(u"--"_s);
+        arguments =
+            QStringList{command.section(u' ', 0, 0), b.place.filePath(command.section(u' ', 1)),
+                        u"--hedef"_s, b.document(u"a.xml"_s)} +
+            arguments;
+        {
+            OtherProgram backup(b.sideFile(fetch("database")));
+            backup.run(u"begin exclusive"_s);
+            QCOMPARE(b.run(arguments), FolderInUse);
+            QVERIFY(b.says(fetch("database") + u" başka bir programda açık"_s));
+            QCOMPARE(b.written(), QStringList());
+            QCOMPARE(filesOf(b.folder, {u"*.kvz"_s}), before);
+        }
+        b.run(arguments);
+        QVERIFY2(!b.says(u"başka bir programda açık"_s), qPrintable(b.told.join(u'\n')));
+    }
+
+    void aDatabaseThatCantBeReadHoldsNothingBack()
+    {
+        Watched w;
+        w.drop(u"bir.bif"_s);
+        const QString database = w.b.sideFile(u"data.dbs"_s);
+        const QByteArray whole = readBytes(database);
+        writeBytes(database, "bozuk");
+        QCOMPARE(w.watch(), NothingWritten);
+        QCOMPARE(w.files(u"hatali"_s), u"bir.bif bir.bif.rapor.txt"_s);
+        QVERIFY(readBytes(w.in(u"hatali/bir.bif.rapor.txt"_s)).contains("bir veritabanı değil"));
+        writeBytes(database, whole);
+        OtherProgram(database).run(u"drop table urun"_s);
+        QCOMPARE(w.b.fatura(u"a.xml"_s), DoneWithFindings); // as in the window
+        QVERIFY(w.b.says(u"veritabanında bu tablo yok"_s));
+        writeBytes(database, whole);
+        QFile::rename(w.b.source, w.b.place.filePath(u"data.dbs.bif"_s));
+        w.b.source = w.b.place.filePath(u"data.dbs.bif"_s);
+        QCOMPARE(w.b.fatura(u"b.xml"_s), Done);
+        QFile::remove(w.b.source);
+        QCOMPARE(w.b.fatura(u"c.xml"_s), NothingWritten); // and not held back by its name
     }
 
     void aNameLikeAPlaceholderIsAName()
