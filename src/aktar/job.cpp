@@ -27,6 +27,7 @@ namespace {
 // What rules say of the windows' own targets.
 constexpr std::array<QStringView, 2> ofWindows{u"var olan dosya", u"belge klasörü"};
 
+constexpr QStringView xmlEnding = u".xml";
 constexpr std::array<QStringView, 3> placeholders{u"{kaynak}", u"{tarih}", u"{saat}"};
 
 QString nameOf(const QString &path)
@@ -36,7 +37,7 @@ QString nameOf(const QString &path)
 
 QString cashFileOf(const QString &target)
 {
-    return target.chopped(4) + cashDocumentEnd.toString();
+    return target.chopped(xmlEnding.size()) + cashDocumentEnd.toString();
 }
 
 // "120 fatura" without its number.
@@ -77,6 +78,16 @@ QString nothingOf(const OpenScreen &screen, const Outcome &outcome)
     if (outcome.rows == 0)
         return u"listede kayıt yok."_s;
     return outcome.selected == 0 ? u"seçilen satır yok."_s : QString();
+}
+
+// Where the settings have the document, which may be nowhere: the screen tells that.
+QString automaticTargetOf(const OpenScreen &screen, const QString &programFolder)
+{
+    const QString target = QDir::cleanPath(fullName(programFolder, *screen.automaticTarget));
+    if (screen.writesCashSlips && !target.isEmpty() && nameOf(target).size() < xmlEnding.size())
+        throw Failure(u"--otomatik: Dosya Konumları'ndaki \"%1\" bir belge adı olamayacak kadar "
+                      "kısa; \"fatura.xml\" gibi bir ad verin."_s.arg(*screen.automaticTarget));
+    return target;
 }
 
 void checkTarget(QString target)
@@ -214,7 +225,7 @@ std::vector<Job::Step> Job::stepsOf(OpenScreen &screen)
 {
     screen.xml.setChecked(m_options.isOn(u"okunur-bicim"_s));
     if (m_options.isOn(u"otomatik"_s))
-        m_automatic = QDir::cleanPath(fullName(m_program.folder, *screen.automaticTarget));
+        m_automatic = automaticTargetOf(screen, m_program.folder);
     std::vector<Step> steps;
     for (const Choice &choice : std::as_const(screen.choices)) {
         if (m_options.has(choice.option))
