@@ -2,12 +2,15 @@
 
 #include "check/beside.h"
 
+#include <QAbstractEventDispatcher>
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPushButton>
 #include <QWindow>
+
+#include <algorithm>
+#include <utility>
 
 namespace kervan {
 
@@ -17,54 +20,117 @@ using Milliseconds = std::chrono::milliseconds;
 
 constexpr auto betweenLooks = Milliseconds(20);
 
-// Sockets bring nothing that would be for the windows.
-void letEventsIn()
-{
-    QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
-}
-
 } // namespace
 
-AnswerWait::AnswerWait(QWidget *screen)
-    : m_screen(screen)
+AnswerWait::AnswerWait(std::function<QWidget *()> screen, Milliseconds silence)
+    : m_screen(std::move(screen))
+    , m_silence(silence)
 {
-    qApp->installEventFilter(this); // in front of all others
+    const auto *loop = QAbstractEventDispatcher::instance();
+    connect(loop, &QAbstractEventDispatcher::awake, this, &AnswerWait::reachLoop);
+    connect(loop, &QAbstractEventDispatcher::aboutToBlock, this, &AnswerWait::reachLoop);
 }
 
 AnswerWait::~AnswerWait()
 {
-    qApp->removeEventFilter(this);
-    for (const Held &held : m_held) {
-        if (held.receiver)
-            QCoreApplication::postEvent(held.receiver, held.event->clone());
-    }
-    for (const QPointer<Beside> &beside : std::as_const(m_ended)) {
-        if (beside)
-            Q_EMIT beside->ended();
-    }
+    delete m_strip;
 }
 
 bool AnswerWait::until(const std::function<bool(Milliseconds)> &hasCome)
 {
-    // What waits was meant for what was there before the strip.
-    letEventsIn();
-    m_strip = std::make_unique<WaitStrip>(m_screen);
+    if (m_isLooking || m_isGivenUp) // a reader for the blind presses past every filter of events
+        return false;
+    if (m_state == State::Unseen) {
+        if (isShortEnough(hasCome))
+            return true;
+        QWidget *screen = m_screen();
+        if (!screen) {
+            while (!hasCome(std::chrono::hours(1))) {
+            }
+            return true;
+        }
+        begin(screen);
+    }
+    m_state = State::Seen;
+    while (!m_isGivenUp) {
+        const auto left = betweenLooks - Milliseconds(m_looked.elapsed());
+        const bool isThere = hasCome(std::max(left, Milliseconds(0)));
+        if (isThere && !m_looked.hasExpired(betweenLooks.count()))
+            return true;
+        letEventsIn();
+        if (isThere && !m_isGivenUp)
+            return true;
+    }
+    return false;
+}
+
+// Answers that are quick, but many, make one long silence.
+bool AnswerWait::isShortEnough(const std::function<bool(Milliseconds)> &hasCome)
+{
+    const auto begun = std::chrono::steady_clock::now();
+    const auto left = std::chrono::ceil<Milliseconds>(m_silence - m_waited);
+    const bool isThere = hasCome(std::max(left, Milliseconds(0)));
+    m_waited += std::chrono::steady_clock::now() - begun;
+    return isThere;
+}
+
+void AnswerWait::begin(QWidget *screen)
+{
+    m_state = State::Seen;
+    m_seen.start();
+    qApp->installEventFilter(this); // in front of all others
+    letEventsIn();                  // what waits was meant for what was there before the strip
+    m_strip = new WaitStrip(screen);
     connect(m_strip->button(), &QAbstractButton::clicked, this, [this] { m_isGivenUp = true; });
     const QCursor *shown = QApplication::overrideCursor();
-    const bool wasBusy = shown && shown->shape() == Qt::WaitCursor;
-    if (wasBusy)
+    if (shown && shown->shape() == Qt::WaitCursor)
         QApplication::changeOverrideCursor(Qt::BusyCursor); // there is something to click
-    QElapsedTimer time;
-    time.start();
-    bool isThere = false;
-    while (!m_isGivenUp && !(isThere = hasCome(betweenLooks))) {
-        m_strip->showTime(int(time.elapsed() / 1000));
-        letEventsIn();
+}
+
+// Sockets bring nothing that would be for the windows.
+void AnswerWait::letEventsIn()
+{
+    m_isLooking = true;
+    const auto waited = m_waited + Milliseconds(m_seen.elapsed());
+    if (m_strip)
+        m_strip->showTime(int(std::chrono::floor<std::chrono::seconds>(waited).count()));
+    QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
+    m_isLooking = false;
+    m_looked.start();
+}
+
+void AnswerWait::reachLoop()
+{
+    if (m_isLooking)
+        return;
+    m_waited = {};
+    if (m_state != State::Seen)
+        return;
+    m_state = State::Over;
+    QMetaObject::invokeMethod(this, &AnswerWait::end, Qt::QueuedConnection);
+}
+
+// A last click on the strip must not reach what lies under it.
+void AnswerWait::end()
+{
+    if (m_state != State::Over || m_isLooking)
+        return;
+    letEventsIn();
+    qApp->removeEventFilter(this);
+    delete m_strip;
+    const QCursor *shown = QApplication::overrideCursor();
+    if (shown && shown->shape() == Qt::BusyCursor)
+        QApplication::changeOverrideCursor(Qt::WaitCursor); // a box in the midst of the step
+    m_state = State::Unseen;
+    m_isGivenUp = false;
+    for (const Held &held : std::exchange(m_held, {})) {
+        if (held.receiver)
+            QCoreApplication::postEvent(held.receiver, held.event->clone());
     }
-    if (wasBusy)
-        QApplication::changeOverrideCursor(Qt::WaitCursor);
-    m_strip.reset();
-    return isThere;
+    for (const QPointer<Beside> &beside : std::exchange(m_ended, {})) {
+        if (beside)
+            Q_EMIT beside->ended();
+    }
 }
 
 // Taken from the window, in front of all that a click does elsewhere: the focus stays where it is.
@@ -83,11 +149,11 @@ void AnswerWait::takeMouse(const QObject *watched, const QEvent &event)
     }
 }
 
-// Nothing of it goes on to shortcuts.
+// Nothing of it goes on to shortcuts. Who knows the key does not wait for the strip.
 void AnswerWait::takeKey(QEvent &event)
 {
     const auto &key = static_cast<const QKeyEvent &>(event);
-    if (m_strip && event.type() == QEvent::KeyPress && WaitStrip::isKey(key.key(), key.modifiers()))
+    if (event.type() == QEvent::KeyPress && WaitStrip::isKey(key.key(), key.modifiers()))
         m_isGivenUp = true;
     event.accept();
 }
@@ -99,6 +165,8 @@ void AnswerWait::hold(QObject *receiver, const QEvent &event)
 
 bool AnswerWait::eventFilter(QObject *watched, QEvent *event)
 {
+    if (!m_isLooking && m_state != State::Over)
+        return false;
     switch (event->type()) {
     case QEvent::KeyPress:
     case QEvent::KeyRelease:
@@ -134,6 +202,12 @@ bool AnswerWait::eventFilter(QObject *watched, QEvent *event)
     case QEvent::Timer: // comes again, as long as nobody has taken it
         // A window paints by one, and a reader for the blind presses a button by one.
         return !watched->isWindowType() && !(m_strip && watched == m_strip->button());
+    case QEvent::Show: // a window that comes back makes its screens look at their folders
+    case QEvent::Hide:
+        if (!watched->isWidgetType() || !event->spontaneous())
+            return false;
+        hold(watched, *event);
+        return true;
     case QEvent::FocusIn: // leaving a field may take over what was typed into it
     case QEvent::FocusOut:
     case QEvent::WindowActivate:
