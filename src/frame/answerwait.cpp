@@ -3,10 +3,12 @@
 #include "check/beside.h"
 
 #include <QAbstractEventDispatcher>
+#include <QAction>
 #include <QApplication>
 #include <QKeyEvent>
 #include <QMouseEvent>
 #include <QPushButton>
+#include <QScopeGuard>
 #include <QWindow>
 
 #include <algorithm>
@@ -19,6 +21,8 @@ namespace {
 using Milliseconds = std::chrono::milliseconds;
 
 constexpr auto betweenLooks = Milliseconds(20);
+// A list that is painted at each look must not make a long reading much longer.
+constexpr int shareOfLooks = 4;
 
 } // namespace
 
@@ -53,11 +57,11 @@ bool AnswerWait::until(const std::function<bool(Milliseconds)> &hasCome)
     }
     m_state = State::Seen;
     while (!m_isGivenUp) {
-        const auto left = betweenLooks - Milliseconds(m_looked.elapsed());
+        const auto left = m_untilNext - Milliseconds(m_looked.elapsed());
         const bool isThere = hasCome(std::max(left, Milliseconds(0)));
-        if (isThere && !m_looked.hasExpired(betweenLooks.count()))
+        if (isThere && !m_looked.hasExpired(m_untilNext.count()))
             return true;
-        letEventsIn();
+        look();
         if (isThere && !m_isGivenUp)
             return true;
     }
@@ -79,7 +83,7 @@ void AnswerWait::begin(QWidget *screen)
     m_state = State::Seen;
     m_seen.start();
     qApp->installEventFilter(this); // in front of all others
-    letEventsIn();                  // what waits was meant for what was there before the strip
+    look();                         // what waits was meant for what was there before the strip
     m_strip = new WaitStrip(screen);
     connect(m_strip->button(), &QAbstractButton::clicked, this, [this] { m_isGivenUp = true; });
     const QCursor *shown = QApplication::overrideCursor();
@@ -87,16 +91,24 @@ void AnswerWait::begin(QWidget *screen)
         QApplication::changeOverrideCursor(Qt::BusyCursor); // there is something to click
 }
 
-// Sockets bring nothing that would be for the windows.
-void AnswerWait::letEventsIn()
+void AnswerWait::look()
 {
-    m_isLooking = true;
     const auto waited = m_waited + Milliseconds(m_seen.elapsed());
     if (m_strip)
         m_strip->showTime(int(std::chrono::floor<std::chrono::seconds>(waited).count()));
-    QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
-    m_isLooking = false;
     m_looked.start();
+    letEventsIn();
+    m_untilNext = std::max(betweenLooks, shareOfLooks * Milliseconds(m_looked.restart()));
+}
+
+// Sockets bring nothing that would be for the windows. What a first pass fetches from the desktop,
+// a second one may have to hand out.
+void AnswerWait::letEventsIn()
+{
+    m_isLooking = true;
+    const auto end = qScopeGuard([this] { m_isLooking = false; });
+    for (int pass = 0; pass < 2; ++pass)
+        QCoreApplication::processEvents(QEventLoop::ExcludeSocketNotifiers);
 }
 
 void AnswerWait::reachLoop()
@@ -124,7 +136,9 @@ void AnswerWait::end()
     m_state = State::Unseen;
     m_isGivenUp = false;
     for (const Held &held : std::exchange(m_held, {})) {
-        if (held.receiver)
+        const bool isPast =
+            held.event->type() == QEvent::FocusIn && held.receiver != QApplication::focusWidget();
+        if (held.receiver && !isPast) // the step may have led the focus elsewhere
             QCoreApplication::postEvent(held.receiver, held.event->clone());
     }
     for (const QPointer<Beside> &beside : std::exchange(m_ended, {})) {
@@ -141,10 +155,12 @@ void AnswerWait::takeMouse(const QObject *watched, const QEvent &event)
     QPushButton *button = m_strip->button();
     const auto &mouse = static_cast<const QMouseEvent &>(event);
     const bool isOver = button->window()->childAt(mouse.position().toPoint()) == button;
+    if (event.type() != QEvent::MouseMove && mouse.button() != Qt::LeftButton)
+        return;
     if (event.type() == QEvent::MouseButtonRelease) {
         m_isGivenUp = m_isGivenUp || (isOver && button->isDown());
         button->setDown(false);
-    } else if (event.type() != QEvent::MouseMove && mouse.button() == Qt::LeftButton) {
+    } else if (event.type() != QEvent::MouseMove) {
         button->setDown(isOver);
     }
 }
@@ -166,6 +182,9 @@ void AnswerWait::hold(QObject *receiver, const QEvent &event)
 bool AnswerWait::eventFilter(QObject *watched, QEvent *event)
 {
     if (!m_isLooking && m_state != State::Over)
+        return false;
+    if (QApplication::activeModalWidget()) // came past every filter, and keeps the screens as they
+                                           // are
         return false;
     switch (event->type()) {
     case QEvent::KeyPress:
@@ -200,8 +219,10 @@ bool AnswerWait::eventFilter(QObject *watched, QEvent *event)
         event->ignore();
         return true;
     case QEvent::Timer: // comes again, as long as nobody has taken it
-        // A window paints by one, and a reader for the blind presses a button by one.
-        return !watched->isWindowType() && !(m_strip && watched == m_strip->button());
+        // A window paints by one, a reader for the blind presses a button by one, and the loop
+        // hands on others' that way.
+        return !watched->isWindowType() && !(m_strip && watched == m_strip->button()) &&
+               !qobject_cast<QAbstractEventDispatcher *>(watched);
     case QEvent::Show: // a window that comes back makes its screens look at their folders
     case QEvent::Hide:
         if (!watched->isWidgetType() || !event->spontaneous())
@@ -221,7 +242,7 @@ bool AnswerWait::eventFilter(QObject *watched, QEvent *event)
             m_ended << beside;
             return true;
         }
-        return false;
+        return qobject_cast<QAction *>(watched); // from a desktop that shows the menu bar itself
     default:
         return false;
     }

@@ -43,6 +43,7 @@ protected:
 private:
     bool isShortEnough(const std::function<bool(std::chrono::milliseconds)> &hasCome);
     void begin(QWidget *screen);
+    void look();
     void letEventsIn();
     void reachLoop();
     void end();
@@ -69,6 +70,7 @@ private:
     QPointer<WaitStrip> m_strip; // goes with its screen
     QElapsedTimer m_seen;
     QElapsedTimer m_looked; // since events were let in
+    std::chrono::milliseconds m_untilNext{0};
     bool m_isLooking = false;
     bool m_isGivenUp = false;
     std::vector<Held> m_held;

@@ -166,7 +166,7 @@ void MainWindow::buildMenus()
         if (!entry.operation)
             continue;
         connect(action, &QAction::triggered, this, [this, operation = entry.operation] {
-            InvoiceList *list = activeList();
+            InvoiceList *list = isAtWork() ? nullptr : activeList();
             const QMdiSubWindow *front = m_area->currentSubWindow();
             if (list && front)
                 readIntoList(screenIn(front), [&] { (list->*operation)(); });
@@ -224,6 +224,8 @@ QWidget *MainWindow::screenAtWork() const
 
 void MainWindow::openByUser(QStringView screen)
 {
+    if (isAtWork()) // who reads menus to the blind triggers their entries past every filter
+        return;
     if (!m_drops->bringTo(screen))
         open(screen);
 }

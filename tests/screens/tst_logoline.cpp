@@ -21,6 +21,7 @@
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
@@ -113,7 +114,8 @@ public:
     void read(const QString &screen)
     {
         drop(*window.findChild<QWidget *>(screen), t.path(screen));
-        QTRY_VERIFY(!strip()); // the event loop is reached
+        QCoreApplication::processEvents(); // the step is over
+        QTRY_VERIFY(!strip());
     }
     /// What Logo gave the rows of the screen's list.
     QString given(const QString &screen)
@@ -395,6 +397,7 @@ titles nonsense          ;             ; ='C2'      ; nonsense    ; yes    ; 2)"
             QTest::keyClick(fat, Qt::Key_F5);
             drop(*fat, desk.t.path(u"fat"_s));
             desk.window.close();
+            desk.window.findChild<QAction *>(u"stkkart"_s)->trigger();
             QFocusEvent out(QEvent::FocusOut, Qt::OtherFocusReason);
             QCoreApplication::sendEvent(date, &out);
             QEvent activate(QEvent::WindowActivate);
@@ -422,6 +425,7 @@ titles nonsense          ;             ; ='C2'      ; nonsense    ; yes    ; 2)"
         QVERIFY(desk.t.dialogs.asked.isEmpty() && desk.boxes.shown.isEmpty());
         QVERIFY(desk.window.isVisible() && fat->isVisible());
         QCOMPARE(QApplication::topLevelWidgets().size(), windows.size()); // no guide
+        QVERIFY(!desk.window.findChild<QWidget *>(u"stoktrf"_s));
         // They come behind it.
         QTRY_VERIFY(ticks > 0 && takings > 0 && isRead && activations.count > 0 &&
                     returns.count > 0);
@@ -430,20 +434,22 @@ titles nonsense          ;             ; ='C2'      ; nonsense    ; yes    ; 2)"
 
     void theStripStaysThroughManyShortWaits()
     {
-        Desk desk(Milliseconds(100)); // longer than each answer takes, shorter than all of them
+        Desk desk(Milliseconds(400)); // longer than each answer takes, shorter than all of them
         desk.connectScreen(u"fat"_s);
-        desk.logo.behave({.queryDelay = 70});
+        desk.logo.behave({.queryDelay = 300});
         QSet<WaitStrip *> strips;
-        int statement = 0;
+        qsizetype pressedAt = 0;
         desk.whileWaiting = [&] {
             strips << desk.strip();
-            const int now = int(desk.logo.statements().size());
-            if (std::exchange(statement, now) == now)
+            const qsizetype statement = desk.logo.statements().size();
+            const bool isFirst = pressedAt == 0;
+            if (!isFirst && statement == pressedAt)
                 return;
+            pressedAt = isFirst ? statement : pressedAt;
             // Pressed in one wait, let go in another.
             QPushButton *button = desk.strip()->button();
             const QPointF place = button->mapTo(&desk.window, button->rect().center());
-            const auto type = now < 3 ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease;
+            const auto type = isFirst ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease;
             QCoreApplication::postEvent(desk.window.windowHandle(),
                                         new QMouseEvent(type, place, desk.window.mapToGlobal(place),
                                                         Qt::LeftButton, Qt::LeftButton,
@@ -454,6 +460,61 @@ titles nonsense          ;             ; ='C2'      ; nonsense    ; yes    ; 2)"
         QCOMPARE(desk.given(u"fat"_s), u"Evet,Evet,"_s);
         QCOMPARE(desk.logo.statements().size(), 3);
         QCOMPARE(desk.boxes.shown.size(), 1);
+    }
+
+    void eachReadingHasASilenceOfItsOwn()
+    {
+        Desk desk(Milliseconds(3000));
+        desk.connectScreen(u"fat"_s);
+        desk.logo.behave({.queryDelay = 600});
+        desk.read(u"fat"_s);
+        desk.read(u"fat"_s);
+        QCOMPARE(desk.logo.statements().size(), 6);
+        QCOMPARE(desk.waits, 0);
+    }
+
+    void aBoxThatComesInAllTheSameCanBeAnswered()
+    {
+        Desk desk;
+        desk.connectScreen(u"fat"_s);
+        desk.logo.behave({.fault = TdsFault::Hang});
+        bool isAnswered = false;
+        bool isAsked = false;
+        const auto ask = [&] {
+            QMessageBox box;
+            QTimer answer;
+            connect(&answer, &QTimer::timeout, &box,
+                    [&box] { QTest::keyClick(&box, Qt::Key_Escape); });
+            answer.start(20);
+            box.exec();
+            isAnswered = true;
+            desk.strike(Qt::Key_F12);
+        };
+        desk.whileWaiting = [&] {
+            if (!std::exchange(isAsked, true))
+                QMetaObject::invokeMethod(qApp, ask, Qt::QueuedConnection);
+        };
+        desk.read(u"fat"_s);
+        QVERIFY(isAnswered);
+        QCOMPARE(desk.boxes.shown.size(), 1);
+    }
+
+    void theBoxOfAStepStandsWithoutTheStrip()
+    {
+        Desk desk;
+        desk.connectScreen(u"fat"_s);
+        desk.logo.behave({.fault = TdsFault::Hang});
+        bool hasStrip = true;
+        desk.boxes.whileShown = [&] {
+            QCoreApplication::processEvents(); // as its own loop does
+            hasStrip = desk.strip();
+        };
+        desk.whileWaiting = [&] {
+            desk.strike(Qt::Key_F12);
+        };
+        desk.read(u"fat"_s);
+        QCOMPARE(desk.boxes.shown.size(), 1);
+        QVERIFY(!hasStrip);
     }
 
     void whatComesWithTheAnswerDoesNotReachWhatLiesUnderTheStrip()
