@@ -150,6 +150,10 @@ bool Checks::work()
         m_ofRows.clear();
         m_byRow.clear();
         m_gaps.clear();
+        for (const Rule &rule : std::as_const(m_rules)) {
+            if (rule.begin)
+                rule.begin();
+        }
         for (const auto &survey : m_surveys)
             survey->begin();
         m_state = State::Rows;

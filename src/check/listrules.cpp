@@ -96,6 +96,10 @@ public:
         m_row = 0;
         m_rule = 0;
         m_findings.clear();
+        for (const Rule &rule : std::as_const(m_rules)) {
+            if (rule.begin)
+                rule.begin();
+        }
     }
     bool step() override
     {

@@ -12,6 +12,7 @@
 #include "logolink/screenlink.h"
 #include "logoxml/spelling.h"
 #include "store/program.h"
+#include "store/staff.h"
 
 #include <QString>
 
@@ -91,7 +92,7 @@ private:
 
     // Reading.
     void readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar);
-    void takeHeader(QStringView line);
+    void takeHeader(QStringView line, const StaffCodes &persl);
     QString takeCollection(QStringView line);
     void showMissingPrices(QString fiyatsizlar);
 

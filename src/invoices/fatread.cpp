@@ -5,7 +5,6 @@
 #include "invoices/columns.h"
 #include "invoices/efatura.h"
 #include "invoices/lineamounts.h"
-#include "store/staff.h"
 #include "text/numbers.h"
 #include "transfer/sourcecheck.h"
 
@@ -75,6 +74,7 @@ void Fat::umurlarfaturabaslikoku()
 void Fat::readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar)
 {
     const auto work = m_program.busy.reading(m_dosyaadi);
+    const StaffCodes persl(tanimlar.persl);
     LineReader reader(m_dosyaadi);
     for (qint64 place = 1; reader.next(); ++place) {
         const QStringView line = reader.line();
@@ -85,7 +85,7 @@ void Fat::readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar)
                 addMissingPrice(fiyatsizlar, kod);
         } else if (isHeader(line)) {
             if (countsAsHeader(line))
-                takeHeader(line);
+                takeHeader(line, persl);
             else
                 okuma.add(place, line, stateFault(u"Fatura başlığı"_s, cut(line, 148, 1), 148));
         } else if (isCollection(line)) {
@@ -102,7 +102,7 @@ void Fat::readHeaders(std::optional<Prices> &prices, QString &fiyatsizlar)
 
 // The row before is only now known to be whole: its collection becomes the default, whatever a
 // collection record gave it.
-void Fat::takeHeader(QStringView line)
+void Fat::takeHeader(QStringView line, const StaffCodes &persl)
 {
     ++m_kasaislemsayac;
     const int previous = l1().rows() - 1;
@@ -113,7 +113,7 @@ void Fat::takeHeader(QStringView line)
     }
     const int row = l1().addRow({});
     cutHeader(line, l1(), row);
-    const QString personel = perseslestir(tanimlar.persl, l1().cell(row, L1::SapPersonelKodu));
+    const QString personel = persl.perseslestir(l1().cell(row, L1::SapPersonelKodu));
     l1().setCell(row, L1::BelgeNumarasi, personel);
     l1().setCell(row, L1::LogoPersonelKodu, personel);
 }

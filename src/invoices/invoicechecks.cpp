@@ -7,6 +7,8 @@
 #include "store/staff.h"
 
 #include <algorithm>
+#include <memory>
+#include <optional>
 
 namespace kervan {
 
@@ -140,16 +142,20 @@ Rule personRule(const InvoiceScreen &screen)
 {
     const Grid &l1 = screen.liste.l1;
     const Grid &persl = screen.tanimlar.persl;
+    const auto codes = std::make_shared<std::optional<StaffCodes>>(); // of the walk in hand
     return {.name = u"personel"_s,
             .cure = staffCure(screen.kaynakAdi),
             .column = L1::LogoPersonelKodu,
-            .ofRow = [&l1, &persl](int row) -> QString {
+            .begin = [codes] { codes->reset(); },
+            .ofRow = [&l1, &persl, codes](int row) -> QString {
                 if (!l1.cell(row, L1::LogoPersonelKodu).isEmpty())
                     return {};
                 const QString &code = l1.cell(row, L1::SapPersonelKodu);
                 if (code.isEmpty())
                     return u"Kaynakta personel kodu yok."_s;
-                return perseslestir(persl, code).isEmpty()
+                if (!*codes)
+                    codes->emplace(persl);
+                return (*codes)->perseslestir(code).isEmpty()
                            ? u"%1 personelinin Logo kodu tanımlı değil."_s.arg(quoted(code))
                            : u"%1 personelinin Logo kodu okumadan sonra tanımlandı."_s.arg(
                                  quoted(code));

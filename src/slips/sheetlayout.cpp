@@ -2,7 +2,6 @@
 
 #include "slips/columns.h"
 #include "slips/movements.h"
-#include "store/staff.h"
 #include "text/numbers.h"
 #include "text/record.h"
 
@@ -48,12 +47,12 @@ QString duzeyAmount(const Reading &reading, int field)
 
 QString staff(const Reading &reading, int field)
 {
-    return perseslestir(reading.persl, trimmedField(reading.text(field)));
+    return reading.persl.perseslestir(trimmedField(reading.text(field)));
 }
 
 QString staffOfName(const Reading &reading, int)
 {
-    return trimmedField(perseslestir(reading.persl, trimmedField(reading.per)));
+    return trimmedField(reading.persl.perseslestir(trimmedField(reading.per)));
 }
 
 QString dateOfName(const Reading &reading, int)

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "base/grid.h"
 #include "slips/slipcodes.h"
+#include "store/staff.h"
 #include "workbook/workbook.h"
 
 #include <QList>
@@ -15,7 +15,7 @@ namespace kervan {
 struct Reading
 {
     const Sheet &sheet;
-    const Grid &persl;
+    StaffCodes persl;
     SlipCodes codes;
     QString tarih = {}; // from the file's name
     QString per = {};   // staff code of the source, from there too

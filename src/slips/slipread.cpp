@@ -96,7 +96,7 @@ void SlipScreen::readMovements(const SheetLayout &layout, int &record)
                 sayfaAdi.text(), QString::number(sheet->rows()), QString::number(layout.headings)));
         });
     }
-    Reading reading{.sheet = *sheet, .persl = persl, .codes = codes()};
+    Reading reading{.sheet = *sheet, .persl = StaffCodes(persl), .codes = codes()};
     if (layout.namedDate) {
         const QString title = cutTitle(m_dosyayolu);
         reading.tarih = dateIn(title, *layout.namedDate);

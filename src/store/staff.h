@@ -3,6 +3,8 @@
 #include "base/grid.h"
 #include "store/localdb.h"
 
+#include <QHash>
+
 namespace kervan {
 
 // The staff codes of table `per` in the list persl.
@@ -25,14 +27,22 @@ inline void loadStaff(LocalDb &db, Grid &persl)
     });
 }
 
-/// The Logo code of a source's staff code, or an empty text.
-inline QString perseslestir(const Grid &persl, const QString &per)
+/// The list as it stood when this was made, by the codes of the source: a reading asks for one at
+/// each row.
+class StaffCodes
 {
-    for (int row = 0; row < persl.rows(); ++row) {
-        if (persl.cell(row, Persl::Per) == per)
-            return persl.cell(row, Persl::Kod);
+public:
+    explicit StaffCodes(const Grid &persl)
+    {
+        m_kod.reserve(persl.rows());
+        for (int row = persl.rows() - 1; row >= 0; --row) // the first of a doubled code counts
+            m_kod.insert(persl.cell(row, Persl::Per), persl.cell(row, Persl::Kod));
     }
-    return {};
-}
+    /// The Logo code of a source's staff code, or an empty text.
+    QString perseslestir(const QString &per) const { return m_kod.value(per); }
+
+private:
+    QHash<QString, QString> m_kod;
+};
 
 } // namespace kervan

@@ -268,6 +268,32 @@ Stok Xml Dosyası Kaydet ; Xml Dosyaları (xml)|*.xml ; /fatura)"_s));
         QCOMPARE(readBytes(path), end);
     }
 
+    // The bytes that go to and from the disk tell whether the file is read or written for each.
+    void referencesOfFourTimesAsManyTakeFourTimesTheBytes()
+    {
+        const QString counters = u"/proc/self/io"_s;
+        if (!QFile::exists(counters))
+            QSKIP("nothing here counts what a program reads and writes");
+        const auto moved = [&] {
+            const QList<QByteArray> lines = readBytes(counters).split('\n');
+            return lines[0].sliced(7).toLongLong() + lines[1].sliced(7).toLongLong();
+        };
+        const auto bytesFor = [&](int count) {
+            Desk d;
+            QStringList cariler;
+            for (int i = 0; i < count; ++i)
+                cariler << u"120.%1"_s.arg(10000 + i);
+            const qint64 before = moved();
+            d.cr.datarefyap(cariler); // anew
+            d.cr.datarefyap(cariler); // all known
+            return moved() - before;
+        };
+        const qint64 few = bytesFor(500);
+        const qint64 many = bytesFor(2000);
+        QVERIFY(few > 0);
+        QVERIFY2(many < 5 * few, qPrintable(u"%1, %2"_s.arg(few).arg(many)));
+    }
+
     void referencesThatCannotBeKeptAreGivenAgain()
     {
         Desk d;

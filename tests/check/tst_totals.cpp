@@ -180,6 +180,57 @@ negative                   ; F1 a c -1.234,50 -1|F2 a c 34,50 1     ; xx    ; 2 
         QCOMPARE(totals.taken().unreadable, 1); // the column is gone
     }
 
+    // The rows that each step looks at are counted, and not how long it takes.
+    void eachStepLooksAtARowOnceHoweverLongTheListIs_data()
+    {
+        QTest::addColumn<int>("n");
+        QTest::newRow("n") << 100;
+        QTest::newRow("4n") << 400;
+    }
+    void eachStepLooksAtARowOnceHoweverLongTheListIs()
+    {
+        QFETCH(const int, n);
+        QStringList rows;
+        for (int row = 0; row < n; ++row)
+            rows << u"F%1 a c 1 1"_s.arg(row);
+        List list(rows);
+        list.rememberSteps();
+        GridView view(list, u"l1"_s);
+        Totals totals(list, &oneAmount);
+        TickOffer offer(list, &oneAmount);
+        int summed = 0;
+        int shown = 0;
+        int told = 0;
+        totals.setBelowLimit([&](int) { return ++summed > 0; });
+        view.filter({u"x"_s, [&](int) {
+                         return ++shown > 0;
+                     }});
+        connect(&list, &QAbstractItemModel::dataChanged, this,
+                [&](const QModelIndex &first, const QModelIndex &last) {
+                    told += last.row() - first.row() + 1;
+                });
+        connect(&list, &QAbstractItemModel::modelReset, this, [&] { ++told; });
+        const auto looks = [&] {
+            totals.told();
+            return QList<int>{std::exchange(summed, 0), std::exchange(shown, 0),
+                              std::exchange(told, 0)};
+        };
+        QCOMPARE(looks(), QList<int>({0, n, 0})); // nothing is ticked
+        for (int row = 0; row < n; ++row) {
+            list.setTicked(row, true);
+            totals.told();
+        }
+        QCOMPARE(looks(), QList<int>({n, 0, n}));
+        int asked = 0;
+        list.keepWhere([&asked](int row) { return ++asked > 0 && row % 2 == 0; });
+        QCOMPARE(asked, n);
+        QCOMPARE(looks(), QList<int>({n / 2, n / 2, 1})); // those that are left
+        QVERIFY(list.undo());
+        QCOMPARE(looks(), QList<int>({n, n, 1}));
+        list.setAllTicked(false);
+        QCOMPARE(looks(), QList<int>({n, 0, n}));
+    }
+
     void aListWithoutTicksIsWrittenWhole()
     {
         Grid list({{u"No"_s}, {u"Miktar"_s}});

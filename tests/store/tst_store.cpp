@@ -3,10 +3,12 @@
 #include "store/localdb.h"
 #include "store/settling.h"
 #include "store/sidefiles.h"
+#include "store/staff.h"
 #include "support/fakes.h"
 #include "support/table.h"
 
 #include <QElapsedTimer>
+#include <QRandomGenerator>
 
 using namespace kervan;
 
@@ -302,6 +304,35 @@ pragma user_version=5)"_s) << QString()
         settle(s.folder.path());
         QVERIFY(!QFile::exists(s.file + u"-journal"_s));
         QCOMPARE(s.rows(staff), u"1|1|a"_s);
+    }
+
+    // Few codes, so that most are doubled: with and without blanks, letters that only a case or a
+    // dot tells apart, and one letter spelled in two ways.
+    void aStaffCodeIsFoundAsAWalkFromTheTopFindsIt()
+    {
+        const QStringList codes{u""_s,  u" "_s, u"1"_s, u"01"_s, u"1 "_s, u"I"_s, u"ı"_s,
+                                u"İ"_s, u"i"_s, u"Ş"_s, u"ş"_s,  u"S"_s,  u"Ç"_s, u"C\u0327"_s};
+        QRandomGenerator random(7);
+        const auto drawn = [&] {
+            return codes[random.bounded(codes.size())];
+        };
+        Grid persl(perslColumns());
+        for (int list = 0; list < 200; ++list) {
+            persl.clear();
+            for (int row = random.bounded(20); row > 0; --row)
+                persl.setCell(persl.addRow(drawn() + u'k'), Persl::Per, drawn());
+            QStringList walked;
+            for (const QString &code : codes) {
+                int row = 0;
+                while (row < persl.rows() && persl.cell(row, Persl::Per) != code)
+                    ++row;
+                walked << (row < persl.rows() ? persl.cell(row, Persl::Kod) : QString());
+            }
+            const StaffCodes found(persl);
+            persl.clear(); // no question costs a look at the list
+            for (qsizetype i = 0; i < codes.size(); ++i)
+                QCOMPARE(found.perseslestir(codes[i]), walked[i]);
+        }
     }
 
     void aSingleValueEndsAtTheFirstCommaOrLineEnd()

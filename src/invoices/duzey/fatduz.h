@@ -12,6 +12,7 @@
 #include "logolink/screenlink.h"
 #include "logoxml/spelling.h"
 #include "store/program.h"
+#include "store/staff.h"
 #include "workbook/workbook.h"
 
 #include <QString>
@@ -88,8 +89,9 @@ private:
     std::shared_ptr<const Sheet> openSheet();
     void readSheet();
     void reportRecord(const Sheet &sheet, int record, const QString &kind);
-    void takeRecord(const Sheet &sheet, int record);
-    void addInvoice(const Sheet &sheet, int record, const QString &faturano);
+    void takeRecord(const Sheet &sheet, int record, const StaffCodes &persl);
+    void addInvoice(const Sheet &sheet, int record, const QString &faturano,
+                    const StaffCodes &persl);
 
     void writeDocument(const QString &dosya);
     InvoiceSource source();

@@ -2,7 +2,6 @@
 
 #include "invoices/columns.h"
 #include "invoices/efatura.h"
-#include "store/staff.h"
 #include "text/numbers.h"
 #include "transfer/sourcecheck.h"
 
@@ -66,6 +65,7 @@ void Fatduz::readSheet()
             return;
         const QString caption = tipAdi();
         QStringList others;
+        const StaffCodes persl(tanimlar.persl);
         int counter = 0;
         for (int record = 0; record < sheet->rows(); ++record) {
             if (fieldOf(*sheet, record, Duzey::CariKodu).isEmpty()) {
@@ -80,7 +80,7 @@ void Fatduz::readSheet()
                 reportRecord(*sheet, record, kind);
                 continue;
             }
-            takeRecord(*sheet, record);
+            takeRecord(*sheet, record, persl);
             ilerleme.setValue(counter);
         }
         if (l1().isEmpty())
@@ -119,11 +119,11 @@ void Fatduz::reportRecord(const Sheet &sheet, int record, const QString &kind)
 }
 
 // Only records that follow each other make one invoice.
-void Fatduz::takeRecord(const Sheet &sheet, int record)
+void Fatduz::takeRecord(const Sheet &sheet, int record, const StaffCodes &persl)
 {
     const QString faturano = fieldOf(sheet, record, Duzey::FaturaNumarasi);
     if (faturano != m_onceki) {
-        addInvoice(sheet, record, faturano);
+        addInvoice(sheet, record, faturano, persl);
         m_onceki = faturano;
         return;
     }
@@ -133,14 +133,15 @@ void Fatduz::takeRecord(const Sheet &sheet, int record)
                  masked(static_cast<double>(total) + amountOf(sheet, record), "#0.0000"_mask));
 }
 
-void Fatduz::addInvoice(const Sheet &sheet, int record, const QString &faturano)
+void Fatduz::addInvoice(const Sheet &sheet, int record, const QString &faturano,
+                        const StaffCodes &persl)
 {
     const int row = l1().addRow(fieldOf(sheet, record, Duzey::CariKodu));
     l1().setCell(row, L1::FaturaNumarasi, faturano);
     l1().setCell(row, L1::BelgeNumarasi, fieldOf(sheet, record, Duzey::BelgeNumarasi));
     l1().setCell(row, L1::FaturaTarihi, fieldOf(sheet, record, Duzey::FaturaTarihi));
     const QString personel = fieldOf(sheet, record, Duzey::PersonelKodu);
-    l1().setCell(row, L1::LogoPersonelKodu, perseslestir(tanimlar.persl, personel));
+    l1().setCell(row, L1::LogoPersonelKodu, persl.perseslestir(personel));
     l1().setCell(row, L1::SapPersonelKodu, personel);
     l1().setCell(row, L1::OdemeTipi, fieldOf(sheet, record, Duzey::OdemeTipi));
     l1().setCell(row, L1::ToplamTutar, masked(amountOf(sheet, record), "#0.0000"_mask));
