@@ -94,9 +94,10 @@ Status runTransfer(const Transfer &transfer, const QStringList &arguments,
         for (const QString &source : options.sources) {
             const Outcome outcome = job.run(source, world.streams);
             status = worse(status, outcome.status);
-            if (options.isOn(u"listele"_s))
-                continue;
-            out(options.isOn(u"json"_s) ? jsonOf(outcome) : textOf(outcome));
+            if (!options.isOn(u"listele"_s))
+                out(options.isOn(u"json"_s) ? jsonOf(outcome) : textOf(outcome));
+            if (outcome.status == FolderInUse) // none overtakes it: slips are numbered in order
+                break;
         }
     });
     if (!misused)

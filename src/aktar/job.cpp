@@ -173,7 +173,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
     outcome.begun = m_program.clock.now();
     outcome.countersBefore = countersOf(m_program.folder);
     m_told.clear();
-    m_program.db.forgetHeld();
+    m_program.db.forgetFailures();
     const Streams named{streams.out, [&, name = nameOf(source)](const QString &line) {
                             streams.tell(name + u": "_s + line);
                         }};
@@ -185,15 +185,10 @@ Outcome Job::run(const QString &source, const Streams &streams)
     OpenScreen screen = m_transfer.begin(m_program, m_options);
     screen.open();
     tellNotes(screen.notes, own);
-    const bool hasDefinitions = !screen.notes.hasFailed() && !isHeldUp();
-    std::vector<Step> steps;
-    const auto misused = passOver([&] { steps = stepsOf(screen); });
-    if (misused && hasDefinitions)
-        throw *misused;
+    const std::vector<Step> steps = stepsOf(screen);
     const auto failed = passOver([&] {
-        if (misused) // by definitions that could not be read, which is no fault of the options
-            return own.tell(misused->description());
-        read(screen, steps, outcome, own);
+        if (!isHeldUp())
+            read(screen, steps, outcome, own);
         if (isHeldUp()) // a finding of what could not be asked for would be none
             return;
         look(screen, outcome, named);
@@ -228,8 +223,13 @@ std::vector<Job::Step> Job::stepsOf(OpenScreen &screen)
         m_automatic = automaticTargetOf(screen, m_program.folder);
     std::vector<Step> steps;
     for (const Choice &choice : std::as_const(screen.choices)) {
-        if (m_options.has(choice.option))
+        if (!m_options.has(choice.option))
+            continue;
+        const auto misused = passOver([&] {
             steps.push_back({choice.of(m_options.value(choice.option)), choice.behindRead});
+        });
+        if (misused && !isHeldUp() && !lacksData()) // else it is no fault of the options
+            throw *misused;
     }
     checkSelection(screen, m_selection);
     return steps;
@@ -305,6 +305,12 @@ void Job::show(const Outcome &outcome, const Checks &checks, const Streams &stre
     for (const Gap &gap : checks.gaps())
         line(u"Eksik: %1 %2, %3 satırda, %4 belgede"_s.arg(
             gap.kind, gap.code, QString::number(gap.lines), QString::number(gap.documents)));
+}
+
+// Special codes, which are in databases of their own, are left out where there are none.
+bool Job::lacksData() const
+{
+    return m_program.db.failedFiles().contains(u"data.dbs");
 }
 
 // What the documents of the target's folder tell of the counters.
@@ -426,9 +432,9 @@ void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target,
                                              sumOf(written.path)};
         moves << Move{written.path, path, m_options.isOn(u"uzerine-yaz"_s)};
     }
-    // Nobody looks on: of documents and counters that belong together there are all or none, and a
-    // document that a held database left without prices would be taken for a good one.
-    if (moves.isEmpty() || isHeldUp() || screen.notes.hasFailed() ||
+    // Nobody looks on: of documents and counters that belong together there are all or none, and
+    // one that lacks what a database would not give would be taken for a good one.
+    if (moves.isEmpty() || isHeldUp() || lacksData() || screen.notes.hasFailed() ||
         isRefuted(screen, outcome, streams)) {
         outcome.documents.clear();
         journal.takeBack();

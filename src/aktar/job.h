@@ -61,6 +61,8 @@ private:
     QStringList countersBehind(const OpenScreen &screen, const QString &source) const;
     /// Whether another program held a database that is read here.
     bool isHeldUp() const { return !m_program.db.heldFile().isEmpty(); }
+    /// Whether definitions or prices could not be read.
+    bool lacksData() const;
     void tellNotes(const Notes &notes, const Streams &streams);
     void write(OpenScreen &screen, Outcome &outcome, const Streams &streams);
     void writeInto(OpenScreen &screen, Journal &journal, const QString &target, Outcome &outcome,

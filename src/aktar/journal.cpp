@@ -123,9 +123,11 @@ void finish(const QString &programFolder, const QString &folder, const QList<Mov
     // An empty folder that is left without it goes when the next one begins; the other way about, a
     // document that somebody has fetched by then would be missed.
     QFile journal(journalOf(programFolder));
-    if (!journal.remove() && journal.exists()) // one that stays would put the counters back again
-        throw fileFailure(journal.fileName(), u"silinemedi"_s, journal.errorString());
-    removeFolder(folder);
+    clearFault();
+    if (journal.remove() || !journal.exists())
+        return removeFolder(folder);
+    if (moves.isEmpty()) // one that stays would put the counters back again
+        throw fileFailure(journal.fileName(), u"silinemedi"_s, filefault(journal, lastFault()));
 }
 
 // Of its own for each program folder: several may have the same target.

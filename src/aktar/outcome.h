@@ -15,7 +15,8 @@ enum Status {
     DoneWithFindings = 1,
     NothingWritten = 2,
     UsedWrongly = 64,
-    FolderInUse = 75, ///< another program works in the program folder; try later
+    FolderInUse =
+        75, ///< another program works in the program folder or holds a database; try later
 };
 
 /// A document that was written.

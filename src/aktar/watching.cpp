@@ -282,7 +282,7 @@ std::optional<Status> Watch::transferAll()
             return entered;
         const Status one = transferOne(name);
         m_program.leave();
-        if (one == UsedWrongly)
+        if (one == UsedWrongly || one == FolderInUse) // none overtakes it
             return one;
         if (!m_stuck.contains(name))
             m_status = worse(m_status, one);

@@ -93,20 +93,6 @@ constexpr auto words = std::to_array<Word>({
 });
 #endif
 
-#ifdef Q_OS_WIN
-// Another file can't take the place of one that is open; the system calls that forbidden.
-bool isOpenElsewhere(const QString &path)
-{
-    const HANDLE file = CreateFileW(systemName(path).c_str(), GENERIC_WRITE | DELETE, 0, nullptr,
-                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
-    if (file != INVALID_HANDLE_VALUE) {
-        CloseHandle(file);
-        return false;
-    }
-    return GetLastError() == ERROR_SHARING_VIOLATION;
-}
-#endif
-
 QStringView wordOf(int fault)
 {
     const auto *found = std::ranges::find(words, fault, &Word::fault);
@@ -114,6 +100,18 @@ QStringView wordOf(int fault)
 }
 
 } // namespace
+
+bool isOpenElsewhere([[maybe_unused]] const QString &path)
+{
+#ifdef Q_OS_WIN
+    const HANDLE file = CreateFileW(systemName(path).c_str(), GENERIC_WRITE | DELETE, 0, nullptr,
+                                    OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr);
+    if (file == INVALID_HANDLE_VALUE)
+        return GetLastError() == ERROR_SHARING_VIOLATION;
+    CloseHandle(file);
+#endif
+    return false;
+}
 
 void clearFault()
 {
@@ -141,10 +139,9 @@ QString filefault(const QFileDevice &file, int fault)
         return word.toString();
     if (info.isDir())
         return u"bu bir klasör"_s;
-#ifdef Q_OS_WIN
+    // Another file can't take the place of one that is open; Windows calls that forbidden.
     if (word == noRight && isOpenElsewhere(file.fileName()))
         return inUse.toString();
-#endif
     // A folder that may not be looked into looks empty, and a name too long is nowhere.
     if (word.isEmpty() && !info.dir().exists())
         return u"klasörü yok"_s;

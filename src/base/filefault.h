@@ -20,6 +20,10 @@ int lastFault();
 /// Why the file could not be opened, read or written, in a few Turkish words.
 QString filefault(const QFileDevice &file, int fault);
 
+/// Whether another program has the file open in a way that keeps everybody else out; only Windows
+/// knows that.
+bool isOpenElsewhere(const QString &path);
+
 /// Why no file may have this name, empty if one may. Windows would put what is written to
 /// "NUL.xml" nowhere, behind a colon out of sight, and with a point or a blank at the end into a
 /// file of another name or one that nothing else can open; other systems take any name.

@@ -29,7 +29,6 @@ constexpr auto busyMilliseconds = 1000;
 // The engine's results; what lies above their first byte tells the kind.
 constexpr int primaryResult = 0xff;
 constexpr int busyResult = 5;
-constexpr int lockedResult = 6;
 
 bool isOfTheLanguage(const QString &text)
 {
@@ -80,8 +79,7 @@ QString faultOf(const QSqlError &error)
 
 bool isHeld(const QSqlError &error)
 {
-    const int result = error.nativeErrorCode().toInt() & primaryResult;
-    return result == busyResult || result == lockedResult;
+    return (error.nativeErrorCode().toInt() & primaryResult) == busyResult;
 }
 
 // "mode=rw" keeps the engine from creating a file that isn't there. The engine refuses an address
@@ -131,11 +129,13 @@ void LocalDb::open(const QString &path)
         close();
     db.setDatabaseName(existingFile(path));
     m_isOnNetwork = isOnNetwork(path);
-    if (!db.open())
+    if (!db.open()) {
+        keepFailure(QFileInfo(path).fileName(), isHeld(db.lastError()) || isOpenElsewhere(path));
         throw fileFailure(path, u"açılamadı"_s,
                           QFileInfo::exists(path)
                               ? faultOf(db.lastError())
                               : u"dosya yok (%1)"_s.arg(db.lastError().databaseText()));
+    }
 }
 
 void LocalDb::foldIn(const QString &path)
@@ -160,12 +160,25 @@ void LocalDb::execute(const QString &text)
     if (m_result.exec(text))
         return;
     const QSqlError error = m_result.lastError();
+    keepFailure(fileName(), isHeld(error));
     // A file that another program holds is waited for once, not at each statement of a long read.
-    if (isHeld(error)) {
-        m_heldFile = fileName();
+    if (isHeld(error))
         m_result.exec(u"pragma busy_timeout=0"_s);
-    }
     throw failure(u"%1 (%2)"_s.arg(faultOf(error), text.left(200)), faultOf(error));
+}
+
+void LocalDb::forgetFailures()
+{
+    m_failedFiles.clear();
+    m_heldFile.clear();
+}
+
+void LocalDb::keepFailure(const QString &file, bool isHeld)
+{
+    if (!m_failedFiles.contains(file))
+        m_failedFiles << file;
+    if (isHeld)
+        m_heldFile = file;
 }
 
 QString LocalDb::fileName() const

@@ -46,10 +46,11 @@ public:
     /// Text of the current row's column. A missing row or column is a Failure.
     QString field(QStringView column) const;
 
-    /// The name of a file that another program held when it was to be read or written, since
-    /// forgetHeld(); empty for none. It stands whoever passed over the failure.
+    /// The names of the files that could not be opened, read or written since forgetFailures(),
+    /// whoever passed over that, and of one among them that another program held; empty for none.
+    const QStringList &failedFiles() const { return m_failedFiles; }
     const QString &heldFile() const { return m_heldFile; }
-    void forgetHeld() { m_heldFile.clear(); }
+    void forgetFailures();
 
 private:
     friend class TogetherInDb;
@@ -60,12 +61,14 @@ private:
     QString fileName() const;
     /// A Failure whose headline names it.
     Failure failure(const QString &description, const QString &fault) const;
+    void keepFailure(const QString &file, bool isHeld);
     void quickenWrites();
 
     QString m_connection;
     QSqlQuery m_result;
     bool m_atEnd = true;
     int m_writes = 0;
+    QStringList m_failedFiles;
     QString m_heldFile;
     bool m_isOnNetwork = false;
     bool m_together = false; // the rows are kept back until commit()
