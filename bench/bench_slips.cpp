@@ -4,9 +4,8 @@
 
 #include "logoxml/accumulated.h"
 #include "measure.h"
-#include "slips/slipscreen.h"
+#include "support/movements.h"
 #include "support/quietdesk.h"
-#include "support/workbooks.h"
 
 #include <QCoreApplication>
 
@@ -22,36 +21,16 @@ QString title(int row)
                          : u"ÇINAR GIDA PAZARLAMA VE TİCARET LTD. ŞTİ. %1"_s.arg(row);
 }
 
-// A sheet of movements read by the screen, all rows ticked.
-class Desk : public QuietDesk
+struct Desk : QuietDesk
 {
-public:
     explicit Desk(int rows)
+        : movements(program, rows, title)
     {
-        writeWorkbook(source, u"Sayfa1"_s, rows + 1, [](int row) {
-            const QString account = u"120.01.%1"_s.arg(row, 6, 10, QChar(u'0'));
-            return BookRow{0.25 + row, {},      {},         u"KASA%1"_s.arg(row % 40),
-                           {},         account, title(row), {},
-                           {},         {},      {},         u"%1.3.2021"_s.arg(row % 28 + 1)};
-        });
-        read();
     }
-    void read()
-    {
-        screen.dosyaac(screen.form().files[0], source);
-        screen.l1.setAllTicked(true);
-        if (screen.l1.isEmpty())
-            qFatal("nothing was read");
-    }
-    void write()
-    {
-        writeSlips(exeldenkasanakitkaydet(), {screen.l1, {u"100"_s, u"102"_s}}, clock,
-                   screen.ilerleme, target);
-    }
+    void write() { movements.write(target); }
 
-    QString source = folder.filePath(u"kaynak.xlsx"_s);
+    Movements movements;
     QString target = folder.filePath(u"belge.xml"_s);
-    SlipScreen screen{program, cafis()};
 };
 
 void readMovements(benchmark::State &state)
@@ -60,16 +39,16 @@ void readMovements(benchmark::State &state)
     qint64 reads = 0;
     for (auto _ : state) {
         state.PauseTiming(); // an unchanged workbook would not be parsed again
-        QFile file(desk.source);
+        QFile file(desk.movements.source);
         if (!file.open(QIODevice::ReadWrite) ||
             !file.setFileTime(QDateTime::fromMSecsSinceEpoch(++reads * 1000),
                               QFile::FileModificationTime))
             state.SkipWithError("the source can't be changed");
         file.close();
         state.ResumeTiming();
-        desk.read();
+        desk.movements.read();
     }
-    state.counters["rows"] = desk.screen.l1.rows();
+    state.counters["rows"] = desk.movements.screen.l1.rows();
 }
 
 void writeCashSlips(benchmark::State &state)

@@ -19,11 +19,11 @@
 #include "invoices/fat.h"
 #include "invoices/fatchecks.h"
 #include "slips/slipchecks.h"
-#include "slips/slipscreen.h"
 #include "stocktake/countchecks.h"
 #include "stocktake/sayimform.h"
 #include "stocktake/urunform.h"
 #include "support/bifgenerator.h"
+#include "support/movements.h"
 #include "support/quietdesk.h"
 #include "support/ruler.h"
 #include "support/workbooks.h"
@@ -289,32 +289,11 @@ struct CardDesk : Desk
 
 struct SlipsDesk : Desk
 {
-    SlipScreen screen{program, cafis()};
+    Movements movements;
 
     explicit SlipsDesk(int rows, const QString &title = u"ÇINAR GIDA PAZARLAMA"_s)
+        : movements(program, rows, [&title](int) { return title; })
     {
-        writeWorkbook(source, u"Sayfa1"_s, rows + 1, [&title](int row) {
-            return BookRow{0.25 + row, {},
-                           {},         u"KASA%1"_s.arg(row % 40),
-                           {},         u"120.01."_s + digits(row, 6),
-                           title,      {},
-                           {},         {},
-                           {},         u"%1.3.2021"_s.arg(row % 28 + 1)};
-        });
-        screen.load();
-        read();
-    }
-    void read()
-    {
-        screen.dosyaac(screen.form().files[0], source);
-        screen.l1.setAllTicked(true);
-        if (screen.l1.isEmpty())
-            qFatal("nothing was read");
-    }
-    void write()
-    {
-        writeSlips(exeldenkasanakitkaydet(), {screen.l1, {u"100"_s, u"102"_s}}, quiet.clock,
-                   screen.ilerleme, target);
     }
 };
 
@@ -519,16 +498,16 @@ const QList<Case> &cases()
              auto d = std::make_shared<SlipsDesk>(n);
              auto screen = std::make_shared<SlipScreen>(d->program, cafis());
              return [d, screen] {
-                 screen->dosyaac(screen->form().files[0], d->source);
+                 screen->dosyaac(screen->form().files[0], d->movements.source);
              };
          }},
-        {"slips.write", 500, on<SlipsDesk>([](SlipsDesk &d) { d.write(); })},
+        {"slips.write", 500, on<SlipsDesk>([](SlipsDesk &d) { d.movements.write(d.target); })},
         {"slips.write-words", 250,
-         on<SlipsDesk>([](SlipsDesk &d) { d.write(); }, u"Kolay saat tutar"_s)},
+         on<SlipsDesk>([](SlipsDesk &d) { d.movements.write(d.target); }, u"Kolay saat tutar"_s)},
         {"slips.findings", 500,
-         on<SlipsDesk>([](SlipsDesk &d) { findingsOf(d, checksOf(d.screen)); })},
+         on<SlipsDesk>([](SlipsDesk &d) { findingsOf(d, checksOf(d.movements.screen)); })},
         {"slips.findings-words", 250,
-         on<SlipsDesk>([](SlipsDesk &d) { findingsOf(d, checksOf(d.screen)); },
+         on<SlipsDesk>([](SlipsDesk &d) { findingsOf(d, checksOf(d.movements.screen)); },
                        u"Kolay saat tutar"_s)},
         {"count.read", 500, on<CountDesk>([](CountDesk &d) { d.sayim.dosyaac(d.source); })},
         {"count.write", 500, on<CountDesk>([](CountDesk &d) { d.sayim.kaydet(d.target); })},

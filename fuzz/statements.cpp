@@ -7,6 +7,7 @@
 #include "store/definition.h"
 #include "store/definitionscreen.h"
 #include "support/desk.h"
+#include "support/readstatement.h"
 #include "text/numbers.h"
 
 using namespace kervan;
@@ -38,7 +39,7 @@ void askLogo(fuzz::Pieces &pieces)
                      "a statement is refused or let through for no reason", statement.text());
         if (failed)
             continue;
-        const fuzz::ReadStatement read(statement.text());
+        const ReadStatement read(statement.text());
         fuzz::expect(read.texts.size() == values.size(), "another count of values",
                      statement.text());
         for (qsizetype i = 0; i < values.size(); ++i)

@@ -70,10 +70,17 @@ Status runTransfer(const Transfer &transfer, const QStringList &arguments,
     const auto misused = passOver([&] {
         Options options = readOptions(transfer.command, arguments, optionsOf(transfer));
         const bool asksForForm = options.has(u"bicim"_s); // a recipe may have it for some nights
+        const bool asksForJson = options.isOn(u"json"_s);
         if (options.has(u"tarif"_s))
             addRecipe(options, options.value(u"tarif"_s), {transfer.command}, optionsOf(transfer));
         if (asksForForm && !options.isOn(u"listele"_s))
             throw Failure(u"--bicim listenin biçimidir; --listele ile verilir."_s);
+        if (asksForForm && asksForJson && options.value(u"bicim"_s) != u"json")
+            throw Failure(
+                u"--json ile --bicim %1 birlikte verilmez."_s.arg(options.value(u"bicim"_s)));
+        // What the command line asks for comes before the form that a recipe names.
+        if (!asksForForm && (asksForJson || (options.isOn(u"json"_s) && !options.has(u"bicim"_s))))
+            options.give(u"bicim"_s, u"json"_s);
         if (options.sources.isEmpty())
             throw Failure(
                 u"Kaynak dosyayı verin; bakın: kervan-aktar %1 --help"_s.arg(transfer.command));
@@ -171,7 +178,7 @@ int runCommand(const QStringList &arguments, const CommandWorld &world)
                      watchOptions(), commonOptions()));
     } else if (transfer && wantsHelp) {
         out(helpText(command, u"KAYNAK... --hedef BELGE"_s, u"Aktarır: "_s + transfer->what,
-                     transfer->options, commonOptions()));
+                     transfer->options + lookOptions(), commonOptions()));
     } else if (transfer) {
         return runTransfer(*transfer, arguments.sliced(1), world);
     } else if (wantsHelp) {

@@ -27,6 +27,7 @@ namespace {
 // What rules say of the windows' own targets.
 constexpr std::array<QStringView, 2> ofWindows{u"var olan dosya", u"belge klasörü"};
 
+constexpr QStringView xmlEnding = u".xml";
 constexpr std::array<QStringView, 3> placeholders{u"{kaynak}", u"{tarih}", u"{saat}"};
 
 QString nameOf(const QString &path)
@@ -36,7 +37,7 @@ QString nameOf(const QString &path)
 
 QString cashFileOf(const QString &target)
 {
-    return target.chopped(4) + cashDocumentEnd.toString();
+    return target.chopped(xmlEnding.size()) + cashDocumentEnd.toString();
 }
 
 // "120 fatura" without its number.
@@ -77,6 +78,16 @@ QString nothingOf(const OpenScreen &screen, const Outcome &outcome)
     if (outcome.rows == 0)
         return u"listede kayıt yok."_s;
     return outcome.selected == 0 ? u"seçilen satır yok."_s : QString();
+}
+
+// Where the settings have the document, which may be nowhere: the screen tells that.
+QString automaticTargetOf(const OpenScreen &screen, const QString &programFolder)
+{
+    const QString target = QDir::cleanPath(fullName(programFolder, *screen.automaticTarget));
+    if (screen.writesCashSlips && !target.isEmpty() && nameOf(target).size() < xmlEnding.size())
+        throw Failure(u"--otomatik: Dosya Konumları'ndaki \"%1\" bir belge adı olamayacak kadar "
+                      "kısa; \"fatura.xml\" gibi bir ad verin."_s.arg(*screen.automaticTarget));
+    return target;
 }
 
 void checkTarget(QString target)
@@ -162,7 +173,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
     outcome.begun = m_program.clock.now();
     outcome.countersBefore = countersOf(m_program.folder);
     m_told.clear();
-    m_hindrance.clear();
+    m_program.db.forgetHeld();
     const Streams named{streams.out, [&, name = nameOf(source)](const QString &line) {
                             streams.tell(name + u": "_s + line);
                         }};
@@ -174,20 +185,19 @@ Outcome Job::run(const QString &source, const Streams &streams)
     OpenScreen screen = m_transfer.begin(m_program, m_options);
     screen.open();
     tellNotes(screen.notes, own);
+    const bool hasDefinitions = !screen.notes.hasFailed() && !isHeldUp();
     std::vector<Step> steps;
     const auto misused = passOver([&] { steps = stepsOf(screen); });
-    if (misused && m_hindrance.isEmpty())
+    if (misused && hasDefinitions)
         throw *misused;
     const auto failed = passOver([&] {
-        if (!misused) {
-            read(screen, steps, outcome, own);
-            look(screen, outcome, named);
-        }
-        if (!m_hindrance.isEmpty() && !onlyReads())
-            outcome.status = FolderInUse;
-        else if (misused)
-            own.tell(misused->description());
-        else if (!onlyReads())
+        if (misused) // by definitions that could not be read, which is no fault of the options
+            return own.tell(misused->description());
+        read(screen, steps, outcome, own);
+        if (isHeldUp()) // a finding of what could not be asked for would be none
+            return;
+        look(screen, outcome, named);
+        if (!onlyReads())
             write(screen, outcome, own);
         else if (const QString nothing = nothingOf(screen, outcome); nothing.isEmpty())
             outcome.status = Done;
@@ -196,10 +206,12 @@ Outcome Job::run(const QString &source, const Streams &streams)
     });
     if (failed)
         own.tell(failed->description());
-    if (outcome.status == FolderInUse)
-        own.tell(
-            u"Belge yazılmadı, tanımlar ya da fiyatlar okunamıyor: %1. Sonra yeniden deneyin."_s
-                .arg(m_hindrance));
+    if (isHeldUp()) {
+        outcome.status = FolderInUse;
+        own.tell(u"%1, %2 başka bir programda açık: tanımlar ya da fiyatlar okunamıyor. Sonra "
+                 "yeniden deneyin."_s.arg(onlyReads() ? u"Bakılamadı"_s : u"Belge yazılmadı"_s,
+                                          m_program.db.heldFile()));
+    }
     const bool isClean =
         outcome.findings.isEmpty() && m_told.isEmpty() && m_ports.boxes.warnings().isEmpty();
     if (outcome.status == Done && !isClean)
@@ -213,7 +225,7 @@ std::vector<Job::Step> Job::stepsOf(OpenScreen &screen)
 {
     screen.xml.setChecked(m_options.isOn(u"okunur-bicim"_s));
     if (m_options.isOn(u"otomatik"_s))
-        m_automatic = QDir::cleanPath(fullName(m_program.folder, *screen.automaticTarget));
+        m_automatic = automaticTargetOf(screen, m_program.folder);
     std::vector<Step> steps;
     for (const Choice &choice : std::as_const(screen.choices)) {
         if (m_options.has(choice.option))
@@ -306,15 +318,9 @@ QStringList Job::countersBehind(const OpenScreen &screen, const QString &source)
                            m_program.folder, screen.counters);
 }
 
-// What the status bar of a window shows, each line once. Somebody in front of it would see that the
-// database can't be read, and wait; here a document without prices or codes would be taken for a
-// good one, and a value that only the table knows for a wrong one.
+// What the status bar of a window shows, each line once.
 void Job::tellNotes(const Notes &notes, const Streams &streams)
 {
-    const QString &text = notes.text();
-    if (text.contains(u"data.dbs"_s, Qt::CaseInsensitive) ||
-        text.contains(u".dbs: veritabanı başka bir programda açık"_s))
-        m_hindrance = text;
     for (const QString &line : notes.details().split(u'\n', Qt::SkipEmptyParts)) {
         if (m_told.contains(line))
             continue;
@@ -420,11 +426,11 @@ void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target,
                                              sumOf(written.path)};
         moves << Move{written.path, path, m_options.isOn(u"uzerine-yaz"_s)};
     }
-    // Nobody looks on: of documents and counters that belong together there are all or none.
-    if (moves.isEmpty() || screen.notes.hasFailed() || isRefuted(screen, outcome, streams)) {
+    // Nobody looks on: of documents and counters that belong together there are all or none, and a
+    // document that a held database left without prices would be taken for a good one.
+    if (moves.isEmpty() || isHeldUp() || screen.notes.hasFailed() ||
+        isRefuted(screen, outcome, streams)) {
         outcome.documents.clear();
-        if (!m_hindrance.isEmpty())
-            outcome.status = FolderInUse;
         journal.takeBack();
         streams.tell(u"Belge yazılmadı, sayaçlar önceki gibi: nedeni yukarıda."_s);
         return;

@@ -59,6 +59,8 @@ private:
     void look(OpenScreen &screen, Outcome &outcome, const Streams &streams) const;
     void show(const Outcome &outcome, const Checks &checks, const Streams &streams) const;
     QStringList countersBehind(const OpenScreen &screen, const QString &source) const;
+    /// Whether another program held a database that is read here.
+    bool isHeldUp() const { return !m_program.db.heldFile().isEmpty(); }
     void tellNotes(const Notes &notes, const Streams &streams);
     void write(OpenScreen &screen, Outcome &outcome, const Streams &streams);
     void writeInto(OpenScreen &screen, Journal &journal, const QString &target, Outcome &outcome,
@@ -75,7 +77,6 @@ private:
     Selection m_selection;
     QString m_automatic; // the document that the settings name
     QStringList m_told;  // of the notes of the source in hand
-    QString m_hindrance; // a database that can't be read
 };
 
 } // namespace kervan

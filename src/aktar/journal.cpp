@@ -122,7 +122,9 @@ void finish(const QString &programFolder, const QString &folder, const QList<Mov
         carryOut(move);
     // An empty folder that is left without it goes when the next one begins; the other way about, a
     // document that somebody has fetched by then would be missed.
-    QFile::remove(journalOf(programFolder));
+    QFile journal(journalOf(programFolder));
+    if (!journal.remove() && journal.exists()) // one that stays would put the counters back again
+        throw fileFailure(journal.fileName(), u"silinemedi"_s, journal.errorString());
     removeFolder(folder);
 }
 

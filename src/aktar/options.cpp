@@ -117,9 +117,6 @@ const QList<Option> &commonOptions()
          "birkaçı verilirse hepsine uyanlar"_s,
          true},
         {u"yazilmislari-atla"_s, {}, u"hedef klasördeki belgelerde olanları dışarıda bırakır"_s},
-        {u"listele"_s, {}, u"yalnız okur ve listeyi gösterir; hiçbir şey yazmaz"_s},
-        {u"bicim"_s, u"tablo|csv|json"_s, u"listenin biçimi; verilmezse tablo"_s},
-        {u"denetle"_s, {}, u"yalnız okur ve bulguları gösterir; hiçbir şey yazmaz"_s},
         {u"json"_s, {}, u"her belge için bir JSON satırı yazar"_s},
         {u"okunur-bicim"_s, {}, u"değerleri Logo'nun okuyacağı biçimde yazar (&, <, >)"_s},
         {u"hata-varsa-yazma"_s, {}, u"denetim bir hata bulursa belge yazılmaz"_s},
@@ -127,6 +124,16 @@ const QList<Option> &commonOptions()
         {u"evet"_s, {}, u"programın sorularına evet der; yoksa yanıt hayırdır"_s},
         {u"bekle"_s, u"SANİYE"_s,
          u"program klasörü kullanımdaysa en çok bu kadar bekler; verilmezse 0"_s}};
+    return options;
+}
+
+const QList<Option> &lookOptions()
+{
+    static const QList<Option> options{
+        {u"listele"_s, {}, u"yalnız okur ve listeyi gösterir; hiçbir şey yazmaz"_s},
+        {u"bicim"_s, u"tablo|csv|json"_s,
+         u"listenin biçimi; verilmezse --json ile json, yoksa tablo"_s},
+        {u"denetle"_s, {}, u"yalnız okur ve bulguları gösterir; hiçbir şey yazmaz"_s}};
     return options;
 }
 

@@ -51,8 +51,10 @@ QDate dayOf(const QString &option, const QString &value, QDate today);
 /// A Failure where the days of an option are in the wrong order.
 void checkOrder(const QString &option, QDate first, QDate last);
 
-/// The options that all commands take, and those of the watched folder.
+/// The options that all commands take, those by which a transfer only looks, and those of the
+/// watched folder.
 const QList<Option> &commonOptions();
+const QList<Option> &lookOptions();
 const QList<Option> &watchOptions();
 
 /// Takes the arguments behind the command apart by the options that it knows. A Failure says what

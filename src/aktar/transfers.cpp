@@ -475,12 +475,12 @@ const Transfer *findTransfer(const QString &command)
 
 QList<Option> optionsOf(const Transfer &transfer)
 {
-    return transfer.options + commonOptions();
+    return transfer.options + lookOptions() + commonOptions();
 }
 
 QList<Option> allOptions()
 {
-    QList<Option> all = commonOptions() + watchOptions();
+    QList<Option> all = commonOptions() + lookOptions() + watchOptions();
     for (const Transfer &transfer : transfers())
         all += transfer.options;
     return all;

@@ -77,7 +77,7 @@ struct Transfer
 const QList<Transfer> &transfers();
 /// The transfer of a command; null for a word that is none.
 const Transfer *findTransfer(const QString &command);
-/// All that it takes: its own options and the common ones.
+/// All that it takes: its own options, those that only look, and the common ones.
 QList<Option> optionsOf(const Transfer &transfer);
 /// Those of all commands.
 QList<Option> allOptions();

@@ -111,6 +111,7 @@ private:
     Status enter();
     std::optional<Status> transferAll();
     Status transferOne(const QString &name);
+    Status ending(std::optional<Status> barred) const;
     void putAway(const QString &name, const Outcome &outcome);
     QList<Move> closing(const QString &name, const Outcome &outcome, const QString &staging);
     void writeReport(const QString &path, const Outcome &outcome) const;
@@ -132,12 +133,17 @@ private:
         QDateTime time;
         bool operator==(const Look &) const = default;
     };
-    QHash<QString, Look> m_looks;        // of the last time
-    QString m_waitsFor;                  // what kept it out of the program folder at the last try
-    QStringList m_lines;                 // of the file in hand
-    QHash<QString, QString> m_refused;   // files that could not be taken at the last look, and why
-    QHash<QString, QStringList> m_stuck; // those that could not be put away, and what was told
-    Status m_status = Done;
+    struct Stuck
+    {
+        QStringList told;
+        Status status = Done;
+    };
+    QHash<QString, Look> m_looks;      // of the last time
+    QString m_waitsFor;                // what kept it out of the program folder at the last try
+    QStringList m_lines;               // of the file in hand
+    QHash<QString, QString> m_refused; // files that could not be taken at the last look, and why
+    QHash<QString, Stuck> m_stuck;     // those that could not be put away
+    Status m_status = Done;            // of those that were
 };
 
 Watch::Watch(const Options &options, const Transfer &transfer, const CommandWorld &world)
@@ -200,17 +206,27 @@ Status Watch::run()
     if (const Status begun = begin(); begun != Done)
         return begun;
     const bool isOneRound = m_options.isOn(u"tek-tur"_s);
+    std::optional<Status> barred;
     while (!m_world.isEnding()) {
         takeComplete();
-        const auto barred = transferAll();
+        barred = transferAll();
         if (barred && (isOneRound || *barred == UsedWrongly))
             return *barred;
         if (isOneRound && !hasMore())
             break;
         rest();
     }
-    // What could not be put away is tried again by the next one.
-    return m_refused.isEmpty() && m_stuck.isEmpty() ? m_status : worse(m_status, NothingWritten);
+    return ending(barred);
+}
+
+// What could not be put away is tried again by the next one. Waiting for another program until a
+// signal comes is no fault; a transfer of before that can't be brought to its end is one.
+Status Watch::ending(std::optional<Status> barred) const
+{
+    Status status = m_status;
+    for (const Stuck &stuck : m_stuck)
+        status = worse(status, worse(stuck.status, NothingWritten));
+    return m_refused.isEmpty() && barred != NothingWritten ? status : worse(status, NothingWritten);
 }
 
 void Watch::takeComplete()
@@ -319,7 +335,7 @@ Status Watch::enter()
 Status Watch::transferOne(const QString &name)
 {
     m_lines.clear();
-    const QStringList before = m_stuck.take(name);
+    const QStringList before = m_stuck.take(name).told;
     const auto quiet = [](const QString &) {
     };
     const auto tell = [&](const QString &line) {
@@ -328,7 +344,7 @@ Status Watch::transferOne(const QString &name)
             m_world.streams.tell(line);
     };
     if (!QFileInfo::exists(inHand(name))) // entering has brought it to its end
-        return Done;
+        return before.isEmpty() ? Done : DoneWithFindings;
     Outcome outcome;
     const auto misused = passOver([&] {
         Job job(m_program.program(), m_program.ports(), m_transfer, m_options);
@@ -339,7 +355,8 @@ Status Watch::transferOne(const QString &name)
     });
     if (misused) { // no fault of the file: it waits where it came
         m_world.streams.tell(u"kervan-aktar: "_s + misused->description());
-        passOver([&] { moveFile(inHand(name), freeName(m_folder, name)); });
+        if (const auto failed = passOver([&] { moveFile(inHand(name), freeName(m_folder, name)); }))
+            m_world.streams.tell(name + u": Yerine geri konamadı. "_s + failed->description());
         return UsedWrongly;
     }
     if (outcome.status == NothingWritten && !isPending(m_program.program().folder)) {
@@ -347,7 +364,7 @@ Status Watch::transferOne(const QString &name)
             tell(name + u": Yeniden denenecek. "_s + failed->description());
     }
     if (QFileInfo::exists(inHand(name)))
-        m_stuck[name] = m_lines;
+        m_stuck[name] = {m_lines, outcome.status};
     if (before.isEmpty() || !m_stuck.contains(name))
         m_world.streams.out(m_options.isOn(u"json"_s) ? jsonOf(outcome) : textOf(outcome));
     return outcome.status;

@@ -6,6 +6,7 @@
 #include "app/realports.h"
 #include "base/systemclock.h"
 #include "controls/theme.h"
+#include "frame/answerwait.h"
 #include "frame/mainwindow.h"
 #include "odbc/odbcserver.h"
 #include "store/folderlock.h"
@@ -95,6 +96,8 @@ int main(int argc, char **argv)
                             .clock = clock,
                             .sqlServer = sqlServer};
     kervan::MainWindow window(program);
+    kervan::AnswerWait wait([&window] { return window.screenAtWork(); });
+    sqlServer.waitBy([&wait](const auto &hasCome) { return wait.until(hasCome); });
     application.tellBy([&window](const QString &sentence) { window.tellFault(sentence); });
     const auto untold = qScopeGuard([&application] { application.tellBy(nullptr); });
     window.tell(stateOf(folder, opening.told));

@@ -60,9 +60,13 @@ char *writeInCodePage(char *out, QStringView text)
 {
     for (qsizetype i = 0; i < text.size(); ++i) {
         const char16_t unit = text[i].unicode();
+        if (unit < toByte.size()) {
+            *out++ = toByte[unit];
+            continue;
+        }
+        *out++ = '?';
         if (text[i].isHighSurrogate() && i + 1 < text.size() && text[i + 1].isLowSurrogate())
             ++i; // one character beyond the basic plane is one "?"
-        *out++ = unit < toByte.size() ? toByte[unit] : '?';
     }
     return out;
 }

@@ -9,6 +9,21 @@ namespace kervan {
 
 using namespace Qt::StringLiterals;
 
+namespace {
+
+// By themselves, so that looking for a fault costs each cell next to nothing.
+[[noreturn, gnu::cold]] void failWithoutRow(int row)
+{
+    throw Failure(u"Listede %1. satır yok."_s.arg(row + 1));
+}
+
+[[noreturn, gnu::cold]] void failWithoutColumn(int column)
+{
+    throw Failure(u"Listede %1 numaralı sütun yok."_s.arg(column));
+}
+
+} // namespace
+
 Grid::Grid(QList<GridColumn> columns, Kind kind, QObject *parent)
     : QAbstractTableModel(parent)
     , m_columns(std::move(columns))
@@ -19,7 +34,7 @@ Grid::Grid(QList<GridColumn> columns, Kind kind, QObject *parent)
 const Grid::Row &Grid::at(int row) const
 {
     if (row < 0 || row >= rows())
-        throw Failure(u"Listede %1. satır yok."_s.arg(row + 1));
+        failWithoutRow(row);
     return m_rows[row];
 }
 
@@ -31,7 +46,7 @@ Grid::Row &Grid::at(int row)
 void Grid::checkColumn(int column) const
 {
     if (column < 0 || column >= m_columns.size())
-        throw Failure(u"Listede %1 numaralı sütun yok."_s.arg(column));
+        failWithoutColumn(column);
 }
 
 int Grid::addRow(const QString &text)

@@ -8,7 +8,6 @@
 #include "controls/pictures.h"
 #include "controls/remembered.h"
 #include "controls/transferwidgets.h"
-#include "frame/answerwait.h"
 #include "frame/dropguide.h"
 #include "frame/entries.h"
 #include "frame/guidewindow.h"
@@ -167,7 +166,7 @@ void MainWindow::buildMenus()
         if (!entry.operation)
             continue;
         connect(action, &QAction::triggered, this, [this, operation = entry.operation] {
-            InvoiceList *list = activeList();
+            InvoiceList *list = isAtWork() ? nullptr : activeList();
             const QMdiSubWindow *front = m_area->currentSubWindow();
             if (list && front)
                 readIntoList(screenIn(front), [&] { (list->*operation)(); });
@@ -216,23 +215,17 @@ void MainWindow::tellFault(const QString &sentence)
     announce(this, sentence);
 }
 
-bool MainWindow::waitForAnswer(const std::function<bool(std::chrono::milliseconds)> &hasCome)
+QWidget *MainWindow::screenAtWork() const
 {
-    if (m_isWaiting) // a reader for the blind presses buttons past every filter of events
-        return false;
     const QMdiSubWindow *front = m_area->currentSubWindow();
-    if (!front || !front->isVisible() || QApplication::activeModalWidget()) { // no place to tell it
-        while (!hasCome(std::chrono::hours(1))) {
-        }
-        return true;
-    }
-    m_isWaiting = true;
-    const auto end = qScopeGuard([this] { m_isWaiting = false; });
-    return AnswerWait(screenIn(front)).until(hasCome);
+    const bool isSeen = front && front->isVisible() && !QApplication::activeModalWidget();
+    return isSeen ? screenIn(front) : nullptr;
 }
 
 void MainWindow::openByUser(QStringView screen)
 {
+    if (isAtWork()) // who reads menus to the blind triggers their entries past every filter
+        return;
     if (!m_drops->bringTo(screen))
         open(screen);
 }

@@ -11,8 +11,6 @@
 #include <QMdiSubWindow>
 #include <QPointer>
 
-#include <chrono>
-#include <functional>
 #include <memory>
 
 class QDialog;
@@ -48,10 +46,9 @@ public:
     void tell(const QString &text);
     /// Tells in the strip of the screen in front what went wrong in it.
     void tellFault(const QString &sentence);
-    /// Waits on the screen in front, in the midst of its step, for an answer from outside that is
-    /// long in coming; false when the user no longer wants it. What it is given waits so long at
-    /// most, and tells whether the answer has come.
-    bool waitForAnswer(const std::function<bool(std::chrono::milliseconds)> &hasCome);
+    /// The screen in front, on which a step can tell what it waits for; null where none is seen or
+    /// a dialog lies before it.
+    QWidget *screenAtWork() const;
 
     Program &program() { return m_program; }
     /// The menu `seminmenu` of the operations on an invoice list.
@@ -130,7 +127,6 @@ private:
     Resim *m_resim;
     std::unique_ptr<GuideWindow> m_guide; // once it was asked for
     bool m_isBusy = false;
-    bool m_isWaiting = false; // for an answer
     QString m_busyWith;
     QPointer<QStatusBar> m_busyBar; // tells what is being done
     QString m_frontWord;            // of the screen in front

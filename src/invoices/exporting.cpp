@@ -20,7 +20,7 @@ bool hasInvoiceTarget(Boxes &boxes, const QString &dosya)
 
 InvoiceHead commonHead(const Grid &l1, int row, const FirmaKayit &firma, const QDateTime &now)
 {
-    const auto cell = [&](int column) {
+    const auto cell = [&](int column) -> const QString & {
         return l1.cell(row, column);
     };
     return {.cariKod = cell(L1::CariKodu),
@@ -43,7 +43,7 @@ InvoiceHead commonHead(const Grid &l1, int row, const FirmaKayit &firma, const Q
 
 InvoiceGoods commonGoods(const Grid &l3, int line)
 {
-    const auto cell = [&](int column) {
+    const auto cell = [&](int column) -> const QString & {
         return l3.cell(line, column);
     };
     QStringList percents;

@@ -111,11 +111,11 @@ QStringList valuesOf(const std::array<Step, count> &steps)
 }
 
 template<std::size_t count>
-void fill(const Sablon &sablon, const std::array<Step, count> &steps, QByteArray &out)
+void fill(const Sablon &sablon, std::array<Step, count> steps, QByteArray &out)
 {
     std::array<QString, count> values;
     for (std::size_t i = 0; i < count; ++i)
-        values[i] = steps[i].value;
+        values[i] = std::move(steps[i].value);
     sablon.doldur(values, out);
 }
 

@@ -25,9 +25,10 @@ struct Selling
 
 Selling selling(const InvoiceLine &line)
 {
-    const float packs = toSingleNumber(line.miktar);
+    const double quantity = toNumber(line.miktar);
+    const float packs = toSingle(quantity);
     if (packs < static_cast<float>(packsPerCarton))
-        return {line.miktar, toNumber(line.miktar), false};
+        return {line.miktar, quantity, false};
     const float cartons = packs / static_cast<float>(packsPerCarton);
     return {toText(cartons), static_cast<double>(cartons), true};
 }

@@ -48,8 +48,10 @@ SqlRows ScreenLink::run(const Statement &statement)
     if (!m_connection)
         throw Failure(u"SQL Server bağlantısı yok."_s);
     SqlRows rows;
-    const auto failed = passOver([&] { rows = m_connection->run(statement); });
-    if (failed && !m_connection->isOpen())
+    // Windows live on during a wait, so the screen may be connected anew in the midst of it.
+    const auto connection = m_connection;
+    const auto failed = passOver([&] { rows = connection->run(statement); });
+    if (failed && connection == m_connection && !connection->isOpen())
         durum.setText(u"SQL Bağlantı Yok"_s);
     if (failed)
         throw Failure(*failed);

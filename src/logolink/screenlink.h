@@ -35,7 +35,7 @@ private:
     void sqlbaglan(const SqlSettings &settings);
 
     Program &m_program;
-    std::unique_ptr<SqlConnection> m_connection;
+    std::shared_ptr<SqlConnection> m_connection;
 };
 
 } // namespace kervan

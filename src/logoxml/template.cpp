@@ -217,13 +217,13 @@ void Sablon::yerlestir(std::span<const QString> values, QByteArray &out) const
     out.resize(start + room);
     char *at = out.data() + start;
     for (qsizetype i = 0; i < m_slots.size(); ++i) {
-        at = std::ranges::copy(m_literals[i], at).out;
+        at = std::copy(m_literals[i].begin(), m_literals[i].end(), at);
         char *const value = at;
         at = writeInCodePage(at, valueOf(i));
         if (m_spelling == Values::AsXml && !isElement(m_placeholders[m_slots[i]])) [[unlikely]]
             std::transform(value, at, value, &markOf);
     }
-    at = std::ranges::copy(m_literals.last(), at).out;
+    at = std::copy(m_literals.last().begin(), m_literals.last().end(), at);
     out.truncate(at - out.constData());
 }
 

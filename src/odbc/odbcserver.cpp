@@ -20,8 +20,6 @@ using Milliseconds = std::chrono::milliseconds;
 
 // So long a driver may take to tell that a time-out is over.
 constexpr auto graceOfTheDriver = Milliseconds(500);
-// Of a row of slow answers each is waited for in silence so long.
-constexpr auto shortestSilence = Milliseconds(100);
 
 // Reads a field whole: a long one comes in pieces. Null is empty.
 QString field(const OdbcHandle &statement, SQLUSMALLINT column)
@@ -154,10 +152,9 @@ struct Outcome
 class OdbcConnection : public SqlConnection
 {
 public:
-    OdbcConnection(const SqlOptions &options, LongWait longWait, Milliseconds silence)
+    OdbcConnection(const SqlOptions &options, AnswerWaiter waiter)
         : m_options(options)
-        , m_longWait(std::move(longWait))
-        , m_silence(silence)
+        , m_waiter(std::move(waiter))
     {
     }
     ~OdbcConnection() override;
@@ -173,24 +170,29 @@ protected:
 
 private:
     void waitForAnswer();
+    void takeLeave();
     [[noreturn]] void leave(const QString &reason);
 
     SqlOptions m_options;
-    LongWait m_longWait;
-    Milliseconds m_silence;
+    AnswerWaiter m_waiter;
     SideThread m_thread;
     std::shared_ptr<OdbcLine> m_line; // null where it isn't open, or was left
-    Milliseconds m_slow{0};           // so long slow answers were waited for, one after the other
-    std::chrono::steady_clock::time_point m_answered;
 };
 
-// The driver takes leave of the server in its own thread.
 OdbcConnection::~OdbcConnection()
 {
-    if (!m_line || !m_thread.isIdle())
+    if (!m_line)
         return;
+    const bool isBusy = !m_thread.isIdle();
+    takeLeave();
+    if (!isBusy)
+        m_thread.isDoneWithin(graceOfTheDriver);
+}
+
+// Of the server, in the driver's own thread, behind what it is still about.
+void OdbcConnection::takeLeave()
+{
     m_thread.begin([line = std::move(m_line)]() mutable { line.reset(); });
-    m_thread.isDoneWithin(graceOfTheDriver);
 }
 
 void OdbcConnection::open(const QString &connectionText)
@@ -231,27 +233,18 @@ void OdbcConnection::waitForAnswer()
             leave(u"SQL Server zamanında yanıt vermedi."_s);
         return;
     }
-    if (!m_longWait)
+    if (!m_waiter)
         return m_thread.wait();
-    const auto asked = std::chrono::steady_clock::now();
-    if (asked - m_answered > m_silence) // another step of the user's
-        m_slow = Milliseconds(0);
-    const auto silence =
-        std::clamp(m_silence - m_slow, std::min(shortestSilence, m_silence), m_silence);
-    const auto hasCome = [this](Milliseconds time) {
-        return m_thread.isDoneWithin(time);
-    };
-    if (!hasCome(silence) && !m_longWait(hasCome))
+    const bool hasCome =
+        m_waiter([this](Milliseconds time) { return m_thread.isDoneWithin(time); });
+    if (!hasCome)
         leave(u"Logo'nun yanıtı beklenmedi; yeniden bağlanmak gerekir."_s);
-    m_answered = std::chrono::steady_clock::now();
-    const auto took = std::chrono::duration_cast<Milliseconds>(m_answered - asked);
-    m_slow = took < shortestSilence ? Milliseconds(0) : m_slow + took;
 }
 
 // What the driver still touches belongs to its thread from now on.
 void OdbcConnection::leave(const QString &reason)
 {
-    m_line.reset();
+    takeLeave();
     throw Failure(reason);
 }
 
@@ -261,7 +254,7 @@ std::unique_ptr<SqlConnection> OdbcServer::connect(const QString &connectionText
                                                    const SqlOptions &options)
 {
     try {
-        auto connection = std::make_unique<OdbcConnection>(options, m_longWait, m_silence);
+        auto connection = std::make_unique<OdbcConnection>(options, m_waiter);
         connection->open(connectionText);
         return connection;
     } catch (const std::system_error &) {

@@ -7,10 +7,10 @@
 
 namespace kervan {
 
-/// Takes over the wait for an answer that is long in coming: gives true when it has come, false
-/// when it is no longer wanted. What it is given waits so long at most, and tells whether it has
-/// come.
-using LongWait = std::function<bool(const std::function<bool(std::chrono::milliseconds)> &hasCome)>;
+/// Waits for an answer: gives true when it has come, false when it is no longer wanted. What it is
+/// given waits so long at most, and tells whether the answer has come.
+using AnswerWaiter =
+    std::function<bool(const std::function<bool(std::chrono::milliseconds)> &hasCome)>;
 
 /// Reaches SQL Servers through the machine's ODBC driver. Connecting and running block up to the
 /// time-outs of the options; what the driver or the server says against them is the description of
@@ -22,21 +22,15 @@ using LongWait = std::function<bool(const std::function<bool(std::chrono::millis
 class OdbcServer : public SqlServer
 {
 public:
-    /// Who takes over behind a silence where an answer has no time-out; slow answers one after the
-    /// other share one silence. While there is nobody, it is waited for in any case. Of the
-    /// connections that are made from now on.
-    void waitBy(LongWait longWait, std::chrono::milliseconds silence = std::chrono::seconds(2))
-    {
-        m_longWait = std::move(longWait);
-        m_silence = silence;
-    }
+    /// Who waits for the answers that have no time-out, on the connections that are made from now
+    /// on. While there is nobody, they are waited for in any case.
+    void waitBy(AnswerWaiter waiter) { m_waiter = std::move(waiter); }
 
     std::unique_ptr<SqlConnection> connect(const QString &connectionText,
                                            const SqlOptions &options) override;
 
 private:
-    LongWait m_longWait;
-    std::chrono::milliseconds m_silence{0};
+    AnswerWaiter m_waiter;
 };
 
 } // namespace kervan

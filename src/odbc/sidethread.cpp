@@ -62,7 +62,7 @@ void SideThread::work(Shared &shared)
         step();
         step = nullptr; // what it owns goes in this thread
         lock.lock();
-        shared.isIdle = true;
+        shared.isIdle = !shared.step; // unless one came to wait behind it
         lock.unlock();
         shared.done.notify_one();
         lock.lock();

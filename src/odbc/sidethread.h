@@ -21,7 +21,8 @@ public:
     SideThread(const SideThread &) = delete;
     SideThread &operator=(const SideThread &) = delete;
 
-    /// Hands a step over; none may be under way. What it throws ends the program.
+    /// Hands a step over, which comes behind the one under way; one at most may wait there. What it
+    /// throws ends the program.
     void begin(std::function<void()> step);
     bool isIdle() const;
     /// Waits until the step is done, at most so long.

@@ -26,7 +26,10 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr auto busyMilliseconds = 1000;
-constexpr QStringView busyCode = u"5";
+// The engine's results; what lies above their first byte tells the kind.
+constexpr int primaryResult = 0xff;
+constexpr int busyResult = 5;
+constexpr int lockedResult = 6;
 
 bool isOfTheLanguage(const QString &text)
 {
@@ -73,6 +76,12 @@ QString faultOf(const QSqlError &error)
             return u"%1 (%2)"_s.arg(fault.text, own);
     }
     return own;
+}
+
+bool isHeld(const QSqlError &error)
+{
+    const int result = error.nativeErrorCode().toInt() & primaryResult;
+    return result == busyResult || result == lockedResult;
 }
 
 // "mode=rw" keeps the engine from creating a file that isn't there. The engine refuses an address
@@ -152,16 +161,22 @@ void LocalDb::execute(const QString &text)
         return;
     const QSqlError error = m_result.lastError();
     // A file that another program holds is waited for once, not at each statement of a long read.
-    if (error.nativeErrorCode() == busyCode)
+    if (isHeld(error)) {
+        m_heldFile = fileName();
         m_result.exec(u"pragma busy_timeout=0"_s);
+    }
     throw failure(u"%1 (%2)"_s.arg(faultOf(error), text.left(200)), faultOf(error));
+}
+
+QString LocalDb::fileName() const
+{
+    const QSqlDatabase db = QSqlDatabase::database(m_connection, false);
+    return QFileInfo(QUrl(db.databaseName()).path()).fileName();
 }
 
 Failure LocalDb::failure(const QString &description, const QString &fault) const
 {
-    const QSqlDatabase db = QSqlDatabase::database(m_connection, false);
-    const QString path = QUrl(db.databaseName()).path();
-    return Failure(description, u"%1: %2"_s.arg(QFileInfo(path).fileName(), fault));
+    return Failure(description, u"%1: %2"_s.arg(fileName(), fault));
 }
 
 void LocalDb::query(const Statement &statement)

@@ -46,12 +46,19 @@ public:
     /// Text of the current row's column. A missing row or column is a Failure.
     QString field(QStringView column) const;
 
+    /// The name of a file that another program held when it was to be read or written, since
+    /// forgetHeld(); empty for none. It stands whoever passed over the failure.
+    const QString &heldFile() const { return m_heldFile; }
+    void forgetHeld() { m_heldFile.clear(); }
+
 private:
     friend class TogetherInDb;
     void begin();
     void commit();
     void execute(const QString &text);
-    /// A Failure whose headline names the file that is open, or was last.
+    /// Of the file that is open, or was last.
+    QString fileName() const;
+    /// A Failure whose headline names it.
     Failure failure(const QString &description, const QString &fault) const;
     void quickenWrites();
 
@@ -59,6 +66,7 @@ private:
     QSqlQuery m_result;
     bool m_atEnd = true;
     int m_writes = 0;
+    QString m_heldFile;
     bool m_isOnNetwork = false;
     bool m_together = false; // the rows are kept back until commit()
 };

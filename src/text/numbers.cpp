@@ -2,8 +2,6 @@
 
 #include "base/failure.h"
 
-#include <QVarLengthArray>
-
 #include <array>
 #include <charconv>
 #include <cmath>
@@ -89,20 +87,22 @@ void roundTo(Decimal &number, int decimals)
 
 QString spelled(const Decimal &number, int leadingDigits, int decimals, bool grouped)
 {
-    QVarLengthArray<QChar, 64> text;
     const int whole = std::max(number.point, leadingDigits);
+    const int marks = (grouped ? std::max(whole - 1, 0) / 3 : 0) + (decimals > 0 ? 1 : 0);
+    QString text((number.negative ? 1 : 0) + whole + marks + decimals, Qt::Uninitialized);
+    QChar *at = text.data();
     if (number.negative)
-        text += u'-';
+        *at++ = u'-';
     for (int left = whole; left > 0; --left) {
-        text += QLatin1Char(number.digit(number.point - left));
+        *at++ = QLatin1Char(number.digit(number.point - left));
         if (grouped && left > 1 && left % 3 == 1)
-            text += u'.';
+            *at++ = u'.';
     }
     if (decimals > 0)
-        text += u',';
+        *at++ = u',';
     for (int i = 0; i < decimals; ++i)
-        text += QLatin1Char(number.digit(number.point + i));
-    return QString(text.constData(), text.size());
+        *at++ = QLatin1Char(number.digit(number.point + i));
+    return text;
 }
 
 QString shortest(const Decimal &number)

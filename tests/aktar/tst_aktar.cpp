@@ -101,6 +101,9 @@ backwards       ; fatura a.bif --hedef=b.xml --sec=tarih=dun..01.03.2024 ; ilk g
 three days      ; fatura a.bif --hedef=b.xml --sec=tarih=dun..dun..dun ; bir gün değil
 filter's days   ; fatura a.bif --hedef=b.xml --ilk-tarih=bugun --son-tarih=dun ; sonuncudan
 form alone      ; cari a.txt --hedef=b.xml --bicim=csv            ; --listele ile verilir
+form and json   ; cari a.txt --listele --json --bicim=csv         ; --json ile --bicim csv birlikte
+watched form    ; izle a --tarif=b.ini --bicim=csv                ; "--bicim" izle komutunun
+watched list    ; izle a --tarif=b.ini --listele                  ; "--listele" izle komutunun
 no such word    ; cari a.txt --hedef={tarihh}.xml                 ; {tarihh}.xml
 two targets     ; cari a.txt --hedef=b.xml --hedef=c.xml          ; iki kez verildi
 no switch       ; cari a.txt --hedef=b.xml --uzerine-yaz=false    ; "false" olmaz: evet ya da hayır
@@ -215,6 +218,31 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         b.run({u"cari"_s, QStringLiteral(SAMPLES "/cariler.txt"), list});
         QVERIFY(b.out.startsWith(u"Cari Kodu"_s)); // nothing is ticked there
         QCOMPARE(b.run({u"cari"_s, u"yok.txt"_s, list}), NothingWritten);
+    }
+
+    void theNearerWordDecidesTheFormOfAList_data()
+    {
+        addTable(uR"(
+case                 ; recipe                    ; options             ; form
+nothing              ;                           ;                     ; table
+json                 ;                           ; --json              ; json
+json in words        ;                           ; --json --bicim=json ; json
+a recipe's json      ; json = evet               ;                     ; json
+but not now          ; json = evet               ; --json=hayir        ; table
+a recipe's form      ; json = evet, bicim = csv  ;                     ; csv
+another form now     ; json = evet               ; --bicim=csv         ; csv
+json now             ; bicim = csv               ; --json              ; json)"_s);
+    }
+    void theNearerWordDecidesTheFormOfAList()
+    {
+        Branch b;
+        const QStringList options = fetch("options").split(u' ', Qt::SkipEmptyParts);
+        const QString recipe = b.recipe(fetch("recipe").replace(u',', u'\n').toUtf8());
+        QCOMPARE(b.fatura({}, QStringList{u"--listele"_s, u"--tarif"_s, recipe} + options), Done);
+        const QString form = b.out.startsWith(u'{')         ? u"json"_s
+                             : b.out.startsWith(u"Seçili;") ? u"csv"_s
+                                                            : u"table"_s;
+        QCOMPARE(form, fetch("form"));
     }
 
     void findingsAreGivenWithoutWriting()
@@ -332,6 +360,12 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QCOMPARE(automatic({unit}), Done);
         QCOMPARE(b.written(), QStringList({u"oto-KASANAKIT.xml"_s, u"oto.xml"_s}));
         QCOMPARE(automatic({unit}), NothingWritten); // there is one already
+        for (const QString &tooShort : {b.document(u"a"_s), b.document(u"xml"_s), u"a"_s, u"/"_s}) {
+            b.fill(u"update yol set xf='%1' where id='1'"_s.arg(tooShort));
+            QCOMPARE(automatic({unit}), UsedWrongly); // the slips' name is made of it
+            QVERIFY2(b.says(u"bir belge adı olamayacak kadar kısa"_s) && b.told.size() == 1,
+                     qPrintable(b.told.join(u'\n')));
+        }
     }
 
     void eachDocumentIsAnObject()
@@ -534,6 +568,24 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QVERIFY(!isPending(second.folder));
     }
 
+    // It would put the counters back once more, behind the backs of those who went on counting.
+    void aJournalThatStaysIsNoneThatIsDone()
+    {
+        Branch b;
+        const SmallDisk disk(b.folder);
+        if (!disk.isThere())
+            QSKIP("no disk of its own can be mounted here");
+        {
+            const Journal journal(b.folder, b.documents);
+        }
+        QVERIFY(disk.makeReadOnly());
+        const Opening opening = recoverForWindow(b.folder);
+        QVERIFY2(!opening.mayOpen && opening.told.contains(u"silinemedi"_s),
+                 qPrintable(opening.told));
+        QVERIFY(disk.makeReadOnly(false));
+        QVERIFY(recoverForWindow(b.folder).mayOpen && !isPending(b.folder));
+    }
+
     void documentsOnAShareThatIsAwayAreNotLost()
     {
         Branch b;
@@ -655,21 +707,78 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         {
             OtherProgram backup(w.b.sideFile(u"data.dbs"_s));
             backup.run(u"begin exclusive"_s);
-            QCOMPARE(w.watch(), NothingWritten); // and it waits
+            QCOMPARE(w.watch(), FolderInUse); // and it waits
             QVERIFY2(w.b.says(u"data.dbs"_s) && w.b.says(u"Belge yazılmadı"_s),
                      qPrintable(w.b.told.join(u'\n')));
             QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif"_s);
             QCOMPARE(w.b.written(), QStringList());
             QCOMPARE(w.b.fatura(u"a.xml"_s), FolderInUse);
+            QCOMPARE(w.b.fatura({}, {u"--denetle"_s}), FolderInUse);
+            QCOMPARE(w.b.out, QString()); // no findings of what could not be asked for
             QCOMPARE(w.b.counter(), counter);
         }
         QCOMPARE(w.watch(), Done);
         QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
-        OtherProgram backup(w.b.sideFile(u"stokozkod.dbs"_s));
-        backup.run(u"begin exclusive"_s);
-        QCOMPARE(w.b.run({u"stok"_s, QStringLiteral(SAMPLES) + u"/stoklar.txt"_s,
-                          u"--ozel-kod2=ICECEK"_s, u"--hedef"_s, w.b.document(u"s.xml"_s)}),
-                 FolderInUse);
+    }
+
+    // What is passed over in a window, whose user sees the empty list, counts too.
+    void noDocumentIsWrittenWithoutWhatABusyDatabaseHolds_data()
+    {
+        addTable(uR"(
+case            ; database      ; options
+invoice codes   ; fatozkod.dbs  ; fatura gün.bif --firma=MERKEZ@ŞUBE --kdv=18 --plan=30GUN
+nothing chosen  ; data.dbs      ; fatura gün.bif
+stock codes     ; stokozkod.dbs ; stok stoklar.txt
+one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
+    }
+    void noDocumentIsWrittenWithoutWhatABusyDatabaseHolds()
+    {
+        Branch b;
+        QFile::copy(QStringLiteral(SAMPLES "/stoklar.txt"), b.place.filePath(u"stoklar.txt"_s));
+        const auto before = filesOf(b.folder, {u"*.kvz"_s});
+        QStringList arguments = fetch("options").replace(u'@', u' ').split(u" --"_s);
+        const QString command = arguments.takeFirst();
+        for (QString &option : arguments)
+            option.prepend(u"--"_s);
+        arguments =
+            QStringList{command.section(u' ', 0, 0), b.place.filePath(command.section(u' ', 1)),
+                        u"--hedef"_s, b.document(u"a.xml"_s)} +
+            arguments;
+        {
+            OtherProgram backup(b.sideFile(fetch("database")));
+            backup.run(u"begin exclusive"_s);
+            QCOMPARE(b.run(arguments), FolderInUse);
+            QVERIFY(b.says(fetch("database") + u" başka bir programda açık"_s));
+            QCOMPARE(b.written(), QStringList());
+            QCOMPARE(filesOf(b.folder, {u"*.kvz"_s}), before);
+        }
+        b.run(arguments);
+        QVERIFY2(!b.says(u"başka bir programda açık"_s), qPrintable(b.told.join(u'\n')));
+    }
+
+    void aDatabaseThatCantBeReadHoldsNothingBack()
+    {
+        Watched w;
+        w.drop(u"bir.bif"_s);
+        const QString database = w.b.sideFile(u"data.dbs"_s);
+        const QByteArray whole = readBytes(database);
+        writeBytes(database, "bozuk");
+        QCOMPARE(w.watch(), NothingWritten);
+        QCOMPARE(w.files(u"hatali"_s), u"bir.bif bir.bif.rapor.txt"_s);
+        QVERIFY(readBytes(w.in(u"hatali/bir.bif.rapor.txt"_s)).contains("bir veritabanı değil"));
+        writeBytes(database, whole);
+        OtherProgram(database).run(u"drop table per"_s);
+        QCOMPARE(w.b.fatura(u"a.xml"_s), DoneWithFindings); // as in the window
+        QVERIFY(w.b.says(u"Hata: Tanımlar okunamadı"_s));
+        OtherProgram(database).run(u"drop table urun"_s);
+        QCOMPARE(w.b.fatura(u"b.xml"_s), NothingWritten); // a step of the save failed
+        QVERIFY(w.b.says(u"veritabanında bu tablo yok"_s));
+        writeBytes(database, whole);
+        QFile::rename(w.b.source, w.b.place.filePath(u"data.dbs.bif"_s));
+        w.b.source = w.b.place.filePath(u"data.dbs.bif"_s);
+        QCOMPARE(w.b.fatura(u"b.xml"_s), Done);
+        QFile::remove(w.b.source);
+        QCOMPARE(w.b.fatura(u"c.xml"_s), NothingWritten); // and not held back by its name
     }
 
     void aNameLikeAPlaceholderIsAName()

@@ -397,11 +397,11 @@ void TestDocuments::onlyWhatAKilledProgramLeftIsSwept()
         QByteArray bytes;
         bool stays;
     };
-    const QList<Case> cases{{u"a.xml.abcdef"_s, half, false},
+    const QList<Case> cases{{u"b.xml.abcdef"_s, half, false},
                             {u"a.xml.aBCdeF"_s, whole, false},
                             {u"a.xml.bBCdeF"_s, {}, false},
                             {u"a.xml.backup"_s, whole, true},
-                            {u"a.xml.BackUp"_s, whole, true},
+                            {u"d.xml.BackUp"_s, whole, true},
                             {u"b.xml.backup"_s, {}, true},
                             {u"c.xml.backup"_s, other, true},
                             {u"c.xml.aBCdeF"_s, other, true},

@@ -335,18 +335,16 @@ private Q_SLOTS:
     {
         OdbcServer odbc;
         int looks = 0;
-        odbc.waitBy(
-            [&looks](const auto &hasCome) {
-                while (++looks < 4) {
-                    if (hasCome(Milliseconds(10)))
-                        return true;
-                }
-                return false;
-            },
-            Milliseconds(200));
+        odbc.waitBy([&looks](const auto &hasCome) {
+            while (++looks < 4) {
+                if (hasCome(Milliseconds(looks == 1 ? 200 : 10)))
+                    return true;
+            }
+            return false;
+        });
         auto connection = odbc.connect(text(m_server->server()), {0, 5});
         QCOMPARE(connection->run(firms()).rows.size(), 1);
-        QCOMPARE(looks, 0); // in silence
+        looks = 0;
         m_server->behave({.queryDelay = 600});
         QCOMPARE(failureOf([&] { connection->run(firms()); }),
                  u"Logo'nun yanıtı beklenmedi; yeniden bağlanmak gerekir."_s);
@@ -362,28 +360,20 @@ private Q_SLOTS:
         QVERIFY(looks > -100);
     }
 
-    void slowAnswersShareOneSilenceAndOneStatementIsAskedAtATime()
+    void oneStatementIsAskedAtATime()
     {
         OdbcServer odbc;
         std::unique_ptr<SqlConnection> connection;
-        int waits = 0;
         QString told;
-        odbc.waitBy(
-            [&](const auto &hasCome) {
-                ++waits;
-                told = failureOf([&] { connection->run(firms()); });
-                return hasCome(std::chrono::minutes(1));
-            },
-            Milliseconds(1500));
+        odbc.waitBy([&](const auto &hasCome) {
+            told = failureOf([&] { connection->run(firms()); });
+            return hasCome(std::chrono::minutes(1));
+        });
         m_server->behave({.queryDelay = 400});
         connection = odbc.connect(text(m_server->server()), {0, 5});
-        for (int statement = 1; statement < 6; ++statement) {
-            QCOMPARE(connection->run(firms()).rows.size(), 1);
-            QVERIFY(waits == 0 || statement > 1);
-        }
-        QVERIFY(waits > 0);
+        QCOMPARE(connection->run(firms()).rows.size(), 1);
         QVERIFY2(told.contains(u"bir yanıt daha"), qPrintable(told));
-        QCOMPARE(m_server->statements().size(), 5);
+        QCOMPARE(m_server->statements().size(), 1);
     }
 
     void lateAnswersAreWaitedForWithoutALimit()

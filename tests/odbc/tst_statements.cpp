@@ -13,6 +13,7 @@
 #include "support/fakes.h"
 #include "support/hostile.h"
 #include "support/quietports.h"
+#include "support/readstatement.h"
 #include "support/tds/tdsstandin.h"
 
 #include <QRegularExpression>

@@ -3,6 +3,7 @@
 
 #include "check/beside.h"
 #include "controls/waitstrip.h"
+#include "frame/answerwait.h"
 #include "invoices/columns.h"
 #include "invoices/duzey/screens/fatduzwindow.h"
 #include "invoices/duzeydesk.h"
@@ -14,11 +15,13 @@
 #include "support/ruler.h"
 #include "support/table.h"
 
+#include <QAccessible>
 #include <QAction>
 #include <QComboBox>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMessageBox>
 #include <QProgressBar>
 #include <QPushButton>
 #include <QTimer>
@@ -60,21 +63,23 @@ class Desk : public LogoDesk
 {
 public:
     std::function<void()> whileWaiting; ///< done between two looks for the answer
-    int waits = 0;
+    int waits = 0;                      ///< that were long enough to be seen
 
     explicit Desk(Milliseconds silence = Milliseconds(30))
+        : m_wait([this] { return window.screenAtWork(); }, silence)
     {
-        server.waitBy(
-            [this](const auto &hasCome) {
-                ++waits;
-                return window.waitForAnswer([&](Milliseconds time) {
-                    const bool isThere = hasCome(time);
-                    if (!isThere && whileWaiting)
+        server.waitBy([this](const auto &hasCome) {
+            bool isSeen = false;
+            return m_wait.until([&](Milliseconds time) {
+                const bool isThere = hasCome(time);
+                if (!isThere && strip()) {
+                    waits += std::exchange(isSeen, true) ? 0 : 1;
+                    if (whileWaiting)
                         whileWaiting();
-                    return isThere;
-                });
-            },
-            silence);
+                }
+                return isThere;
+            });
+        });
         saveSettings();
         writeBytes(t.path(u"kasa.kvz"_s), "K100\r\n");
         QByteArray bif;
@@ -106,7 +111,12 @@ public:
         if (auto *sayim = window.openScreen<SayimWindow>(u"sayimform"))
             sayim->sayimform().link.sqlyukle();
     }
-    void read(const QString &screen) { drop(*window.findChild<QWidget *>(screen), t.path(screen)); }
+    void read(const QString &screen)
+    {
+        drop(*window.findChild<QWidget *>(screen), t.path(screen));
+        QCoreApplication::processEvents(); // the step is over
+        QTRY_VERIFY(!strip());
+    }
     /// What Logo gave the rows of the screen's list.
     QString given(const QString &screen)
     {
@@ -137,6 +147,9 @@ public:
                                                         Qt::LeftButton, Qt::LeftButton,
                                                         Qt::NoModifier));
     }
+
+private:
+    AnswerWait m_wait;
 };
 
 /// Counts the events of a type that arrive at what it watches.
@@ -358,6 +371,8 @@ titles nonsense          ;             ; ='C2'      ; nonsense    ; yes    ; 2)"
         int takings = 0;
         Arrivals activations(QEvent::WindowActivate); // at which the screen asks its rules
         fat->installEventFilter(&activations);
+        Arrivals returns(QEvent::Show); // from the taskbar, at which it does so too
+        fat->installEventFilter(&returns);
         Arrivals paintings(QEvent::Paint);
         bool isRead = false;
         QTimer timer;
@@ -368,7 +383,7 @@ titles nonsense          ;             ; ='C2'      ; nonsense    ; yes    ; 2)"
         beside.start<int>([](const std::atomic_bool &) { return 1; }, [&](int) { isRead = true; });
         QString during;
         int looks = 0;
-        desk.whileWaiting = [&] {
+        const auto disturb = [&] {
             QVERIFY(desk.strip());
             ++looks;
             desk.strip()->installEventFilter(&paintings);
@@ -382,26 +397,171 @@ titles nonsense          ;             ; ='C2'      ; nonsense    ; yes    ; 2)"
             QTest::keyClick(fat, Qt::Key_F5);
             drop(*fat, desk.t.path(u"fat"_s));
             desk.window.close();
+            desk.window.findChild<QAction *>(u"stkkart"_s)->trigger();
             QFocusEvent out(QEvent::FocusOut, Qt::OtherFocusReason);
             QCoreApplication::sendEvent(date, &out);
             QEvent activate(QEvent::WindowActivate);
             QCoreApplication::sendEvent(fat, &activate);
-            during = u"%1 %2 %3 %4"_s.arg(ticks).arg(takings).arg(isRead).arg(activations.count);
+            QShowEvent back;
+            QSpontaneKeyEvent::setSpontaneous(&back);
+            qApp->notify(fat, &back);
+            during = u"%1 %2 %3 %4 %5"_s.arg(ticks)
+                         .arg(takings)
+                         .arg(isRead)
+                         .arg(activations.count)
+                         .arg(returns.count);
+        };
+        desk.whileWaiting = [&] { // as the desktop's events do
+            QMetaObject::invokeMethod(qApp, disturb, Qt::QueuedConnection);
         };
         const QWidgetList windows = QApplication::topLevelWidgets();
         desk.logo.behave({.fault = TdsFault::Late});
         ticks = 0;
-        desk.read(u"fat"_s);
+        drop(*fat, desk.t.path(u"fat"_s));
         QVERIFY(looks > 3 && paintings.count > 0);
-        QCOMPARE(during, u"0 0 0 0"_s);
+        QCOMPARE(during, u"0 0 0 0 0"_s);
         QCOMPARE(desk.logo.statements().size(), 6);
         QCOMPARE(desk.given(u"fat"_s), u"Evet,Evet,Evet"_s);
         QVERIFY(desk.t.dialogs.asked.isEmpty() && desk.boxes.shown.isEmpty());
         QVERIFY(desk.window.isVisible() && fat->isVisible());
         QCOMPARE(QApplication::topLevelWidgets().size(), windows.size()); // no guide
+        QVERIFY(!desk.window.findChild<QWidget *>(u"stoktrf"_s));
         // They come behind it.
-        QTRY_VERIFY(ticks > 0 && takings > 0 && isRead && activations.count > 0);
+        QTRY_VERIFY(ticks > 0 && takings > 0 && isRead && activations.count > 0 &&
+                    returns.count > 0);
         QCOMPARE(desk.logo.statements().size(), 6);
+    }
+
+    void theStripStaysThroughManyShortWaits()
+    {
+        Desk desk(Milliseconds(400)); // longer than each answer takes, shorter than all of them
+        desk.connectScreen(u"fat"_s);
+        desk.logo.behave({.queryDelay = 300});
+        QSet<WaitStrip *> strips;
+        qsizetype pressedAt = 0;
+        desk.whileWaiting = [&] {
+            strips << desk.strip();
+            const qsizetype statement = desk.logo.statements().size();
+            const bool isFirst = pressedAt == 0;
+            if (!isFirst && statement == pressedAt)
+                return;
+            pressedAt = isFirst ? statement : pressedAt;
+            // Pressed in one wait, let go in another.
+            QPushButton *button = desk.strip()->button();
+            const QPointF place = button->mapTo(&desk.window, button->rect().center());
+            const auto type = isFirst ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease;
+            QCoreApplication::postEvent(desk.window.windowHandle(),
+                                        new QMouseEvent(type, place, desk.window.mapToGlobal(place),
+                                                        Qt::LeftButton, Qt::LeftButton,
+                                                        Qt::NoModifier));
+        };
+        desk.read(u"fat"_s);
+        QCOMPARE(strips.size(), 1);
+        QCOMPARE(desk.given(u"fat"_s), u"Evet,Evet,"_s);
+        QCOMPARE(desk.logo.statements().size(), 3);
+        QCOMPARE(desk.boxes.shown.size(), 1);
+    }
+
+    void eachReadingHasASilenceOfItsOwn()
+    {
+        Desk desk(Milliseconds(3000));
+        desk.connectScreen(u"fat"_s);
+        desk.logo.behave({.queryDelay = 600});
+        desk.read(u"fat"_s);
+        desk.read(u"fat"_s);
+        QCOMPARE(desk.logo.statements().size(), 6);
+        QCOMPARE(desk.waits, 0);
+    }
+
+    void aBoxThatComesInAllTheSameCanBeAnswered()
+    {
+        Desk desk;
+        desk.connectScreen(u"fat"_s);
+        desk.logo.behave({.fault = TdsFault::Hang});
+        bool isAnswered = false;
+        bool isAsked = false;
+        const auto ask = [&] {
+            QMessageBox box;
+            QTimer answer;
+            connect(&answer, &QTimer::timeout, &box,
+                    [&box] { QTest::keyClick(&box, Qt::Key_Escape); });
+            answer.start(20);
+            box.exec();
+            isAnswered = true;
+            desk.strike(Qt::Key_F12);
+        };
+        desk.whileWaiting = [&] {
+            if (!std::exchange(isAsked, true))
+                QMetaObject::invokeMethod(qApp, ask, Qt::QueuedConnection);
+        };
+        desk.read(u"fat"_s);
+        QVERIFY(isAnswered);
+        QCOMPARE(desk.boxes.shown.size(), 1);
+    }
+
+    void theBoxOfAStepStandsWithoutTheStrip()
+    {
+        Desk desk;
+        desk.connectScreen(u"fat"_s);
+        desk.logo.behave({.fault = TdsFault::Hang});
+        bool hasStrip = true;
+        desk.boxes.whileShown = [&] {
+            QCoreApplication::processEvents(); // as its own loop does
+            hasStrip = desk.strip();
+        };
+        desk.whileWaiting = [&] {
+            desk.strike(Qt::Key_F12);
+        };
+        desk.read(u"fat"_s);
+        QCOMPARE(desk.boxes.shown.size(), 1);
+        QVERIFY(!hasStrip);
+    }
+
+    void whatComesWithTheAnswerDoesNotReachWhatLiesUnderTheStrip()
+    {
+        Desk desk;
+        desk.connectScreen(u"fat"_s);
+        desk.logo.behave({.queryDelay = 100});
+        auto *fat = desk.window.openScreen<FatWindow>(u"fat"_s);
+        int presses = 0;
+        for (auto *button : fat->findChildren<QAbstractButton *>())
+            connect(button, &QAbstractButton::pressed, this, [&presses] { ++presses; });
+        drop(*fat, desk.t.path(u"fat"_s));
+        QVERIFY(desk.strip());
+        desk.clickAt(fat->findChild<QWidget *>(u"chameleonButton4"_s));
+        desk.clickAt(desk.strip()->button());
+        QTRY_VERIFY(!desk.strip());
+        QCOMPARE(presses, 0);
+        QCOMPARE(desk.given(u"fat"_s), u"Evet,Evet,Evet"_s);
+        desk.clickAt(fat->findChild<QWidget *>(u"chameleonButton4"_s));
+        QTRY_COMPARE(presses, 1);
+    }
+
+    void theKeyCountsBeforeTheStripToo()
+    {
+        Desk desk;
+        desk.connectScreen(u"fat"_s);
+        desk.logo.behave({.fault = TdsFault::Hang});
+        desk.strike(Qt::Key_F12);
+        desk.read(u"fat"_s);
+        QCOMPARE(desk.boxes.shown.size(), 1);
+        QCOMPARE(desk.logo.statements().size(), 1);
+    }
+
+    void aReaderForTheBlindPressesTheButton()
+    {
+        Desk desk;
+        desk.connectScreen(u"fat"_s);
+        desk.logo.behave({.fault = TdsFault::Hang});
+        bool isPressed = false;
+        desk.whileWaiting = [&] {
+            if (!std::exchange(isPressed, true))
+                QAccessible::queryAccessibleInterface(desk.strip()->button())
+                    ->actionInterface()
+                    ->doAction(QAccessibleActionInterface::pressAction());
+        };
+        desk.read(u"fat"_s);
+        QCOMPARE(desk.boxes.shown.size(), 1);
     }
 
     void theButtonEndsTheWaitAndTellsHow()

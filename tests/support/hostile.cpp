@@ -140,26 +140,4 @@ QString meant(const QString &text, Fate fate)
     return {};
 }
 
-ReadStatement::ReadStatement(const QString &statement)
-{
-    bool inside = false;
-    bool isCut = false;
-    for (qsizetype i = 0; i < statement.size(); ++i) {
-        const QChar c = statement[i];
-        isCut = isCut || c.isNull();
-        if (c != u'\'') {
-            (inside ? texts.last() : fixed) += c;
-        } else if (!inside) {
-            fixed += u'?';
-            texts << QString();
-            inside = true;
-        } else if (i + 1 < statement.size() && statement[i + 1] == u'\'') {
-            texts.last() += statement[i++];
-        } else {
-            inside = false;
-        }
-    }
-    isOne = !inside && !isCut;
-}
-
 } // namespace kervan

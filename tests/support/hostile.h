@@ -27,14 +27,4 @@ const QList<HostileTexts> &hostileTexts();
 /// The value that an engine sees of one; null where it sees none.
 QString meant(const QString &text, Fate fate);
 
-/// A statement as an engine reads it.
-struct ReadStatement
-{
-    explicit ReadStatement(const QString &statement);
-
-    QString fixed;      ///< what stands outside of its texts, a "?" for each of them
-    QStringList texts;  ///< with one apostrophe for each pair
-    bool isOne = false; ///< every text is closed, and there is no NUL
-};
-
 } // namespace kervan

@@ -14,7 +14,13 @@ class KeptBoxes : public Boxes
 {
 public:
     QList<Box> shown;
-    void show(const Box &box) override { shown << box; }
+    std::function<void()> whileShown;
+    void show(const Box &box) override
+    {
+        shown << box;
+        if (whileShown)
+            whileShown();
+    }
     bool ask(const Box &) override { return false; }
     /// The texts of the boxes since the last asking, each of which must have the title and icon.
     QStringList taken(const QString &title, Icon icon = Icon::None)
