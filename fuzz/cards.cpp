@@ -33,8 +33,13 @@ void takeAccounts(const QString &source, int way)
     Cr cr(fuzz::desk().program);
     cr.okunurBicim.setChecked(way % 2 == 0);
     cr.dosyaac(source);
-    fuzz::expect(cr.l1.rows() == fuzz::plainLines(fuzz::contents(source)).size(),
-                 "not a row for each line");
+    const QStringList lines = fuzz::plainLines(fuzz::contents(source));
+    fuzz::expect(cr.l1.rows() == lines.size(), "not a row for each line");
+    for (int row = 0; row < cr.l1.rows(); ++row) {
+        fuzz::expectSame(cr.l1.cell(row, Cr::CariKodu), lines[row].mid(2, 8), "another account");
+        fuzz::expectSame(cr.l1.cell(row, Cr::Unvani),
+                         fuzz::bare(lines[row].mid(10, 50).replace(u',', u' ')), "another title");
+    }
     if (way % 3 == 0)
         checksOf(cr)->finish();
     cr.xmlkaydet();
@@ -58,6 +63,13 @@ void takeStock(const QString &source, int way)
     stok.brmseti.setText(u"05"_s);
     stok.okunurBicim.setChecked(way % 2 == 0);
     stok.dosyaac(source);
+    const QStringList lines = fuzz::plainLines(fuzz::contents(source));
+    fuzz::expect(stok.l1.rows() == lines.size(), "not a row for each line");
+    for (int row = 0; row < stok.l1.rows(); ++row) {
+        fuzz::expectSame(stok.l1.cell(row, Stoktrf::MalzemeKodu), fuzz::bare(lines[row].mid(24, 9)),
+                         "another material");
+        fuzz::expectSame(stok.l1.cell(row, Stoktrf::Kdv), lines[row].mid(132, 2), "another rate");
+    }
     if (way % 3 == 0)
         checksOf(stok)->finish();
     stok.xmlkaydet();

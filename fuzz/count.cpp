@@ -24,6 +24,14 @@ void kervan::fuzz::take(QByteArrayView input)
     sayim.load();
     sayim.okunurBicim.setChecked(way % 2 == 0);
     sayim.dosyaac(source);
+    const QStringList lines = plainLines(bytes);
+    expect(sayim.l1.isEmpty() || sayim.l1.rows() == lines.size(), "not a row for each line");
+    for (int row = 0; row < sayim.l1.rows(); ++row) {
+        expectSame(sayim.l1.cell(row, Sayimform::Barkod), bare(lines[row].left(14)),
+                   "another barcode");
+        expectSame(sayim.l1.cell(row, Sayimform::Miktar), bare(lines[row].mid(14, 6)),
+                   "another quantity");
+    }
     if (way % 3 == 0)
         checksOf(sayim)->finish();
     sayim.fisno.setText(number);
@@ -37,8 +45,8 @@ void kervan::fuzz::take(QByteArrayView input)
     readBack(target, sayim.okunurBicim.values());
     if (!sayim.okunurBicim.isChecked())
         return;
-    int lines = 0;
-    readDocument(target, [&](const DocumentRecord &record) { lines += record.lines; });
-    expect(lines == known, "not a line for each row that Logo knows", QString::number(lines),
+    int written = 0;
+    readDocument(target, [&](const DocumentRecord &record) { written += record.lines; });
+    expect(written == known, "not a line for each row that Logo knows", QString::number(written),
            QString::number(known));
 }

@@ -8,9 +8,50 @@
 #include "support/book.h"
 #include "support/desk.h"
 #include "support/documents.h"
+#include "text/numbers.h"
+
+#include <cmath>
 
 using namespace kervan;
 using namespace Qt::StringLiterals;
+
+namespace {
+
+// The invoices of the kind that is taken with what their records come to. The list sums up in
+// single precision, which a sum of sizes allows for.
+void compareList(const Grid &l1, const Sheet &sheet, const QString &kind)
+{
+    struct Sum
+    {
+        QString number;
+        double amount = 0;
+        double size = 0;
+    };
+    QList<Sum> sums;
+    for (int record = 0; record < sheet.rows(); ++record) {
+        if (fieldOf(sheet, record, Duzey::CariKodu).isEmpty() ||
+            fieldOf(sheet, record, Duzey::FaturaTipi) != kind)
+            continue;
+        const QString number = fieldOf(sheet, record, Duzey::FaturaNumarasi);
+        if (sums.isEmpty() || number != sums.last().number)
+            sums << Sum{.number = number};
+        const double amount = amountOf(sheet, record);
+        sums.last().amount += amount;
+        sums.last().size += std::abs(amount);
+    }
+    fuzz::expect(l1.rows() == sums.size(), "not a row for each invoice of the sheet",
+                 QString::number(l1.rows()), QString::number(sums.size()));
+    for (int row = 0; row < l1.rows(); ++row) {
+        const Sum &sum = sums[row];
+        fuzz::expectSame(l1.cell(row, L1::FaturaNumarasi), sum.number, "another invoice");
+        const double listed = number(l1.cell(row, L1::ToplamTutar)).value_or(0);
+        fuzz::expect(std::abs(listed - sum.amount) <= sum.size * 1e-5 + 0.01,
+                     "another total in the list", l1.cell(row, L1::ToplamTutar),
+                     QString::number(sum.amount, 'g', 17));
+    }
+}
+
+} // namespace
 
 void kervan::fuzz::take(QByteArrayView input)
 {
@@ -30,6 +71,8 @@ void kervan::fuzz::take(QByteArrayView input)
     fatduz.dosyaac(source);
     Grid &l1 = fatduz.liste.l1;
     const auto sheet = fatduz.okunanSayfa();
+    if (sheet && !fatduz.bilgi.hasFailed())
+        compareList(l1, *sheet, fatduz.tipAdi());
     InvoiceRecords records;
     for (int row = 0; row < qMin(l1.rows(), 4); ++row) {
         const QString number = l1.cell(row, L1::FaturaNumarasi);
@@ -53,6 +96,17 @@ void kervan::fuzz::take(QByteArrayView input)
     const ReadDocument found = readBack(target, fatduz.okunurBicim.values());
     expect(contents(target).startsWith("<?xml") && contents(target).endsWith("INVOICES>\r\n"),
            "no whole document");
-    if (fatduz.okunurBicim.isChecked())
-        expect(found.records == l1.tickedCount(), "not an invoice for each ticked row");
+    if (!fatduz.okunurBicim.isChecked())
+        return;
+    expect(found.records == l1.tickedCount(), "not an invoice for each ticked row");
+    if (!sheet || fatduz.bilgi.hasFailed() || fatduz.bilgi.text().contains(u"eksik yazıldı"_s))
+        return;
+    qsizetype invoice = 0;
+    for (int row = 0; row < l1.rows(); ++row) {
+        if (!l1.ticked(row))
+            continue;
+        const QString number = l1.cell(row, L1::FaturaNumarasi);
+        const qsizetype lines = number.isEmpty() ? 0 : records.of(sheet, number).size();
+        expect(found.lines[invoice++] == lines, "another count of lines", number);
+    }
 }

@@ -11,20 +11,11 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-QString withoutBlanks(QString text)
-{
-    while (text.startsWith(u' '))
-        text.remove(0, 1);
-    while (text.endsWith(u' '))
-        text.chop(1);
-    return text;
-}
-
 // The first run of goods lines from the first line on that bears the number.
 QStringList plainWalk(const QStringList &lines, const QString &number)
 {
     qsizetype at = 0;
-    while (at < lines.size() && withoutBlanks(lines[at].mid(79, 15)) != number)
+    while (at < lines.size() && fuzz::bare(lines[at].mid(79, 15)) != number)
         ++at;
     while (at < lines.size() && !lines[at].startsWith(u"@6"_s))
         ++at;
@@ -51,7 +42,7 @@ void kervan::fuzz::take(QByteArrayView input)
     QSet<QString> numbers{wanted};
     for (const QString &line : lines) {
         if (numbers.size() < mostNumbers)
-            numbers << withoutBlanks(line.mid(79, 15));
+            numbers << bare(line.mid(79, 15));
     }
     BifIndex index(path, numbers);
     for (const QString &number : std::as_const(numbers)) {
@@ -64,8 +55,8 @@ void kervan::fuzz::take(QByteArrayView input)
         expectSame(indexed.join(u'\n'), plain.join(u'\n'), "the index takes other lines");
         for (const QString &line : plain) {
             const InvoiceLine cut = cutLine(line);
-            expectSame(cut.urunKodu, withoutBlanks(line.mid(30, 15)), "another product code");
-            expectSame(cut.urunAdi, withoutBlanks(line.mid(45, 50)), "another product name");
+            expectSame(cut.urunKodu, bare(line.mid(30, 15)), "another product code");
+            expectSame(cut.urunAdi, bare(line.mid(45, 50)), "another product name");
         }
     }
 }

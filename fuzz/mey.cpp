@@ -23,8 +23,10 @@ void kervan::fuzz::take(QByteArrayView input)
     if (!st.l1.isEmpty()) {
         const auto sheet = readSheet(desk().dialogs.source, u"cari mey"_s);
         expect(st.l1.rows() == sheet->rows(), "not a row for each record");
-        for (int row = 0; row < sheet->rows(); ++row)
-            expectSame(st.l1.cell(row, 0), sheet->text(row, 0), "another code in the list");
+        for (int row = 0; row < sheet->rows(); ++row) {
+            for (int field = 0; field < qMin(int(St::Columns), sheet->columns()); ++field)
+                expectSame(st.l1.cell(row, field), sheet->text(row, field), "another cell");
+        }
     }
     st.kdvOrani.setText(u"18"_s);
     st.kdvoranisec();

@@ -68,7 +68,14 @@ void kervan::fuzz::take(QByteArrayView input)
         if (std::holds_alternative<OpenText>(command.action))
             screen.run(command);
     }
-    expect(screen.l1.rows() == plainLines(bytes).size(), "not a row for each line");
+    const QStringList lines = plainLines(bytes);
+    expect(screen.l1.rows() == lines.size(), "not a row for each line");
+    for (int row = 0; row < screen.l1.rows(); ++row) {
+        expectSame(screen.l1.cell(row, MetinHareket::Tutar), lines[row].mid(36, 18).remove(u' '),
+                   "another amount");
+        expectSame(screen.l1.cell(row, MetinHareket::MuhBelgeNo), lines[row].mid(216, 10),
+                   "another document number");
+    }
     if (way % 3 == 0)
         checksOf(screen)->finish();
     screen.l1.tickWhere([&](int row) { return row % 4 != way % 5; });

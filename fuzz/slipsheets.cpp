@@ -1,5 +1,7 @@
 // Workbooks of movements by their cells, on the four slip screens.
 
+#include "base/failure.h"
+#include "slips/columns.h"
 #include "slips/slipchecks.h"
 #include "slips/slipscreen.h"
 #include "support/book.h"
@@ -17,6 +19,36 @@ struct Kind
     qsizetype file;
     QString name; ///< of the workbook, from which some screens take date and staff
 };
+
+// Records that give a row: behind the headings, of the kind that is taken, up to one that ends the
+// read. A step that fails may end it too, and then it is told.
+void compareList(const SlipScreen &screen, const Sheet &sheet, const SheetLayout &layout)
+{
+    const auto field = [&](int record, int number) {
+        QString text;
+        passOver([&] { text = fuzz::bare(sheet.text(record, number)); });
+        return text;
+    };
+    QList<int> records;
+    for (int record = layout.headings; record < sheet.rows(); ++record) {
+        if (layout.kindField && field(record, *layout.kindField) != u"HHSATIS")
+            continue;
+        if (layout.endField && field(record, *layout.endField).isEmpty())
+            break;
+        records << record;
+    }
+    const Grid &l1 = screen.l1;
+    const bool ended = screen.bilgi.text().contains(u"kayıtta bitti"_s);
+    fuzz::expect(l1.rows() == records.size() || (ended && l1.rows() < records.size()),
+                 "not a row for each record that is taken", QString::number(l1.rows()),
+                 QString::number(records.size()));
+    const int account = Hareket::CariKodu; // the same on all screens
+    static_assert(account == DuzeyHareket::CariKodu);
+    const auto rule = std::ranges::find(layout.cells, account, &CellRule::cell);
+    for (int row = 0; row < l1.rows() - (ended ? 1 : 0); ++row)
+        fuzz::expectSame(QString(l1.cell(row, account)).remove(u','),
+                         field(records[row], rule->field()).remove(u','), "another account");
+}
 
 Kind kindOf(int which)
 {
@@ -45,7 +77,12 @@ void kervan::fuzz::take(QByteArrayView input)
     screen.load();
     writeXls(source, screen.sayfaAdi.text(), rowsOf(pieces.bytes()));
     screen.okunurBicim.setChecked(way % 2 == 0);
-    screen.dosyaac(kind.form.files[kind.file], source);
+    const SlipFile &file = kind.form.files[kind.file];
+    screen.dosyaac(file, source);
+    std::shared_ptr<const Sheet> sheet;
+    passOver([&] { sheet = readSheet(source, screen.sayfaAdi.text()); });
+    if (sheet)
+        compareList(screen, *sheet, file.layout);
     if (way % 3 == 0)
         checksOf(screen)->finish();
     screen.l1.tickWhere([&](int row) { return row % 4 != way % 5; });

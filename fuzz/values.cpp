@@ -141,6 +141,13 @@ void readDate(const QString &text)
         fuzz::expect(toDate(date.toString(u"dd.MM.yyyy"_s)) == date || date.year() < 1000 ||
                          date.year() > 9999,
                      "a date's own spelling is another one", text);
+        const QString trimmed = text.trimmed();
+        qsizetype at = trimmed.size();
+        while (at > 0 && trimmed[at - 1].isDigit())
+            --at;
+        const int year = trimmed.sliced(at).toInt();
+        if (trimmed.size() - at <= 2)
+            fuzz::expect(date.year() == year + (year < 30 ? 2000 : 1900), "another century", text);
     });
     if (const auto date = typedDate(text, 2024)) {
         fuzz::expect(date->year() >= 1900 && date->year() < 2100, "a day out of bounds", text);

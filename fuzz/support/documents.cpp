@@ -68,6 +68,7 @@ ReadDocument readBack(const QString &path, Values spelling)
     ReadDocument found;
     const DocumentReading reading = readDocument(path, [&](const DocumentRecord &record) {
         found.numbers << fromCodePage(record[DocumentRecord::Number]);
+        found.lines << record.lines;
     });
     found.records = reading.records;
     expect(reading.records == found.numbers.size(), "records counted and handed over part");

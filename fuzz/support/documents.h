@@ -11,6 +11,7 @@ struct ReadDocument
 {
     qint64 records = 0;
     QStringList numbers; ///< of its records, or their codes
+    QList<qint64> lines; ///< of goods, without discounts
 };
 
 /// Reads a document that the program wrote. One whose values are spelled as XML is whole, and both

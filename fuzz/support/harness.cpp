@@ -80,14 +80,30 @@ QByteArray shifted(Pieces &pieces, qsizetype pieceOfReader)
     return beginning + QByteArray(pieceOfReader - beginning.size() - place, ' ') + end;
 }
 
+// Decoded line by line, as broken UTF-8 gives other letters where a line end cuts it.
 QStringList plainLines(QByteArrayView bytes)
 {
-    QString text = fromTextFile(bytes);
+    const bool isUtf8 = bytes.startsWith(utf8Mark);
+    QString text =
+        isUtf8 ? QString::fromLatin1(bytes.sliced(utf8Mark.size())) : fromTextFile(bytes);
     text.replace(u"\r\n"_s, u"\n"_s).replace(u'\r', u'\n');
     QStringList lines = text.split(u'\n');
     if (lines.last().isEmpty())
         lines.removeLast();
+    for (QString &line : lines) {
+        if (isUtf8)
+            line = QString::fromUtf8(line.toLatin1());
+    }
     return lines;
+}
+
+QString bare(QString text)
+{
+    while (text.startsWith(u' '))
+        text.remove(0, 1);
+    while (text.endsWith(u' '))
+        text.chop(1);
+    return text;
 }
 
 QString folder()

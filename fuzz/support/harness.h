@@ -51,6 +51,9 @@ QByteArray shifted(Pieces &pieces, qsizetype pieceOfReader = 65536);
 /// The lines of a source, all at once.
 QStringList plainLines(QByteArrayView bytes);
 
+/// Without the blanks at both ends, one look at a letter.
+QString bare(QString text);
+
 /// A folder of this process, in memory where the system has such.
 QString folder();
 /// A file of it, or of any folder.

@@ -268,6 +268,35 @@ Stok Xml Dosyası Kaydet ; Xml Dosyaları (xml)|*.xml ; /fatura)"_s));
         QCOMPARE(readBytes(path), end);
     }
 
+    // A large document is handed over in pieces, which end in the midst of cards.
+    void eachCardOfALargeDocumentIsWhole()
+    {
+        Desk d;
+        const auto codeOf = [](int card) {
+            return QString::number(10000000 + card);
+        };
+        const auto written = [&](int cards) {
+            QByteArray source;
+            for (int card = 0; card < cards; ++card)
+                source += ruled(u"", 3, codeOf(card), 11, u"DENİZ");
+            writeBytes(d.cariler, source);
+            d.cr.dosyaac(d.cariler);
+            d.t.boxes.expectDone();
+            d.cr.kaydet(d.target);
+            return readBytes(d.target);
+        };
+        constexpr int cards = 600;
+        const QByteArray two = written(2);
+        const QByteArray first = codeOf(0).toLatin1();
+        const qsizetype place = two.indexOf(first);
+        const qsizetype size = two.indexOf(codeOf(1).toLatin1()) - place;
+        const QByteArray many = written(cards);
+        QCOMPARE(many.size(), two.size() + (cards - 2) * size);
+        for (int card = 0; card + 1 < cards; ++card) // from its code to the next one's
+            QCOMPARE(many.sliced(place + card * size, size),
+                     two.sliced(place, size).replace(first, codeOf(card).toLatin1()));
+    }
+
     // The bytes that go to and from the disk tell whether the file is read or written for each.
     void referencesOfFourTimesAsManyTakeFourTimesTheBytes()
     {

@@ -107,6 +107,7 @@ a text of its own                ; <c t='inlineStr'><is><t>i\r\nç</t></is></c> 
                       "</t></rPh><phoneticPr/>"),
                  u"zengin "_s);
         QCOMPARE(read("<t>a_x000D__x005F_x0041_ _xD83D__xDE00__x00_</t>"), u"a\r_x0041_ 😀_x00_"_s);
+        QCOMPARE(read("<t>b_x0041</t>"), u"b_x0041"_s);
         QCOMPARE(read("<t>&lt;&#304;&#x130;&amp;<!-- - -> -->&gt;<![CDATA[&lt;<]]></t>"),
                  u"<İİ&>&lt;<"_s);
     }

@@ -70,8 +70,10 @@ private Q_SLOTS:
         const QByteArray texts = biffRecord(0xFC, "\2\0\0\0\2\0\0\0"
                                                   "\1\0\x0C\1\0\2\0\0\0z\1\0\1\0yy"
                                                   "\1\0\0k"_ba);
-        // The longest record takes 8224 bytes; the last character of this text goes on in another.
-        const QByteArray longText = "\0\0\x9\0\0\0\x18\x20\0"_ba + QByteArray(8215, 'a') + "\0b"_ba;
+        // The longest record takes 8224 bytes; the last character of this text goes on in another,
+        // which is of wide ones.
+        const QByteArray longText =
+            "\0\0\x9\0\0\0\x18\x20\0"_ba + QByteArray(8215, 'a') + "\1\x5E\1"_ba;
         write(records(
             result(1, "\1\0\1\0\0\0\xFF\xFF"_ba, 0x206) + result(2, "\2\0\x2A\0\0\0\xFF\xFF"_ba) +
                 result(3, "\3\0\0\0\0\0\xFF\xFF"_ba) + result(4, "\0\0\0\0\0\0\xF8\x3F"_ba, 0x406) +
@@ -82,7 +84,7 @@ private Q_SLOTS:
                 biffRecord(0xFD, "\0\0\xB\0\0\0\1\0\0\0"_ba),
             texts));
         QCOMPARE(told(*readSheet(path(u"dosya.xls"_s), u"A"_s)),
-                 u"BDoğru|.|.|N1,5|.|BYanlış|N0,25|N10|T"_s + QString(8215, u'a') + u"b|Tz|Tk"_s);
+                 u"BDoğru|.|.|N1,5|.|BYanlış|N0,25|N10|T"_s + QString(8215, u'a') + u"Ş|Tz|Tk"_s);
     }
 
     void aStreamIsReadFromItsSectors()
@@ -298,6 +300,12 @@ private Q_SLOTS:
         QTest::newRow("a .doc") << compound(u"WordDocument"_s, "") << u"çalışma kitabı değil"_s;
         const QByteArray cutShort = records(biffRecord(0x203, QByteArray(13, '\0')));
         QTest::newRow("a number cut short") << cutShort << u"yarım kalmış"_s;
+        const QByteArray text = biffRecord(0xFC, "\1\0\0\0\1\0\0\0\1\0\0k"_ba);
+        const QByteArray behind = biffRecord(0xFD, "\0\0\0\0\0\0\1\0\0\0"_ba);
+        QTest::newRow("a text behind the last one") << records(behind, text) << u"metin numarası"_s;
+        QByteArray chainless = compoundFile({{u"Workbook"_s, start}});
+        chainless.replace(60, 4, "\xFE\xFF\xFF\xFF"); // no table of small sectors
+        QTest::newRow("a container without its chains") << chainless << u"yarım kalmış"_s;
         QTest::newRow("no end") << compound(u"Workbook"_s, start) << u"yarım kalmış"_s;
     }
     void aFileThatIsNoWorkbookSaysWhatItIs()
