@@ -5,6 +5,7 @@
 #include "store/installation.h"
 #include "store/localdb.h"
 #include "support/fakes.h"
+#include "support/places.h"
 
 #include <QDir>
 
@@ -27,7 +28,7 @@ struct SampleFolder
         static const QTemporaryDir laidOut;
         if (QDir(laidOut.path()).isEmpty()) {
             install(laidOut.path());
-            layOutSamples(QStringLiteral(SAMPLES), laidOut.path());
+            layOutSamples(samplePath(), laidOut.path());
         }
         for (const QString &name : QDir(laidOut.path()).entryList(QDir::Dirs)) // and itself
             QDir().mkpath(folder + u'/' + name);

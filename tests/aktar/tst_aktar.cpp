@@ -4,6 +4,7 @@
 #include "aktar/journal.h"
 #include "invoices/desk.h"
 #include "support/failing.h"
+#include "support/places.h"
 #include "support/table.h"
 
 #include <QElapsedTimer>
@@ -215,7 +216,7 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         QCOMPARE(table[0].indexOf(u"Fatura Numarası"), table[1].indexOf(u"F1"));
         b.fatura({}, {list, u"--bicim"_s, u"csv"_s});
         QVERIFY2(b.out.contains(u"\nx;C1;Deniz Market;F1;"_s), qPrintable(b.out));
-        b.run({u"cari"_s, QStringLiteral(SAMPLES "/cariler.txt"), list});
+        b.run({u"cari"_s, samplePath(u"cariler.txt"_s), list});
         QVERIFY(b.out.startsWith(u"Cari Kodu"_s)); // nothing is ticked there
         QCOMPARE(b.run({u"cari"_s, u"yok.txt"_s, list}), NothingWritten);
     }
@@ -303,7 +304,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
             return names;
         };
         Branch b;
-        const QStringList slips{u"nakit"_s, QStringLiteral(SAMPLES "/tahsilatlar.xlsx"),
+        const QStringList slips{u"nakit"_s, samplePath(u"tahsilatlar.xlsx"_s),
                                 u"--banka-hesabi="_s};
         const QString noBank = u"boş banka kodu"_s;
         QVERIFY(!rules(b, slips).contains(noBank));
@@ -650,10 +651,9 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
 #endif
         Branch b;
         QProcess shell;
-        shell.start(u"sh"_s,
-                    {u"-c"_s, u"{ sleep 0.3; \"$0\" \"$@\"; } | true"_s, QStringLiteral(PROGRAM),
-                     u"cari"_s, QStringLiteral(SAMPLES "/cariler.txt"), u"--klasor"_s, b.folder,
-                     u"--hedef"_s, b.document(u"a.xml"_s)});
+        shell.start(u"sh"_s, {u"-c"_s, u"{ sleep 0.3; \"$0\" \"$@\"; } | true"_s,
+                              QStringLiteral(PROGRAM), u"cari"_s, samplePath(u"cariler.txt"_s),
+                              u"--klasor"_s, b.folder, u"--hedef"_s, b.document(u"a.xml"_s)});
         QVERIFY(shell.waitForFinished(20000));
         QCOMPARE(b.written(), QStringList(u"a.xml"_s));
     }
@@ -703,6 +703,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
     {
         Watched w;
         w.drop(u"bir.bif"_s);
+        w.drop(u"iki.bif"_s);
         const QByteArray counter = w.b.counter();
         {
             OtherProgram backup(w.b.sideFile(u"data.dbs"_s));
@@ -710,7 +711,8 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
             QCOMPARE(w.watch(), FolderInUse); // and it waits
             QVERIFY2(w.b.says(u"data.dbs"_s) && w.b.says(u"Belge yazılmadı"_s),
                      qPrintable(w.b.told.join(u'\n')));
-            QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif"_s);
+            QVERIFY(!w.b.says(u"iki.bif"_s)); // none overtakes it
+            QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif iki.bif"_s);
             QCOMPARE(w.b.written(), QStringList());
             QCOMPARE(w.b.fatura(u"a.xml"_s), FolderInUse);
             QCOMPARE(w.b.fatura({}, {u"--denetle"_s}), FolderInUse);
@@ -718,7 +720,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
             QCOMPARE(w.b.counter(), counter);
         }
         QCOMPARE(w.watch(), Done);
-        QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
+        QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt iki.bif iki.bif.rapor.txt"_s);
     }
 
     // What is passed over in a window, whose user sees the empty list, counts too.
@@ -734,7 +736,7 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
     void noDocumentIsWrittenWithoutWhatABusyDatabaseHolds()
     {
         Branch b;
-        QFile::copy(QStringLiteral(SAMPLES "/stoklar.txt"), b.place.filePath(u"stoklar.txt"_s));
+        QFile::copy(samplePath(u"stoklar.txt"_s), b.place.filePath(u"stoklar.txt"_s));
         const auto before = filesOf(b.folder, {u"*.kvz"_s});
         QStringList arguments = fetch("options").replace(u'@', u' ').split(u" --"_s);
         const QString command = arguments.takeFirst();
@@ -770,7 +772,7 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         OtherProgram(database).run(u"drop table per"_s);
         QCOMPARE(w.b.fatura(u"a.xml"_s), NothingWritten);
         QVERIFY(w.b.says(u"Hata: Tanımlar okunamadı"_s));
-        QCOMPARE(w.b.run({u"nakit"_s, QStringLiteral(SAMPLES "/duzey-nakit.xlsx"), u"--hedef"_s,
+        QCOMPARE(w.b.run({u"nakit"_s, samplePath(u"duzey-nakit.xlsx"_s), u"--hedef"_s,
                           w.b.document(u"n.xml"_s)}),
                  NothingWritten); // without it, slips would have no cash desk
         writeBytes(database, whole);

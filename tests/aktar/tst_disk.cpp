@@ -10,6 +10,7 @@
 #include "store/settings.h"
 #include "store/sidefiles.h"
 #include "support/failing.h"
+#include "support/places.h"
 #include "support/table.h"
 
 #include <QTest>
@@ -54,7 +55,7 @@ public:
             if (options.has(choice.option))
                 choice.of(options.value(choice.option))();
         }
-        screen.read(QStringLiteral(SAMPLES) + u'/' + source);
+        screen.read(samplePath(source));
         if (screen.ticks)
             screen.list.setAllTicked(true);
         m_names.target = target();

@@ -11,6 +11,7 @@
 #include "slips/screens/slipwindow.h"
 #include "stocktake/screens/sayimwindow.h"
 #include "support/driving.h"
+#include "support/places.h"
 #include "support/table.h"
 #include "support/workbooks.h"
 #include "text/numbers.h"
@@ -213,7 +214,7 @@ duzey-tahsilat ters ; carifisduzey ; duzey-nakit.xlsx        ; Text1=yok        
 private:
     static QString sourceIn(const QString &folder, bool generated)
     {
-        const QString sample = QStringLiteral(SAMPLES "/") + fetch("source");
+        const QString sample = samplePath(fetch("source"));
         if (!generated)
             return sample;
         QRandomGenerator dice(7);

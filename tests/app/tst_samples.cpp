@@ -14,6 +14,7 @@
 #include "stocktake/countchecks.h"
 #include "stocktake/sayimform.h"
 #include "support/findings.h"
+#include "support/places.h"
 #include "support/table.h"
 
 using namespace kervan;
@@ -30,7 +31,7 @@ struct Shop
     Shop()
     {
         t.clock.moment = {sampleDay, QTime(9, 30)};
-        layOutSamples(QStringLiteral(SAMPLES), t.folder.path(), sampleDay);
+        layOutSamples(samplePath(), t.folder.path(), sampleDay);
         t.reachLogo();
     }
     QString file(const QString &name) const { return t.path(u"txt/"_s + name); }
@@ -156,12 +157,11 @@ denetim-duzey-nakit.xlsx ; XML işareti, boş cari kodu, eksi tutar, harf, perso
     void theInvoicesAreOfTheDayOnWhichTheyAreLaidOut()
     {
         TestProgram t;
-        layOutSamples(QStringLiteral(SAMPLES), t.folder.path(), QDate(2031, 12, 31));
+        layOutSamples(samplePath(), t.folder.path(), QDate(2031, 12, 31));
         const QByteArray invoices = readBytes(t.path(u"txt/denetim-fatura.bif"_s));
         QVERIFY(invoices.contains("20311231") && invoices.contains("20320101"));
         QVERIFY(!invoices.contains("202103"));
-        QCOMPARE(readBytes(t.path(u"txt/ornek.bif"_s)),
-                 readBytes(QStringLiteral(SAMPLES "/ornek.bif")));
+        QCOMPARE(readBytes(t.path(u"txt/ornek.bif"_s)), readBytes(samplePath(u"ornek.bif"_s)));
     }
 };
 

@@ -1,6 +1,7 @@
 #include "cards/st.h"
 
 #include "support/fakes.h"
+#include "support/places.h"
 #include "support/workbooks.h"
 
 #include <QSignalSpy>
@@ -120,7 +121,7 @@ private Q_SLOTS:
         desk.st.birimsetisec();
         desk.t.boxes.expectDone();
         desk.st.otomatikkaydet();
-        const QByteArray expected = readBytes(QStringLiteral(TEST_DATA "/st/expected.xml"));
+        const QByteArray expected = readBytes(testData(u"st/expected.xml"_s));
         QCOMPARE(readBytes(target), expected);
         desk.t.dialogs.answers << desk.t.path(u"a.XML"_s);
         desk.t.boxes.expectDone();

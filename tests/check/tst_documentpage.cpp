@@ -3,6 +3,7 @@
 #include "controls/theme.h"
 #include "support/cells.h"
 #include "support/fakes.h"
+#include "support/places.h"
 
 #include <QAbstractButton>
 #include <QLabel>
@@ -32,7 +33,7 @@ private Q_SLOTS:
         };
         QVERIFY(view(u"belgeSorunlari"_s)->isHidden());
 
-        QByteArray bytes = readBytes(QStringLiteral(TEST_DATA "/fatura/duz-satis/expected.xml"));
+        QByteArray bytes = readBytes(testData(u"fatura/duz-satis/expected.xml"_s));
         bytes.replace("<ARP_CODE>C100<", "<ARP_CODE><").replace("<UNIT_CODE>KRT<", "<UNIT_CODE><");
         writeBytes(t.path(u"a.xml"_s), bytes);
         QSignalSpy shown(&page, &DocumentPage::shown);
@@ -63,8 +64,7 @@ private Q_SLOTS:
         QVERIFY(isRed);
 
         // An earlier document, of another family, by the button; then one that is none.
-        t.dialogs.answers = {QStringLiteral(TEST_DATA "/slips/cafis2/lvButtons_H2.xml"),
-                             t.path(u"none.xml"_s)};
+        t.dialogs.answers = {testData(u"slips/cafis2/lvButtons_H2.xml"_s), t.path(u"none.xml"_s)};
         page.findChild<QAbstractButton *>(u"belgeac"_s)->click();
         QTRY_COMPARE(shown.size(), 2);
         QCOMPARE(t.dialogs.asked.last().start, t.path(u"a.xml"_s));

@@ -5,6 +5,7 @@
 #include "check/readback.h"
 #include "check/writtendocuments.h"
 #include "support/fakes.h"
+#include "support/places.h"
 #include "support/table.h"
 
 #include <QDir>
@@ -52,7 +53,7 @@ struct Read
 
 QByteArray data(const QString &name)
 {
-    return readBytes(QStringLiteral(TEST_DATA "/") + name);
+    return readBytes(testData(name));
 }
 
 // An invoice as small as one can be told by.

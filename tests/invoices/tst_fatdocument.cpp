@@ -6,6 +6,7 @@
 
 #include "desk.h"
 #include "support/documentcase.h"
+#include "support/places.h"
 
 using namespace kervan;
 
@@ -80,7 +81,7 @@ private Q_SLOTS:
         document.addGeneralDiscount(u"2"_s);
         const QByteArray text = document.endInvoice().toByteArray();
         QVERIFY(text.contains("      <TRANSACTION>\r\n        <TYPE>4</TYPE>\r\n"));
-        const QByteArray tail = readBytes(QStringLiteral(TEST_DATA "/indirimler.xml"));
+        const QByteArray tail = readBytes(testData(u"indirimler.xml"_s));
         QCOMPARE(text.last(tail.size()).split('\n'), tail.split('\n'));
     }
 };

@@ -15,6 +15,7 @@
 #include "invoices/fatchecks.h"
 #include "support/documentcase.h"
 #include "support/findings.h"
+#include "support/places.h"
 
 #include <QSignalSpy>
 
@@ -222,10 +223,9 @@ private Q_SLOTS:
         QTest::addColumn<QString>("folder");
         QTest::addColumn<QString>("rules");
         for (const QString &line :
-             rowsOf(QString::fromUtf8(readBytes(QStringLiteral(TEST_DATA "/checks/belgeler.txt")))))
+             rowsOf(QString::fromUtf8(readBytes(testData(u"checks/belgeler.txt"_s)))))
             QTest::newRow(qPrintable(line.section(u':', 0, 0)))
-                << QStringLiteral(TEST_DATA "/") + line.section(u':', 0, 0)
-                << line.section(u':', 1).trimmed();
+                << testData(line.section(u':', 0, 0)) << line.section(u':', 1).trimmed();
     }
     void theSourcesOfDocumentsHaveTheListedFaults()
     {

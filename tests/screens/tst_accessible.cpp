@@ -12,6 +12,7 @@
 #include "store/definition.h"
 #include "store/screens/logoperwindow.h"
 #include "support/driving.h"
+#include "support/places.h"
 #include "support/ruler.h"
 #include "support/shownframe.h"
 #include "support/table.h"
@@ -242,7 +243,7 @@ private Q_SLOTS:
         const auto row = [](const QString &screen, const QString &step = {}) {
             QTest::newRow(qPrintable(u"%1 %2"_s.arg(screen, step))) << screen << step;
         };
-        for (const QStringList &screen : blocksOf(QStringLiteral(TEST_DATA "/screens.txt"))) {
+        for (const QStringList &screen : blocksOf(testData(u"screens.txt"_s))) {
             const QString word = screen[0].section(u'|', 0, 0);
             row(word);
             if (definitionOf(word))

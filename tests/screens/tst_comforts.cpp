@@ -12,6 +12,7 @@
 #include "invoices/screens/fatwindow.h"
 #include "slips/screens/slipwindow.h"
 #include "support/driving.h"
+#include "support/places.h"
 #include "support/shownframe.h"
 #include "support/table.h"
 
@@ -27,7 +28,7 @@ namespace {
 
 QString sample(const QString &name)
 {
-    return QStringLiteral(SAMPLES "/") + name;
+    return samplePath(name);
 }
 
 /// The frame, with what the samples need laid down.

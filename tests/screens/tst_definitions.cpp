@@ -12,6 +12,7 @@
 #include "store/screens/settingswindows.h"
 #include "support/driving.h"
 #include "support/fakes.h"
+#include "support/places.h"
 #include "support/table.h"
 
 #include <QCheckBox>
@@ -55,7 +56,7 @@ private Q_SLOTS:
         for (const char *column :
              {"columns", "listCaption", "labels", "headings", "inserted", "broughtBack", "changed"})
             QTest::addColumn<QString>(column);
-        for (const QStringList &block : blocksOf(QStringLiteral(TEST_DATA "/definitions.txt"))) {
+        for (const QStringList &block : blocksOf(testData(u"definitions.txt"_s))) {
             QTestData &row = QTest::newRow(qPrintable(block[0]));
             for (const QString &line : block.sliced(1))
                 row << line;

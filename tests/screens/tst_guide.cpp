@@ -5,6 +5,7 @@
 #include "frame/guidewindow.h"
 #include "frame/mainwindow.h"
 #include "support/driving.h"
+#include "support/places.h"
 #include "support/shownframe.h"
 
 #include <QDialog>
@@ -129,7 +130,7 @@ private Q_SLOTS:
     {
         QTest::addColumn<QStringList>("openers");
         QTest::addColumn<QString>("section");
-        for (const QStringList &declared : blocksOf(QStringLiteral(TEST_DATA "/screens.txt"))) {
+        for (const QStringList &declared : blocksOf(testData(u"screens.txt"_s))) {
             const QStringList head = declared[0].split(u'|');
             QTest::newRow(qPrintable(head[0]))
                 << head[1].split(u'>') << screenOf(head[0])->guide.toString();

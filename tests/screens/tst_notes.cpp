@@ -8,6 +8,7 @@
 #include "stocktake/sayimform.h"
 #include "support/driving.h"
 #include "support/fakes.h"
+#include "support/places.h"
 #include "support/ruler.h"
 
 #include <QAccessible>
@@ -187,10 +188,8 @@ private Q_SLOTS:
         row("UTF-8 with its mark", u"cr"_s, utf8 + text.toUtf8(), {});
         row("accounts", u"cr"_s, accounts(), {});
         row("stock", u"stoktrf"_s, stock(), {});
-        row("a sample of accounts", u"cr"_s,
-            readBytes(QStringLiteral(TEST_DATA "/../../samples/cariler.txt")), {});
-        row("a sample of stock", u"stoktrf"_s,
-            readBytes(QStringLiteral(TEST_DATA "/../../samples/stoklar.txt")), {});
+        row("a sample of accounts", u"cr"_s, readBytes(samplePath(u"cariler.txt"_s)), {});
+        row("a sample of stock", u"stoktrf"_s, readBytes(samplePath(u"stoklar.txt"_s)), {});
     }
     void aSourceThatDoesNotFitIsTold()
     {

@@ -1,6 +1,7 @@
 #include "frame/entries.h"
 #include "frame/mainwindow.h"
 #include "support/fakes.h"
+#include "support/places.h"
 
 #include <QAbstractButton>
 #include <QApplication>
@@ -37,7 +38,7 @@ QStringList tabOrderOf(QWidget *screen)
 // The declared screens: name, opener and caption, then the controls in the order of Tab.
 QList<QStringList> declaredScreens()
 {
-    return blocksOf(QStringLiteral(TEST_DATA "/screens.txt"));
+    return blocksOf(testData(u"screens.txt"_s));
 }
 
 } // namespace

@@ -9,6 +9,7 @@
 #include "invoices/screens/fatwindow.h"
 #include "stocktake/screens/urunwindow.h"
 #include "support/driving.h"
+#include "support/places.h"
 
 #include <QAbstractItemView>
 #include <QCalendarWidget>
@@ -414,7 +415,7 @@ private Q_SLOTS:
     void theSamplesHoldNoPlaceOfTheirOwn()
     {
         TestProgram t;
-        layOutSamples(QStringLiteral(TEST_DATA "/../../samples"), t.folder.path());
+        layOutSamples(samplePath(), t.folder.path());
         QCOMPARE(t.rows(u"yol ec es ef xc xs xf"_s), u"||txt|||logo xml/fatura.xml"_s);
     }
 

@@ -2,6 +2,7 @@
 
 #include "slips/columns.h"
 #include "slips/desk.h"
+#include "support/places.h"
 #include "support/ruler.h"
 #include "support/table.h"
 
@@ -237,7 +238,7 @@ duzey-kredikarti.xlsx   ; carifisduzey ; lvButtons_H3 ; 5|15.03.2021|120.01.105|
         SlipDesk d(slipForm(fetch("screen")));
         d.t.fill({u"insert into per values (Null,'PER01','00100101')"_s});
         d.s.load();
-        d.read(QStringLiteral(TEST_DATA "/../../samples/") + caseName(), fetch("open"));
+        d.read(samplePath(caseName()), fetch("open"));
         QCOMPARE(d.s.bilgi.text(), QString());
         QCOMPARE(d.s.persl.isEmpty(), fetch("screen") == u"cafis");
         QCOMPARE(textOf(d.s.l1).section(u'\n', -1), fetch("lastMovement"));

@@ -3,6 +3,7 @@
 #include "base/linereader.h"
 #include "support/cells.h"
 #include "support/fakes.h"
+#include "support/places.h"
 #include "support/ruler.h"
 
 using namespace kervan;
@@ -66,7 +67,7 @@ private Q_SLOTS:
         desk.screen.xmlkaydet();
         QCOMPARE(desk.t.dialogs.asked.last().title, u"Sayım Xml Dosyası Kaydet"_s);
         QCOMPARE(readBytes(desk.t.path(u"sayim.xml"_s)),
-                 readBytes(QStringLiteral(TEST_DATA "/sayim/expected.xml")));
+                 readBytes(testData(u"sayim/expected.xml"_s)));
         QCOMPARE(desk.screen.l1.rows(), 5);
     }
 

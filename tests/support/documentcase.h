@@ -2,6 +2,7 @@
 
 #include "base/codepage.h"
 #include "support/fakes.h"
+#include "support/places.h"
 
 #include <QDir>
 #include <QHash>
@@ -23,7 +24,7 @@ public:
     }
     static QStringList foldersOf(const QString &subject)
     {
-        const QDir cases(QStringLiteral(TEST_DATA "/") + subject);
+        const QDir cases(testData(subject));
         QStringList folders;
         for (const QString &name : cases.entryList(QDir::Dirs | QDir::NoDotAndDotDot))
             folders << cases.filePath(name);

@@ -1,4 +1,5 @@
 #include "parts.h"
+#include "support/places.h"
 #include "support/table.h"
 #include "support/xlswriter.h"
 
@@ -33,7 +34,7 @@ private Q_SLOTS:
     // kinds-lo.xls were saved from it by LibreOffice 7.4.
     void everyProgramsWorkbookGivesTheSameGrid()
     {
-        const QString data = QStringLiteral(TEST_DATA "/workbook/");
+        const QString data = testData(u"workbook/"_s);
         for (const QString &name :
              {u"kinds.xlsx"_s, u"kinds.xls"_s, u"kinds-lo.xlsx"_s, u"kinds-lo.xls"_s})
             QVERIFY2(told(*readSheet(data + name, u"Sayfa1"_s)) == everyKindTold,
