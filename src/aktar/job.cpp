@@ -83,7 +83,7 @@ QString nothingOf(const OpenScreen &screen, const Outcome &outcome)
 // Where the settings have the document, which may be nowhere: the screen tells that.
 QString automaticTargetOf(const OpenScreen &screen, const QString &programFolder)
 {
-    const QString target = QDir::cleanPath(fullName(programFolder, *screen.automaticTarget));
+    QString target = QDir::cleanPath(fullName(programFolder, *screen.automaticTarget));
     if (screen.writesCashSlips && !target.isEmpty() && nameOf(target).size() < xmlEnding.size())
         throw Failure(u"--otomatik: Dosya Konumları'ndaki \"%1\" bir belge adı olamayacak kadar "
                       "kısa; \"fatura.xml\" gibi bir ad verin."_s.arg(*screen.automaticTarget));

@@ -96,10 +96,6 @@ public:
         m_row = 0;
         m_rule = 0;
         m_findings.clear();
-        for (const Rule &rule : std::as_const(m_rules)) {
-            if (rule.begin)
-                rule.begin();
-        }
     }
     bool step() override
     {
@@ -321,12 +317,13 @@ std::optional<QDate> dateOf(const QString &cell)
 
 QList<Rule> dateRules(const Cells &cells, const Clock &clock, const ReadDate &read)
 {
+    const ReadDate kept = keptLast(read);
     const Rule unreadable = ofCells(
         cells,
         {.name = u"tarih okunamıyor"_s,
          .level = Level::Error,
          .cure = u"Kaynaktaki tarihi gün.ay.yıl olarak düzeltip yeniden okutun."_s},
-        [name = cells.name, read = keptLast(read)](const QString &cell) {
+        [name = cells.name, read = kept](const QString &cell) {
             if (isBlank(cell))
                 return u"%1 boş."_s.arg(name);
             return read(cell) ? QString() : u"%1 %2 bir tarih değil."_s.arg(name, quoted(cell));
@@ -334,7 +331,7 @@ QList<Rule> dateRules(const Cells &cells, const Clock &clock, const ReadDate &re
     const Rule strange = ofCells(
         cells,
         {.name = u"tarih"_s, .cure = u"Tarih doğru değilse kaynağında düzeltip yeniden okutun."_s},
-        [name = cells.name, read = keptLast(read), &clock](const QString &cell) {
+        [name = cells.name, read = kept, &clock](const QString &cell) {
             const auto date = read(cell);
             const QDate today = clock.now().date();
             if (date && *date > today)

@@ -29,7 +29,7 @@ struct Rule
 
     /// Of the screen as it stands; asked again whenever a field changes.
     std::function<QString()> ofScreen = nullptr;
-    /// In front of a walk through the rows, for what is looked up at each of them.
+    /// In front of a walk through the rows, for what ofRow looks up at each of them.
     std::function<void()> begin = nullptr;
     /// Of one row, by itself.
     std::function<QString(int row)> ofRow = nullptr;

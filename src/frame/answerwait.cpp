@@ -33,6 +33,7 @@ AnswerWait::AnswerWait(std::function<QWidget *()> screen, Milliseconds silence)
     const auto *loop = QAbstractEventDispatcher::instance();
     connect(loop, &QAbstractEventDispatcher::awake, this, &AnswerWait::reachLoop);
     connect(loop, &QAbstractEventDispatcher::aboutToBlock, this, &AnswerWait::reachLoop);
+    connect(this, &AnswerWait::over, this, &AnswerWait::end, Qt::QueuedConnection);
 }
 
 AnswerWait::~AnswerWait()
@@ -119,7 +120,7 @@ void AnswerWait::reachLoop()
     if (m_state != State::Seen)
         return;
     m_state = State::Over;
-    QMetaObject::invokeMethod(this, &AnswerWait::end, Qt::QueuedConnection);
+    Q_EMIT over();
 }
 
 // A last click on the strip must not reach what lies under it.

@@ -37,6 +37,10 @@ public:
     /// so long at most.
     bool until(const std::function<bool(std::chrono::milliseconds)> &hasCome);
 
+Q_SIGNALS:
+    /// A step was over; its strip goes next.
+    void over();
+
 protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 
