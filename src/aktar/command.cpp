@@ -96,7 +96,7 @@ Status runTransfer(const Transfer &transfer, const QStringList &arguments,
             status = worse(status, outcome.status);
             if (!options.isOn(u"listele"_s))
                 out(options.isOn(u"json"_s) ? jsonOf(outcome) : textOf(outcome));
-            if (outcome.status == FolderInUse) // none overtakes it: slips are numbered in order
+            if (outcome.status == InUse) // none overtakes it: slips are numbered in order
                 break;
         }
     });
@@ -141,10 +141,10 @@ Status OpenFolder::enter(const std::function<void(const QString &line)> &tell)
 {
     if (!wait()) {
         if (m_isEnding())
-            return FolderInUse;
+            return InUse;
         tell(u"kervan-aktar: Program klasörü kullanımda (%1). Pencereyi kapatın ya da --bekle ile "
              "bekleyin."_s.arg(QDir::toNativeSeparators(m_lock.holder())));
-        return FolderInUse;
+        return InUse;
     }
     const auto failed = passOver([&] {
         const QString done = recover(m_folder);

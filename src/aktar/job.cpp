@@ -202,7 +202,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
     if (failed)
         own.tell(failed->description());
     if (isHeldUp()) {
-        outcome.status = FolderInUse;
+        outcome.status = InUse;
         own.tell(u"%1, %2 başka bir programda açık: tanımlar ya da fiyatlar okunamıyor. Sonra "
                  "yeniden deneyin."_s.arg(onlyReads() ? u"Bakılamadı"_s : u"Belge yazılmadı"_s,
                                           m_program.db.heldFile()));

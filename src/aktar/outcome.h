@@ -15,8 +15,7 @@ enum Status {
     DoneWithFindings = 1,
     NothingWritten = 2,
     UsedWrongly = 64,
-    FolderInUse =
-        75, ///< another program works in the program folder or holds a database; try later
+    InUse = 75, ///< the program folder or a database, by another program; try later
 };
 
 /// A document that was written.

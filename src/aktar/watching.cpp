@@ -194,7 +194,7 @@ Status Watch::begin()
         m_lock.getLockInfo(&process, &machine, &program)) {
         tell(u"kervan-aktar: %1 klasörünü başka bir kervan-aktar izliyor: %2 bilgisayarında %3 "
              "numaralı işlem."_s.arg(folder, machine, QString::number(process)));
-        return FolderInUse;
+        return InUse;
     }
     tell(u"kervan-aktar: %1 izlenemiyor, kilit dosyası açılamadı: %2. Klasöre yazma hakkı verin, "
          "diskte yer açın."_s.arg(folder, QDir::toNativeSeparators(inHand(lockName.toString()))));
@@ -282,7 +282,7 @@ std::optional<Status> Watch::transferAll()
             return entered;
         const Status one = transferOne(name);
         m_program.leave();
-        if (one == UsedWrongly || one == FolderInUse) // none overtakes it
+        if (one == UsedWrongly || one == InUse) // none overtakes it
             return one;
         if (!m_stuck.contains(name))
             m_status = worse(m_status, one);

@@ -75,12 +75,12 @@ int main(int argc, char **argv)
         boxes.show({u"Bu program klasöründe şu anda pencere açmadan aktarım yapılıyor "
                     "(kervan-aktar). Bitince yeniden başlatın.\n%1"_s.arg(
                         QDir::toNativeSeparators(inFolder.holder()))});
-        return kervan::FolderInUse;
+        return kervan::InUse;
     }
     const kervan::Opening opening = kervan::recoverForWindow(folder);
     if (!opening.mayOpen) {
         boxes.show({opening.told});
-        return kervan::FolderInUse;
+        return kervan::InUse;
     }
     if (inFolder.isAlone())
         kervan::settle(folder);

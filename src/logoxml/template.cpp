@@ -217,6 +217,7 @@ void Sablon::yerlestir(std::span<const QString> values, QByteArray &out) const
     out.resize(start + room);
     char *at = out.data() + start;
     for (qsizetype i = 0; i < m_slots.size(); ++i) {
+        // As one block, which std::ranges::copy does not make of it.
         at = std::copy(m_literals[i].begin(), m_literals[i].end(), at);
         char *const value = at;
         at = writeInCodePage(at, valueOf(i));

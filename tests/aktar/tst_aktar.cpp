@@ -466,7 +466,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         Branch b;
         FolderLock window(b.folder, FolderLock::Who::Window);
         QVERIFY(window.take());
-        QCOMPARE(b.fatura(u"a.xml"_s), FolderInUse);
+        QCOMPARE(b.fatura(u"a.xml"_s), InUse);
         QVERIFY(b.says(u"kullanımda"_s) && b.says(u"kervan-pencere-"_s));
         QCOMPARE(b.fatura({}, {u"--listele"_s}), Done); // reading keeps nobody out
         QCOMPARE(b.written(), QStringList());
@@ -479,7 +479,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         FolderLock command(b.folder, FolderLock::Who::Command);
         QVERIFY(command.take());
         QVERIFY(!window.take());
-        QCOMPARE(b.fatura(u"b.xml"_s), FolderInUse); // a second command
+        QCOMPARE(b.fatura(u"b.xml"_s), InUse); // a second command
         command.release();
         QVERIFY(window.take());
         window.release();
@@ -708,14 +708,14 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         {
             OtherProgram backup(w.b.sideFile(u"data.dbs"_s));
             backup.run(u"begin exclusive"_s);
-            QCOMPARE(w.watch(), FolderInUse); // and it waits
+            QCOMPARE(w.watch(), InUse); // and it waits
             QVERIFY2(w.b.says(u"data.dbs"_s) && w.b.says(u"Belge yazılmadı"_s),
                      qPrintable(w.b.told.join(u'\n')));
             QVERIFY(w.b.says(u"bir.bif"_s) != w.b.says(u"iki.bif"_s)); // none overtakes the other
             QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif iki.bif"_s);
             QCOMPARE(w.b.written(), QStringList());
-            QCOMPARE(w.b.fatura(u"a.xml"_s), FolderInUse);
-            QCOMPARE(w.b.fatura({}, {u"--denetle"_s}), FolderInUse);
+            QCOMPARE(w.b.fatura(u"a.xml"_s), InUse);
+            QCOMPARE(w.b.fatura({}, {u"--denetle"_s}), InUse);
             QCOMPARE(w.b.out, QString()); // no findings of what could not be asked for
             QCOMPARE(w.b.counter(), counter);
         }
@@ -749,7 +749,7 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         {
             OtherProgram backup(b.sideFile(fetch("database")));
             backup.run(u"begin exclusive"_s);
-            QCOMPARE(b.run(arguments), FolderInUse);
+            QCOMPARE(b.run(arguments), InUse);
             QVERIFY(b.says(fetch("database") + u" başka bir programda açık"_s));
             QCOMPARE(b.written(), QStringList());
             QCOMPARE(filesOf(b.folder, {u"*.kvz"_s}), before);
@@ -813,7 +813,7 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         w.recipe.chop(12);
         FolderLock window(w.b.folder, FolderLock::Who::Window);
         QVERIFY(window.take());
-        QCOMPARE(w.watch(), FolderInUse);
+        QCOMPARE(w.watch(), InUse);
         w.recipe += "bekle = 600\ntek-tur = hay\xC4\xB1r\n"; // a signal is heard in between
         w.b.isEnding = [looks = 0]() mutable {
             return ++looks > 6;
@@ -977,7 +977,7 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
             u"--hedef"_s, w.b.documents, u"--klasor"_s, w.b.folder};
         program.start(QStringLiteral(PROGRAM), arguments);
         QTRY_VERIFY(QFile::exists(w.in(u"isleniyor/.kilit"_s)));
-        QCOMPARE(w.watch(), FolderInUse); // there is one already
+        QCOMPARE(w.watch(), InUse); // there is one already
         QVERIFY2(w.b.says(u"%1 numaralı işlem"_s.arg(program.processId())),
                  qPrintable(w.b.told.join(u'\n')));
         program.terminate();

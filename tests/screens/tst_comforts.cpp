@@ -26,11 +26,6 @@ using namespace kervan;
 
 namespace {
 
-QString sample(const QString &name)
-{
-    return samplePath(name);
-}
-
 /// The frame, with what the samples need laid down.
 struct Frame : ShownFrame
 {
@@ -152,7 +147,7 @@ gone.xlsx                ; )"_s);
     }
     void aFileFindsTheScreensThatItFits()
     {
-        QCOMPARE(screensFor(sample(caseName())).join(u' '), fetch("screens"));
+        QCOMPARE(screensFor(samplePath(caseName())).join(u' '), fetch("screens"));
     }
 
     void aDroppedFileIsReadByItsScreenAndOfSeveralTheFirst()
@@ -160,10 +155,10 @@ gone.xlsx                ; )"_s);
         Frame frame;
         writeBytes(frame.t.path(u"a.xml"_s), "<?xml version=\"1.0\"?>\r\n<SALES_INVOICES/>\r\n");
         QVERIFY(!frame.dropOn({}, {frame.t.path(u"a.xml"_s)})); // the pointer refuses it
-        QVERIFY(!frame.dropOn(u"chameleonButton1"_s, {sample(u"ornek.bif"_s)})); // of accounts
+        QVERIFY(!frame.dropOn(u"chameleonButton1"_s, {samplePath(u"ornek.bif"_s)})); // of accounts
         QCOMPARE(frame.lit(), QString());
         const QString first = frame.invoices({u"F1"_s, u"F2"_s});
-        QVERIFY(frame.dropOn({}, {first, sample(u"cariler.txt"_s)}));
+        QVERIFY(frame.dropOn({}, {first, samplePath(u"cariler.txt"_s)}));
         QCOMPARE(frame.screen<FatWindow>()->fat().liste.l1.rows(), 2);
         QVERIFY(frame.screen<FatWindow>()->isVisible());
         const auto *bar = frame.screen<FatWindow>()->findChild<QStatusBar *>(u"sb1"_s);

@@ -135,15 +135,18 @@ public:
         for (const auto type : {QEvent::ShortcutOverride, QEvent::KeyPress, QEvent::KeyRelease})
             QCoreApplication::postEvent(window.windowHandle(), new QKeyEvent(type, key, modifiers));
     }
-    /// As a click does.
-    void clickAt(QWidget *widget)
+    /// As an event of the mouse arrives from the desktop.
+    void point(QEvent::Type type, QWidget *widget)
     {
         const QPointF place = widget->mapTo(&window, widget->rect().center());
-        for (const auto type : {QEvent::MouseButtonPress, QEvent::MouseButtonRelease})
-            QCoreApplication::postEvent(window.windowHandle(),
-                                        new QMouseEvent(type, place, window.mapToGlobal(place),
-                                                        Qt::LeftButton, Qt::LeftButton,
-                                                        Qt::NoModifier));
+        QCoreApplication::postEvent(
+            window.windowHandle(), new QMouseEvent(type, place, window.mapToGlobal(place),
+                                                   Qt::LeftButton, Qt::LeftButton, Qt::NoModifier));
+    }
+    void clickAt(QWidget *widget)
+    {
+        point(QEvent::MouseButtonPress, widget);
+        point(QEvent::MouseButtonRelease, widget);
     }
 
 private:
@@ -445,13 +448,8 @@ titles nonsense          ;             ; ='C2'      ; nonsense    ; yes    ; 2)"
                 return;
             pressedAt = isFirst ? statement : pressedAt;
             // Pressed in one wait, let go in another.
-            QPushButton *button = desk.strip()->button();
-            const QPointF place = button->mapTo(&desk.window, button->rect().center());
-            const auto type = isFirst ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease;
-            QCoreApplication::postEvent(desk.window.windowHandle(),
-                                        new QMouseEvent(type, place, desk.window.mapToGlobal(place),
-                                                        Qt::LeftButton, Qt::LeftButton,
-                                                        Qt::NoModifier));
+            desk.point(isFirst ? QEvent::MouseButtonPress : QEvent::MouseButtonRelease,
+                       desk.strip()->button());
         };
         desk.read(u"fat"_s);
         QCOMPARE(strips.size(), 1);
