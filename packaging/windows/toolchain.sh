@@ -55,9 +55,12 @@ build_sqlite() { # SOURCE
     cp "$1/windows/sqlite3.h" "$unfinished/include/"
 }
 
-# Only what the program, its tests and its tour use.
+# Only what the program, its tests and its tour use, and without asking Direct3D at the first window
+# which screen suits OpenGL: nothing here draws with it, and the answer takes longer than the window.
 build_qt() { # SOURCE BUILD
-    local off=() feature
+    local off=() feature window=$1/src/plugins/platforms/windows/qwindowswindow.cpp
+    grep -q 'GpuDescription::detect().gpuSuitableScreen;' "$window"
+    sed -i 's/GpuDescription::detect().gpuSuitableScreen;/QString();/' "$window"
     for feature in androiddeployqt brotli concurrent cpp_winrt dbus direct2d1_1 dynamicgl gif glib \
         gssapi icu jpeg networklistmanager opengl openssl pkg_config printsupport \
         schannel sql_mysql sql_odbc sql_psql ssl tabletevent textmarkdownwriter textodfwriter \
@@ -98,7 +101,9 @@ keep_licences() { # SOURCES
     cp /usr/share/common-licenses/{Apache-2.0,Artistic,GFDL-1.2,GFDL-1.3,GPL-2,GPL-3,LGPL-2,LGPL-2.1,LGPL-3} \
         "$unfinished/licences/"
     {
-        echo "Kervan Transfer bu kitaplıkları değiştirmeden, ayrı DLL dosyaları olarak taşır."
+        echo "Kervan Transfer bu kitaplıkları ayrı DLL dosyaları olarak taşır. Değiştirilen tek satır,"
+        echo "qt6-base içinde src/plugins/platforms/windows/qwindowswindow.cpp dosyasındadır:"
+        echo "GpuDescription::detect().gpuSuitableScreen yerine QString() yazıldı."
         echo "Kaynakları Debian 12 paketleridir (https://sources.debian.org):"
         printf '  %s\n' "${windows_sources[@]:0:3}"
         dpkg-query -W -f '  ${source:Package}=${source:Version}\n' libz-mingw-w64-dev \
