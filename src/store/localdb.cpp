@@ -98,7 +98,8 @@ bool isOnNetwork(const QString &path)
     if (name.startsWith(u"//"))
         return true;
 #ifdef Q_OS_WIN
-    return GetDriveTypeW(name.left(3).toStdWString().c_str()) == DRIVE_REMOTE;
+    return GetDriveTypeW(QDir::toNativeSeparators(name.left(3)).toStdWString().c_str()) ==
+           DRIVE_REMOTE;
 #else
     static const QList<QByteArray> systems{"nfs", "nfs4", "cifs", "smb3", "smbfs", "fuse.sshfs"};
     return systems.contains(QStorageInfo(name).fileSystemType());
@@ -157,8 +158,12 @@ void LocalDb::foldIn(const QString &path)
 
 void LocalDb::execute(const QString &text)
 {
-    if (m_result.exec(text))
-        return;
+    if (!m_result.exec(text))
+        fail(text);
+}
+
+void LocalDb::fail(const QString &text)
+{
     const QSqlError error = m_result.lastError();
     keepFailure(fileName(), isHeld(error));
     // A file that another program holds is waited for once, not at each statement of a long read.
@@ -264,6 +269,8 @@ void LocalDb::close()
 void LocalDb::next()
 {
     m_atEnd = !m_result.next();
+    if (m_atEnd && m_result.lastError().isValid())
+        fail(m_result.lastQuery());
 }
 
 QString LocalDb::field(QStringView column) const

@@ -35,6 +35,7 @@ public:
     void close();
 
     bool atEnd() const { return m_atEnd; }
+    /// A file that can't be read any further is a Failure.
     void next();
     /// Runs a select and calls take() with each row as the current one.
     template<class Take>
@@ -57,6 +58,8 @@ private:
     void begin();
     void commit();
     void execute(const QString &text);
+    /// Tells by a Failure what the statement's last step met.
+    [[noreturn]] void fail(const QString &text);
     /// Of the file that is open, or was last.
     QString fileName() const;
     /// A Failure whose headline names it.

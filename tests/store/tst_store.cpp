@@ -229,6 +229,26 @@ pragma user_version=5)"_s) << QString()
         QVERIFY(!s.fails(insertOne));
     }
 
+    // A price table that ends in its midst would make the products behind it cost nothing.
+    void aTableThatCantBeReadToItsEndIsAFailure()
+    {
+        Store s;
+        s.fill(QStringList(2000, insertOne));
+        QByteArray bytes = readBytes(s.file);
+        const qsizetype page = 4096;
+        QVERIFY(bytes.size() > 8 * page);
+        for (qsizetype at = bytes.size() - 4 * page; at < bytes.size(); ++at)
+            bytes[at] = '\xff';
+        writeBytes(s.file, bytes);
+        int read = 0;
+        const OpenDb open(s.db, s.file);
+        const auto failed =
+            passOver([&] { s.db.forEach(Statement(u"select * from per"), [&] { ++read; }); });
+        QVERIFY(failed && failed->headline().startsWith(u"data.dbs: "_s));
+        QVERIFY2(read > 0 && read < 2000, qPrintable(QString::number(read)));
+        QCOMPARE(s.db.failedFiles(), QStringList(u"data.dbs"_s));
+    }
+
     void aLockedFileIsAFailureThatEndsSoonAndLeavesItsRows()
     {
         Store s;
