@@ -6,6 +6,7 @@
 
 #include <QCoreApplication>
 #include <QLocale>
+#include <QScopeGuard>
 #include <QTextStream>
 
 #include <csignal>
@@ -35,6 +36,9 @@ int main(int argc, char **argv)
     QLocale::setDefault(QLocale(QLocale::Turkish, QLocale::Turkey));
     const QStringList arguments = QCoreApplication::arguments().sliced(1);
 #ifdef Q_OS_WIN // the console would show other letters; a file gets the same bytes
+    const auto asBefore = qScopeGuard([before = GetConsoleOutputCP()] {
+        SetConsoleOutputCP(before); // else the rest of a batch file is read in it
+    });
     SetConsoleOutputCP(CP_UTF8);
 #endif
     QTextStream out(stdout);

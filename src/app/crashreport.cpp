@@ -1,5 +1,6 @@
 #include "app/crashreport.h"
 
+#include "base/filefault.h"
 #include "controls/remembered.h"
 
 #include <QCoreApplication>
@@ -119,12 +120,18 @@ LONG WINAPI onException(EXCEPTION_POINTERS *what)
     std::array<void *, mostPlaces> places{};
     std::size_t count = 0;
     CONTEXT at = *what->ContextRecord;
-    while (count < places.size() && at.Rip) {
+    while (count < places.size() && (at.Rip || count == 0)) {
         places[count++] = reinterpret_cast<void *>(at.Rip);
         DWORD64 base = 0;
         PRUNTIME_FUNCTION function = RtlLookupFunctionEntry(at.Rip, &base, nullptr);
-        if (!function)
-            break;
+        if (!function) {
+            if (count > 1)
+                break;
+            // One that keeps nothing on the stack, or a jump to nowhere.
+            at.Rip = *reinterpret_cast<const DWORD64 *>(at.Rsp);
+            at.Rsp += sizeof(DWORD64);
+            continue;
+        }
         void *handler = nullptr;
         DWORD64 frame = 0;
         RtlVirtualUnwind(UNW_FLAG_NHANDLER, base, at.Rip, function, &at, &handler, &frame, nullptr);
@@ -163,7 +170,7 @@ void reportCrashes(const QString &programFolder)
                     QLatin1String(qVersion()), QSysInfo::prettyProductName())
                .toStdString();
 #ifdef Q_OS_WIN
-    reportPath = QDir::toNativeSeparators(path).toStdWString();
+    reportPath = systemName(path);
     ULONG kept = 64 * 1024; // of the stack, for a crash that has used it up
     SetThreadStackGuarantee(&kept);
     SetUnhandledExceptionFilter(onException);

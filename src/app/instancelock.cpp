@@ -21,9 +21,9 @@ QString lockPath(const QString &programFolder)
         place = QDir::tempPath();
     const QByteArray key = QCryptographicHash::hash(QDir(programFolder).canonicalPath().toUtf8(),
                                                     QCryptographicHash::Sha1);
-    return place + u"/kervan-transfer-%1-%2.lock"_s.arg(
-                       QString::fromLocal8Bit(qgetenv("USER") + qgetenv("USERNAME")),
-                       QString::fromLatin1(key.toHex().left(16)));
+    return place + u"/kervan-transfer-%1-%2.lock"_s.arg(qEnvironmentVariable("USER") +
+                                                            qEnvironmentVariable("USERNAME"),
+                                                        QString::fromLatin1(key.toHex().left(16)));
 }
 
 } // namespace

@@ -2,6 +2,7 @@
 
 #include <QDir>
 #include <QFileInfo>
+#include <QThread>
 
 #include <algorithm>
 #include <array>
@@ -113,6 +114,13 @@ bool isOpenElsewhere([[maybe_unused]] const QString &path)
     return false;
 }
 
+void waitWhileOpen(const QString &path)
+{
+    constexpr int looks = 20;
+    for (int i = 0; i < looks && isOpenElsewhere(path); ++i)
+        QThread::msleep(50);
+}
+
 void clearFault()
 {
 #ifdef Q_OS_WIN
@@ -140,7 +148,8 @@ QString filefault(const QFileDevice &file, int fault)
     if (info.isDir())
         return u"bu bir klasör"_s;
     // Another file can't take the place of one that is open; Windows calls that forbidden.
-    if (word == noRight && isOpenElsewhere(file.fileName()))
+    const bool mayBeHeld = word == noRight || (word.isEmpty() && info.exists());
+    if (mayBeHeld && isOpenElsewhere(file.fileName()))
         return inUse.toString();
     // A folder that may not be looked into looks empty, and a name too long is nowhere.
     if (word.isEmpty() && !info.dir().exists())

@@ -57,6 +57,8 @@ void WholeFile::commit()
 {
     // A share that is gone may hold the other side for long: then the system decides.
     std::unique_lock gate(fileGate(), patience);
+    if (m_fine)
+        waitWhileOpen(m_file.fileName());
     // The last buffer is flushed here, since commit() does not look at what its own flush gives.
     attempt([&] { return m_file.flush() && m_file.commit(); });
     if (!m_fine)

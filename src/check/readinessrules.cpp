@@ -22,7 +22,8 @@ bool isOfOtherMachine(const QString &path)
 {
     const QString name = QDir::fromNativeSeparators(path);
 #ifdef Q_OS_WIN
-    if (GetDriveTypeW(name.left(3).toStdWString().c_str()) == DRIVE_REMOTE)
+    if (GetDriveTypeW(QDir::toNativeSeparators(name.left(3)).toStdWString().c_str()) ==
+        DRIVE_REMOTE)
         return true;
 #endif
     return name.startsWith(u"//"_s);

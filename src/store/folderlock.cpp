@@ -21,7 +21,7 @@ constexpr QStringView windowNames = u"kervan-pencere-*.kilit";
 // One for each user of each machine.
 QString windowName()
 {
-    QString who = QString::fromLocal8Bit(qgetenv("USER") + qgetenv("USERNAME")) + u'-' +
+    QString who = qEnvironmentVariable("USER") + qEnvironmentVariable("USERNAME") + u'-' +
                   QSysInfo::machineHostName();
     std::ranges::replace_if(
         who, [](QChar c) { return !c.isLetterOrNumber() && c != u'-'; }, u'_');

@@ -1,6 +1,7 @@
 #include "store/installation.h"
 
 #include "base/failure.h"
+#include "base/movefile.h"
 
 #include <QDir>
 #include <QFile>
@@ -70,12 +71,10 @@ void make(const QString &path, const QStringList &statements)
             fault = db.lastError().text() + query.lastError().text();
     }
     QSqlDatabase::removeDatabase(u"installation"_s);
-    if (fault.isEmpty() && !QFile::rename(unfinished, path))
-        fault = u"adı değiştirilemedi"_s;
-    if (!fault.isEmpty()) {
-        QFile::remove(unfinished);
-        throw Failure(u"%1 kurulamadı: %2"_s.arg(QDir::toNativeSeparators(path), fault));
-    }
+    if (fault.isEmpty())
+        return moveFile(unfinished, path);
+    QFile::remove(unfinished);
+    throw Failure(u"%1 kurulamadı: %2"_s.arg(QDir::toNativeSeparators(path), fault));
 }
 
 } // namespace

@@ -7,14 +7,11 @@
 #include "base/statement.h"
 #include "base/wholefile.h"
 #include "support/fakes.h"
+#include "support/openelsewhere.h"
 #include "support/table.h"
 
 #include <QAbstractItemModelTester>
 #include <QDir>
-
-#ifdef Q_OS_WIN
-#include <windows.h>
-#endif
 
 using namespace kervan;
 
@@ -37,27 +34,6 @@ void writeWhole(const QString &path, const QByteArray &bytes = "yeni")
     file.write(bytes);
     file.commit();
 }
-
-#ifdef Q_OS_WIN
-// Another program at a file, which lets others do no more than `share` says.
-class OpenElsewhere
-{
-public:
-    explicit OpenElsewhere(const QString &path, DWORD share = 0)
-        : m_file(CreateFileW(systemName(path).c_str(), GENERIC_READ | GENERIC_WRITE, share, nullptr,
-                             OPEN_EXISTING, FILE_ATTRIBUTE_NORMAL, nullptr))
-    {
-        if (m_file == INVALID_HANDLE_VALUE)
-            qFatal("not opened: %s", qPrintable(path));
-    }
-    ~OpenElsewhere() { CloseHandle(m_file); }
-    OpenElsewhere(const OpenElsewhere &) = delete;
-    OpenElsewhere &operator=(const OpenElsewhere &) = delete;
-
-private:
-    HANDLE m_file;
-};
-#endif
 
 } // namespace
 
