@@ -4,6 +4,7 @@
 #include "base/failure.h"
 #include "check/readback.h"
 #include "check/readinessrules.h"
+#include "check/readnotes.h"
 #include "check/writtendocuments.h"
 #include "store/folders.h"
 #include "text/masks.h"
@@ -28,6 +29,11 @@ namespace {
 constexpr std::array<QStringView, 2> ofWindows{u"var olan dosya", u"belge klasörü"};
 
 constexpr QStringView xmlEnding = u".xml";
+#ifdef Q_OS_WIN
+constexpr auto caseOfNames = Qt::CaseInsensitive;
+#else
+constexpr auto caseOfNames = Qt::CaseSensitive;
+#endif
 constexpr std::array<QStringView, 3> placeholders{u"{kaynak}", u"{tarih}", u"{saat}"};
 
 QString nameOf(const QString &path)
@@ -128,6 +134,10 @@ Job::Job(Program &program, CommandPorts ports, const Transfer &transfer, const O
                    dayOf(u"son-tarih"_s, options.value(u"son-tarih"_s), today));
     if (options.isOn(u"listele"_s) && options.isOn(u"denetle"_s))
         throw Failure(u"--listele ile --denetle birlikte verilmez."_s);
+    if (m_selection.unwritten && options.isOn(u"uzerine-yaz"_s)) // those left out would be lost
+        throw Failure(
+            u"--yazilmislari-atla ile --uzerine-yaz birlikte verilmez: dışarıda bırakılan "
+            "satırların belgesi ezilirdi."_s);
     const QString target = options.value(u"hedef"_s);
     checkTarget(target);
     if (options.isOn(u"otomatik"_s)) {
@@ -140,7 +150,7 @@ Job::Job(Program &program, CommandPorts ports, const Transfer &transfer, const O
         throw Failure(u"--hedef ile yazılacak belgeyi verin (ya da --listele, --denetle)."_s);
     QStringList targets;
     for (const QString &source : options.sources) {
-        if (!onlyReads() && targets.contains(targetOf(source)))
+        if (!onlyReads() && targets.contains(targetOf(source), caseOfNames))
             throw Failure(u"İki kaynağın belgesi aynı: %1. --hedef ile bir klasör ya da içinde "
                           "{kaynak} olan bir ad verin."_s.arg(targetOf(source)));
         targets << targetOf(source);
@@ -171,7 +181,6 @@ Outcome Job::run(const QString &source, const Streams &streams)
     Outcome outcome;
     outcome.source = QFileInfo(source).absoluteFilePath();
     outcome.begun = m_program.clock.now();
-    outcome.countersBefore = countersOf(m_program.folder);
     m_told.clear();
     m_program.db.forgetFailures();
     const Streams named{streams.out, [&, name = nameOf(source)](const QString &line) {
@@ -187,6 +196,8 @@ Outcome Job::run(const QString &source, const Streams &streams)
     tellNotes(screen.notes, own);
     const std::vector<Step> steps = stepsOf(screen);
     const auto failed = passOver([&] {
+        // One that can't be read would be begun anew.
+        outcome.countersBefore = outcome.countersAfter = countersOf(m_program.folder);
         if (!isHeldUp())
             read(screen, steps, outcome, own);
         if (isHeldUp()) // a finding of what could not be asked for would be none
@@ -211,7 +222,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
         outcome.findings.isEmpty() && m_told.isEmpty() && m_ports.boxes.warnings().isEmpty();
     if (outcome.status == Done && !isClean)
         outcome.status = DoneWithFindings;
-    outcome.countersAfter = countersOf(m_program.folder);
+    passOver([&] { outcome.countersAfter = countersOf(m_program.folder); });
     return outcome;
 }
 
@@ -251,11 +262,20 @@ void Job::read(OpenScreen &screen, const std::vector<Step> &steps, Outcome &outc
     screen.read(outcome.source);
     choose(true);
     tellNotes(screen.notes, streams);
-    for (const auto &[reason, count] : screen.report.reasons())
+    const auto reasons = screen.report.reasons();
+    for (const auto &[reason, count] : reasons)
         streams.tell(u"Okuma: %1 (%2 kez)"_s.arg(reason, QString::number(count)));
+    if (std::ranges::any_of(reasons, [](const auto &one) { return one.first == endOfReading; }))
+        outcome.findings << Finding{
+            .rule = u"okuma"_s,
+            .level = Level::Error,
+            .text = u"Okuma kaynağın sonuna varmadan bitti, sonraki kayıtlar listede yok."_s,
+            .cure = u"Kaynağı okumanın bittiği satırda düzeltin."_s};
     const QString folder = QFileInfo(targetOf(outcome.source)).path();
-    for (const QString &line : selectRows(screen, m_selection, folder))
+    const Chosen chosen = selectRows(screen, m_selection, folder);
+    for (const QString &line : chosen.lines)
         streams.tell(u"Seçim: "_s + line);
+    outcome.findings += chosen.findings;
     const QStringList missing = missingNumbers(screen, m_selection);
     if (!missing.isEmpty())
         outcome.findings << Finding{.rule = u"seçim"_s,
@@ -342,7 +362,7 @@ bool Job::mayWrite(const OpenScreen &screen, const Outcome &outcome, const QStri
         tell(u"Belge yazılmadı: "_s + why);
         return false;
     };
-    if (outcome.rows == 0 ? !screen.guards : outcome.selected == 0)
+    if (outcome.rows == 0 ? !screen.guards : outcome.selected == 0 || screen.notes.hasFailed())
         return refuse(nothingOf(screen, outcome));
     if (m_options.isOn(u"hata-varsa-yazma"_s) && outcome.count(Level::Error) > 0)
         return refuse(u"%1 hata bulundu. Düzeltin ya da --hata-varsa-yazma vermeyin."_s.arg(
@@ -369,6 +389,10 @@ void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
         return screen.writeAutomatically(); // which tells it in its boxes
     if (!mayWrite(screen, outcome, target, streams.tell))
         return;
+    const auto barred = passOver([&] { recover(m_program.folder); });
+    if (barred)
+        return streams.tell(u"Belge yazılmadı, önceki aktarım tamamlanamıyor: "_s +
+                            barred->description());
     QElapsedTimer time;
     time.start();
     const auto failed = passOver([&] {

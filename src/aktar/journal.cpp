@@ -2,6 +2,7 @@
 
 #include "base/failure.h"
 #include "base/filefault.h"
+#include "base/movefile.h"
 #include "base/wholefile.h"
 #include "store/sidefiles.h"
 
@@ -14,7 +15,10 @@
 #include <QJsonObject>
 
 #include <array>
-#include <filesystem>
+
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
 
 namespace kervan {
 
@@ -29,12 +33,17 @@ QString journalOf(const QString &programFolder)
     return programFolder + u'/' + journalName.toString();
 }
 
+// Nothing where there is no file; a Failure where it can't be read whole.
 std::optional<QByteArray> bytesOf(const QString &path)
 {
     QFile file(path);
-    if (!file.open(QIODevice::ReadOnly))
+    if (!QFileInfo::exists(path))
         return std::nullopt;
-    return file.readAll();
+    clearFault();
+    const QByteArray bytes = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    if (file.error() != QFileDevice::NoError)
+        throw fileFailure(path, u"okunamadı"_s, filefault(file, lastFault()));
+    return bytes;
 }
 
 void write(const QString &path, const QByteArray &bytes)
@@ -46,8 +55,12 @@ void write(const QString &path, const QByteArray &bytes)
 
 QJsonObject readJournal(const QString &programFolder)
 {
-    const auto bytes = bytesOf(journalOf(programFolder));
-    return QJsonDocument::fromJson(bytes.value_or(QByteArray())).object();
+    const QString path = journalOf(programFolder);
+    QJsonObject object = QJsonDocument::fromJson(bytesOf(path).value_or(QByteArray())).object();
+    if (!object.contains(u"sayaclar"_s))
+        throw fileFailure(path, u"bozuk"_s,
+                          u"Sayaçları son belgelerle karşılaştırın, sonra bu dosyayı silin."_s);
+    return object;
 }
 
 QJsonObject countersAsTheyAre(const QString &programFolder)
@@ -74,15 +87,14 @@ void putBack(const QString &programFolder, const QJsonObject &counters)
     }
 }
 
-std::filesystem::path asPath(const QString &name)
+// Whether a kill in the midst of a copy to another file system has left it there.
+bool isBegunCopy(const Move &move)
 {
-    return name.toStdU16String();
-}
-
-[[noreturn]] void fail(const Move &move, const QString &why)
-{
-    throw fileFailure(move.from, u"taşınamadı"_s,
-                      u"%1 (%2)"_s.arg(QDir::toNativeSeparators(move.to), why));
+    QFile whole(move.from), begun(move.to);
+    if (!whole.open(QIODevice::ReadOnly) || !begun.open(QIODevice::ReadOnly))
+        return false;
+    const QByteArray bytes = begun.readAll();
+    return whole.read(bytes.size()) == bytes;
 }
 
 // One that is moved already is no fault, even if somebody took it along; without its folder it may
@@ -91,29 +103,22 @@ void carryOut(const Move &move)
 {
     if (!QFile::exists(move.from)) {
         if (!QFile::exists(move.to) && !QFileInfo(move.from).dir().exists())
-            fail(move, u"dosya bulunamadı"_s);
+            throw moveFailure(move.from, move.to, u"dosya bulunamadı"_s);
         return;
     }
-    std::error_code fault;
-    if (move.replaces)
-        std::filesystem::rename(asPath(move.from), asPath(move.to), fault);
-    if (!move.replaces || fault == std::errc::cross_device_link) {
-        // It replaces nothing by itself, and copies to another file system.
-        if (move.replaces)
-            QFile::remove(move.to);
-        QFile file(move.from);
-        if (!file.rename(move.to))
-            fail(move, QFile::exists(move.to) ? u"zaten var"_s : file.errorString());
-        return;
-    }
-    if (fault)
-        fail(move, QString::fromLocal8Bit(fault.message()));
+    moveFile(move.from, move.to, move.replaces || isBegunCopy(move));
 }
 
 void removeFolder(const QString &folder)
 {
     if (!folder.isEmpty())
         QDir(folder).removeRecursively();
+}
+
+bool isHeld(const QString &path)
+{
+    waitWhileOpen(path);
+    return isOpenElsewhere(path);
 }
 
 void finish(const QString &programFolder, const QString &folder, const QList<Move> &moves)
@@ -130,11 +135,13 @@ void finish(const QString &programFolder, const QString &folder, const QList<Mov
         throw fileFailure(journal.fileName(), u"silinemedi"_s, filefault(journal, lastFault()));
 }
 
-// Of its own for each program folder: several may have the same target.
+// Of its own for each program folder, which may have the same path on many machines: several may
+// have the same target.
 QString stagingOf(const QString &programFolder, const QString &targetFolder)
 {
-    const QByteArray key = QCryptographicHash::hash(QDir(programFolder).canonicalPath().toUtf8(),
-                                                    QCryptographicHash::Sha1);
+    const QByteArray name = QSysInfo::machineUniqueId() + QSysInfo::machineHostName().toUtf8() +
+                            QDir(programFolder).canonicalPath().toUtf8();
+    const QByteArray key = QCryptographicHash::hash(name, QCryptographicHash::Sha1);
     return QDir(targetFolder)
         .absoluteFilePath(u".kervan-aktar-"_s + QString::fromLatin1(key.toHex().left(12)));
 }
@@ -158,7 +165,6 @@ Journal::Journal(const QString &programFolder, const QString &targetFolder)
     : m_programFolder(programFolder)
     , m_folder(stagingOf(programFolder, targetFolder))
 {
-    recover(programFolder); // what the source before could not bring to its end
     m_counters = countersAsTheyAre(programFolder);
     write(journalOf(programFolder), spelled(m_counters, m_folder, std::nullopt));
     removeFolder(m_folder);
@@ -167,16 +173,24 @@ Journal::Journal(const QString &programFolder, const QString &targetFolder)
         throw Failure(u"Hedef klasöre yazılamıyor: %1. Klasörü açın ya da yazma hakkı verin."_s.arg(
             QDir::toNativeSeparators(targetFolder)));
     }
+#ifdef Q_OS_WIN // elsewhere the point in front of its name does
+    SetFileAttributesW(systemName(m_folder).c_str(), FILE_ATTRIBUTE_HIDDEN);
+#endif
 }
 
 void Journal::commit(const QList<Move> &moves)
 {
-    // Another program may write to the same place.
+    // Another program may write to the same place, or have taken away what was written.
     for (const Move &move : moves) {
-        if (!move.replaces && QFile::exists(move.to)) {
-            takeBack();
-            fail(move, u"zaten var"_s);
-        }
+        const bool isGone = !QFile::exists(move.from) && QFileInfo(move.from).dir().exists();
+        const QString why = isGone                                     ? u"dosya bulunamadı"_s
+                            : !move.replaces && QFile::exists(move.to) ? u"zaten var"_s
+                            : isHeld(move.to) ? u"başka bir programda açık"_s
+                                              : QString();
+        if (why.isEmpty())
+            continue;
+        takeBack();
+        throw moveFailure(move.from, move.to, why);
     }
     if (const auto failed =
             passOver([&] { write(journalOf(m_programFolder), spelled({}, m_folder, moves)); })) {
@@ -199,8 +213,9 @@ bool isPending(const QString &programFolder)
 
 bool countersArePending(const QString &programFolder)
 {
-    const QJsonObject object = readJournal(programFolder);
-    return object.contains(u"sayaclar"_s) && !object.contains(u"tasi"_s);
+    bool arePending = isPending(programFolder); // so one that can't be read is taken
+    passOver([&] { arePending = arePending && !readJournal(programFolder).contains(u"tasi"_s); });
+    return arePending;
 }
 
 QString recover(const QString &programFolder)
@@ -210,8 +225,7 @@ QString recover(const QString &programFolder)
     const QJsonObject object = readJournal(programFolder);
     const QString folder = object[u"hazirlik"].toString();
     if (!object.contains(u"tasi"_s)) {
-        if (object.contains(u"sayaclar"_s))
-            putBack(programFolder, object[u"sayaclar"].toObject());
+        putBack(programFolder, object[u"sayaclar"].toObject());
         finish(programFolder, folder, {});
         return u"Yarıda kalan aktarım geri alındı: belgesi yayımlanmamıştı, sayaçlar yerine "
                "kondu."_s;

@@ -26,15 +26,15 @@ struct Move
 class Journal
 {
 public:
-    /// Begins: remembers the counters and makes an empty folder for documents of `targetFolder`,
-    /// which has to be there. A Failure names what could not be made.
+    /// Begins behind recover(): remembers the counters and makes an empty folder for documents of
+    /// `targetFolder`, which has to be there. A Failure names what could not be read or made.
     Journal(const QString &programFolder, const QString &targetFolder);
 
     /// Where documents are written for now.
     const QString &folder() const { return m_folder; }
     /// From now on all of it is to be carried out, whatever happens. Carries it out; a Failure
-    /// names the first file that can't be moved, and what is left waits for recover(). Where the
-    /// place of one is taken by then, all is taken back before the Failure.
+    /// names the first file that can't be moved, and what is left waits for recover(). Where one
+    /// is gone by then, or its place is taken, all is taken back before the Failure.
     void commit(const QList<Move> &moves);
     /// Puts the counters back and throws away what was written.
     void takeBack();
@@ -56,7 +56,8 @@ constexpr QStringView journalName = u"kervan-aktar.islem";
 /// Whether there is something for recover() to do.
 bool isPending(const QString &programFolder);
 
-/// Whether the counters stand at numbers that recover() will take back: none may be given out.
+/// Whether the counters stand at numbers that recover() will take back, or may: none may be given
+/// out.
 bool countersArePending(const QString &programFolder);
 
 /// How the window begins: it recovers too, but somebody is in front of it, so only counters whose
@@ -68,7 +69,8 @@ struct Opening
 };
 Opening recoverForWindow(const QString &programFolder);
 
-/// The two counters as they are stored, cash and bank; empty where there is none.
+/// The two counters as they are stored, cash and bank; empty where there is none. A Failure names
+/// one that can't be read.
 QStringList countersOf(const QString &programFolder);
 
 } // namespace kervan

@@ -51,9 +51,9 @@ bool isWithin(const Selection &selection, const QString &cell)
 
 constexpr int lookedAgain = 20; // milliseconds
 
-// A mark for each row. The documents are read in a thread, which is waited for; waiting for its
-// next event alone would not end on Windows.
-QList<WrittenMark> marksOf(const ListedRows &rows, const QString &folder)
+// A mark for each row, for as far as the documents can be read. They are read in a thread, which is
+// waited for; waiting for its next event alone would not end on Windows.
+QList<WrittenMark> marksOf(const ListedRows &rows, const QString &folder, QStringList &unread)
 {
     WrittenDocuments documents;
     documents.setFolders({folder});
@@ -66,7 +66,19 @@ QList<WrittenMark> marksOf(const ListedRows &rows, const QString &folder)
     });
     timer.start(lookedAgain);
     waiting.exec();
+    unread = documents.unread();
     return documents.marks();
+}
+
+// A row that is left out though what is written is not the very same, or not surely so.
+Finding doubtOf(const OpenScreen &screen, int row, const WrittenMark &mark)
+{
+    return {.rule = u"seçim"_s,
+            .text = u"Yazılmış sayıldı, dışarıda bırakıldı. %1"_s.arg(mark.sentence),
+            .cure = u"Belgeyle karşılaştırın; yazılması gerekiyorsa --yazilmislari-atla olmadan "
+                    "--sec ile seçin."_s,
+            .row = row,
+            .list = screen.listName};
 }
 
 } // namespace
@@ -110,18 +122,24 @@ QStringList missingNumbers(const OpenScreen &screen, const Selection &selection)
     return sorted;
 }
 
-QStringList selectRows(const OpenScreen &screen, const Selection &selection, const QString &folder)
+Chosen selectRows(const OpenScreen &screen, const Selection &selection, const QString &folder)
 {
     const ListShape shape = screen.shape();
     if (!screen.ticks)
         return {};
     if (selection.eInvoice && screen.unasked() > 0) {
         screen.list.setAllTicked(false);
-        return {u"%1 müşterinin e-fatura mükellefi olup olmadığı Logo'dan sorulamadı, hiçbir satır "
-                "seçilmedi."_s.arg(screen.unasked())};
+        return {.lines = {u"%1 müşterinin e-fatura mükellefi olup olmadığı Logo'dan sorulamadı, "
+                          "hiçbir satır seçilmedi."_s.arg(screen.unasked())}};
     }
+    QStringList unread;
     const QList<WrittenMark> marks =
-        selection.unwritten ? marksOf(screen.listed(), folder) : QList<WrittenMark>();
+        selection.unwritten ? marksOf(screen.listed(), folder, unread) : QList<WrittenMark>();
+    if (!unread.isEmpty()) { // their rows would be written twice
+        screen.list.setAllTicked(false);
+        unread << u"Nelerin yazılmış olduğu bilinemiyor, hiçbir satır seçilmedi."_s;
+        return {.lines = unread};
+    }
     const auto isUnwritten = [&](int row) {
         return marks.value(row).kind == WrittenMark::None;
     };
@@ -133,18 +151,16 @@ QStringList selectRows(const OpenScreen &screen, const Selection &selection, con
                (!selection.eInvoice || screen.eInvoice(row) == *selection.eInvoice) &&
                isUnwritten(row);
     });
-    QStringList lines;
+    Chosen chosen;
     int written = 0;
-    for (int row = 0; row < screen.list.rows(); ++row) {
-        const WrittenMark mark = marks.value(row);
-        written += mark.kind == WrittenMark::None ? 0 : 1;
-        if (mark.kind == WrittenMark::Differs)
-            lines << u"%1 dışarıda bırakıldı. %2"_s.arg(screen.list.cell(row, shape.number),
-                                                        mark.sentence);
+    for (int row = 0; row < marks.size(); ++row) {
+        written += isUnwritten(row) ? 0 : 1;
+        if (marks[row].kind == WrittenMark::Differs || marks[row].kind == WrittenMark::Similar)
+            chosen.findings << doubtOf(screen, row, marks[row]);
     }
     if (written > 0)
-        lines << u"Yazılmış olan %1 satır dışarıda bırakıldı."_s.arg(written);
-    return lines;
+        chosen.lines << u"Yazılmış olan %1 satır dışarıda bırakıldı."_s.arg(written);
+    return chosen;
 }
 
 } // namespace kervan

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "aktar/transfers.h"
+#include "check/finding.h"
 
 #include <QDate>
 #include <QSet>
@@ -32,8 +33,15 @@ void checkSelection(const OpenScreen &screen, const Selection &selection);
 /// The numbers that were asked for and that no row of the list has.
 QStringList missingNumbers(const OpenScreen &screen, const Selection &selection);
 
-/// Ticks those rows of the list and no others, and tells in lines what was left out as written.
-/// `folder` is the target's.
-QStringList selectRows(const OpenScreen &screen, const Selection &selection, const QString &folder);
+/// What there is to say of a choice.
+struct Chosen
+{
+    QStringList lines;
+    QList<Finding> findings = {}; ///< of rows left out for a document that is not quite the same
+};
+
+/// Ticks those rows of the list and no others. `folder` is the target's; while a document there
+/// can't be read, none counts as unwritten.
+Chosen selectRows(const OpenScreen &screen, const Selection &selection, const QString &folder);
 
 } // namespace kervan

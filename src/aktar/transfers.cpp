@@ -298,25 +298,11 @@ OpenScreen sayimScreen(Program &program, const Options &)
 
 // --- The slips
 
-// The side file that a document takes its numbers from.
-QString counterOf(const SlipDocument &document)
-{
-    switch (document.stores) {
-    case SlipSequenceKind::Cash:
-        return cashCounterFile.toString();
-    case SlipSequenceKind::Bank:
-        return bankCounterFile.toString();
-    case SlipSequenceKind::None:
-        break;
-    }
-    return {};
-}
-
 // Whether a finding of the screen is of this document and not of its other one.
 bool concernsSlips(const Finding &finding, bool second, const QString &counter)
 {
     if (finding.rule == u"sayaç")
-        return !counter.isEmpty() && finding.text.startsWith(counter);
+        return finding.text.startsWith(counter);
     return finding.control != (second ? u"kskod" : u"bankahesapno1");
 }
 
@@ -340,7 +326,8 @@ OpenScreen slipScreen(Program &program, const SlipForm &form, bool second)
     const bool ofCards = second && !form.hasBankList();
     const SlipFile &file = form.files[ofCards ? 1 : 0];
     const SlipCommand &command = writer(form, second);
-    const QString counter = counterOf(std::get<WriteDocument>(command.action).document());
+    // Its numbers come from there, also where the document does not store them.
+    const QString counter = (ofBankList ? bankCounterFile : cashCounterFile).toString();
     return {
         .owner = screen,
         .list = ofBankList ? slips.l2 : slips.l1,
@@ -363,7 +350,7 @@ OpenScreen slipScreen(Program &program, const SlipForm &form, bool second)
                             : ofCards
                                 ? DocumentFamily::CardSlips
                                 : DocumentFamily::CashSlips] { return listedSlips(slips, family); },
-        .counters = counter.isEmpty() ? QStringList() : QStringList(counter)};
+        .counters = {counter}};
 }
 
 std::function<OpenScreen(Program &program, const Options &options)> slips(const SlipForm &(*form)(),

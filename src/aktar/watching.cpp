@@ -5,6 +5,7 @@
 #include "base/failure.h"
 #include "base/filefault.h"
 #include "base/leftovers.h"
+#include "base/movefile.h"
 #include "base/wholefile.h"
 
 #include <QDir>
@@ -23,22 +24,23 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr QStringView lockName = u".kilit";
+constexpr QStringView reportEnding = u".rapor.txt";
 constexpr int nap = 100; // milliseconds between two looks at whether it is to end
 
-// Where a file of this name can go without taking another's place.
+QString reportOf(const QString &path)
+{
+    return path + reportEnding.toString();
+}
+
+// Where a file of this name and its report can go without taking another's place.
 QString freeName(const QString &folder, const QString &name)
 {
     const QFileInfo file(name);
     const QString ending = file.suffix().isEmpty() ? QString() : u'.' + file.suffix();
     QString path = QDir(folder).filePath(name);
-    for (int i = 2; QFileInfo::exists(path); ++i)
+    for (int i = 2; QFileInfo::exists(path) || QFileInfo::exists(reportOf(path)); ++i)
         path = QDir(folder).filePath(file.completeBaseName() + u'-' + QString::number(i) + ending);
     return path;
-}
-
-QString reportOf(const QString &path)
-{
-    return path + u".rapor.txt"_s;
 }
 
 [[maybe_unused]] QString asText(const std::string &name)
@@ -83,14 +85,6 @@ void makeFolder(const QString &path)
     if (!QDir().mkpath(path))
         throw Failure(
             u"%1 açılamadı. Klasöre yazma hakkı verin."_s.arg(QDir::toNativeSeparators(path)));
-}
-
-void moveFile(const QString &from, const QString &to)
-{
-    QFile file(from);
-    if (!file.rename(to))
-        throw fileFailure(from, u"taşınamadı"_s,
-                          u"%1 (%2)"_s.arg(QDir::toNativeSeparators(to), file.errorString()));
 }
 
 /// A folder whose files are taken one by one: into `isleniyor`, which tells a restart what was in
@@ -246,11 +240,12 @@ void Watch::takeComplete()
                 refuse(name, u"aynı adlı bir dosya isleniyor klasöründe bekliyor."_s);
             continue;
         }
-        QFile file(QDir(m_folder).filePath(name));
-        if (!file.rename(inHand(name)))
-            refuse(name,
-                   u"isleniyor klasörüne taşınamadı (%1). Klasöre yazma hakkı verin; dosya başka "
-                   "bir programda açıksa kapatın."_s.arg(file.errorString()));
+        const QString path = QDir(m_folder).filePath(name);
+        if (isOpenElsewhere(path)) // it may be written on
+            refuse(name, u"başka bir programda açık, kapanınca alınacak."_s);
+        else if (const auto failed = passOver([&] { moveFile(path, inHand(name)); }))
+            refuse(name, u"isleniyor klasörüne taşınamadı. Klasöre yazma hakkı verin. "_s +
+                             failed->description());
         m_looks.remove(name);
     }
 }
@@ -274,7 +269,12 @@ void Watch::refuseOdd(const std::function<void(const QString &name, const QStrin
 // What a killed one left comes first by its age. Gives what bars the way, if anything does.
 std::optional<Status> Watch::transferAll()
 {
-    m_stuck.removeIf([&](const auto &stuck) { return !QFileInfo::exists(inHand(stuck.key())); });
+    m_stuck.removeIf([&](const auto &stuck) {
+        if (QFileInfo::exists(inHand(stuck.key())))
+            return false;
+        m_status = worse(m_status, stuck->status); // somebody has taken it away
+        return true;
+    });
     for (const QString &name : waiting(m_work, {u"*"_s})) {
         if (m_world.isEnding())
             break;
@@ -294,7 +294,9 @@ std::optional<Status> Watch::transferAll()
 QStringList Watch::waiting(const QString &folder, const QStringList &patterns) const
 {
     QStringList names = QDir(folder).entryList(patterns, QDir::Files, QDir::Time | QDir::Reversed);
-    names.removeAll(lockName.toString());
+    names.removeIf([](const QString &name) {
+        return name == lockName || name.endsWith(reportEnding); // one came back with its file
+    });
     return names;
 }
 
@@ -364,7 +366,7 @@ Status Watch::transferOne(const QString &name)
             tell(name + u": Yeniden denenecek. "_s + failed->description());
     }
     if (QFileInfo::exists(inHand(name)))
-        m_stuck[name] = {m_lines, outcome.status};
+        m_stuck[name] = {m_lines, isPending(m_program.program().folder) ? Done : outcome.status};
     if (before.isEmpty() || !m_stuck.contains(name))
         m_world.streams.out(m_options.isOn(u"json"_s) ? jsonOf(outcome) : textOf(outcome));
     return outcome.status;
@@ -416,7 +418,11 @@ int watchFolder(const QStringList &arguments, const CommandWorld &world)
                           "izle --help"_s);
         const QString recipe = options.value(u"tarif"_s);
         Options first = options; // what is to be done with the files tells which keys there may be
-        addRecipe(first, recipe, {command}, allOptions());
+        QList<Option> ofRecipe = allOptions();
+        ofRecipe.removeIf([](const Option &option) { return option.name == u"bicim"; });
+        for (Option &option : ofRecipe) // the same one takes other words for another command
+            option.value.replace(u'|', u' ');
+        addRecipe(first, recipe, {command}, ofRecipe);
         const Transfer *transfer = findTransfer(first.value(u"aktarim"_s));
         if (!transfer)
             throw Failure(

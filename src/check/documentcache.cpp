@@ -117,7 +117,7 @@ DocumentCache::documents(const QStringList &folders, const std::atomic_bool &sto
             continue;
         seen << name;
         QDirIterator entries(name, QDir::Files); // a name filter would be a QRegularExpression
-        while (entries.hasNext() && !stop && files.size() < mostFiles) {
+        while (entries.hasNext() && !stop) {
             entries.next();
             const QFileInfo info = entries.fileInfo();
             if (info.fileName().endsWith(u".xml"_s, Qt::CaseInsensitive))
@@ -130,13 +130,13 @@ DocumentCache::documents(const QStringList &folders, const std::atomic_bool &sto
     std::vector<std::shared_ptr<const KnownDocument>> found;
     std::size_t held = 0;
     for (const Found &file : files) {
-        auto document =
-            held < mostRecords ? this->document(file.path, file.size, file.time, stop) : nullptr;
+        const bool isTooMuch = held >= mostRecords || found.size() >= mostFiles;
+        auto document = isTooMuch ? nullptr : this->document(file.path, file.size, file.time, stop);
         if (stop)
             return {};
         if (!document) {
             KnownDocument passed(file.path, file.size, file.time);
-            passed.fault = u"Klasörde çok fazla kayıt var, bu eski belge okunmadı."_s;
+            passed.fault = u"Klasörde çok fazla belge var, bu eski belge okunmadı."_s;
             document = std::make_shared<const KnownDocument>(std::move(passed));
         }
         held += document->records.size();
@@ -157,7 +157,8 @@ std::shared_ptr<const KnownDocument>
 DocumentCache::document(const QString &path, qint64 size, qint64 time, const std::atomic_bool &stop)
 {
     const auto known = m_known.constFind(path);
-    if (known != m_known.cend() && (*known)->size == size && (*known)->time == time)
+    if (known != m_known.cend() && (*known)->size == size && (*known)->time == time &&
+        !(*known)->isUnread())
         return *known;
     KnownDocument document(path, size, time);
     using Field = DocumentRecord::Field;
@@ -192,7 +193,8 @@ DocumentCache::document(const QString &path, qint64 size, qint64 time, const std
     document.fault = reading.fault;
     document.isForeign =
         !reading.fault.isEmpty() && reading.bytes > 0 && reading.family == DocumentFamily::Unknown;
-    if (document.fault.isEmpty() && !reading.whole)
+    document.isHalf = document.fault.isEmpty() && !reading.whole;
+    if (document.isHalf)
         document.fault = u"Belge yarım kalmış."_s;
     if (!document.fault.isEmpty()) { // half a document was never imported
         document.records = {};

@@ -43,9 +43,13 @@ struct KnownDocument
     DocumentFamily family = DocumentFamily::Unknown;
     QString fault;          ///< why it counts for nothing; else empty
     bool isForeign = false; ///< no document of the program: not worth a word
+    bool isHalf = false;    ///< ends in its midst: nobody has imported it
     std::vector<KnownRecord> records;
     qint64 cashNumber = 0; ///< the highest of its KN numbers
     qint64 bankNumber = 0; ///< the highest of its BT numbers
+
+    /// Whether it may hold records all the same.
+    bool isUnread() const { return !fault.isEmpty() && !isForeign && !isHalf; }
 };
 
 /// The documents read so far, kept in memory and read again once size or time has changed. All

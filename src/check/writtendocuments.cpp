@@ -244,15 +244,28 @@ WrittenMark WrittenDocuments::numbered(DocumentFamily family, const QString &kin
                         : markOf(WrittenMark::Same, same.front(), u"bu numara yazılmış"_s);
 }
 
-QStringList WrittenDocuments::skipped() const
+template<class Is>
+QStringList WrittenDocuments::sentencesOf(Is is) const
 {
     QStringList sentences;
     for (const auto &document : m_found.documents) {
-        if (!document->fault.isEmpty() && !document->isForeign)
+        if (std::invoke(is, *document))
             sentences << u"%1 atlandı: %2"_s.arg(QDir::toNativeSeparators(document->path),
                                                  document->fault);
     }
     return sentences;
+}
+
+QStringList WrittenDocuments::skipped() const
+{
+    return sentencesOf([](const KnownDocument &document) {
+        return !document.fault.isEmpty() && !document.isForeign;
+    });
+}
+
+QStringList WrittenDocuments::unread() const
+{
+    return sentencesOf(&KnownDocument::isUnread);
 }
 
 QString WrittenDocuments::contentOf(const QString &path) const

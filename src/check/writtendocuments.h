@@ -91,6 +91,8 @@ public:
     /// How many documents are known, and a sentence for each that could not be read.
     qsizetype documentCount() const { return qsizetype(m_found.documents.size()); }
     QStringList skipped() const;
+    /// Those of the sentences whose documents may hold records all the same.
+    QStringList unread() const;
     /// What a document of the folders holds, as notes count it: "120 fatura"; empty where it is not
     /// known.
     QString contentOf(const QString &path) const;
@@ -139,6 +141,9 @@ private:
         QList<WrittenMark> marks;
     };
 
+    /// A sentence for each document that is so.
+    template<class Is>
+    QStringList sentencesOf(Is is) const;
     static Found look(DocumentCache &cache, const QStringList &folders,
                       const std::atomic_bool &stop);
     void read();

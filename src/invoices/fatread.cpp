@@ -5,6 +5,7 @@
 #include "invoices/columns.h"
 #include "invoices/efatura.h"
 #include "invoices/lineamounts.h"
+#include "store/sidefiles.h"
 #include "text/numbers.h"
 #include "transfer/sourcecheck.h"
 
@@ -41,6 +42,7 @@ void Fat::umurlarfaturabaslikoku()
     QString fiyatsizlar; // the whole text of its box
     bilgi.begin();
     m_kasaislemsayac = kasacariislemno(m_program);
+    note(unreadable(m_program.path(cashCounterFile)));
     {
         const Grid::Refill refill(l1());
         l1().clear();

@@ -3,6 +3,7 @@
 #include "check/listrules.h"
 #include "check/readnotes.h"
 #include "slips/columns.h"
+#include "store/sidefiles.h"
 #include "text/numbers.h"
 #include "text/record.h"
 #include "transfer/linewalk.h"
@@ -239,6 +240,8 @@ void SlipScreen::noteRead(const std::optional<Failure> &ended, int record)
         note(ended);
     else if (m_passedOver > 0)
         bilgi.add(u"%1 adım atlandı. İlki: %2"_s.arg(m_passedOver).arg(m_firstPassedOver));
+    for (const QStringView counter : {cashCounterFile, bankCounterFile})
+        note(unreadable(m_program.path(counter)));
 }
 
 void SlipScreen::caridosyasikoku()

@@ -6,6 +6,7 @@
 #include "base/wholefile.h"
 
 #include <QDir>
+#include <QFileInfo>
 
 #include <limits>
 
@@ -25,6 +26,11 @@ QString readSingleValue(const QString &path)
 void writeSingleValue(const QString &path, const QString &value)
 {
     writeLines(path, {value});
+}
+
+std::optional<Failure> unreadable(const QString &path)
+{
+    return QFileInfo::exists(path) ? passOver([&] { readSingleValue(path); }) : std::nullopt;
 }
 
 QStringList readLines(const QString &path, int count)

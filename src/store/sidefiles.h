@@ -1,7 +1,11 @@
 #pragma once
 
+#include "base/failure.h"
+
 #include <QString>
 #include <QStringList>
+
+#include <optional>
 
 namespace kervan {
 
@@ -18,6 +22,10 @@ inline constexpr QStringView bankCounterFile = u"bankacariislemno.kvz";
 QString readSingleValue(const QString &path);
 /// Writes the value as the only line.
 void writeSingleValue(const QString &path, const QString &value);
+
+/// Why a file that is there can't be read; nothing where it can, or where there is none. Numbers
+/// would begin anew behind it.
+std::optional<Failure> unreadable(const QString &path);
 
 /// Shape "lines": the first `count` lines, whole. A file with fewer is a Failure.
 QStringList readLines(const QString &path, int count);

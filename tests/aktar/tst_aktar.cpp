@@ -4,6 +4,7 @@
 #include "aktar/journal.h"
 #include "invoices/desk.h"
 #include "support/failing.h"
+#include "support/openelsewhere.h"
 #include "support/places.h"
 #include "support/table.h"
 
@@ -108,6 +109,7 @@ watched list    ; izle a --tarif=b.ini --listele                  ; "--listele" 
 no such word    ; cari a.txt --hedef={tarihh}.xml                 ; {tarihh}.xml
 two targets     ; cari a.txt --hedef=b.xml --hedef=c.xml          ; iki kez verildi
 no switch       ; cari a.txt --hedef=b.xml --uzerine-yaz=false    ; "false" olmaz: evet ya da hayır
+not both        ; fatura a.bif --hedef=b.xml --yazilmislari-atla --uzerine-yaz ; birlikte verilmez
 two looks       ; cari a.txt --listele --denetle                  ; birlikte verilmez
 two names       ; mey a.xls --hedef=b.xml --otomatik              ; birlikte verilmez
 no number       ; cari a.txt --hedef=c.xml --bekle=az             ; 0 ya da daha büyük
@@ -203,6 +205,25 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         QVERIFY(!readBytes(b.document(u"b.xml"_s)).contains("<NUMBER>F1<"));
         QVERIFY(readBytes(b.document(u"b.xml"_s)).contains("<NUMBER>F4<"));
         QCOMPARE(b.fatura(u"c.xml"_s, {u"--yazilmislari-atla"_s}), NothingWritten);
+        QVERIFY(!b.says(u"Uyarı"_s));
+        QByteArray other = readBytes(b.source).replace("100.00", "250.00"); // one was corrected
+        writeBytes(b.source, other + QByteArray(other).replace("F1", "F7"));
+        QCOMPARE(b.fatura(u"c.xml"_s, {u"--yazilmislari-atla"_s}), DoneWithFindings);
+        QCOMPARE(b.told.filter(u"Yazılmış sayıldı, dışarıda bırakıldı."_s).size(), 7);
+    }
+
+    void aDocumentThatCantBeReadMayHoldEveryRow()
+    {
+        Branch b;
+        if (!QFile::link(u"/proc/self/mem"_s, b.document(u"a.xml"_s)) ||
+            QSysInfo::kernelType() != u"linux")
+            QSKIP("no file that can't be read by anybody");
+        QCOMPARE(b.fatura(u"b.xml"_s, {u"--yazilmislari-atla"_s}), NothingWritten);
+        QVERIFY2(b.says(u"a.xml atlandı"_s) && b.says(u"hiçbir satır seçilmedi"_s),
+                 qPrintable(b.told.join(u'\n')));
+        QFile::remove(b.document(u"a.xml"_s));
+        writeBytes(b.document(u"a.xml"_s), "<html>\r\n</html>\r\n"); // nothing of ours
+        QCOMPARE(b.fatura(u"b.xml"_s, {u"--yazilmislari-atla"_s}), Done);
     }
 
     void listsAreShownInThreeForms()
@@ -530,12 +551,67 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QVERIFY(!isPending(b.folder));
     }
 
+    void whatIsTakenAwayBeforeItsPlaceTakesTheCountersBack()
+    {
+        Branch b;
+        const QByteArray counter = b.counter();
+        Journal journal(b.folder, b.documents);
+        writeBytes(b.sideFile(u"kasacariislemno.kvz"_s), " 99 \r\n");
+        const QString staged = journal.folder() + u"/a.xml"_s; // a scanner has put it away
+        QVERIFY(failsNaming(staged, [&] { journal.commit({{staged, b.document(u"a.xml"_s)}}); }));
+        QCOMPARE(b.counter(), counter);
+        QVERIFY(!isPending(b.folder));
+    }
+
+    void aCopyToAnotherDiskThatAKillCutIsBegunAnew()
+    {
+        const QByteArray whole = "<a>bütün</a>";
+        for (const QByteArray &there : {whole.first(4), whole, QByteArray("<b>")}) {
+            Branch b;
+            const QString to = b.document(u"uzak/a.xml"_s);
+            Journal journal(b.folder, b.documents);
+            const QString staged = journal.folder() + u"/a.xml"_s;
+            writeBytes(staged, whole);
+            QVERIFY(passOver([&] { journal.commit({{staged, to}}); })); // there is no such folder
+            QDir().mkpath(b.document(u"uzak"_s));
+            writeBytes(to, there);
+            const bool isOurs = whole.startsWith(there);
+            QCOMPARE(passOver([&] { recover(b.folder); }).has_value(), !isOurs);
+            QCOMPARE(readBytes(to), isOurs ? whole : there);
+        }
+    }
+
+    void aJournalThatCantBeReadIsNoneThatIsDone()
+    {
+        Branch b;
+        writeBytes(b.sideFile(journalName.toString()), "{");
+        QCOMPARE(b.fatura(u"a.xml"_s), NothingWritten);
+        QVERIFY(b.says(u"kervan-aktar.islem bozuk"_s));
+        QVERIFY(!recoverForWindow(b.folder).mayOpen && isPending(b.folder));
+        QCOMPARE(b.written(), QStringList());
+    }
+
+    // Numbers would begin anew, and taking back would delete it.
+    void withACounterThatCantBeReadNothingIsWritten()
+    {
+        Branch b;
+        const QString counter = b.sideFile(u"kasacariislemno.kvz"_s);
+        QFile::remove(counter);
+        QDir().mkpath(counter + u"/dolu"_s);
+        QCOMPARE(b.fatura(u"a.xml"_s), NothingWritten);
+        QVERIFY(b.says(u"kasacariislemno.kvz okunamadı"_s));
+        QCOMPARE(b.fatura({}, {u"--denetle"_s}), NothingWritten);
+        QVERIFY(QFile::exists(counter) && b.written().isEmpty() && !isPending(b.folder));
+    }
+
     // The window tells it and goes on, since somebody looks on there.
     void aCounterThatCantBeStoredTakesTheDocumentsBack()
     {
         Branch b;
         QFile::remove(b.sideFile(u"kasacariislemno.kvz"_s));
-        QDir().mkpath(b.sideFile(u"kasacariislemno.kvz/dolu"_s));
+        QFile::link(u"/proc/version"_s, b.sideFile(u"kasacariislemno.kvz"_s));
+        if (readBytes(b.sideFile(u"kasacariislemno.kvz"_s)).isEmpty())
+            QSKIP("no file that can be read and not replaced");
         QCOMPARE(b.fatura(u"a.xml"_s), NothingWritten);
         QCOMPARE(b.written(), QStringList());
         QVERIFY(!isPending(b.folder));
@@ -691,6 +767,12 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         w.drop(u"bir.bif"_s);
         QCOMPARE(w.watch(), Done);
         QVERIFY(w.files(u"aktarilan"_s).contains(u"bir-2.bif bir-2.bif.rapor.txt"_s));
+        QFile::remove(w.in(u"aktarilan/bir.bif"_s)); // and its report stays
+        QFile::remove(w.b.document(u"bir.xml"_s));
+        QFile::remove(w.b.document(u"bir-KASANAKIT.xml"_s));
+        w.drop(u"bir.bif"_s);
+        QCOMPARE(w.watch(), Done);
+        QVERIFY(w.files(u"aktarilan"_s).contains(u"bir-3.bif bir-3.bif.rapor.txt"_s));
         writeBytes(w.in(u"son.bif"_s), "");
         w.recipe += "tek-tur = hayir\n";
         w.b.isEnding = [&w] {
@@ -811,6 +893,10 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         QCOMPARE(w.files(u"."_s), u"bir.bif"_s);
         QCOMPARE(w.files(u"isleniyor"_s), QString());
         w.recipe.chop(12);
+        const QByteArray recipe = w.recipe;
+        w.recipe += "[izle]\nbicim = csv\n"; // there is no list to give a form to
+        QCOMPARE(w.watch(), UsedWrongly);
+        w.recipe = recipe + "[fatura]\nbicim = csv\n"; // that is for its lists
         FolderLock window(w.b.folder, FolderLock::Who::Window);
         QVERIFY(window.take());
         QCOMPARE(w.watch(), InUse);
@@ -825,7 +911,7 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         w.b.isEnding = [] {
             return false;
         };
-        w.recipe.chop(30);
+        w.recipe = recipe;
         QCOMPARE(w.watch(), Done);
         QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
     }
@@ -850,6 +936,12 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         };
         QCOMPARE(w.watch(), NothingWritten); // at a signal, after many looks
         QCOMPARE(w.b.told, told);
+        w.b.isEnding = [looks = 0, &w]() mutable {
+            if (++looks == 6)
+                QFile::remove(w.in(u"isleniyor/bozuk.bif"_s));
+            return looks > 12;
+        };
+        QCOMPARE(w.watch(), NothingWritten); // though somebody has taken it away
     }
 
     void aFullDiskEndsNoWatch()
@@ -922,6 +1014,40 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         QVERIFY2(w.b.says(u"bir.bif: Alınmadı"_s), qPrintable(w.b.told.join(u'\n')));
         QCOMPARE(w.files(u"isleniyor"_s), QString());
         QCOMPARE(w.b.written(), QStringList());
+    }
+
+    // Renamed while its writer goes on with it, the file would be half a day's; a document that is
+    // open in Logo keeps nobody from the next one.
+    void whatAnotherProgramHasOpenIsLeftAsItIs()
+    {
+#ifdef Q_OS_WIN
+        Watched w;
+        w.drop(u"bir.bif"_s);
+        {
+            const OpenElsewhere sender(w.in(u"bir.bif"_s), FILE_SHARE_READ | FILE_SHARE_WRITE);
+            QCOMPARE(w.watch(), NothingWritten);
+            QVERIFY(w.b.says(u"bir.bif: Alınmadı, başka bir programda açık"_s));
+            QCOMPARE(w.files(u"."_s), u"bir.bif"_s);
+            QCOMPARE(w.files(u"isleniyor"_s), QString());
+        }
+        QCOMPARE(w.watch(), Done);
+        const QByteArray counter = w.b.counter();
+        const QByteArray document = readBytes(w.b.document(u"bir.xml"_s));
+        {
+            const OpenElsewhere logo(w.b.document(u"bir.xml"_s), FILE_SHARE_READ);
+            QCOMPARE(w.b.fatura(u"bir.xml"_s, {u"--uzerine-yaz"_s}), NothingWritten);
+            QVERIFY(w.b.says(u"başka bir programda açık"_s));
+        }
+        QVERIFY(readBytes(w.b.document(u"bir.xml"_s)) == document && !isPending(w.b.folder));
+        {
+            const OpenElsewhere backup(w.b.sideFile(u"kasacariislemno.kvz"_s));
+            QCOMPARE(w.b.fatura(u"iki.xml"_s), NothingWritten);
+        }
+        QCOMPARE(w.b.counter(), counter);
+        QCOMPARE(w.b.fatura(u"iki.xml"_s), Done);
+#else
+        QSKIP("open files are nobody's alone here");
+#endif
     }
 
     void aTargetInsideTheWatchedFolderIsAWrongUse()
