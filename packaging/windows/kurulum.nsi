@@ -58,16 +58,23 @@ VIAddVersionKey /LANG=1055 LegalCopyright ""
     Quit
 !macroend
 
-; The program's own files can't be replaced or removed while it runs.
-!macro QuitWhileOpen
-    ${If} ${FileExists} "$INSTDIR\kervan-transfer.exe"
+!macro QuitWhileRunning PROGRAM WHY
+    ${If} ${FileExists} "$INSTDIR\${PROGRAM}.exe"
         ClearErrors
-        FileOpen $0 "$INSTDIR\kervan-transfer.exe" a
+        FileOpen $0 "$INSTDIR\${PROGRAM}.exe" a
         ${If} ${Errors}
-            !insertmacro Refuse "${NAME} açık. Programı kapatıp yeniden deneyin." 3
+            !insertmacro Refuse "${WHY}" 3
         ${EndIf}
         FileClose $0
     ${EndIf}
+!macroend
+
+; The program's own files can't be replaced or removed while one of them runs.
+!macro QuitWhileOpen
+    !insertmacro QuitWhileRunning kervan-transfer "${NAME} açık. Programı kapatıp yeniden deneyin."
+    !insertmacro QuitWhileRunning kervan-aktar \
+        "kervan-aktar çalışıyor (bir aktarım ya da izlenen bir klasör). Durdurup yeniden deneyin."
+    !insertmacro QuitWhileRunning kervan-kurulum "kervan-kurulum çalışıyor. Bitince yeniden deneyin."
 !macroend
 
 ; Sets $0 to 1 for Program Files and what is below it, else to nothing. The short names are compared,

@@ -24,9 +24,6 @@ wine_start() {
     # Without a window manager on the display nobody would take a closed window off it, for which
     # Wine waits two seconds each time.
     wine reg add 'HKCU\Software\Wine\X11 Driver' /v Managed /d N /f
-    # At its first window Qt asks once which graphics card there is; Wine would compile shaders for one
-    # of software to answer that.
-    wine reg add 'HKCU\Software\Wine\Direct3D' /v renderer /d no3d /f
     # A crash is the test's to report; Wine's debugger would wait for somebody to see it.
     wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Debugger /d '' /f
     wine reg add 'HKLM\Software\Microsoft\Windows NT\CurrentVersion\AeDebug' /v Auto /d 1 /f
@@ -116,12 +113,12 @@ refused() { # STATUS INSTALLER FOLDER
 }
 
 # Over a program that runs; it goes on.
-refuse_while_open() { # INSTALLER FOLDER TARGET
-    timeout 120 wine "$2/kervan-transfer.exe" &
+refuse_while_open() { # INSTALLER TARGET PROGRAM [ARGUMENTS]
+    timeout 120 wine "${@:3}" &
     sleep 10
-    refused 3 "$1" "$3"
-    wine taskkill /im kervan-transfer.exe
-    wait $!
+    refused 3 "$1" "$2"
+    wine taskkill /f /im "$(basename "$3")"
+    wait $! || true
 }
 
 # As a user starts it, it goes on as a copy of itself and is back at once.
@@ -153,7 +150,11 @@ wine_install() { # INSTALLER
     refused 5 "$1" 'C:\Program Files\Kervan'
     refused 5 "$1" 'C:\Windows\..\Program Files (x86)'
     refused 5 "$1" "$(winepath -s 'C:\Program Files')\\Yeni\\Kervan" # by its short name
-    refuse_while_open "$1" "$folder" "$target"
+    refuse_while_open "$1" "$target" "$folder/kervan-transfer.exe"
+    mkdir "$WINEPREFIX/drive_c/gelen"
+    echo 'aktarim = cari' >"$WINEPREFIX/drive_c/gelen.ini"
+    refuse_while_open "$1" "$target" "$folder/kervan-aktar.exe" izle 'C:\gelen' --tarif 'C:\gelen.ini' \
+        --hedef "$target\\logo xml\\"
     install_into "$1" "$beside" # only begins alike, and takes the entries over
     uninstall "$folder"
     [[ $(count_links) == 1 ]]
