@@ -179,16 +179,21 @@ void shownList(benchmark::State &state)
     }
 }
 
-BENCHMARK(readList)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(readList)->Arg(1000)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(readCheckedList)->Arg(5000)->Unit(benchmark::kMillisecond);
-BENCHMARK(findings)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(findings)->Arg(1000)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(longestSlice)->Arg(5000)->Unit(benchmark::kMillisecond);
 BENCHMARK(readBytes)->Arg(5000)->Unit(benchmark::kMillisecond);
-BENCHMARK(exportAll)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(exportAll)
+    ->Arg(1000)
+    ->Arg(5000)
+    ->Arg(10000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK(exportChecked)->Arg(5000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(writeBytes)->Arg(5000)->Arg(10000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(clickLastRow)->Arg(5000)->Unit(benchmark::kMillisecond);
-BENCHMARK(shownList)->Arg(20000)->Unit(benchmark::kMillisecond);
+BENCHMARK(shownList)->Arg(2000)->Arg(20000)->Unit(benchmark::kMillisecond);
 
 } // namespace
 

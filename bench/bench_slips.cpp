@@ -84,9 +84,10 @@ void fillWordsOfTheTemplate(benchmark::State &state)
 }
 
 BENCHMARK(fillWordsOfTheTemplate)->Arg(350)->Arg(3500)->Unit(benchmark::kMillisecond);
-BENCHMARK(readMovements)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(writeCashSlips)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(writeBytes)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
+// Neither size fits the processor's cache.
+BENCHMARK(readMovements)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(writeCashSlips)->Arg(20000)->Arg(200000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(writeBytes)->Arg(200000)->Unit(benchmark::kMillisecond)->UseRealTime();
 
 } // namespace
 
