@@ -127,7 +127,8 @@ LONG WINAPI onException(EXCEPTION_POINTERS *what)
         if (!function) {
             if (count > 1)
                 break;
-            // One that keeps nothing on the stack, or a jump to nowhere.
+            // One that keeps nothing on the stack, or a jump to nowhere; the stack may be lost too.
+            writeReport("exception", what->ExceptionRecord->ExceptionCode, {places.data(), count});
             at.Rip = *reinterpret_cast<const DWORD64 *>(at.Rsp);
             at.Rsp += sizeof(DWORD64);
             continue;

@@ -1,6 +1,7 @@
 #include "base/movefile.h"
 
 #include "base/filefault.h"
+#include "base/wholefile.h"
 
 #include <QDir>
 #include <QFile>
@@ -10,6 +11,8 @@
 #else
 #include <cerrno>
 #include <cstdio>
+
+#include <fcntl.h>
 #endif
 
 namespace kervan {
@@ -35,13 +38,46 @@ constexpr int otherDisk = EXDEV;
 
 bool rename(const QString &from, const QString &to, bool replaces)
 {
+    const QByteArray old = QFile::encodeName(from);
+    const QByteArray name = QFile::encodeName(to);
     if (replaces)
-        return std::rename(QFile::encodeName(from).constData(),
-                           QFile::encodeName(to).constData()) == 0;
-    errno = otherDisk; // the library's own call replaces nothing, and leaves no gap for another
-    return false;
+        return std::rename(old, name) == 0;
+    if (renameat2(AT_FDCWD, old, AT_FDCWD, name, RENAME_NOREPLACE) == 0)
+        return true;
+    if (errno != EINVAL && errno != ENOSYS)
+        return false;
+    if (QFile::exists(to)) { // some shares know only the other call
+        errno = EEXIST;
+        return false;
+    }
+    return std::rename(old, name) == 0;
 }
 #endif
+
+// Whole or not at all, and the file goes only behind it; the library's own call does not look at
+// what its last flush gives.
+void copyOver(const QString &from, const QString &to)
+{
+    constexpr qint64 piece = 1 << 20;
+    QFile file(from);
+    WholeFile copy(to);
+    clearFault();
+    bool isFine = file.open(QIODevice::ReadOnly);
+    while (isFine && !file.atEnd()) {
+        copy.write(file.read(piece));
+        isFine = file.error() == QFileDevice::NoError;
+    }
+    if (!isFine)
+        throw moveFailure(from, to, filefault(file, lastFault()));
+    copy.commit();
+    file.close();
+    clearFault();
+    if (file.remove())
+        return;
+    const QString why = filefault(file, lastFault());
+    QFile::remove(to);
+    throw moveFailure(from, to, why);
+}
 
 } // namespace
 
@@ -51,15 +87,13 @@ void moveFile(const QString &from, const QString &to, bool replaces)
     if (rename(from, to, replaces))
         return;
     const int fault = lastFault();
-    const QFile held(isOpenElsewhere(from) ? from : to);
-    if (fault != otherDisk)
-        throw moveFailure(from, to,
-                          !replaces && QFile::exists(to) ? u"zaten var"_s : filefault(held, fault));
-    if (replaces)
-        QFile::remove(to);
-    QFile file(from);
-    if (!file.rename(to))
-        throw moveFailure(from, to, QFile::exists(to) ? u"zaten var"_s : file.errorString());
+    if (!QFile::exists(from))
+        throw moveFailure(from, to, u"dosya bulunamadı"_s);
+    if (!replaces && QFile::exists(to))
+        throw moveFailure(from, to, u"zaten var"_s);
+    if (fault == otherDisk)
+        return copyOver(from, to);
+    throw moveFailure(from, to, filefault(QFile(isOpenElsewhere(from) ? from : to), fault));
 }
 
 Failure moveFailure(const QString &from, const QString &to, const QString &why)
