@@ -130,15 +130,15 @@ DocumentCache::documents(const QStringList &folders, const std::atomic_bool &sto
     std::vector<std::shared_ptr<const KnownDocument>> found;
     std::size_t held = 0;
     for (const Found &file : files) {
-        const bool isTooMuch = held >= mostRecords || found.size() >= mostFiles;
-        auto document = isTooMuch ? nullptr : this->document(file.path, file.size, file.time, stop);
+        if (held >= mostRecords || found.size() >= mostFiles) {
+            KnownDocument passed(file.path, file.size, file.time);
+            passed.fault = u"Klasörde çok fazla belge var, bu ve daha eskileri okunmadı."_s;
+            found.push_back(std::make_shared<const KnownDocument>(std::move(passed)));
+            break;
+        }
+        auto document = this->document(file.path, file.size, file.time, stop);
         if (stop)
             return {};
-        if (!document) {
-            KnownDocument passed(file.path, file.size, file.time);
-            passed.fault = u"Klasörde çok fazla belge var, bu eski belge okunmadı."_s;
-            document = std::make_shared<const KnownDocument>(std::move(passed));
-        }
         held += document->records.size();
         m_known.insert(document->path, document);
         found.push_back(std::move(document));
@@ -184,6 +184,9 @@ DocumentCache::document(const QString &path, qint64 size, qint64 time, const std
             if (record.family == DocumentFamily::CashSlips)
                 document.cashNumber =
                     std::max(document.cashNumber, numbered(record[Field::Number], "KN"));
+            if (record.family == DocumentFamily::CardSlips) // from the same counter
+                document.cashNumber =
+                    std::max(document.cashNumber, numbered(record[Field::Number], "KK"));
             if (record.family == DocumentFamily::BankSlips)
                 document.bankNumber =
                     std::max(document.bankNumber, numbered(record[Field::Number], "BT"));
@@ -193,9 +196,11 @@ DocumentCache::document(const QString &path, qint64 size, qint64 time, const std
     document.fault = reading.fault;
     document.isForeign =
         !reading.fault.isEmpty() && reading.bytes > 0 && reading.family == DocumentFamily::Unknown;
-    document.isHalf = document.fault.isEmpty() && !reading.whole;
-    if (document.isHalf)
+    document.isHalf = document.fault == emptyDocument;
+    if (document.fault.isEmpty() && !reading.whole) {
+        document.isHalf = true;
         document.fault = u"Belge yarım kalmış."_s;
+    }
     if (!document.fault.isEmpty()) { // half a document was never imported
         document.records = {};
         document.cashNumber = document.bankNumber = 0;

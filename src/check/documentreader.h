@@ -71,6 +71,9 @@ struct DocumentProblem
     QString value; ///< that made it, cut where it is long
 };
 
+/// The fault of a document without a line.
+constexpr QStringView emptyDocument = u"Dosya boş.";
+
 /// What a document was found to be.
 struct DocumentReading
 {

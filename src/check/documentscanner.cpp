@@ -383,7 +383,7 @@ void DocumentScanner::finish()
     if (m_givenUp)
         return;
     if (m_reading.root.isEmpty() && m_open.empty()) {
-        m_reading.fault = m_line == 0 ? u"Dosya boş."_s : u"Bir Xml belgesi değil."_s;
+        m_reading.fault = m_line == 0 ? emptyDocument.toString() : u"Bir Xml belgesi değil."_s;
         return;
     }
     m_reading.whole = m_ended;
