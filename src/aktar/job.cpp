@@ -134,10 +134,10 @@ Job::Job(Program &program, CommandPorts ports, const Transfer &transfer, const O
                    dayOf(u"son-tarih"_s, options.value(u"son-tarih"_s), today));
     if (options.isOn(u"listele"_s) && options.isOn(u"denetle"_s))
         throw Failure(u"--listele ile --denetle birlikte verilmez."_s);
-    if (m_selection.unwritten && options.isOn(u"uzerine-yaz"_s)) // those left out would be lost
+    if (m_selection.unwritten && options.isOn(u"uzerine-yaz"_s) && !onlyReads())
         throw Failure(
-            u"--yazilmislari-atla ile --uzerine-yaz birlikte verilmez: dışarıda bırakılan "
-            "satırların belgesi ezilirdi."_s);
+            u"Yazılmış olanları dışarıda bırakmak (--yazilmislari-atla, --sec yazilmamis) "
+            "ile --uzerine-yaz birlikte verilmez: belgeleri ezilirdi."_s);
     const QString target = options.value(u"hedef"_s);
     checkTarget(target);
     if (options.isOn(u"otomatik"_s)) {
@@ -182,6 +182,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
     outcome.source = QFileInfo(source).absoluteFilePath();
     outcome.begun = m_program.clock.now();
     m_told.clear();
+    m_isBarred = false;
     m_program.db.forgetFailures();
     const Streams named{streams.out, [&, name = nameOf(source)](const QString &line) {
                             streams.tell(name + u": "_s + line);
@@ -196,8 +197,9 @@ Outcome Job::run(const QString &source, const Streams &streams)
     tellNotes(screen.notes, own);
     const std::vector<Step> steps = stepsOf(screen);
     const auto failed = passOver([&] {
-        // One that can't be read would be begun anew.
-        outcome.countersBefore = outcome.countersAfter = countersOf(m_program.folder);
+        barIfItFails([&] { // one that can't be read would be begun anew
+            outcome.countersBefore = outcome.countersAfter = countersOf(m_program.folder);
+        });
         if (!isHeldUp())
             read(screen, steps, outcome, own);
         if (isHeldUp()) // a finding of what could not be asked for would be none
@@ -218,12 +220,24 @@ Outcome Job::run(const QString &source, const Streams &streams)
                  "yeniden deneyin."_s.arg(onlyReads() ? u"Bakılamadı"_s : u"Belge yazılmadı"_s,
                                           m_program.db.heldFile()));
     }
+    if (m_isBarred && outcome.status == NothingWritten)
+        outcome.status = InUse;
     const bool isClean =
         outcome.findings.isEmpty() && m_told.isEmpty() && m_ports.boxes.warnings().isEmpty();
     if (outcome.status == Done && !isClean)
         outcome.status = DoneWithFindings;
     passOver([&] { outcome.countersAfter = countersOf(m_program.folder); });
     return outcome;
+}
+
+void Job::barIfItFails(const std::function<void()> &step)
+{
+    const auto failed = passOver(step);
+    if (!failed)
+        return;
+    m_isBarred = true;
+    throw Failure(u"%1: %2"_s.arg(onlyReads() ? u"Bakılamadı"_s : u"Belge yazılmadı"_s,
+                                  failed->description()));
 }
 
 // What is used wrongly shows here, in front of the source.
@@ -273,6 +287,7 @@ void Job::read(OpenScreen &screen, const std::vector<Step> &steps, Outcome &outc
             .cure = u"Kaynağı okumanın bittiği satırda düzeltin."_s};
     const QString folder = QFileInfo(targetOf(outcome.source)).path();
     const Chosen chosen = selectRows(screen, m_selection, folder);
+    m_isBarred = m_isBarred || chosen.isBarred;
     for (const QString &line : chosen.lines)
         streams.tell(u"Seçim: "_s + line);
     outcome.findings += chosen.findings;
@@ -389,10 +404,7 @@ void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
         return screen.writeAutomatically(); // which tells it in its boxes
     if (!mayWrite(screen, outcome, target, streams.tell))
         return;
-    const auto barred = passOver([&] { recover(m_program.folder); });
-    if (barred)
-        return streams.tell(u"Belge yazılmadı, önceki aktarım tamamlanamıyor: "_s +
-                            barred->description());
+    barIfItFails([&] { recover(m_program.folder); });
     QElapsedTimer time;
     time.start();
     const auto failed = passOver([&] {

@@ -59,6 +59,8 @@ private:
     void look(OpenScreen &screen, Outcome &outcome, const Streams &streams) const;
     void show(const Outcome &outcome, const Checks &checks, const Streams &streams) const;
     QStringList countersBehind(const OpenScreen &screen, const QString &source) const;
+    /// A step that fails by what is no fault of the source: it is for another time.
+    void barIfItFails(const std::function<void()> &step);
     /// Whether another program held a database that is read here.
     bool isHeldUp() const { return !m_program.db.heldFile().isEmpty(); }
     /// Whether definitions or prices could not be read.
@@ -79,6 +81,7 @@ private:
     Selection m_selection;
     QString m_automatic; // the document that the settings name
     QStringList m_told;  // of the notes of the source in hand
+    bool m_isBarred = false;
 };
 
 } // namespace kervan

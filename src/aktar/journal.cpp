@@ -87,14 +87,12 @@ void putBack(const QString &programFolder, const QJsonObject &counters)
     }
 }
 
-// Whether a kill in the midst of a copy to another file system has left it there.
-bool isBegunCopy(const Move &move)
+// Whether a kill behind a copy to another disk has left both.
+bool isCopied(const Move &move)
 {
-    QFile whole(move.from), begun(move.to);
-    if (!whole.open(QIODevice::ReadOnly) || !begun.open(QIODevice::ReadOnly))
-        return false;
-    const QByteArray bytes = begun.readAll();
-    return whole.read(bytes.size()) == bytes;
+    QFile from(move.from), to(move.to);
+    return from.size() == to.size() && from.open(QIODevice::ReadOnly) &&
+           to.open(QIODevice::ReadOnly) && from.readAll() == to.readAll();
 }
 
 // One that is moved already is no fault, even if somebody took it along; without its folder it may
@@ -106,7 +104,7 @@ void carryOut(const Move &move)
             throw moveFailure(move.from, move.to, u"dosya bulunamadı"_s);
         return;
     }
-    moveFile(move.from, move.to, move.replaces || isBegunCopy(move));
+    moveFile(move.from, move.to, move.replaces || isCopied(move));
 }
 
 void removeFolder(const QString &folder)
@@ -115,10 +113,23 @@ void removeFolder(const QString &folder)
         QDir(folder).removeRecursively();
 }
 
-bool isHeld(const QString &path)
+// Why it can't be carried out; empty where it can, as far as that is to be known before.
+QString obstacleOf(const Move &move)
 {
-    waitWhileOpen(path);
-    return isOpenElsewhere(path);
+    if (!QFile::exists(move.from) && QFileInfo(move.from).dir().exists())
+        return u"dosya bulunamadı"_s;
+    if (!move.replaces && QFile::exists(move.to))
+        return u"zaten var"_s;
+    for (const QString &path : {move.from, move.to}) {
+        waitWhileOpen(path);
+        if (isOpenElsewhere(path))
+            return u"başka bir programda açık"_s;
+    }
+#ifdef Q_OS_WIN // elsewhere the folder's rights count
+    if (QFile::exists(move.to) && !QFileInfo(move.to).isWritable())
+        return u"dosya salt okunur"_s;
+#endif
+    return {};
 }
 
 void finish(const QString &programFolder, const QString &folder, const QList<Move> &moves)
@@ -128,6 +139,7 @@ void finish(const QString &programFolder, const QString &folder, const QList<Mov
     // An empty folder that is left without it goes when the next one begins; the other way about, a
     // document that somebody has fetched by then would be missed.
     QFile journal(journalOf(programFolder));
+    waitWhileOpen(journal.fileName());
     clearFault();
     if (journal.remove() || !journal.exists())
         return removeFolder(folder);
@@ -182,11 +194,7 @@ void Journal::commit(const QList<Move> &moves)
 {
     // Another program may write to the same place, or have taken away what was written.
     for (const Move &move : moves) {
-        const bool isGone = !QFile::exists(move.from) && QFileInfo(move.from).dir().exists();
-        const QString why = isGone                                     ? u"dosya bulunamadı"_s
-                            : !move.replaces && QFile::exists(move.to) ? u"zaten var"_s
-                            : isHeld(move.to) ? u"başka bir programda açık"_s
-                                              : QString();
+        const QString why = obstacleOf(move);
         if (why.isEmpty())
             continue;
         takeBack();

@@ -3,7 +3,9 @@
 #include "base/failure.h"
 #include "text/dates.h"
 
+#include <QDir>
 #include <QEventLoop>
+#include <QFileInfo>
 #include <QTimer>
 
 namespace kervan {
@@ -67,6 +69,8 @@ QList<WrittenMark> marksOf(const ListedRows &rows, const QString &folder, QStrin
     timer.start(lookedAgain);
     waiting.exec();
     unread = documents.unread();
+    if (!QFileInfo(folder).isReadable())
+        unread << u"%1 okunamadı."_s.arg(QDir::toNativeSeparators(folder));
     return documents.marks();
 }
 
@@ -138,26 +142,26 @@ Chosen selectRows(const OpenScreen &screen, const Selection &selection, const QS
     if (!unread.isEmpty()) { // their rows would be written twice
         screen.list.setAllTicked(false);
         unread << u"Nelerin yazılmış olduğu bilinemiyor, hiçbir satır seçilmedi."_s;
-        return {.lines = unread};
+        return {.lines = unread, .isBarred = true};
     }
-    const auto isUnwritten = [&](int row) {
-        return marks.value(row).kind == WrittenMark::None;
-    };
-    screen.list.tickWhere([&](int row) {
+    const auto isWanted = [&](int row) {
         return (!selection.first.isValid() ||
                 isWithin(selection, screen.list.cell(row, shape.date))) &&
                (selection.numbers.isEmpty() ||
                 selection.numbers.contains(screen.list.cell(row, shape.number))) &&
-               (!selection.eInvoice || screen.eInvoice(row) == *selection.eInvoice) &&
-               isUnwritten(row);
-    });
+               (!selection.eInvoice || screen.eInvoice(row) == *selection.eInvoice);
+    };
     Chosen chosen;
     int written = 0;
-    for (int row = 0; row < marks.size(); ++row) {
-        written += isUnwritten(row) ? 0 : 1;
-        if (marks[row].kind == WrittenMark::Differs || marks[row].kind == WrittenMark::Similar)
-            chosen.findings << doubtOf(screen, row, marks[row]);
-    }
+    screen.list.tickWhere([&](int row) {
+        const WrittenMark mark = marks.value(row);
+        if (!isWanted(row) || mark.kind == WrittenMark::None)
+            return isWanted(row);
+        ++written;
+        if (mark.kind != WrittenMark::Same)
+            chosen.findings << doubtOf(screen, row, mark);
+        return false;
+    });
     if (written > 0)
         chosen.lines << u"Yazılmış olan %1 satır dışarıda bırakıldı."_s.arg(written);
     return chosen;

@@ -38,6 +38,7 @@ struct Chosen
 {
     QStringList lines;
     QList<Finding> findings = {}; ///< of rows left out for a document that is not quite the same
+    bool isBarred = false;        ///< what is written could not be known, so nothing was chosen
 };
 
 /// Ticks those rows of the list and no others. `folder` is the target's; while a document there

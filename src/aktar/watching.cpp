@@ -202,7 +202,9 @@ Status Watch::run()
     const bool isOneRound = m_options.isOn(u"tek-tur"_s);
     std::optional<Status> barred;
     while (!m_world.isEnding()) {
-        takeComplete();
+        // What is half done may still want to move a file of the same name.
+        if (!isPending(m_program.program().folder))
+            takeComplete();
         barred = transferAll();
         if (barred && (isOneRound || *barred == UsedWrongly))
             return *barred;
@@ -241,11 +243,11 @@ void Watch::takeComplete()
             continue;
         }
         const QString path = QDir(m_folder).filePath(name);
+        waitWhileOpen(path);
         if (isOpenElsewhere(path)) // it may be written on
-            refuse(name, u"başka bir programda açık, kapanınca alınacak."_s);
+            refuse(name, u"başka bir programda açık."_s);
         else if (const auto failed = passOver([&] { moveFile(path, inHand(name)); }))
-            refuse(name, u"isleniyor klasörüne taşınamadı. Klasöre yazma hakkı verin. "_s +
-                             failed->description());
+            refuse(name, failed->description());
         m_looks.remove(name);
     }
 }
@@ -275,6 +277,11 @@ std::optional<Status> Watch::transferAll()
         m_status = worse(m_status, stuck->status); // somebody has taken it away
         return true;
     });
+    if (isPending(m_program.program().folder)) {
+        if (const Status entered = enter(); entered != Done)
+            return entered;
+        m_program.leave();
+    }
     for (const QString &name : waiting(m_work, {u"*"_s})) {
         if (m_world.isEnding())
             break;
@@ -361,7 +368,8 @@ Status Watch::transferOne(const QString &name)
             m_world.streams.tell(name + u": Yerine geri konamadı. "_s + failed->description());
         return UsedWrongly;
     }
-    if (outcome.status == NothingWritten && !isPending(m_program.program().folder)) {
+    if (outcome.status == NothingWritten && !isPending(m_program.program().folder) &&
+        QFileInfo::exists(inHand(name))) {
         if (const auto failed = passOver([&] { putAway(name, outcome); }))
             tell(name + u": Yeniden denenecek. "_s + failed->description());
     }
@@ -376,7 +384,11 @@ void Watch::putAway(const QString &name, const Outcome &outcome)
 {
     const QString path = freeName(m_failed, name);
     writeReport(reportOf(path), outcome);
-    moveFile(inHand(name), path);
+    const auto failed = passOver([&] { moveFile(inHand(name), path); });
+    if (!failed)
+        return;
+    QFile::remove(reportOf(path)); // it is tried again
+    throw Failure(*failed);
 }
 
 QList<Move> Watch::closing(const QString &name, const Outcome &outcome, const QString &staging)
