@@ -4,7 +4,6 @@
 #include "base/failure.h"
 #include "check/readback.h"
 #include "check/readinessrules.h"
-#include "check/readnotes.h"
 #include "check/writtendocuments.h"
 #include "store/folders.h"
 #include "text/masks.h"
@@ -276,10 +275,9 @@ void Job::read(OpenScreen &screen, const std::vector<Step> &steps, Outcome &outc
     screen.read(outcome.source);
     choose(true);
     tellNotes(screen.notes, streams);
-    const auto reasons = screen.report.reasons();
-    for (const auto &[reason, count] : reasons)
+    for (const auto &[reason, count] : screen.report.reasons())
         streams.tell(u"Okuma: %1 (%2 kez)"_s.arg(reason, QString::number(count)));
-    if (std::ranges::any_of(reasons, [](const auto &one) { return one.first == endOfReading; }))
+    if (screen.report.isCutShort())
         outcome.findings << Finding{
             .rule = u"okuma"_s,
             .level = Level::Error,
@@ -287,7 +285,7 @@ void Job::read(OpenScreen &screen, const std::vector<Step> &steps, Outcome &outc
             .cure = u"Kaynağı okumanın bittiği satırda düzeltin."_s};
     const QString folder = QFileInfo(targetOf(outcome.source)).path();
     const Chosen chosen = selectRows(screen, m_selection, folder);
-    m_isBarred = m_isBarred || chosen.isBarred;
+    m_isBarred = chosen.isBarred;
     for (const QString &line : chosen.lines)
         streams.tell(u"Seçim: "_s + line);
     outcome.findings += chosen.findings;

@@ -121,8 +121,7 @@ QString obstacleOf(const Move &move)
     if (!move.replaces && QFile::exists(move.to))
         return u"zaten var"_s;
     for (const QString &path : {move.from, move.to}) {
-        waitWhileOpen(path);
-        if (isOpenElsewhere(path))
+        if (!waitWhileOpen(path))
             return u"başka bir programda açık"_s;
     }
 #ifdef Q_OS_WIN // elsewhere the folder's rights count

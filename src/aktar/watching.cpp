@@ -243,8 +243,7 @@ void Watch::takeComplete()
             continue;
         }
         const QString path = QDir(m_folder).filePath(name);
-        waitWhileOpen(path);
-        if (isOpenElsewhere(path)) // it may be written on
+        if (!waitWhileOpen(path)) // it may be written on
             refuse(name, u"başka bir programda açık."_s);
         else if (const auto failed = passOver([&] { moveFile(path, inHand(name)); }))
             refuse(name, failed->description());

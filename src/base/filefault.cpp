@@ -114,11 +114,26 @@ bool isOpenElsewhere([[maybe_unused]] const QString &path)
     return false;
 }
 
-void waitWhileOpen(const QString &path)
+bool waitWhileOpen(const QString &path)
 {
     constexpr int looks = 20;
-    for (int i = 0; i < looks && isOpenElsewhere(path); ++i)
+    for (int i = 0; i < looks; ++i) {
+        if (!isOpenElsewhere(path))
+            return true;
         QThread::msleep(50);
+    }
+    return false;
+}
+
+bool isOfOtherMachine(const QString &path)
+{
+    const QString name = QDir::fromNativeSeparators(path);
+#ifdef Q_OS_WIN
+    const QString drive = QDir::toNativeSeparators(name.left(3));
+    if (GetDriveTypeW(drive.toStdWString().c_str()) == DRIVE_REMOTE)
+        return true;
+#endif
+    return name.startsWith(u"//"_s);
 }
 
 void clearFault()

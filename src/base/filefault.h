@@ -24,9 +24,13 @@ QString filefault(const QFileDevice &file, int fault);
 /// knows that.
 bool isOpenElsewhere(const QString &path);
 
-/// Waits for a second at most while it is: scanners and copies to the cloud open for a moment what
-/// was just written.
-void waitWhileOpen(const QString &path);
+/// Waits for a second at most while it is, and tells whether it is no longer: scanners and copies
+/// to the cloud open for a moment what was just written.
+bool waitWhileOpen(const QString &path);
+
+/// Whether the name leads to another machine: a share, on Windows also as a drive. Nothing is asked
+/// of the other machine.
+bool isOfOtherMachine(const QString &path);
 
 /// Why no file may have this name, empty if one may. Windows would put what is written to
 /// "NUL.xml" nowhere, behind a colon out of sight, and with a point or a blank at the end into a

@@ -1,5 +1,6 @@
 #include "check/readinessrules.h"
 
+#include "base/filefault.h"
 #include "check/listrules.h"
 #include "text/numbers.h"
 #include "transfer/target.h"
@@ -8,26 +9,11 @@
 #include <QDir>
 #include <QFileInfo>
 
-#ifdef Q_OS_WIN
-#include <windows.h>
-#endif
-
 namespace kervan {
 
 using namespace Qt::StringLiterals;
 
 namespace {
-
-bool isOfOtherMachine(const QString &path)
-{
-    const QString name = QDir::fromNativeSeparators(path);
-#ifdef Q_OS_WIN
-    if (GetDriveTypeW(QDir::toNativeSeparators(name.left(3)).toStdWString().c_str()) ==
-        DRIVE_REMOTE)
-        return true;
-#endif
-    return name.startsWith(u"//"_s);
-}
 
 // Windows marks folders of its own as read only that everybody writes into, and tells rights only
 // by trying.

@@ -30,8 +30,10 @@ void addEmptyCells(ReadReport &report, const Grid &grid, int row, QStringView li
 
 void addEnd(ReadReport &report, qint64 line, const std::optional<Failure> &failed)
 {
-    if (failed)
-        report.add(line, failed->headline(), endOfReading.toString());
+    if (!failed)
+        return;
+    report.add(line, failed->headline(), u"Okuma burada bitti."_s);
+    report.cutShort();
 }
 
 } // namespace kervan

@@ -26,8 +26,6 @@ struct WantedField
 void addEmptyCells(ReadReport &report, const Grid &grid, int row, QStringView line,
                    std::span<const WantedField> wanted);
 
-/// The reason of what a reading that ended early left out.
-constexpr QStringView endOfReading = u"Okuma burada bitti.";
 /// Reports where a reading ended before its source did; nothing without a failure.
 void addEnd(ReadReport &report, qint64 line, const std::optional<Failure> &failed);
 

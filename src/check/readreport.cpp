@@ -9,6 +9,7 @@ void ReadReport::begin(const QString &source)
     m_reasons.clear();
     m_reasonPlaces.clear();
     m_total = 0;
+    m_isCutShort = false;
 }
 
 void ReadReport::add(qint64 line, QStringView record, const QString &reason, const QString &cell)

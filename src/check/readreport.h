@@ -32,6 +32,9 @@ public:
     void add(qint64 line, QStringView record, const QString &reason, const QString &cell = {});
     /// Whether the next entry is kept; if not, neither its record nor its cell need be spelled.
     bool hasRoom() const { return m_entries.size() < mostEntries; }
+    /// The source has more, which the read could not take; behind the last add().
+    void cutShort() { m_isCutShort = true; }
+    bool isCutShort() const { return m_isCutShort; }
     /// The read is through.
     void end() { Q_EMIT changed(); }
 
@@ -54,6 +57,7 @@ private:
     QList<std::pair<QString, int>> m_reasons;
     QHash<QString, qsizetype> m_reasonPlaces; // in m_reasons
     int m_total = 0;
+    bool m_isCutShort = false;
 };
 
 } // namespace kervan

@@ -15,10 +15,6 @@
 #include <atomic>
 #include <utility>
 
-#ifdef Q_OS_WIN
-#include <windows.h>
-#endif
-
 namespace kervan {
 
 using namespace Qt::StringLiterals;
@@ -94,15 +90,12 @@ QString existingFile(const QString &path)
 // Whether other machines may have the file open too.
 bool isOnNetwork(const QString &path)
 {
-    const QString name = QDir::fromNativeSeparators(QFileInfo(path).absoluteFilePath());
-    if (name.startsWith(u"//"))
-        return true;
+    const QString name = QFileInfo(path).absoluteFilePath();
 #ifdef Q_OS_WIN
-    return GetDriveTypeW(QDir::toNativeSeparators(name.left(3)).toStdWString().c_str()) ==
-           DRIVE_REMOTE;
+    return isOfOtherMachine(name);
 #else
     static const QList<QByteArray> systems{"nfs", "nfs4", "cifs", "smb3", "smbfs", "fuse.sshfs"};
-    return systems.contains(QStorageInfo(name).fileSystemType());
+    return isOfOtherMachine(name) || systems.contains(QStorageInfo(name).fileSystemType());
 #endif
 }
 
