@@ -40,7 +40,7 @@ bool DocumentScanner::line(const char *at, const char *end)
         ++at;
     if (at == end) {
         if (!m_text.isEmpty())
-            m_text += '\n';
+            m_text.append(begin, end - begin).append('\n');
         return true;
     }
     // Nearly all lines are one element with its value, or one tag.
