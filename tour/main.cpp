@@ -4,6 +4,7 @@
 #include "app/guidefiles.h"
 #include "app/realports.h"
 #include "app/samples.h"
+#include "base/crashreport.h"
 #include "base/failure.h"
 #include "controls/theme.h"
 #include "frame/mainwindow.h"
@@ -146,5 +147,6 @@ int main(int argc, char **argv)
         QTextStream(stdout) << folder << " is not empty\n";
         return 2;
     }
+    kervan::reportCrashes(folder);
     return run(arguments[1], folder, arguments.value(3, u"1"_s).toInt());
 }

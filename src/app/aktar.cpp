@@ -1,6 +1,7 @@
 // The transfers without a window: kervan-aktar --help
 
 #include "aktar/command.h"
+#include "base/crashreport.h"
 #include "base/systemclock.h"
 #include "odbc/odbcserver.h"
 
@@ -9,6 +10,7 @@
 #include <QScopeGuard>
 #include <QTextStream>
 
+#include <chrono>
 #include <csignal>
 
 #ifdef Q_OS_WIN
@@ -47,6 +49,7 @@ int main(int argc, char **argv)
         out << "kervan-aktar " << QCoreApplication::applicationVersion() << '\n';
         return 0;
     }
+    kervan::reportCrashes(QCoreApplication::applicationDirPath()); // where the window tells it
     kervan::OdbcServer sqlServer;
     kervan::SystemClock clock;
 #ifdef SIGPIPE // who reads along may leave; a transfer in hand goes on
@@ -55,6 +58,13 @@ int main(int argc, char **argv)
     if (arguments.value(0) == u"izle") { // the others are ended by the system, at any moment
         std::signal(SIGINT, end);
         std::signal(SIGTERM, end);
+        sqlServer.waitBy([](const auto &hasCome) { // a server may never answer
+            while (!hasCome(std::chrono::milliseconds(200))) {
+                if (isEnding)
+                    return false;
+            }
+            return true;
+        });
     }
     return kervan::runCommand(arguments, {.programFolder = QCoreApplication::applicationDirPath(),
                                           .clock = clock,

@@ -1,10 +1,8 @@
-#include "app/crashreport.h"
+#include "base/crashreport.h"
 
 #include "base/filefault.h"
-#include "controls/remembered.h"
 
 #include <QCoreApplication>
-#include <QDateTime>
 #include <QDir>
 #include <QSysInfo>
 
@@ -31,13 +29,12 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
-constexpr QStringView reportName = u"cokme-raporu.txt";
-constexpr QStringView toldKey = u"cokme/bildirilen";
 constexpr int mostPlaces = 40;
 
 // Made ready beforehand: a program that is crashing may not ask for memory.
 #ifdef Q_OS_WIN
 std::wstring reportPath;
+QtMessageHandler messagesBefore = nullptr;
 #else
 std::string reportPath;
 std::array<char, 65536> stack; // for a crash that has used up the program's own
@@ -148,6 +145,14 @@ void onAbort(int number)
     writeReport("signal", static_cast<unsigned long>(number), {places.data(), count});
 }
 
+// Qt's own fatal end is neither an exception nor a signal there.
+void onMessage(QtMsgType type, const QMessageLogContext &place, const QString &message)
+{
+    if (type == QtFatalMsg)
+        onAbort(SIGABRT);
+    messagesBefore(type, place, message);
+}
+
 #else
 
 void onSignal(int number)
@@ -165,7 +170,7 @@ void onSignal(int number)
 
 void reportCrashes(const QString &programFolder)
 {
-    const QString path = QDir(programFolder).filePath(reportName.toString());
+    const QString path = QDir(programFolder).filePath(crashReportName.toString());
     head = u"%1 %2, Qt %3, %4\r\n"_s
                .arg(QCoreApplication::applicationName(), QCoreApplication::applicationVersion(),
                     QLatin1String(qVersion()), QSysInfo::prettyProductName())
@@ -176,6 +181,8 @@ void reportCrashes(const QString &programFolder)
     SetThreadStackGuarantee(&kept);
     SetUnhandledExceptionFilter(onException);
     std::signal(SIGABRT, onAbort);
+    if (const auto before = qInstallMessageHandler(onMessage); before != onMessage)
+        messagesBefore = before;
 #else
     reportPath = path.toLocal8Bit().toStdString();
     void *ready = nullptr;
@@ -192,23 +199,6 @@ void reportCrashes(const QString &programFolder)
     for (const int number : {SIGSEGV, SIGBUS, SIGILL, SIGFPE, SIGABRT})
         sigaction(number, &action, nullptr);
 #endif
-}
-
-QString leftByCrash(const QString &programFolder)
-{
-    const QDir folder(programFolder);
-    const QFileInfo report(folder, reportName.toString());
-    if (!report.isFile())
-        return {};
-    QString kept = folder.filePath(
-        u"cokme-%1.txt"_s.arg(report.lastModified().toString(u"yyyyMMdd-hhmmss"_s)));
-    if (QFile::rename(report.filePath(), kept))
-        return kept;
-    // Where nothing can be renamed it would be told at each start.
-    if (remembered(toldKey) == kept)
-        return {};
-    remember(toldKey, kept);
-    return report.filePath();
 }
 
 } // namespace kervan

@@ -4,11 +4,6 @@
 
 namespace kervan {
 
-/// From here on a crash leaves a small file in the program folder: which version, and the
-/// places in the program that led there; nothing of what the program held. The crash itself goes
-/// its way.
-void reportCrashes(const QString &programFolder);
-
 /// The file that a crash left there, told once: from now on it has a name of its own, so that a
 /// later crash does not write over it. Empty if there is none, or none but the one that was told
 /// before and could not be renamed.
