@@ -1,8 +1,10 @@
 #include "check/beside.h"
 
+#include "base/leftthread.h"
+
 #include <chrono>
 #include <new>
-#include <thread>
+#include <system_error>
 #include <utility>
 
 namespace kervan {
@@ -46,7 +48,7 @@ void Beside::run(std::function<Done(const std::atomic_bool &stop)> job)
     auto running = std::make_shared<Running>();
     running->owner = this;
     m_running = running;
-    std::thread([running, job = std::move(job)] {
+    const auto work = [running, job = std::move(job)] {
         Done done;
         try {
             done = job(running->stop);
@@ -60,7 +62,12 @@ void Beside::run(std::function<Done(const std::atomic_bool &stop)> job)
         running->over.notify_all();
         if (running->owner)
             Q_EMIT running->owner->ended();
-    }).detach();
+    };
+    try {
+        runInLeftThread(work);
+    } catch (const std::system_error &) { // what it is beside of is not to end by it
+        m_running.reset();
+    }
 }
 
 // Of a job that was dropped, or one before the last, nothing is left to do.

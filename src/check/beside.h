@@ -21,7 +21,8 @@ public:
     ~Beside() override;
 
     /// Lets job() run in a thread, then done() with what it gave in this one. What was started
-    /// before is dropped: its done() never runs. The job must not touch what may be gone by then.
+    /// before is dropped: its done() never runs. Nor does it where no thread is to be had. The job
+    /// must not touch what may be gone by then.
     template<class Result>
     void start(std::function<Result(const std::atomic_bool &stop)> job,
                std::function<void(Result result)> done)
