@@ -3,12 +3,12 @@
 
 build_packages=(g++ cmake ninja-build qt6-base-dev qt6-svg-dev libgl-dev libxkbcommon-dev
     unixodbc-dev libzip-dev)
-test_packages=(libxlsxwriter-dev) # of the tests and the tour; Qt's own come with qt6-base-dev
+test_packages=(libxlsxwriter-dev locales) # of the tests and the tour; Qt's own come with qt6-base-dev
 program_packages=(libqt6sql6-sqlite libodbc2 tdsodbc qt6-translations-l10n fonts-dejavu-core)
 check_packages=(clang-format-14 clang-tidy-14 libbenchmark-dev shellcheck ccache)
 fuzz_packages=(clang-14 libclang-rt-14-dev) # libclang-rt holds libFuzzer and the sanitizers
 windows_packages=(g++-mingw-w64-x86-64-posix libz-mingw-w64-dev dpkg-dev tcl nsis zip)
-wine_packages=(wine wine64 xvfb unzip)
+wine_packages=(wine wine64 xvfb unzip x11-utils)
 
 install_missing() {
     local missing=() package

@@ -1,10 +1,18 @@
 #include "odbc/sidethread.h"
 
+#include "base/leftthread.h"
+
+#include <QtGlobal>
+
 #include <atomic>
 #include <condition_variable>
 #include <mutex>
 #include <thread>
 #include <utility>
+
+#ifdef Q_OS_UNIX
+#include <locale.h> // NOLINT(modernize-deprecated-headers): newlocale() is not of <clocale>
+#endif
 
 namespace kervan {
 
@@ -13,6 +21,17 @@ namespace {
 // Thousands of statements come one behind the other, and waking a thread for each takes longer than
 // looking out for it.
 constexpr auto lookOut = std::chrono::microseconds(100);
+
+// Driver managers compare keywords letter by letter as the C library's locale says, and in Turkish
+// a small "i" is none of a capital "I": there they would not know "Driver" for "DRIVER".
+void useNeutralLetters()
+{
+#ifdef Q_OS_UNIX
+    static const locale_t neutral = newlocale(LC_ALL_MASK, "C.UTF-8", nullptr);
+    if (neutral)
+        uselocale(neutral);
+#endif
+}
 
 } // namespace
 
@@ -31,7 +50,7 @@ struct SideThread::Shared
 SideThread::SideThread()
     : m_shared(std::make_shared<Shared>())
 {
-    std::thread([shared = m_shared] { work(*shared); }).detach();
+    runInLeftThread([shared = m_shared] { work(*shared); });
 }
 
 SideThread::~SideThread()
@@ -46,6 +65,7 @@ SideThread::~SideThread()
 // Who is woken does not have to wait for the mutex: each statement passes here twice.
 void SideThread::work(Shared &shared)
 {
+    useNeutralLetters();
     std::unique_lock lock(shared.mutex);
     while (true) {
         lock.unlock();

@@ -6,10 +6,10 @@
 
 namespace kervan {
 
-/// Carries out steps, one at a time, in a thread of its own. It can be left behind in the middle of
-/// one, and then ends with that: so a step owns all that it touches. Nor does one use
-/// QRegularExpression: that keeps a variable of its thread, which MinGW frees before its destructor
-/// runs, so the program would crash at the end of each thread.
+/// Carries out steps, one at a time, in a thread of its own, where the C library knows no country.
+/// It can be left behind in the middle of one, and then ends with that: so a step owns all that it
+/// touches. Nor does one use QRegularExpression: that keeps a variable of its thread, which MinGW
+/// frees before its destructor runs, and the thread or the program would crash or hang at its end.
 class SideThread
 {
 public:

@@ -5,8 +5,13 @@
 #include "support/tds/tdsstandin.h"
 
 #include <QElapsedTimer>
+#include <QProcess>
+#include <QScopeGuard>
 #include <QTcpServer>
+#include <QTemporaryDir>
 #include <QTest>
+
+#include <clocale>
 
 using namespace kervan;
 using namespace Qt::StringLiterals;
@@ -108,6 +113,24 @@ private Q_SLOTS:
             QSKIP("another server has the port 1433");
         for (const QString &name : {u"localhost"_s, u"127.0.0.1"_s})
             QCOMPARE(OdbcServer().connect(text(name), {0, 5})->run(firms()).rows.size(), 1);
+    }
+
+    // There a small "i" is none of a capital "I", by which driver managers compare their keywords.
+    void inTurkeyTheDriverIsKnownByItsKeywordsToo()
+    {
+        const QTemporaryDir locales;
+        const QString turkish = u"tr_TR.UTF-8"_s;
+        if (QProcess::execute(u"localedef"_s, {u"-i"_s, u"tr_TR"_s, u"-f"_s, u"UTF-8"_s,
+                                               locales.filePath(turkish)}) != 0)
+            QSKIP("the system makes no Turkish locale");
+        qputenv("LOCPATH", locales.path().toLocal8Bit());
+        const QByteArray before = std::setlocale(LC_ALL, nullptr);
+        const auto putBack = qScopeGuard([&] {
+            qunsetenv("LOCPATH");
+            std::setlocale(LC_ALL, before.constData());
+        });
+        QVERIFY(std::setlocale(LC_ALL, turkish.toLatin1().constData()));
+        QCOMPARE(connect()->run(firms()).rows.size(), 1);
     }
 
     void theNewestDriverOfMicrosoftGoesFirst()
