@@ -22,6 +22,7 @@
 #include <QPushButton>
 #include <QScrollArea>
 #include <QStatusBar>
+#include <QTimer>
 #include <QVBoxLayout>
 
 #include <algorithm>
@@ -302,12 +303,27 @@ bool FileDrop::eventFilter(QObject *watched, QEvent *event)
     if (event->type() != QEvent::Drop)
         return true;
     const QString path = files.first().toLocalFile();
-    Q_EMIT dropped(path);
-    if (files.size() > 1)
-        tellBelow(static_cast<QWidget *>(watched),
-                  u"%1 dosya bırakıldı, yalnız ilki alındı: %2"_s.arg(files.size())
-                      .arg(QFileInfo(path).fileName()));
+    auto *const window = static_cast<QWidget *>(watched);
+    takeBehindDrop(this, [this, window, path, count = files.size()] {
+        Q_EMIT dropped(path);
+        if (count > 1)
+            tellBelow(window, u"%1 dosya bırakıldı, yalnız ilki alındı: %2"_s.arg(count).arg(
+                                  QFileInfo(path).fileName()));
+    });
     return true;
+}
+
+// By a timer, which whoever waits for an answer of Logo holds back like all that the user does.
+void takeBehindDrop(QObject *owner, std::function<void()> take)
+{
+    auto *const timer = new QTimer(owner);
+    timer->setObjectName(u"birakilan"_s);
+    timer->setSingleShot(true);
+    QObject::connect(timer, &QTimer::timeout, owner, [timer, take = std::move(take)] {
+        timer->deleteLater();
+        take();
+    });
+    timer->start(0);
 }
 
 } // namespace kervan

@@ -103,6 +103,10 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 };
 
+/// Takes what was dropped once the program it comes from is free again: that waits for the end of
+/// the drop, and not for a file to be read. Nothing is taken if the owner has gone by then.
+void takeBehindDrop(QObject *owner, std::function<void()> take);
+
 /// What the window of a transfer is made of, from top to bottom, and where work starts on it.
 struct TransferParts
 {

@@ -102,8 +102,16 @@ void DropGuide::drop(QDropEvent &event)
     end();
     if (files.isEmpty())
         return;
-    const QString &path = files.first();
     const QString meant = screenAt(event.position().toPoint());
+    takeBehindDrop(this, [this, files, meant] {
+        if (!m_frame.isAtWork())
+            take(files, meant);
+    });
+}
+
+void DropGuide::take(const QStringList &files, const QString &meant)
+{
+    const QString &path = files.first();
     const QStringList screens = meant.isEmpty() ? screensOf(path) : QStringList{meant};
     const QString several = files.size() > 1
                                 ? u"%1 dosya bırakıldı, yalnız ilki alındı: %2"_s.arg(files.size())

@@ -36,6 +36,8 @@ private:
     void enter(QDropEvent &event);
     void move(QDropEvent &event);
     void drop(QDropEvent &event);
+    /// Opens the first of the files in the screen that was meant, or in the one that it fits.
+    void take(const QStringList &files, const QString &meant);
     /// The screen of the big button at this place of the frame, or an empty text.
     QString screenAt(const QPoint &place) const;
     QStringList screensOf(const QString &path) const;

@@ -66,7 +66,11 @@ struct Frame : ShownFrame
             return false;
         }
         QDropEvent event(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+        const auto open = window.findChildren<QMdiSubWindow *>().size();
         QApplication::sendEvent(&window, &event);
+        if (window.findChildren<QMdiSubWindow *>().size() != open)
+            return false; // whoever let go of the file would wait for the reading
+        endDrop(window);
         return true;
     }
     QString lit() const

@@ -6,6 +6,9 @@
 #include <QLineEdit>
 #include <QMimeData>
 #include <QTest>
+#include <QTimer>
+
+#include <algorithm>
 
 namespace kervan {
 
@@ -27,6 +30,16 @@ inline void type(QWidget &window, const QString &name, const QString &text)
     QTest::keyClick(edit, Qt::Key_Return);
 }
 
+/// What was dropped on the window is taken behind the drop.
+inline void endDrop(QWidget &window)
+{
+    const auto isTaken = [&] {
+        return std::ranges::none_of(window.findChildren<QTimer *>(QStringLiteral("birakilan")),
+                                    &QTimer::isActive);
+    };
+    QTRY_VERIFY(isTaken());
+}
+
 /// Lets a file fall on the window.
 inline void drop(QWidget &window, const QString &path)
 {
@@ -36,6 +49,7 @@ inline void drop(QWidget &window, const QString &path)
     QApplication::sendEvent(&window, &enter);
     QDropEvent drop({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&window, &drop);
+    endDrop(window);
 }
 
 } // namespace kervan
