@@ -9,22 +9,35 @@
 #include <QDir>
 #include <QFileInfo>
 
+#ifdef Q_OS_WIN
+#include <windows.h>
+#endif
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
-// Windows marks folders of its own as read only that everybody writes into, and tells rights only
-// by trying.
+#ifdef Q_OS_WIN
+// Windows marks folders as read only that everybody writes into, and tells rights only to whoever
+// asks for them. Nothing is written.
 bool isWritable(const QFileInfo &folder)
 {
-#ifdef Q_OS_WIN
-    return folder.exists();
-#else
-    return folder.isWritable();
-#endif
+    const std::wstring path = QDir::toNativeSeparators(folder.absoluteFilePath()).toStdWString();
+    const HANDLE asked = CreateFileW(path.c_str(), FILE_ADD_FILE,
+                                     FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE,
+                                     nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    if (asked != INVALID_HANDLE_VALUE)
+        return CloseHandle(asked) != 0;
+    return GetLastError() != ERROR_ACCESS_DENIED && GetLastError() != ERROR_WRITE_PROTECT;
 }
+#else
+bool isWritable(const QFileInfo &folder)
+{
+    return folder.isWritable();
+}
+#endif
 
 } // namespace
 
