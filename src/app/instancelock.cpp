@@ -19,8 +19,11 @@ QString lockPath(const QString &programFolder)
 #endif
     if (place.isEmpty())
         place = QDir::tempPath();
-    const QByteArray key = QCryptographicHash::hash(QDir(programFolder).canonicalPath().toUtf8(),
-                                                    QCryptographicHash::Sha1);
+    QString folder = QDir(programFolder).canonicalPath();
+#ifdef Q_OS_WIN // it may be called by other cases of its letters
+    folder = folder.toCaseFolded();
+#endif
+    const QByteArray key = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1);
     return place + u"/kervan-transfer-%1-%2.lock"_s.arg(qEnvironmentVariable("USER") +
                                                             qEnvironmentVariable("USERNAME"),
                                                         QString::fromLatin1(key.toHex().left(16)));

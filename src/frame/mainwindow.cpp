@@ -479,6 +479,9 @@ bool MainWindow::eventFilter(QObject *watched, QEvent *event)
 
 bool MainWindow::event(QEvent *event)
 {
+    // A menu that the mouse passes would clear the status bar, which tells what is told once.
+    if (event->type() == QEvent::StatusTip)
+        return true;
     if (event->type() == QEvent::WindowActivate)
         m_resim->place(size());
     return QMainWindow::event(event);

@@ -17,6 +17,7 @@
 #include <QMessageBox>
 #include <QProcess>
 #include <QStatusBar>
+#include <QStatusTipEvent>
 #include <QTabBar>
 #include <QTimer>
 
@@ -272,6 +273,16 @@ private Q_SLOTS:
         QVERIFY(field->hasFocus());
         QTest::keyClick(field, Qt::Key_2, Qt::AltModifier);
         QCOMPARE(pages->currentIndex(), 1);
+    }
+
+    // It is told once; a menu that the mouse passes has no words for the status bar.
+    void whatIsToldStaysWhileAMenuIsLookedAt()
+    {
+        ShownFrame t;
+        t.window.tell(u"Rapor: cokme.txt"_s);
+        QStatusTipEvent passing{QString()};
+        QApplication::sendEvent(&t.window, &passing);
+        QCOMPARE(t.window.statusBar()->currentMessage(), u"Rapor: cokme.txt"_s);
     }
 
     void aScreenIsOpenOnceAndItsOpeningRunsOnce()
