@@ -68,6 +68,14 @@ other_country() {
     [[ $(wine cmd /c 'echo %date%') == 20??/* ]] || { echo "The country was not changed" >&2 && return 1; }
 }
 
+# A crash is told with the places that led there.
+wine_tour_into() { # PROGRAM FOLDER
+    wine "$1/kervan-tour.exe" samples "$2" || {
+        cat "$2/cokme-raporu.txt" >&2 || true
+        return 1
+    }
+}
+
 # The tour of both systems: the same documents, and the pictures to look at. It stands in the place of
 # the program that users get. Then once more in another country.
 wine_tour() { # PROGRAM
@@ -80,10 +88,10 @@ wine_tour() { # PROGRAM
     cp -r "$1" "$program"
     cp build/mingw/tour/kervan-tour.exe "$program/"
     add_dlls "$program"
-    wine "$program/kervan-tour.exe" samples build/windows/tour
+    wine_tour_into "$program" build/windows/tour
     same_documents "build/tour/logo xml" "build/windows/tour/logo xml"
     other_country
-    wine "$program/kervan-tour.exe" samples build/wine/tour
+    wine_tour_into "$program" build/wine/tour
     same_documents "build/tour/logo xml" "build/wine/tour/logo xml"
 }
 
@@ -170,7 +178,31 @@ wine_install() { # INSTALLER
     echo "Installed twice and uninstalled; what was the user's own stayed: $(wc -l <<<"$after") files"
 }
 
-wine_test() { # PROGRAM INSTALLER
+# Unpacked and started, as those do who install nothing: the first start lays out what it needs, and
+# the second finds it.
+wine_unzipped() { # ZIP
+    local place="$WINEPREFIX/drive_c/Açılan yer" folder start since before=
+    mkdir "$place"
+    unzip -q "$1" -d "$place"
+    folder=$(dirname "$(find "$place" -name kervan-transfer.exe)")
+    [[ -f $folder/kervan-transfer.exe && ! -e $folder/data.dbs ]]
+    for start in first second; do
+        wine "$folder/kervan-transfer.exe" &
+        since=$SECONDS
+        until xwininfo -root -tree | grep -q '"Kervan Transfer' && [[ -s $folder/data.dbs ]]; do
+            ((SECONDS - since < 60)) || { echo "The $start start shows no window" >&2 && return 1; }
+            sleep 1
+        done
+        wine taskkill /im kervan-transfer.exe # asked to close, and not ended
+        wait $!
+        before=${before:-$(own_files "$folder")}
+        [[ $(own_files "$folder") == "$before" ]]
+    done
+    [[ ! -e $folder/cokme-raporu.txt ]]
+    echo "Unpacked, started twice and closed: $(wc -l <<<"$before") files laid out"
+}
+
+wine_test() { # PROGRAM INSTALLER ZIP
     set -o errtrace
     trap '((BASH_SUBSHELL)) || echo "Failed at ${BASH_SOURCE[0]}:$LINENO: $BASH_COMMAND" >&2' ERR
     wine_start
@@ -180,4 +212,6 @@ wine_test() { # PROGRAM INSTALLER
     wine_tour "$1"
     say "installer"
     wine_install "$2"
+    say "zip"
+    wine_unzipped "$3"
 }
