@@ -22,6 +22,8 @@ constexpr auto pieceOfWaiting = std::chrono::milliseconds(200);
 QString folderOf(const Options &options, const CommandWorld &world)
 {
     const QString named = options.value(u"klasor"_s);
+    if (named.isEmpty() && options.has(u"klasor"_s))
+        throw Failure(u"--klasor boş verildi; program klasörünü yazın ya da hiç vermeyin."_s);
     const QString folder = named.isEmpty() ? world.programFolder : named;
     if (!QFileInfo::exists(QDir(folder).filePath(u"data.dbs"_s)))
         throw Failure(

@@ -1,5 +1,6 @@
 #include "aktar/job.h"
 
+#include "aktar/documentname.h"
 #include "aktar/listing.h"
 #include "base/failure.h"
 #include "check/readback.h"
@@ -33,7 +34,6 @@ constexpr auto caseOfNames = Qt::CaseInsensitive;
 #else
 constexpr auto caseOfNames = Qt::CaseSensitive;
 #endif
-constexpr std::array<QStringView, 3> placeholders{u"{kaynak}", u"{tarih}", u"{saat}"};
 
 QString nameOf(const QString &path)
 {
@@ -95,15 +95,6 @@ QString automaticTargetOf(const OpenScreen &screen, const QString &programFolder
     return target;
 }
 
-void checkTarget(QString target)
-{
-    for (const QStringView word : placeholders)
-        target.remove(word.toString());
-    if (target.contains(u'{') || target.contains(u'}'))
-        throw Failure(u"--hedef içinde bilinmeyen bir { } var: %1. Olanlar: {kaynak}, {tarih}, "
-                      "{saat}"_s.arg(target));
-}
-
 // What a document has to hold.
 WrittenRows expectedIn(const OpenScreen &screen, const Notes::Written &document)
 {
@@ -138,7 +129,7 @@ Job::Job(Program &program, CommandPorts ports, const Transfer &transfer, const O
             u"Yazılmış olanları dışarıda bırakmak (--yazilmislari-atla, --sec yazilmamis) "
             "ile --uzerine-yaz birlikte verilmez: belgeleri ezilirdi."_s);
     const QString target = options.value(u"hedef"_s);
-    checkTarget(target);
+    checkDocumentName(target);
     if (options.isOn(u"otomatik"_s)) {
         if (!target.isEmpty() || options.sources.size() != 1)
             throw Failure(u"--otomatik tek kaynağın belgesini ayarlardaki adla yazar; --hedef ile "
@@ -163,16 +154,8 @@ bool Job::onlyReads() const
 
 QString Job::targetOf(const QString &source) const
 {
-    QString target = QDir::fromNativeSeparators(m_options.value(u"hedef"_s));
-    if (target.isEmpty())
-        return m_automatic;
-    if (target.endsWith(u'/') || QFileInfo(target).isDir())
-        target = QDir(target).filePath(placeholders[0].toString());
-    const QDateTime now = m_program.clock.now();
-    target.replace(placeholders[1].toString(), now.toString(u"yyyyMMdd"_s));
-    target.replace(placeholders[2].toString(), now.toString(u"HHmmss"_s));
-    target.replace(placeholders[0].toString(), QFileInfo(source).completeBaseName());
-    return xmlAdi(QDir::cleanPath(QFileInfo(target).absoluteFilePath()));
+    const QString given = m_options.value(u"hedef"_s);
+    return given.isEmpty() ? m_automatic : documentNameOf(given, source, m_program.clock.now());
 }
 
 Outcome Job::run(const QString &source, const Streams &streams)
@@ -199,8 +182,12 @@ Outcome Job::run(const QString &source, const Streams &streams)
         barIfItFails([&] { // one that can't be read would be begun anew
             outcome.countersBefore = outcome.countersAfter = countersOf(m_program.folder);
         });
-        if (!isHeldUp())
-            read(screen, steps, outcome, own);
+        try {
+            if (!isHeldUp())
+                read(screen, steps, outcome, own);
+        } catch (const std::bad_alloc &) {
+            throw Failure(u"Kaynağı okumaya bellek yetmedi."_s);
+        }
         if (isHeldUp()) // a finding of what could not be asked for would be none
             return;
         look(screen, outcome, named);
@@ -368,6 +355,22 @@ void Job::tellNotes(const Notes &notes, const Streams &streams)
     }
 }
 
+QString Job::barOf(const OpenScreen &screen) const
+{
+    const QString given = m_options.value(u"hedef"_s);
+    if (isFolderAway(given))
+        return u"%1 klasörü yok ya da ulaşılamıyor. Belge adı verecekseniz .xml ile bitirin."_s.arg(
+            QDir::toNativeSeparators(given));
+    // Whoever has no connection at all writes without; one that is away for a moment comes back.
+    const int unasked = screen.unasked ? screen.unasked() : 0;
+    if (unasked > 0 && !m_options.isOn(u"logosuz-yaz"_s) &&
+        QFileInfo::exists(m_program.path(u"sqlbaglan.kvz")))
+        return u"%1 faturanın müşterisi Logo'dan sorulamadı, e-fatura müşterisiyse de e-fatura "
+               "olmadan yazılırdı. Logo yanıt verince yeniden deneyin ya da --logosuz-yaz "
+               "verin."_s.arg(unasked);
+    return {};
+}
+
 bool Job::mayWrite(const OpenScreen &screen, const Outcome &outcome, const QString &target,
                    const std::function<void(const QString &line)> &tell) const
 {
@@ -402,7 +405,11 @@ void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
         return screen.writeAutomatically(); // which tells it in its boxes
     if (!mayWrite(screen, outcome, target, streams.tell))
         return;
-    barIfItFails([&] { recover(m_program.folder); });
+    barIfItFails([&] {
+        if (const QString why = barOf(screen); !why.isEmpty())
+            throw Failure(why);
+        recover(m_program.folder);
+    });
     QElapsedTimer time;
     time.start();
     const auto failed = passOver([&] {
@@ -412,6 +419,7 @@ void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
     if (failed) {
         outcome.documents.clear();
         outcome.status = NothingWritten;
+        m_isBarred = true; // the place of the document, and not the source
         if (countersArePending(m_program.folder))
             passOver([&] { recover(m_program.folder); });
         QString what = u"Belge yazılmadı: "_s;

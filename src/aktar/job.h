@@ -65,6 +65,8 @@ private:
     bool isHeldUp() const { return !m_program.db.heldFile().isEmpty(); }
     /// Whether definitions or prices could not be read.
     bool lacksData() const;
+    /// Why nothing is written for now, though the source is in order; empty where nothing bars it.
+    QString barOf(const OpenScreen &screen) const;
     void tellNotes(const Notes &notes, const Streams &streams);
     void write(OpenScreen &screen, Outcome &outcome, const Streams &streams);
     void writeInto(OpenScreen &screen, Journal &journal, const QString &target, Outcome &outcome,

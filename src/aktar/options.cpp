@@ -117,6 +117,9 @@ const QList<Option> &commonOptions()
          "birkaçı verilirse hepsine uyanlar"_s,
          true},
         {u"yazilmislari-atla"_s, {}, u"hedef klasördeki belgelerde olanları dışarıda bırakır"_s},
+        {u"logosuz-yaz"_s,
+         {},
+         u"Logo'ya sorulamayan müşterilerin faturalarını e-fatura olmadan yazar"_s},
         {u"json"_s, {}, u"her belge için bir JSON satırı yazar"_s},
         {u"okunur-bicim"_s, {}, u"değerleri Logo'nun okuyacağı biçimde yazar (&, <, >)"_s},
         {u"hata-varsa-yazma"_s, {}, u"denetim bir hata bulursa belge yazılmaz"_s},
@@ -171,7 +174,8 @@ Options readOptions(const QString &command, const QStringList &arguments,
         QString value = u"evet"_s; // of a switch, which may be turned off with a value too
         if (argument.contains(u'='))
             value = argument.section(u'=', 1);
-        else if (!option->value.isEmpty() && i + 1 == arguments.size())
+        else if (!option->value.isEmpty() && // an empty variable of a script lets the next one in
+                 (i + 1 == arguments.size() || arguments[i + 1].startsWith(u"--"_s)))
             throw Failure(
                 u"--%1 için değer eksik; bakın: kervan-aktar %2 --help"_s.arg(name, command));
         else if (!option->value.isEmpty())

@@ -15,7 +15,7 @@ enum Status {
     DoneWithFindings = 1,
     NothingWritten = 2,
     UsedWrongly = 64,
-    InUse = 75, ///< the program folder, or what is to be read beside the source; try later
+    InUse = 75, ///< what is no fault of the source: folders, databases, Logo; try later
 };
 
 /// A document that was written.

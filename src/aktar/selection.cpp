@@ -69,6 +69,9 @@ QList<WrittenMark> marksOf(const ListedRows &rows, const QString &folder, QStrin
     timer.start(lookedAgain);
     waiting.exec();
     unread = documents.unread();
+    if (!documents.isRead())
+        unread << u"%1 klasöründeki belgeleri okumaya bellek yetmedi."_s.arg(
+            QDir::toNativeSeparators(folder));
     if (!QFileInfo(folder).isReadable())
         unread << u"%1 okunamadı."_s.arg(QDir::toNativeSeparators(folder));
     return documents.marks();
@@ -134,7 +137,8 @@ Chosen selectRows(const OpenScreen &screen, const Selection &selection, const QS
     if (selection.eInvoice && screen.unasked() > 0) {
         screen.list.setAllTicked(false);
         return {.lines = {u"%1 müşterinin e-fatura mükellefi olup olmadığı Logo'dan sorulamadı, "
-                          "hiçbir satır seçilmedi."_s.arg(screen.unasked())}};
+                          "hiçbir satır seçilmedi."_s.arg(screen.unasked())},
+                .isBarred = true};
     }
     QStringList unread;
     const QList<WrittenMark> marks =

@@ -25,6 +25,9 @@ namespace {
 
 constexpr QStringView lockName = u".kilit";
 constexpr QStringView reportEnding = u".rapor.txt";
+// Systems take 255 bytes, Windows as many letters: of the report's name, its number where it meets
+// others, and what a half-written one has behind.
+constexpr std::size_t longestName = 230;
 constexpr int nap = 100; // milliseconds between two looks at whether it is to end
 
 QString reportOf(const QString &path)
@@ -58,6 +61,8 @@ QString freeName(const QString &folder, const QString &name)
 QString oddityOf(const std::filesystem::directory_entry &file, const QString &name)
 {
     std::error_code none;
+    if (file.path().filename().native().size() > longestName)
+        return u"adı çok uzun, raporunun adı olmazdı. Kısaltın."_s;
     if (name.contains(QChar::ReplacementCharacter))
         return u"adı UTF-8 değil. Adını değiştirin."_s;
     if (!file.is_symlink(none))
@@ -160,6 +165,10 @@ Watch::Watch(const Options &options, const Transfer &transfer, const CommandWorl
     if (isInside(QFileInfo(job.targetOf(u"a"_s)).path(), m_folder))
         throw Failure(u"Belgeler izlenen klasörün içine yazılamaz: %1. --hedef ile dışında bir yer "
                       "verin."_s.arg(QDir::toNativeSeparators(job.targetOf(u"{kaynak}"_s))));
+    if (options.isOn(u"uzerine-yaz"_s) && job.targetOf(u"a"_s) == job.targetOf(u"b"_s))
+        throw Failure(
+            u"uzerine-yaz ile her dosyanın belgesi bir öncekini ezerdi; --hedef bir klasör "
+            "olsun ya da adında {kaynak} geçsin."_s);
     m_lock.setStaleLockTime(0);
 }
 
@@ -178,6 +187,9 @@ Status Watch::begin()
         const QString report = reportOf({});
         sweepLeftovers(m_failed, [&](const Leftover &leftover) {
             return leftover.whole.endsWith(report) && leftover.isRest();
+        });
+        sweepLeftovers(m_work, [&](const Leftover &leftover) { // half a copy is no source
+            return leftover.isRest();
         });
         return Done;
     }
@@ -354,9 +366,14 @@ Status Watch::transferOne(const QString &name)
     if (!QFileInfo::exists(inHand(name))) // entering has brought it to its end
         return before.isEmpty() ? Done : DoneWithFindings;
     Outcome outcome;
+    const QFileInfo file(inHand(name));
+    const Look asTaken{file.size(), file.lastModified()};
     const auto misused = passOver([&] {
         Job job(m_program.program(), m_program.ports(), m_transfer, m_options);
         job.setClosing([&](const Outcome &done, const QString &staging) {
+            const QFileInfo now(inHand(name));
+            if (asTaken != Look{now.size(), now.lastModified()}) // its sender had only paused
+                throw Failure(u"Kaynak okunurken değişti, yeniden okunacak."_s);
             return closing(name, done, staging);
         });
         outcome = job.run(inHand(name), {quiet, tell});

@@ -27,11 +27,22 @@ public:
     const QString &headline() const { return m_headline.isEmpty() ? m_description : m_headline; }
     /// What there is instead of what was asked for, such as other sheets of a workbook.
     const QStringList &choices() const { return m_choices; }
+    /// Whether a file as a whole is what failed, and no value in it.
+    bool isOfFile() const { return m_isOfFile; }
+
+    /// The same as one of a file.
+    static Failure ofFile(QString description, QString headline, QStringList choices = {})
+    {
+        Failure failure(std::move(description), std::move(headline), std::move(choices));
+        failure.m_isOfFile = true;
+        return failure;
+    }
 
 private:
     QString m_description;
     QString m_headline;
     QStringList m_choices;
+    bool m_isOfFile = false;
 };
 
 /// Carries out one step; a failure of it is passed over and given back, and the caller goes on.

@@ -222,9 +222,9 @@ Failure fileFailure(const QString &path, const QString &step, const QString &why
                     const QStringList &choices)
 {
     const QString name = QDir::toNativeSeparators(path);
-    return Failure(u"%1 %2: %3"_s.arg(name, step, why),
-                   u"%1, %2: %3"_s.arg(step.first(1).toUpper() + step.sliced(1), why, name),
-                   choices);
+    return Failure::ofFile(u"%1 %2: %3"_s.arg(name, step, why),
+                           u"%1, %2: %3"_s.arg(step.first(1).toUpper() + step.sliced(1), why, name),
+                           choices);
 }
 
 } // namespace kervan

@@ -34,6 +34,8 @@ public:
     void add(const std::optional<Failure> &failed);
     /// An empty text is none.
     void add(const QString &text);
+    /// One that an added text tells already.
+    void setFailed() { m_hasFailed = true; }
     /// What failed before has been done since.
     void takeBack(const std::optional<Failure> &failed);
     /// A document was written with so many of what it holds, or failed.

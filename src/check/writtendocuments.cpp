@@ -89,7 +89,7 @@ void WrittenDocuments::read()
 WrittenDocuments::Found WrittenDocuments::look(DocumentCache &cache, const QStringList &folders,
                                                const std::atomic_bool &stop)
 {
-    Found found{cache.documents(folders, stop), {}, {}, {}};
+    Found found{cache.documents(folders, stop), {}, {}, {}, true};
     std::size_t count = 0;
     for (const auto &document : found.documents)
         count += document->records.size();

@@ -78,6 +78,8 @@ public:
     /// looked at again. What is known stands until then.
     void refresh();
 
+    /// Whether its folders were read since they were set.
+    bool isRead() const { return m_found.isRead; }
     bool isReading() const { return m_reader.isRunning() || m_soon.isActive(); }
     /// A mark for each row of the list.
     QList<WrittenMark> marks(qsizetype list = 0) const
@@ -125,6 +127,7 @@ private:
         std::vector<std::shared_ptr<const KnownDocument>> documents;
         std::vector<Name> names; // of the documents
         std::vector<Place> byNumber, byContent;
+        bool isRead = false;
     };
     struct Row
     {

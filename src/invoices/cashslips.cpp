@@ -20,10 +20,10 @@ constexpr qsizetype endingLength = 4; // ".xml", or whatever stands there
 
 } // namespace
 
-double kasacariislemno(const Program &program)
+double kasacariislemno(const Program &program, std::optional<Failure> &unreadable)
 {
     QString stored;
-    endQuietly([&] { stored = readSingleValue(program.path(cashCounterFile)); });
+    unreadable = endQuietly([&] { stored = readCounter(program.path(cashCounterFile)); });
     return number(stored).value_or(0);
 }
 
@@ -32,15 +32,17 @@ void kasacariislemnokaydet(const Program &program, double counter)
     writeSingleValue(program.path(cashCounterFile), toText(counter));
 }
 
-void faturakasafisnoyaz(const Program &program, Grid &l1)
+std::optional<Failure> faturakasafisnoyaz(const Program &program, Grid &l1)
 {
-    double counter = kasacariislemno(program);
+    std::optional<Failure> unreadable;
+    double counter = kasacariislemno(program, unreadable);
     const Grid::Refill refill(l1);
     for (int row = 0; row < l1.rows(); ++row) {
         const QString digits = masked(++counter, "000000"_mask);
         l1.setCell(row, L1::IslemNo, u"NT"_s + digits);
         l1.setCell(row, L1::KasaIslemNo, u"KN"_s + digits);
     }
+    return unreadable;
 }
 
 bool isBelowCashLimit(const Grid &l1, int row)

@@ -16,13 +16,15 @@ namespace kervan {
 // Small invoices are taken as paid in cash: each has a cash slip of its own, numbered at the
 // reading of the list and written beside the invoice document.
 
-/// The cash counter as it is stored; 0 if there is none that is a number.
-double kasacariislemno(const Program &program);
+/// The cash counter as it is stored; 0 if there is none that is a number. `unreadable` is why one
+/// that is there could not be read.
+double kasacariislemno(const Program &program, std::optional<Failure> &unreadable);
 /// Stores the cash counter; a Failure names the file.
 void kasacariislemnokaydet(const Program &program, double counter);
 
 /// Numbers all rows of the invoice list from the stored counter on: "NT" and "KN" with six digits.
-void faturakasafisnoyaz(const Program &program, Grid &l1);
+/// Gives why the counter could not be read, if it is there: they begin anew then.
+std::optional<Failure> faturakasafisnoyaz(const Program &program, Grid &l1);
 
 /// Whether the grand total of the row lies below the cash limit, so that it gets a slip when it is
 /// ticked. One that is no number is a Failure.

@@ -66,6 +66,7 @@ void IncompleteInvoices::add(const QString &faturano, const Failure &failed)
 {
     if (faturano != std::exchange(m_last, faturano) || m_count == 0)
         ++m_count;
+    m_lackSource = m_lackSource || failed.isOfFile();
     if (m_first.isEmpty())
         m_first = u"%1: %2"_s.arg(faturano, failed.headline());
 }

@@ -57,11 +57,14 @@ public:
     void add(const QString &faturano, const Failure &failed);
     /// A line for the window; empty if all invoices are whole.
     QString note() const;
+    /// Whether lines lack because a source could not be read, and not for what it holds.
+    bool lackSource() const { return m_lackSource; }
 
 private:
     int m_count = 0;
     QString m_first;
     QString m_last; // number of the one that was added last
+    bool m_lackSource = false;
 };
 
 /// Writes the document of the ticked rows of `l1` to the file; `faturaTuru` begins with the kind of

@@ -93,6 +93,8 @@ void Fat::writeDocument(const QString &dosya)
         bilgi.add(unreadable);
     else
         bilgi.add(eksikler.note());
+    if (eksikler.lackSource())
+        bilgi.setFailed();
     bilgi.add(lines ? lines->unreadablePrices() : unreadablePrices);
 }
 

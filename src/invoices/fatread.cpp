@@ -41,8 +41,9 @@ void Fat::umurlarfaturabaslikoku()
 {
     QString fiyatsizlar; // the whole text of its box
     bilgi.begin();
-    m_kasaislemsayac = kasacariislemno(m_program);
-    note(unreadable(m_program.path(cashCounterFile)));
+    std::optional<Failure> unreadable;
+    m_kasaislemsayac = kasacariislemno(m_program, unreadable);
+    note(unreadable);
     {
         const Grid::Refill refill(l1());
         l1().clear();
@@ -68,7 +69,7 @@ void Fat::umurlarfaturabaslikoku()
     if (m_dosyaacik && liste.tarihAraligi.isChecked())
         note(endQuietly([this] { liste.tarihbelirle(); }));
     liste.eFaturaSorulmayan = efaturabul(l1(), link, ilerleme, m_program.boxes, bilgi);
-    faturakasafisnoyaz(m_program, l1());
+    note(faturakasafisnoyaz(m_program, l1()));
     l1().forgetSteps(); // what the filter took out has no marks and numbers
     okuma.end();
 }

@@ -100,16 +100,17 @@ QString tutarduzelt1(QString amount)
     return masked(amount.remove(u',').replace(u'.', u','), "#,###.0000"_mask);
 }
 
-void SlipSequence::look()
+std::optional<Failure> SlipSequence::look()
 {
     m_stored.clear();
-    endQuietly([&] { m_stored = readSingleValue(m_path); });
+    return endQuietly([&] { m_stored = readCounter(m_path); });
 }
 
-void SlipSequence::load()
+std::optional<Failure> SlipSequence::load()
 {
-    look();
+    auto failed = look();
     m_last = number(m_stored).value_or(0);
+    return failed;
 }
 
 void SlipSequence::store() const

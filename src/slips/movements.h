@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/failure.h"
 #include "base/grid.h"
 
 #include <QString>
@@ -41,10 +42,11 @@ public:
     {
     }
 
-    /// Takes the stored number; without a readable one the first slip gets number 1.
-    void load();
-    /// Reads what the file holds and leaves the numbers as they are.
-    void look();
+    /// Takes the stored number; without a readable one the first slip gets number 1. Gives why a
+    /// file that is there could not be read.
+    std::optional<Failure> load();
+    /// Reads what the file holds and leaves the numbers as they are. Gives the same.
+    std::optional<Failure> look();
     double next() { return ++m_last; }
     /// Writes the last number given out; a Failure names the file.
     void store() const;

@@ -89,8 +89,7 @@ void SlipScreen::readMovements(const SheetLayout &layout, int &record)
     const auto work = m_program.busy.reading(m_dosyayolu);
     const std::shared_ptr<const Sheet> sheet = m_workbooks.sheet(m_dosyayolu, sayfaAdi.text());
     ilerleme.start(sheet->rows());
-    m_cash.load();
-    m_bank.load();
+    m_sayacOkunamadi = {m_cash.load(), m_bank.load()};
     if (sheet->rows() < layout.headings) {
         carryOut(layout, [&] {
             throw Failure(u"%1 sayfasında %2 kayıt var; ilk %3 kayıt başlıktır."_s.arg(
@@ -240,6 +239,8 @@ void SlipScreen::noteRead(const std::optional<Failure> &ended, int record)
         note(ended);
     else if (m_passedOver > 0)
         bilgi.add(u"%1 adım atlandı. İlki: %2"_s.arg(m_passedOver).arg(m_firstPassedOver));
+    for (const auto &failed : std::exchange(m_sayacOkunamadi, {}))
+        note(failed);
     for (const QStringView counter : {cashCounterFile, bankCounterFile})
         note(unreadable(m_program.path(counter)));
 }

@@ -15,6 +15,7 @@
 #include <QHash>
 #include <QString>
 
+#include <array>
 #include <optional>
 
 namespace kervan {
@@ -123,8 +124,9 @@ private:
     Workbooks m_workbooks;
     IslemSira m_sira;
     SlipSequence m_cash, m_bank;
-    QHash<QString, int> m_bankRows; // of `l2`, by code
-    int m_passedOver = 0;           // steps of the read in hand
+    QHash<QString, int> m_bankRows;                         // of `l2`, by code
+    std::array<std::optional<Failure>, 2> m_sayacOkunamadi; // as the read in hand began
+    int m_passedOver = 0;                                   // steps of the read in hand
     QString m_firstPassedOver;
     QHash<int, QString> m_eksikPersonel;
     QHash<int, QString> m_supheliTutar;

@@ -28,9 +28,14 @@ void writeSingleValue(const QString &path, const QString &value)
     writeLines(path, {value});
 }
 
+QString readCounter(const QString &path)
+{
+    return QFileInfo::exists(path) ? readSingleValue(path) : QString();
+}
+
 std::optional<Failure> unreadable(const QString &path)
 {
-    return QFileInfo::exists(path) ? passOver([&] { readSingleValue(path); }) : std::nullopt;
+    return passOver([&] { readCounter(path); });
 }
 
 QStringList readLines(const QString &path, int count)

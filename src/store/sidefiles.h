@@ -23,6 +23,9 @@ QString readSingleValue(const QString &path);
 /// Writes the value as the only line.
 void writeSingleValue(const QString &path, const QString &value);
 
+/// The value of a file that need not be there, empty then; a Failure if it is and can't be read.
+QString readCounter(const QString &path);
+
 /// Why a file that is there can't be read; nothing where it can, or where there is none. Numbers
 /// would begin anew behind it.
 std::optional<Failure> unreadable(const QString &path);

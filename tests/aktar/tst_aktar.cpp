@@ -89,6 +89,7 @@ no source       ; fatura                                          ; Kaynak dosya
 no target       ; fatura a.bif                                    ; --hedef
 unknown option  ; cari a.txt --firma=X --hedef=b.xml              ; "--firma" cari komutunun
 missing value   ; fatura a.bif --hedef                            ; --hedef için değer eksik
+empty variable  ; fatura a.bif --hedef --json                     ; --hedef için değer eksik
 no such row     ; fatura a.bif --hedef=b.xml --sec=bazen          ; --sec için "bazen" olmaz
 no number       ; fatura a.bif --hedef=b.xml --sec=no=,           ; --sec no= numara ister
 no such day     ; fatura a.bif --hedef=b.xml --sec=tarih=yarın    ; "yarın" bir gün değil
@@ -132,6 +133,9 @@ no watched one  ; izle                                            ; --tarif ile 
         b.folder = b.documents;
         QCOMPARE(b.fatura(u"a.xml"_s), UsedWrongly);
         QVERIFY(b.says(u"bir program klasörü değil"_s));
+        b.folder.clear(); // as a script's variable may be
+        QCOMPARE(b.fatura(u"a.xml"_s), UsedWrongly);
+        QVERIFY(b.says(u"--klasor boş verildi"_s));
     }
 
     void theEndTellsWhatHappened()
@@ -746,9 +750,40 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
     {
         Branch b;
         b.sqlServer.opens = false;
-        QCOMPARE(b.fatura(u"a.xml"_s, {u"--sec=e-fatura-degil"_s}), NothingWritten);
+        QCOMPARE(b.fatura(u"a.xml"_s, {u"--sec=e-fatura-degil"_s}), InUse);
         QVERIFY2(b.says(u"Logo'dan sorulamadı, hiçbir satır"_s), qPrintable(b.told.join(u'\n')));
+        QCOMPARE(b.fatura(u"a.xml"_s), InUse);
+        QVERIFY2(b.says(u"Logo yanıt verince"_s), qPrintable(b.told.join(u'\n')));
         QCOMPARE(b.written(), QStringList());
+        QCOMPARE(b.fatura(u"a.xml"_s, {u"--logosuz-yaz"_s}), DoneWithFindings);
+        QVERIFY(QFile::remove(b.sideFile(u"sqlbaglan.kvz"_s))); // who never had a connection
+        QCOMPARE(b.fatura(u"b.xml"_s), DoneWithFindings);
+    }
+
+    // Between the list and the document Logo is asked, which may take minutes.
+    void aSourceThatGoesOrGrowsMeanwhileGivesNoDocument()
+    {
+        Watched w;
+        const QByteArray counter = w.b.counter();
+        w.drop(u"bir.bif"_s);
+        const auto asked = std::exchange(w.b.sqlServer.answer, [&](const QString &) -> SqlRows {
+            QFile::remove(w.b.source);
+            return {{u"ACCEPTEINV"_s}, {{u"0"_s}}};
+        });
+        QCOMPARE(w.b.fatura(u"bir.xml"_s), NothingWritten);
+        w.b.sqlServer.answer = [&](const QString &) -> SqlRows {
+            QFile source(w.in(u"isleniyor/bir.bif"_s));
+            if (source.open(QIODevice::Append))
+                source.write("\r\n");
+            return {{u"ACCEPTEINV"_s}, {{u"0"_s}}};
+        };
+        QCOMPARE(w.watch(), InUse);
+        QVERIFY2(w.b.says(u"okunurken değişti"_s), qPrintable(w.b.told.join(u'\n')));
+        QCOMPARE(w.b.written(), QStringList());
+        QCOMPARE(w.b.counter(), counter);
+        w.b.sqlServer.answer = asked;
+        QCOMPARE(w.watch(), Done); // of what it has become
+        QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
     }
 
     // Job engines read along and leave.
@@ -770,8 +805,11 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
     {
         Branch b;
         const auto before = filesOf(b.folder, {u"*"_s});
-        QCOMPARE(b.fatura(u"yok/a.xml"_s), NothingWritten);
+        QCOMPARE(b.fatura(u"yok/a.xml"_s), InUse);
         QVERIFY(b.says(u"Hedef klasöre yazılamıyor"_s));
+        QCOMPARE(b.fatura(u"yok"_s), InUse); // a folder, and no document beside it
+        QVERIFY(b.says(u".xml ile bitirin"_s));
+        QCOMPARE(b.written(), QStringList());
         QCOMPARE(filesOf(b.folder, {u"*"_s}), before);
     }
 
@@ -1075,7 +1113,7 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         const QByteArray document = readBytes(w.b.document(u"bir.xml"_s));
         {
             const OpenElsewhere logo(w.b.document(u"bir.xml"_s), FILE_SHARE_READ);
-            QCOMPARE(w.b.fatura(u"bir.xml"_s, {u"--uzerine-yaz"_s}), NothingWritten);
+            QCOMPARE(w.b.fatura(u"bir.xml"_s, {u"--uzerine-yaz"_s}), InUse);
             QVERIFY(w.b.says(u"başka bir programda açık"_s));
         }
         QVERIFY(readBytes(w.b.document(u"bir.xml"_s)) == document && !isPending(w.b.folder));
@@ -1090,10 +1128,26 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
 #endif
     }
 
+    // Of its report's name, which the system would not take behind the document.
+    void aNameTooLongForAReportIsNotTaken()
+    {
+        Watched w;
+        const QString name = QString(246, u'a') + u".bif"_s;
+        w.drop(name);
+        QCOMPARE(w.watch(), NothingWritten);
+        QVERIFY2(w.b.says(u"adı çok uzun"_s), qPrintable(w.b.told.join(u'\n')));
+        QCOMPARE(w.files(u"."_s), name);
+        QCOMPARE(w.b.written(), QStringList());
+    }
+
     void aTargetInsideTheWatchedFolderIsAWrongUse()
     {
         Watched w;
         w.drop(u"bir.bif"_s);
+        w.recipe += "uzerine-yaz = evet\n";
+        w.b.documents = w.b.document(u"hep.xml"_s);
+        QCOMPARE(w.watch(), UsedWrongly);
+        QVERIFY2(w.b.says(u"bir öncekini ezerdi"_s), qPrintable(w.b.told.join(u'\n')));
 #ifdef Q_OS_WIN
         const QString otherName = w.in(u"A.XML"_s).toUpper();
 #else

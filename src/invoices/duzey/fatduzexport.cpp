@@ -50,6 +50,8 @@ void Fatduz::writeDocument(const QString &dosya)
         [&] { writeInvoices(dosya, l1(), l3, faturaTuru.text(), source(), ilerleme, eksikler); });
     bilgi.addDocument(dosya, u"fatura"_s, l1().tickedCount(), m_program.clock.now().time(), failed);
     bilgi.add(eksikler.note());
+    if (eksikler.lackSource())
+        bilgi.setFailed();
 }
 
 // Amounts are left for Logo to work out, the texts of exemption and general rate stay empty, and so
