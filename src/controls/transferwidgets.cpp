@@ -34,6 +34,7 @@ using namespace Qt::StringLiterals;
 namespace {
 
 constexpr int readingTime = 10000; // milliseconds
+constexpr int lookedAgain = 100;   // milliseconds
 
 } // namespace
 
@@ -293,13 +294,14 @@ void layOutParts(QWidget *window, const TransferParts &parts)
 
 bool FileDrop::eventFilter(QObject *watched, QEvent *event)
 {
-    if (event->type() != QEvent::DragEnter && event->type() != QEvent::Drop)
+    if (event->type() != QEvent::DragEnter && event->type() != QEvent::DragMove &&
+        event->type() != QEvent::Drop)
         return QObject::eventFilter(watched, event);
     auto *drop = static_cast<QDropEvent *>(event); // a drag that enters is one too
     const QList<QUrl> files = drop->mimeData()->urls();
     if (files.isEmpty() || !files.first().isLocalFile() || QApplication::activeModalWidget())
         return false;
-    drop->acceptProposedAction();
+    acceptCopy(*drop);
     if (event->type() != QEvent::Drop)
         return true;
     const QString path = files.first().toLocalFile();
@@ -313,13 +315,21 @@ bool FileDrop::eventFilter(QObject *watched, QEvent *event)
     return true;
 }
 
+void acceptCopy(QDropEvent &event)
+{
+    event.setDropAction(Qt::CopyAction);
+    event.accept();
+}
+
 // By a timer, which whoever waits for an answer of Logo holds back like all that the user does.
 void takeBehindDrop(QObject *owner, std::function<void()> take)
 {
     auto *const timer = new QTimer(owner);
     timer->setObjectName(u"birakilan"_s);
-    timer->setSingleShot(true);
     QObject::connect(timer, &QTimer::timeout, owner, [timer, take = std::move(take)] {
+        if (QApplication::activeModalWidget())
+            return timer->setInterval(lookedAgain);
+        timer->stop();
         timer->deleteLater();
         take();
     });

@@ -12,6 +12,7 @@
 
 #include <functional>
 
+class QDropEvent;
 class QFrame;
 class QLabel;
 class QPushButton;
@@ -103,8 +104,13 @@ protected:
     bool eventFilter(QObject *watched, QEvent *event) override;
 };
 
+/// Takes a drag as one that copies. A dragged file that is taken as moved, as Shift asks for, would
+/// be deleted by the program it comes from.
+void acceptCopy(QDropEvent &event);
+
 /// Takes what was dropped once the program it comes from is free again: that waits for the end of
-/// the drop, and not for a file to be read. Nothing is taken if the owner has gone by then.
+/// the drop, and not for a file to be read. A box that stands by then is waited for; nothing is
+/// taken if the owner has gone.
 void takeBehindDrop(QObject *owner, std::function<void()> take);
 
 /// What the window of a transfer is made of, from top to bottom, and where work starts on it.

@@ -83,34 +83,31 @@ void DropGuide::enter(QDropEvent &event)
     const QStringList files = m_frame.isAtWork() ? QStringList() : filesOf(event);
     m_dragged = files.isEmpty() ? QStringList() : screensAtAGlance(files.first());
     light(m_dragged);
-    event.setAccepted(!m_dragged.isEmpty());
-    if (event.isAccepted())
-        event.setDropAction(Qt::CopyAction);
+    m_dragged.isEmpty() ? event.ignore() : acceptCopy(event);
 }
 
 // A button that the file is not for refuses it.
 void DropGuide::move(QDropEvent &event)
 {
     const QString screen = screenAt(event.position().toPoint());
-    event.setAccepted(!m_dragged.isEmpty() && (screen.isEmpty() || m_dragged.contains(screen)));
+    const bool isFit = !m_dragged.isEmpty() && (screen.isEmpty() || m_dragged.contains(screen));
+    isFit ? acceptCopy(event) : event.ignore();
 }
 
 void DropGuide::drop(QDropEvent &event)
 {
     const QStringList files = m_frame.isAtWork() ? QStringList() : filesOf(event);
-    event.setAccepted(!files.isEmpty());
+    files.isEmpty() ? event.ignore() : acceptCopy(event);
     end();
     if (files.isEmpty())
         return;
     const QString meant = screenAt(event.position().toPoint());
-    takeBehindDrop(this, [this, files, meant] {
-        if (!m_frame.isAtWork())
-            take(files, meant);
-    });
+    takeBehindDrop(this, [this, files, meant] { take(files, meant); });
 }
 
 void DropGuide::take(const QStringList &files, const QString &meant)
 {
+    end(); // of one that was dropped in between
     const QString &path = files.first();
     const QStringList screens = meant.isEmpty() ? screensOf(path) : QStringList{meant};
     const QString several = files.size() > 1

@@ -65,11 +65,11 @@ struct Frame : ShownFrame
             QApplication::sendEvent(&window, &leave);
             return false;
         }
-        QDropEvent event(at, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
-        const auto open = window.findChildren<QMdiSubWindow *>().size();
+        QDropEvent event(at, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton,
+                         Qt::ShiftModifier);
         QApplication::sendEvent(&window, &event);
-        if (window.findChildren<QMdiSubWindow *>().size() != open)
-            return false; // whoever let go of the file would wait for the reading
+        if (isDropTaken(window) || event.dropAction() != Qt::CopyAction)
+            return false; // whoever let go of the file waits for the event, or deletes it
         endDrop(window);
         return true;
     }

@@ -30,14 +30,16 @@ inline void type(QWidget &window, const QString &name, const QString &text)
     QTest::keyClick(edit, Qt::Key_Return);
 }
 
-/// What was dropped on the window is taken behind the drop.
-inline void endDrop(QWidget &window)
+inline bool isDropTaken(const QWidget &window)
 {
-    const auto isTaken = [&] {
-        return std::ranges::none_of(window.findChildren<QTimer *>(QStringLiteral("birakilan")),
-                                    &QTimer::isActive);
-    };
-    QTRY_VERIFY(isTaken());
+    return std::ranges::none_of(window.findChildren<QTimer *>(QStringLiteral("birakilan")),
+                                &QTimer::isActive);
+}
+
+/// What was dropped on the window is taken behind the drop.
+inline void endDrop(const QWidget &window)
+{
+    QTRY_VERIFY(isDropTaken(window));
 }
 
 /// Lets a file fall on the window.
@@ -47,8 +49,13 @@ inline void drop(QWidget &window, const QString &path)
     mime.setUrls({QUrl::fromLocalFile(path)});
     QDragEnterEvent enter({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
     QApplication::sendEvent(&window, &enter);
-    QDropEvent drop({10, 10}, Qt::CopyAction, &mime, Qt::LeftButton, Qt::NoModifier);
+    QDropEvent drop({10, 10}, Qt::CopyAction | Qt::MoveAction, &mime, Qt::LeftButton,
+                    Qt::ShiftModifier);
     QApplication::sendEvent(&window, &drop);
+    if (drop.isAccepted()) {
+        QVERIFY(drop.dropAction() == Qt::CopyAction); // moved, its sender would delete it
+        QVERIFY(!isDropTaken(window));                // its sender waits for the event
+    }
     endDrop(window);
 }
 
