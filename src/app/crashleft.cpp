@@ -33,4 +33,10 @@ QString leftByCrash(const QString &programFolder)
     return report.filePath();
 }
 
+bool isOfCommand(const QString &report)
+{
+    QFile file(report);
+    return file.open(QIODevice::ReadOnly) && file.readLine().startsWith("kervan-aktar ");
+}
+
 } // namespace kervan

@@ -9,4 +9,7 @@ namespace kervan {
 /// before and could not be renamed.
 QString leftByCrash(const QString &programFolder);
 
+/// Whether it was left by the command that transfers without a window.
+bool isOfCommand(const QString &report);
+
 } // namespace kervan

@@ -36,7 +36,8 @@ QString stateOf(const QString &folder, const QString &recovered)
 {
     QStringList sentences;
     if (const QString report = kervan::leftByCrash(folder); !report.isEmpty())
-        sentences << u"Program geçen sefer yarıda kapandı; raporu: %1"_s.arg(
+        sentences << u"%1 geçen sefer yarıda kapandı; raporu: %2"_s.arg(
+            kervan::isOfCommand(report) ? u"kervan-aktar"_s : u"Program"_s,
             QDir::toNativeSeparators(report));
     if (!canBeWritten(folder))
         sentences
