@@ -95,6 +95,11 @@ Function IsInProgramFiles
     ${Loop}
 FunctionEnd
 
+Function .onInstFailed
+    SetOutPath "$INSTDIR"
+    RMDir /r "$INSTDIR\yeni-surum"
+FunctionEnd
+
 Function .onVerifyInstDir
     Call IsInProgramFiles
     ${If} $0 == 1
@@ -102,18 +107,32 @@ Function .onVerifyInstDir
     ${EndIf}
 FunctionEnd
 
+; A disk that is full or a scanner that holds a file on to it shows here, and the old program is whole.
+!macro UnpackBeside
+    ClearErrors
+    SetOutPath "$INSTDIR\yeni-surum"
+    File /r /x ornekler "${PROGRAM}/*"
+    SetOutPath "$INSTDIR"
+    ${If} ${Errors}
+        RMDir /r "$INSTDIR\yeni-surum"
+        !insertmacro Refuse "Dosyalar kopyalanamadı: $INSTDIR" 7
+    ${EndIf}
+!macroend
+
 Section "-Program"
     !insertmacro QuitWhileOpen
+    !insertmacro UnpackBeside
     ; What an older version laid out goes by its own list.
     ${If} ${FileExists} "$INSTDIR\kaldir.exe"
         ExecWait '"$INSTDIR\kaldir.exe" /S _?=$INSTDIR' $0
         ${If} $0 != 0
+            RMDir /r "$INSTDIR\yeni-surum"
             !insertmacro Refuse "Eski sürüm kaldırılamadı." 6
         ${EndIf}
     ${EndIf}
     ClearErrors
-    SetOutPath "$INSTDIR"
-    File /r /x ornekler "${PROGRAM}/*"
+    !include "${MOVES}"
+    RMDir /r "$INSTDIR\yeni-surum"
     SetOutPath "$INSTDIR\ornekler"
     SetOverwrite off ; somebody may have worked in them
     File "${PROGRAM}/ornekler/*"

@@ -67,11 +67,11 @@ make_zip() { # FOLDER FILE
     (cd "$(dirname "$1")" && zip -q -r -9 -X "$2" "$(basename "$1")")
 }
 
-# The uninstaller removes exactly what was laid out, so it is given the list; samples, in which
-# somebody may have worked, stay.
+# The uninstaller removes exactly what was laid out, so it is given the list, and the installer what
+# to bring to its place; samples, in which somebody may have worked, stay.
 make_installer() { # FOLDER FILE VERSION ICON
     local folder=$1
-    local list=build/mingw/kurulum-files.nsh
+    local list=build/mingw/kurulum-files.nsh moves=build/mingw/kurulum-moves.nsh
     # shellcheck disable=SC1003,SC2016 # for the installer, not for this shell
     {
         (cd "$folder" && find . -type f ! -path './ornekler/*' -printf '%P\n') | sort | tr / '\\' \
@@ -79,6 +79,13 @@ make_installer() { # FOLDER FILE VERSION ICON
         (cd "$folder" && find . -mindepth 1 -depth -type d ! -name ornekler -printf '%P\n') | tr / '\\' \
             | sed 's/.*/RMDir "$INSTDIR\\&"/'
     } >"$list"
-    makensis -V2 -INPUTCHARSET UTF8 "-DPROGRAM=$folder" "-DFILES=$PWD/$list" "-DTARGET=$2" \
-        "-DVERSION=$3" "-DNUMBERS=$(cut -d . -f 1-4 <<<"$3.0.0.0")" "-DICON=$4" "-DSIZE=$(du -sk "$folder" | cut -f 1)" packaging/windows/kurulum.nsi
+    # shellcheck disable=SC1003,SC2016
+    {
+        (cd "$folder" && find . -mindepth 1 -type d ! -name ornekler -printf '%P\n') | sort | tr / '\\' \
+            | sed 's/.*/CreateDirectory "$INSTDIR\\&"/'
+        (cd "$folder" && find . -type f ! -path './ornekler/*' -printf '%P\n') | sort | tr / '\\' \
+            | sed 's/.*/Delete "$INSTDIR\\&"\nRename "$INSTDIR\\yeni-surum\\&" "$INSTDIR\\&"/'
+    } >"$moves"
+    makensis -V2 -INPUTCHARSET UTF8 "-DPROGRAM=$folder" "-DFILES=$PWD/$list" "-DMOVES=$PWD/$moves" \
+        "-DTARGET=$2" "-DVERSION=$3" "-DNUMBERS=$(cut -d . -f 1-4 <<<"$3.0.0.0")" "-DICON=$4" "-DSIZE=$(du -sk "$folder" | cut -f 1)" packaging/windows/kurulum.nsi
 }

@@ -113,6 +113,12 @@ install_into() { # INSTALLER FOLDER
     wine cmd /c "$(winepath -w "$1") /S /D=$2"
 }
 
+# What the installer brings, by name and contents.
+program_files() { # FOLDER
+    (cd "$1" && find ./*.exe ./*.dll ./*.txt plugins translations lisanslar kilavuz -type f \
+        -exec sha256sum {} + | sort -k 2)
+}
+
 # The installer ends with this status and lays nothing out.
 refused() { # STATUS INSTALLER FOLDER
     local status=0
@@ -143,7 +149,7 @@ count_links() {
 # Installed, used, installed again and taken away: what is the user's own stays as it was.
 wine_install() { # INSTALLER
     local folder="$WINEPREFIX/drive_c/Çalışma Yeri/Kervan" before after left
-    local target='C:\Çalışma Yeri\Kervan' beside='C:\Program Files Kervan'
+    local target='C:\Çalışma Yeri\Kervan' beside='C:\Program Files Kervan' program
     install_into "$1" "$target"
     [[ $(count_links) == 2 ]]
     find "$WINEPREFIX/drive_c/users" -path '*/Desktop/*.lnk' -delete # it isn't wanted
@@ -152,12 +158,18 @@ wine_install() { # INSTALLER
     echo "belge" >"$folder/logo xml/belge.xml"
     echo "benim" >"$folder/ornekler/kasa.kvz"
     before=$(own_files "$folder")
+    program=$(program_files "$folder")
     install_into "$1" "$target"
+    [[ $(program_files "$folder") == "$program" && ! -e $folder/yeni-surum ]]
     [[ $(own_files "$folder") == "$before" && $(count_links) == 1 ]]
     wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\KervanTransfer' /v DisplayVersion
     refused 5 "$1" 'C:\Program Files\Kervan'
     refused 5 "$1" 'C:\Windows\..\Program Files (x86)'
     refused 5 "$1" "$(winepath -s 'C:\Program Files')\\Yeni\\Kervan" # by its short name
+    : >"$folder/yeni-surum" # where the new one is to be unpacked first
+    refused 7 "$1" "$target"
+    rm "$folder/yeni-surum"
+    [[ $(program_files "$folder") == "$program" ]]
     refuse_while_open "$1" "$target" "$folder/kervan-transfer.exe"
     mkdir "$WINEPREFIX/drive_c/gelen"
     echo 'aktarim = cari' >"$WINEPREFIX/drive_c/gelen.ini"
@@ -187,9 +199,9 @@ wine_unzipped() { # ZIP
     folder=$(dirname "$(find "$place" -name kervan-transfer.exe)")
     [[ -f $folder/kervan-transfer.exe && ! -e $folder/data.dbs ]]
     for start in first second; do
-        wine "$folder/kervan-transfer.exe" &
+        timeout 120 wine "$folder/kervan-transfer.exe" &
         since=$SECONDS
-        until xwininfo -root -tree | grep -q '"Kervan Transfer' && [[ -s $folder/data.dbs ]]; do
+        until xwininfo -root -tree | grep '"Kervan Transfer' >/dev/null && [[ -s $folder/data.dbs ]]; do
             ((SECONDS - since < 60)) || { echo "The $start start shows no window" >&2 && return 1; }
             sleep 1
         done
