@@ -210,7 +210,8 @@ QString helpText()
            "  1   yazıldı (ya da bakıldı), bulgular var\n"
            "  2   en az bir kaynağın belgesi yazılmadı ya da bakılacak bir şey yok\n"
            "  64  yanlış kullanım\n"
-           "  75  program klasörü ya da veritabanı kullanımda, sonra yeniden deneyin\n"_s;
+           "  75  kaynağın kusuru olmayan bir engel: klasörler, veritabanı, Logo; sonra yeniden "
+           "deneyin\n"_s;
 }
 
 QString helpText(const QString &command, const QString &arguments, const QString &what,

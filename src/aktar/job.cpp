@@ -35,6 +35,13 @@ constexpr auto caseOfNames = Qt::CaseInsensitive;
 constexpr auto caseOfNames = Qt::CaseSensitive;
 #endif
 
+// Size and time of a file, which tell whether it is still the same.
+std::pair<qint64, QDateTime> stateOf(const QString &path)
+{
+    const QFileInfo file(path);
+    return {file.size(), file.lastModified()};
+}
+
 QString nameOf(const QString &path)
 {
     return QFileInfo(path).fileName();
@@ -140,7 +147,8 @@ Job::Job(Program &program, CommandPorts ports, const Transfer &transfer, const O
         throw Failure(u"--hedef ile yazılacak belgeyi verin (ya da --listele, --denetle)."_s);
     QStringList targets;
     for (const QString &source : options.sources) {
-        if (!onlyReads() && targets.contains(targetOf(source), caseOfNames))
+        if (!onlyReads() && !isFolderAway(target) &&
+            targets.contains(targetOf(source), caseOfNames))
             throw Failure(u"İki kaynağın belgesi aynı: %1. --hedef ile bir klasör ya da içinde "
                           "{kaynak} olan bir ad verin."_s.arg(targetOf(source)));
         targets << targetOf(source);
@@ -165,6 +173,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
     outcome.begun = m_program.clock.now();
     m_told.clear();
     m_isBarred = false;
+    m_begun = stateOf(outcome.source);
     m_program.db.forgetFailures();
     const Streams named{streams.out, [&, name = nameOf(source)](const QString &line) {
                             streams.tell(name + u": "_s + line);
@@ -179,7 +188,9 @@ Outcome Job::run(const QString &source, const Streams &streams)
     tellNotes(screen.notes, own);
     const std::vector<Step> steps = stepsOf(screen);
     const auto failed = passOver([&] {
-        barIfItFails([&] { // one that can't be read would be begun anew
+        barIfItFails([&] {
+            checkTargetFolder();
+            // One that can't be read would be begun anew.
             outcome.countersBefore = outcome.countersAfter = countersOf(m_program.folder);
         });
         try {
@@ -205,6 +216,11 @@ Outcome Job::run(const QString &source, const Streams &streams)
         own.tell(u"%1, %2 başka bir programda açık: tanımlar ya da fiyatlar okunamıyor. Sonra "
                  "yeniden deneyin."_s.arg(onlyReads() ? u"Bakılamadı"_s : u"Belge yazılmadı"_s,
                                           m_program.db.heldFile()));
+    }
+    if (outcome.status == NothingWritten && hasChanged(outcome.source)) {
+        outcome.isSourceChanged = m_isBarred = true;
+        own.tell(u"Kaynak okunurken değişti, belgesi yazılmadı: gönderilmesi bitince yeniden "
+                 "deneyin."_s);
     }
     if (m_isBarred && outcome.status == NothingWritten)
         outcome.status = InUse;
@@ -272,7 +288,7 @@ void Job::read(OpenScreen &screen, const std::vector<Step> &steps, Outcome &outc
             .cure = u"Kaynağı okumanın bittiği satırda düzeltin."_s};
     const QString folder = QFileInfo(targetOf(outcome.source)).path();
     const Chosen chosen = selectRows(screen, m_selection, folder);
-    m_isBarred = chosen.isBarred;
+    m_isBarred = chosen.isBarred || (m_selection.eInvoice && lacksAnswers(screen));
     for (const QString &line : chosen.lines)
         streams.tell(u"Seçim: "_s + line);
     outcome.findings += chosen.findings;
@@ -355,20 +371,53 @@ void Job::tellNotes(const Notes &notes, const Streams &streams)
     }
 }
 
-QString Job::barOf(const OpenScreen &screen) const
+// A share that is away for a moment is no name of a document.
+void Job::checkTargetFolder() const
 {
     const QString given = m_options.value(u"hedef"_s);
-    if (isFolderAway(given))
-        return u"%1 klasörü yok ya da ulaşılamıyor. Belge adı verecekseniz .xml ile bitirin."_s.arg(
-            QDir::toNativeSeparators(given));
-    // Whoever has no connection at all writes without; one that is away for a moment comes back.
+    if ((!onlyReads() || m_selection.unwritten) && isFolderAway(given))
+        throw Failure(
+            u"%1 klasörü yok ya da ulaşılamıyor. Belge adı verecekseniz .xml ile bitirin."_s.arg(
+                QDir::toNativeSeparators(given)));
+}
+
+bool Job::hasChanged(const QString &source) const
+{
+    return stateOf(source) != m_begun;
+}
+
+// Whoever has no connection at all works without; one that is away for a moment comes back.
+bool Job::lacksAnswers(const OpenScreen &screen) const
+{
+    if (!screen.link || !screen.link->isUnanswered())
+        return false;
+    const QString settings = m_program.path(u"sqlbaglan.kvz");
+    bool isSetUp = QFileInfo::exists(settings);
+    passOver([&] { isSetUp = areComplete(readSqlSettings(settings)); });
+    return isSetUp;
+}
+
+void Job::checkAnswers(const OpenScreen &screen)
+{
     const int unasked = screen.unasked ? screen.unasked() : 0;
-    if (unasked > 0 && !m_options.isOn(u"logosuz-yaz"_s) &&
-        QFileInfo::exists(m_program.path(u"sqlbaglan.kvz")))
-        return u"%1 faturanın müşterisi Logo'dan sorulamadı, e-fatura müşterisiyse de e-fatura "
-               "olmadan yazılırdı. Logo yanıt verince yeniden deneyin ya da --logosuz-yaz "
-               "verin."_s.arg(unasked);
-    return {};
+    const QString invoices =
+        u"%1 faturanın müşterisi Logo'dan sorulamadı, e-fatura müşterisiyse de e-fatura olmadan "
+        "yazılırdı. "_s.arg(unasked);
+    const bool mayLack = unasked > 0 && m_options.isOn(u"logosuz-yaz"_s);
+    if (lacksAnswers(screen)) {
+        barIfItFails([&] {
+            if (m_isEnding())
+                throw Failure(u"Logo'nun yanıtı beklenmeden durduruldu."_s);
+            if (mayLack)
+                return;
+            throw Failure(unasked > 0 ? invoices + u"Logo yanıt verince yeniden deneyin ya da "
+                                                   "--logosuz-yaz verin."_s
+                                      : u"Logo yanıt vermedi. Yanıt verince yeniden deneyin."_s);
+        });
+    } else if (unasked > 0 && !mayLack && !screen.link->isUnanswered()) {
+        throw Failure(u"Belge yazılmadı: %1Nedeni yukarıda; kaynağı düzeltin ya da --logosuz-yaz "
+                      "verin."_s.arg(invoices));
+    }
 }
 
 bool Job::mayWrite(const OpenScreen &screen, const Outcome &outcome, const QString &target,
@@ -405,11 +454,8 @@ void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
         return screen.writeAutomatically(); // which tells it in its boxes
     if (!mayWrite(screen, outcome, target, streams.tell))
         return;
-    barIfItFails([&] {
-        if (const QString why = barOf(screen); !why.isEmpty())
-            throw Failure(why);
-        recover(m_program.folder);
-    });
+    checkAnswers(screen);
+    barIfItFails([&] { recover(m_program.folder); });
     QElapsedTimer time;
     time.start();
     const auto failed = passOver([&] {
@@ -419,9 +465,11 @@ void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
     if (failed) {
         outcome.documents.clear();
         outcome.status = NothingWritten;
-        m_isBarred = true; // the place of the document, and not the source
         if (countersArePending(m_program.folder))
             passOver([&] { recover(m_program.folder); });
+        // Else it is the document's place that fails, and not the source; one that is only to be
+        // put there would be written twice if it were tried again.
+        m_isBarred = !isPending(m_program.folder) || countersArePending(m_program.folder);
         QString what = u"Belge yazılmadı: "_s;
         if (countersArePending(m_program.folder))
             what = u"Belge yazılmadı, sayaçları bir sonraki çalışma yerine koyacak: "_s;
@@ -482,6 +530,10 @@ void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target,
         journal.takeBack();
         streams.tell(u"Belge yazılmadı, sayaçlar önceki gibi: nedeni yukarıda."_s);
         return;
+    }
+    if (hasChanged(outcome.source)) { // its lines may be of one that was sent on, or cut short
+        outcome.documents.clear();
+        return journal.takeBack();
     }
     outcome.status = Done;
     outcome.countersAfter = countersOf(m_program.folder);

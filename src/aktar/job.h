@@ -7,7 +7,10 @@
 #include "aktar/transfers.h"
 #include "store/program.h"
 
+#include <QDateTime>
+
 #include <functional>
+#include <utility>
 #include <vector>
 
 namespace kervan {
@@ -45,6 +48,8 @@ public:
     /// What else is to move at the moment at which the documents appear, such as the source.
     using Closing = std::function<QList<Move>(const Outcome &outcome, const QString &folder)>;
     void setClosing(Closing closing) { m_closing = std::move(closing); }
+    /// Whether the user wants it to end: then Logo's silence is his.
+    void setEnding(std::function<bool()> isEnding) { m_isEnding = std::move(isEnding); }
 
 private:
     struct Step // of a choice
@@ -65,8 +70,13 @@ private:
     bool isHeldUp() const { return !m_program.db.heldFile().isEmpty(); }
     /// Whether definitions or prices could not be read.
     bool lacksData() const;
-    /// Why nothing is written for now, though the source is in order; empty where nothing bars it.
-    QString barOf(const OpenScreen &screen) const;
+    /// Whether Logo, which is set up here, did not answer what the reading asked it.
+    bool lacksAnswers(const OpenScreen &screen) const;
+    /// A Failure where a document would be without what Logo has to tell.
+    void checkAnswers(const OpenScreen &screen);
+    void checkTargetFolder() const;
+    /// Whether the source is another one than the one whose reading began.
+    bool hasChanged(const QString &source) const;
     void tellNotes(const Notes &notes, const Streams &streams);
     void write(OpenScreen &screen, Outcome &outcome, const Streams &streams);
     void writeInto(OpenScreen &screen, Journal &journal, const QString &target, Outcome &outcome,
@@ -80,9 +90,13 @@ private:
     const Transfer &m_transfer;
     const Options &m_options;
     Closing m_closing;
+    std::function<bool()> m_isEnding = [] {
+        return false;
+    };
     Selection m_selection;
-    QString m_automatic; // the document that the settings name
-    QStringList m_told;  // of the notes of the source in hand
+    QString m_automatic;                  // the document that the settings name
+    QStringList m_told;                   // of the notes of the source in hand
+    std::pair<qint64, QDateTime> m_begun; // size and time of that source
     bool m_isBarred = false;
 };
 

@@ -137,8 +137,7 @@ Chosen selectRows(const OpenScreen &screen, const Selection &selection, const QS
     if (selection.eInvoice && screen.unasked() > 0) {
         screen.list.setAllTicked(false);
         return {.lines = {u"%1 müşterinin e-fatura mükellefi olup olmadığı Logo'dan sorulamadı, "
-                          "hiçbir satır seçilmedi."_s.arg(screen.unasked())},
-                .isBarred = true};
+                          "hiçbir satır seçilmedi."_s.arg(screen.unasked())}};
     }
     QStringList unread;
     const QList<WrittenMark> marks =

@@ -162,10 +162,8 @@ OpenScreen faturaScreen(Program &program, const Options &)
         .counters = {cashCounterFile.toString()},
         .writesCashSlips = true,
         .eInvoice = takesEInvoices(fat.liste.l1),
-        .unasked =
-            [&fat] {
-                return fat.liste.eFaturaSorulmayan;
-            }};
+        .unasked = [&fat] { return fat.liste.eFaturaSorulmayan; },
+        .link = &fat.link};
 }
 
 // Its kind is chosen of a list in hand, and a date alone starts the filter.
@@ -199,10 +197,8 @@ OpenScreen duzeyScreen(Program &program, const Options &)
                 },
             .guards = false,
             .eInvoice = takesEInvoices(fatduz.liste.l1),
-            .unasked =
-                [&fatduz] {
-                    return fatduz.liste.eFaturaSorulmayan;
-                }};
+            .unasked = [&fatduz] { return fatduz.liste.eFaturaSorulmayan; },
+            .link = &fatduz.link};
 }
 
 // --- The cards and the count
@@ -293,7 +289,8 @@ OpenScreen sayimScreen(Program &program, const Options &)
             .write = [&sayim] { sayim.xmlkaydet(); },
             .shape = [&sayim] { return shapeOf(sayim); },
             .checks = [&sayim] { return checksOf(sayim); },
-            .ticks = false};
+            .ticks = false,
+            .link = &sayim.link};
 }
 
 // --- The slips

@@ -7,6 +7,7 @@
 #include "check/listshape.h"
 #include "check/readreport.h"
 #include "check/writtendocuments.h"
+#include "logolink/screenlink.h"
 #include "logoxml/spelling.h"
 #include "store/program.h"
 
@@ -62,6 +63,8 @@ struct OpenScreen
     std::function<bool(int row)> eInvoice = nullptr;
     /// How many rows could not be asked for that.
     std::function<int()> unasked = nullptr;
+    /// Its line to Logo; null where it asks nothing.
+    const ScreenLink *link = nullptr;
 };
 
 /// A row of the table of transfers.

@@ -1,6 +1,7 @@
 #include "aktar/watching.h"
 
 #include "aktar/command.h"
+#include "aktar/documentname.h"
 #include "base/codepage.h"
 #include "base/failure.h"
 #include "base/filefault.h"
@@ -12,6 +13,7 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QLockFile>
+#include <QSet>
 #include <QThread>
 
 #include <algorithm>
@@ -106,7 +108,7 @@ private:
     QStringList waiting(const QString &folder, const QStringList &patterns) const;
     void takeComplete();
     void refuseOdd(const std::function<void(const QString &name, const QString &why)> &refuse);
-    bool isComplete(const QString &name);
+    bool isComplete(const QString &path);
     Status enter();
     std::optional<Status> transferAll();
     Status transferOne(const QString &name);
@@ -140,6 +142,7 @@ private:
     QHash<QString, Look> m_looks;      // of the last time
     QString m_waitsFor;                // what kept it out of the program folder at the last try
     QStringList m_lines;               // of the file in hand
+    QSet<QString> m_changed;           // files that were sent on while they were read
     QHash<QString, QString> m_refused; // files that could not be taken at the last look, and why
     QHash<QString, Stuck> m_stuck;     // those that could not be put away
     Status m_status = Done;            // of those that were
@@ -165,7 +168,8 @@ Watch::Watch(const Options &options, const Transfer &transfer, const CommandWorl
     if (isInside(QFileInfo(job.targetOf(u"a"_s)).path(), m_folder))
         throw Failure(u"Belgeler izlenen klasörün içine yazılamaz: %1. --hedef ile dışında bir yer "
                       "verin."_s.arg(QDir::toNativeSeparators(job.targetOf(u"{kaynak}"_s))));
-    if (options.isOn(u"uzerine-yaz"_s) && job.targetOf(u"a"_s) == job.targetOf(u"b"_s))
+    if (options.isOn(u"uzerine-yaz"_s) && !isFolderAway(options.value(u"hedef"_s)) &&
+        job.targetOf(u"a"_s) == job.targetOf(u"b"_s))
         throw Failure(
             u"uzerine-yaz ile her dosyanın belgesi bir öncekini ezerdi; --hedef bir klasör "
             "olsun ya da adında {kaynak} geçsin."_s);
@@ -189,7 +193,8 @@ Status Watch::begin()
             return leftover.whole.endsWith(report) && leftover.isRest();
         });
         sweepLeftovers(m_work, [&](const Leftover &leftover) { // half a copy is no source
-            return leftover.isRest();
+            return leftover.isRest() && QDir::match(m_patterns, leftover.whole) &&
+                   !QDir::match(m_patterns, leftover.file.fileName());
         });
         return Done;
     }
@@ -247,19 +252,19 @@ void Watch::takeComplete()
     };
     refuseOdd(refuse);
     for (const QString &name : waiting(m_folder, m_patterns)) {
-        if (m_refused.contains(name) || !isComplete(name))
+        const QString path = QDir(m_folder).filePath(name);
+        if (m_refused.contains(name) || !isComplete(path))
             continue;
         if (QFileInfo::exists(inHand(name))) {
             if (m_stuck.contains(name))
                 refuse(name, u"aynı adlı bir dosya isleniyor klasöründe bekliyor."_s);
             continue;
         }
-        const QString path = QDir(m_folder).filePath(name);
         if (!waitWhileOpen(path)) // it may be written on
             refuse(name, u"başka bir programda açık."_s);
         else if (const auto failed = passOver([&] { moveFile(path, inHand(name)); }))
             refuse(name, failed->description());
-        m_looks.remove(name);
+        m_looks.remove(path);
     }
 }
 
@@ -296,6 +301,10 @@ std::optional<Status> Watch::transferAll()
     for (const QString &name : waiting(m_work, {u"*"_s})) {
         if (m_world.isEnding())
             break;
+        if (m_changed.contains(name) && !isComplete(inHand(name))) // its sender had only paused
+            return InUse;
+        if (m_changed.remove(name))
+            m_looks.remove(inHand(name));
         if (const Status entered = enter(); entered != Done)
             return entered;
         const Status one = transferOne(name);
@@ -330,13 +339,13 @@ bool Watch::hasMore() const
 }
 
 // Whoever copies a file here writes on it between two looks, or its time is but a moment ago.
-bool Watch::isComplete(const QString &name)
+bool Watch::isComplete(const QString &path)
 {
-    const QFileInfo file(QDir(m_folder).filePath(name));
+    const QFileInfo file(path);
     const Look look{file.size(), file.lastModified()};
-    const auto before = m_looks.constFind(name);
+    const auto before = m_looks.constFind(path);
     const bool isSame = before != m_looks.cend() && *before == look;
-    m_looks[name] = look;
+    m_looks[path] = look;
     const qint64 age = look.time.secsTo(QDateTime::currentDateTime());
     return isSame && (age >= m_pause || age < 0); // the sender's clock may be ahead
 }
@@ -366,14 +375,10 @@ Status Watch::transferOne(const QString &name)
     if (!QFileInfo::exists(inHand(name))) // entering has brought it to its end
         return before.isEmpty() ? Done : DoneWithFindings;
     Outcome outcome;
-    const QFileInfo file(inHand(name));
-    const Look asTaken{file.size(), file.lastModified()};
     const auto misused = passOver([&] {
         Job job(m_program.program(), m_program.ports(), m_transfer, m_options);
+        job.setEnding(m_world.isEnding);
         job.setClosing([&](const Outcome &done, const QString &staging) {
-            const QFileInfo now(inHand(name));
-            if (asTaken != Look{now.size(), now.lastModified()}) // its sender had only paused
-                throw Failure(u"Kaynak okunurken değişti, yeniden okunacak."_s);
             return closing(name, done, staging);
         });
         outcome = job.run(inHand(name), {quiet, tell});
@@ -389,6 +394,8 @@ Status Watch::transferOne(const QString &name)
         if (const auto failed = passOver([&] { putAway(name, outcome); }))
             tell(name + u": Yeniden denenecek. "_s + failed->description());
     }
+    if (outcome.isSourceChanged)
+        m_changed << name;
     if (QFileInfo::exists(inHand(name)))
         m_stuck[name] = {m_lines, isPending(m_program.program().folder) ? Done : outcome.status};
     if (before.isEmpty() || !m_stuck.contains(name))

@@ -16,9 +16,7 @@ void ScreenLink::sqlyukle()
 {
     endQuietly([this] {
         const SqlSettings settings = readSqlSettings(m_program.path(u"sqlbaglan.kvz"));
-        // Unlike the settings screen, an empty password is refused here too.
-        if (settings.server.isEmpty() || settings.user.isEmpty() || settings.password.isEmpty() ||
-            settings.database.isEmpty() || settings.firm.isEmpty()) {
+        if (!areComplete(settings)) {
             m_program.boxes.show(
                 {u"Bağlantı Bilgilerinde Eksikler Var..."_s, u"Dikkat"_s, Icon::Stop});
             return;
@@ -45,14 +43,17 @@ void ScreenLink::sqlbaglan(const SqlSettings &settings)
 
 SqlRows ScreenLink::run(const Statement &statement)
 {
-    if (!m_connection)
+    if (!m_connection) {
+        m_isUnanswered = true;
         throw Failure(u"SQL Server bağlantısı yok."_s);
+    }
     SqlRows rows;
     // Windows live on during a wait, so the screen may be connected anew in the midst of it.
     const auto connection = m_connection;
     const auto failed = passOver([&] { rows = connection->run(statement); });
     if (failed && connection == m_connection && !connection->isOpen())
         durum.setText(u"SQL Bağlantı Yok"_s);
+    m_isUnanswered = m_isUnanswered || (failed && !statement.breakingValue());
     if (failed)
         throw Failure(*failed);
     return rows;

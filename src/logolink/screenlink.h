@@ -26,6 +26,10 @@ public:
     /// by it, `durum` says so.
     SqlRows run(const Statement &statement);
 
+    /// Whether a statement of it has remained without an answer. One that was not sent for its
+    /// value is none of those: it would never be.
+    bool isUnanswered() const { return m_isUnanswered; }
+
     Busy &busy() { return m_program.busy; }
 
     TextField durum{QStringLiteral("SQL Bağlantı Yok")};
@@ -36,6 +40,7 @@ private:
 
     Program &m_program;
     std::shared_ptr<SqlConnection> m_connection;
+    bool m_isUnanswered = false;
 };
 
 } // namespace kervan

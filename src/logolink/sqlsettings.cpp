@@ -12,6 +12,12 @@ SqlSettings readSqlSettings(const QString &path)
     return {lines[0], lines[1], lines[2], lines[3], lines[4]};
 }
 
+bool areComplete(const SqlSettings &settings)
+{
+    return !settings.server.isEmpty() && !settings.user.isEmpty() && !settings.password.isEmpty() &&
+           !settings.database.isEmpty() && !settings.firm.isEmpty();
+}
+
 void writeSqlSettings(const QString &path, const SqlSettings &settings)
 {
     writeLines(

@@ -17,6 +17,10 @@ struct SqlSettings
 /// Reads the side file; missing or with fewer than five lines it is a Failure.
 SqlSettings readSqlSettings(const QString &path);
 
+/// Whether a transfer screen connects with them: unlike the settings screen it refuses an empty
+/// password.
+bool areComplete(const SqlSettings &settings);
+
 /// Replaces the side file; its owner alone can read it. A Failure tells why it can't be written.
 void writeSqlSettings(const QString &path, const SqlSettings &settings);
 

@@ -756,8 +756,86 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QVERIFY2(b.says(u"Logo yanıt verince"_s), qPrintable(b.told.join(u'\n')));
         QCOMPARE(b.written(), QStringList());
         QCOMPARE(b.fatura(u"a.xml"_s, {u"--logosuz-yaz"_s}), DoneWithFindings);
+        const auto count = [&] {
+            return b.run(
+                {u"sayim"_s, samplePath(u"sayim.txt"_s), u"--hedef"_s, b.document(u"sayim.xml"_s)});
+        };
+        QCOMPARE(count(), InUse);
+        writeBytes(b.sideFile(u"sqlbaglan.kvz"_s), "sunucu\r\nben\r\n\r\nLOGO\r\n7\r\n");
+        QCOMPARE(b.fatura(u"d.xml"_s), DoneWithFindings); // no password yet, so none to wait for
         QVERIFY(QFile::remove(b.sideFile(u"sqlbaglan.kvz"_s))); // who never had a connection
         QCOMPARE(b.fatura(u"b.xml"_s), DoneWithFindings);
+        QCOMPARE(b.fatura(u"c.xml"_s, {u"--sec=e-fatura"_s}), NothingWritten);
+        QCOMPARE(count(), NothingWritten);
+    }
+
+    // To wait for Logo would not help: such a value is never sent.
+    void aCustomerWhoCantBeAskedForIsAFaultOfTheSource()
+    {
+        Branch b;
+        writeBytes(b.source, readBytes(b.source).replace("C1", "C'"));
+        QCOMPARE(b.fatura(u"a.xml"_s), NothingWritten);
+        QVERIFY2(b.says(u"SQL komutunu bozar"_s), qPrintable(b.told.join(u'\n')));
+        QCOMPARE(b.written(), QStringList());
+        QCOMPARE(b.fatura(u"a.xml"_s, {u"--logosuz-yaz"_s}), DoneWithFindings);
+    }
+
+    void anAnswerThatIsNotWaitedForAtTheEndGivesNoDocument()
+    {
+        Watched w;
+        w.recipe += "logosuz-yaz = evet\n";
+        w.drop(u"bir.bif"_s);
+        bool isEnding = false;
+        w.b.isEnding = [&] {
+            return isEnding;
+        };
+        const auto asked = std::exchange(w.b.sqlServer.answer, [&](const QString &) -> SqlRows {
+            isEnding = true;
+            throw Failure(u"beklenmedi"_s);
+        });
+        QCOMPARE(w.watch(), InUse);
+        QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif"_s);
+        QCOMPARE(w.b.written(), QStringList());
+        isEnding = false;
+        w.b.sqlServer.answer = asked;
+        QCOMPARE(w.watch(), Done);
+    }
+
+    void aTargetFolderThatIsAwayIsForAnotherTime()
+    {
+        Watched w;
+        const QString away = w.b.documents + u"-uzak"_s;
+        w.recipe += "uzerine-yaz = evet\n";
+        w.drop(u"bir.bif"_s);
+        const QString second = w.b.place.filePath(u"iki.bif"_s);
+        QVERIFY(QFile::copy(w.b.source, second));
+        QVERIFY(QDir().rename(w.b.documents, away));
+        const QStringList both{u"fatura"_s, w.b.source, second, u"--hedef"_s, w.b.documents};
+        QCOMPARE(w.b.run(both), InUse);
+        QCOMPARE(w.b.run(both + QStringList{u"--listele"_s, u"--sec=yazilmamis"_s}), InUse);
+        QVERIFY2(w.b.says(u"ulaşılamıyor"_s), qPrintable(w.b.told.join(u'\n')));
+        QCOMPARE(w.watch(), InUse);
+        QVERIFY(!QFile::exists(w.b.documents + u".xml"_s));
+        QVERIFY(QDir().rename(away, w.b.documents));
+        QCOMPARE(w.watch(), Done);
+    }
+
+    // The numbers stand in it already: tried anew, it would be there twice.
+    void aDocumentThatOnlyLacksItsPlaceIsNotForAnotherTime()
+    {
+        Watched w;
+        w.drop(u"bir.bif"_s);
+        const auto asked = std::exchange(w.b.sqlServer.answer, [&](const QString &) -> SqlRows {
+            QDir(w.in(u"aktarilan"_s)).removeRecursively();
+            return {{u"ACCEPTEINV"_s}, {{u"0"_s}}};
+        });
+        QCOMPARE(w.watch(), NothingWritten);
+        QVERIFY2(w.b.says(u"yerine konamadı"_s), qPrintable(w.b.told.join(u'\n')));
+        const QByteArray counter = w.b.counter();
+        w.b.sqlServer.answer = asked;
+        QCOMPARE(w.watch(), Done);
+        QCOMPARE(w.b.counter(), counter);
+        QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
     }
 
     // Between the list and the document Logo is asked, which may take minutes.
@@ -770,7 +848,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
             QFile::remove(w.b.source);
             return {{u"ACCEPTEINV"_s}, {{u"0"_s}}};
         });
-        QCOMPARE(w.b.fatura(u"bir.xml"_s), NothingWritten);
+        QCOMPARE(w.b.fatura(u"bir.xml"_s), InUse);
         w.b.sqlServer.answer = [&](const QString &) -> SqlRows {
             QFile source(w.in(u"isleniyor/bir.bif"_s));
             if (source.open(QIODevice::Append))
