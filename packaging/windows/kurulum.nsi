@@ -9,6 +9,7 @@ ManifestDPIAware true
 
 !define NAME "Kervan Transfer"
 !define OWN "Software\Kervan\Kurulum"
+!define BESIDE "$INSTDIR\.kervan-yeni" ; the new program until the old one goes
 !define LISTED "Software\Microsoft\Windows\CurrentVersion\Uninstall\KervanTransfer"
 
 !include MUI2.nsh
@@ -97,8 +98,31 @@ FunctionEnd
 
 Function .onInstFailed
     SetOutPath "$INSTDIR"
-    RMDir /r "$INSTDIR\yeni-surum"
+    RMDir /r "${BESIDE}"
 FunctionEnd
+
+; Brings a file that is unpacked to its place; a scanner may look into it for a moment. $6 names the
+; first one that stayed.
+Function Place
+    Pop $4
+    ${For} $5 1 20
+        ${If} $6 != ""
+            Return
+        ${EndIf}
+        ClearErrors
+        Delete "$INSTDIR\$4"
+        Rename "${BESIDE}\$4" "$INSTDIR\$4"
+        ${IfNot} ${Errors}
+            Return
+        ${EndIf}
+        Sleep 500
+    ${Next}
+    StrCpy $6 "$4"
+FunctionEnd
+!macro Place NAME
+    Push "${NAME}"
+    Call Place
+!macroend
 
 Function .onVerifyInstDir
     Call IsInProgramFiles
@@ -107,14 +131,14 @@ Function .onVerifyInstDir
     ${EndIf}
 FunctionEnd
 
-; A disk that is full or a scanner that holds a file on to it shows here, and the old program is whole.
+; A disk that is full, or rights that lack, shows here, and the old program is whole.
 !macro UnpackBeside
     ClearErrors
-    SetOutPath "$INSTDIR\yeni-surum"
+    SetOutPath "${BESIDE}"
     File /r /x ornekler "${PROGRAM}/*"
     SetOutPath "$INSTDIR"
     ${If} ${Errors}
-        RMDir /r "$INSTDIR\yeni-surum"
+        RMDir /r "${BESIDE}"
         !insertmacro Refuse "Dosyalar kopyalanamadı: $INSTDIR" 7
     ${EndIf}
 !macroend
@@ -126,13 +150,17 @@ Section "-Program"
     ${If} ${FileExists} "$INSTDIR\kaldir.exe"
         ExecWait '"$INSTDIR\kaldir.exe" /S _?=$INSTDIR' $0
         ${If} $0 != 0
-            RMDir /r "$INSTDIR\yeni-surum"
+            RMDir /r "${BESIDE}"
             !insertmacro Refuse "Eski sürüm kaldırılamadı." 6
         ${EndIf}
     ${EndIf}
-    ClearErrors
+    StrCpy $6 ""
     !include "${MOVES}"
-    RMDir /r "$INSTDIR\yeni-surum"
+    ${If} $6 != ""
+        !insertmacro Refuse "$6 yerine konamadı; başka bir program kullanıyor olabilir. Kurulumu yeniden çalıştırın." 7
+    ${EndIf}
+    RMDir /r "${BESIDE}"
+    ClearErrors
     SetOutPath "$INSTDIR\ornekler"
     SetOverwrite off ; somebody may have worked in them
     File "${PROGRAM}/ornekler/*"
@@ -200,6 +228,7 @@ Section Uninstall
     !insertmacro QuitWhileOpen
     !include "${FILES}"
     Delete "$INSTDIR\kaldir.exe"
+    RMDir /r "${BESIDE}" ; of an installation that was killed
     RMDir "$INSTDIR" ; goes only when nothing of the user's is in it
     ReadRegStr $0 HKCU "${OWN}" "Klasor"
     ${If} $0 == $INSTDIR ; else they are those of an installation elsewhere

@@ -84,7 +84,7 @@ make_installer() { # FOLDER FILE VERSION ICON
         (cd "$folder" && find . -mindepth 1 -type d ! -name ornekler -printf '%P\n') | sort | tr / '\\' \
             | sed 's/.*/CreateDirectory "$INSTDIR\\&"/'
         (cd "$folder" && find . -type f ! -path './ornekler/*' -printf '%P\n') | sort | tr / '\\' \
-            | sed 's/.*/Delete "$INSTDIR\\&"\nRename "$INSTDIR\\yeni-surum\\&" "$INSTDIR\\&"/'
+            | sed 's/.*/!insertmacro Place "&"/'
     } >"$moves"
     makensis -V2 -INPUTCHARSET UTF8 "-DPROGRAM=$folder" "-DFILES=$PWD/$list" "-DMOVES=$PWD/$moves" \
         "-DTARGET=$2" "-DVERSION=$3" "-DNUMBERS=$(cut -d . -f 1-4 <<<"$3.0.0.0")" "-DICON=$4" "-DSIZE=$(du -sk "$folder" | cut -f 1)" packaging/windows/kurulum.nsi

@@ -160,15 +160,15 @@ wine_install() { # INSTALLER
     before=$(own_files "$folder")
     program=$(program_files "$folder")
     install_into "$1" "$target"
-    [[ $(program_files "$folder") == "$program" && ! -e $folder/yeni-surum ]]
+    [[ $(program_files "$folder") == "$program" && ! -e $folder/.kervan-yeni ]]
     [[ $(own_files "$folder") == "$before" && $(count_links) == 1 ]]
     wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\KervanTransfer' /v DisplayVersion
     refused 5 "$1" 'C:\Program Files\Kervan'
     refused 5 "$1" 'C:\Windows\..\Program Files (x86)'
     refused 5 "$1" "$(winepath -s 'C:\Program Files')\\Yeni\\Kervan" # by its short name
-    : >"$folder/yeni-surum" # where the new one is to be unpacked first
+    : >"$folder/.kervan-yeni" # where the new one is to be unpacked first
     refused 7 "$1" "$target"
-    rm "$folder/yeni-surum"
+    rm "$folder/.kervan-yeni"
     [[ $(program_files "$folder") == "$program" ]]
     refuse_while_open "$1" "$target" "$folder/kervan-transfer.exe"
     mkdir "$WINEPREFIX/drive_c/gelen"
