@@ -30,7 +30,8 @@ bool isWritable(const QFileInfo &folder)
                                      nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
     if (asked != INVALID_HANDLE_VALUE)
         return CloseHandle(asked) != 0;
-    return GetLastError() != ERROR_ACCESS_DENIED && GetLastError() != ERROR_WRITE_PROTECT;
+    const DWORD why = GetLastError();
+    return folder.exists() && why != ERROR_ACCESS_DENIED && why != ERROR_WRITE_PROTECT;
 }
 #else
 bool isWritable(const QFileInfo &folder)
