@@ -322,17 +322,18 @@ void acceptCopy(QDropEvent &event)
 }
 
 // By a timer, which whoever waits for an answer of Logo holds back like all that the user does.
-void takeBehindDrop(QObject *owner, std::function<void()> take)
+void takeBehindDrop(QObject *owner, std::function<void()> take, std::function<bool()> isFree)
 {
     auto *const timer = new QTimer(owner);
     timer->setObjectName(u"birakilan"_s);
-    QObject::connect(timer, &QTimer::timeout, owner, [timer, take = std::move(take)] {
-        if (QApplication::activeModalWidget())
-            return timer->setInterval(lookedAgain);
-        timer->stop();
-        timer->deleteLater();
-        take();
-    });
+    QObject::connect(timer, &QTimer::timeout, owner,
+                     [timer, take = std::move(take), isFree = std::move(isFree)] {
+                         if (QApplication::activeModalWidget() || !isFree())
+                             return timer->setInterval(lookedAgain);
+                         timer->stop();
+                         timer->deleteLater();
+                         take();
+                     });
     timer->start(0);
 }
 

@@ -109,9 +109,10 @@ protected:
 void acceptCopy(QDropEvent &event);
 
 /// Takes what was dropped once the program it comes from is free again: that waits for the end of
-/// the drop, and not for a file to be read. A box that stands by then is waited for; nothing is
-/// taken if the owner has gone.
-void takeBehindDrop(QObject *owner, std::function<void()> take);
+/// the drop, and not for a file to be read. A box that stands by then is waited for, and whatever
+/// else `isFree` says; nothing is taken if the owner has gone.
+void takeBehindDrop(
+    QObject *owner, std::function<void()> take, std::function<bool()> isFree = [] { return true; });
 
 /// What the window of a transfer is made of, from top to bottom, and where work starts on it.
 struct TransferParts

@@ -102,7 +102,8 @@ void DropGuide::drop(QDropEvent &event)
     if (files.isEmpty())
         return;
     const QString meant = screenAt(event.position().toPoint());
-    takeBehindDrop(this, [this, files, meant] { take(files, meant); });
+    takeBehindDrop(
+        this, [this, files, meant] { take(files, meant); }, [this] { return !m_frame.isAtWork(); });
 }
 
 void DropGuide::take(const QStringList &files, const QString &meant)
