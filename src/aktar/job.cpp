@@ -147,8 +147,7 @@ Job::Job(Program &program, CommandPorts ports, const Transfer &transfer, const O
         throw Failure(u"--hedef ile yazılacak belgeyi verin (ya da --listele, --denetle)."_s);
     QStringList targets;
     for (const QString &source : options.sources) {
-        if (!onlyReads() && !isFolderAway(target) &&
-            targets.contains(targetOf(source), caseOfNames))
+        if (!onlyReads() && targets.contains(targetOf(source), caseOfNames))
             throw Failure(u"İki kaynağın belgesi aynı: %1. --hedef ile bir klasör ya da içinde "
                           "{kaynak} olan bir ad verin."_s.arg(targetOf(source)));
         targets << targetOf(source);
@@ -162,7 +161,9 @@ bool Job::onlyReads() const
 
 QString Job::targetOf(const QString &source) const
 {
-    const QString given = m_options.value(u"hedef"_s);
+    QString given = m_options.value(u"hedef"_s);
+    if (isFolderAway(given))
+        given += u'/';
     return given.isEmpty() ? m_automatic : documentNameOf(given, source, m_program.clock.now());
 }
 
@@ -172,7 +173,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
     outcome.source = QFileInfo(source).absoluteFilePath();
     outcome.begun = m_program.clock.now();
     m_told.clear();
-    m_isBarred = false;
+    m_isBarred = m_isCommitted = false;
     m_begun = stateOf(outcome.source);
     m_program.db.forgetFailures();
     const Streams named{streams.out, [&, name = nameOf(source)](const QString &line) {
@@ -217,8 +218,8 @@ Outcome Job::run(const QString &source, const Streams &streams)
                  "yeniden deneyin."_s.arg(onlyReads() ? u"Bakılamadı"_s : u"Belge yazılmadı"_s,
                                           m_program.db.heldFile()));
     }
-    if (outcome.status == NothingWritten && hasChanged(outcome.source)) {
-        outcome.isSourceChanged = m_isBarred = true;
+    if (outcome.status == NothingWritten && !m_isCommitted && hasChanged(outcome.source)) {
+        m_isBarred = true;
         own.tell(u"Kaynak okunurken değişti, belgesi yazılmadı: gönderilmesi bitince yeniden "
                  "deneyin."_s);
     }
@@ -389,7 +390,9 @@ bool Job::hasChanged(const QString &source) const
 // Whoever has no connection at all works without; one that is away for a moment comes back.
 bool Job::lacksAnswers(const OpenScreen &screen) const
 {
-    if (!screen.link || !screen.link->isUnanswered())
+    const int unasked = screen.unasked ? screen.unasked() : 0;
+    if (!screen.link ||
+        !(screen.link->isUnanswered() || (unasked > 0 && !screen.link->isRefused())))
         return false;
     const QString settings = m_program.path(u"sqlbaglan.kvz");
     bool isSetUp = QFileInfo::exists(settings);
@@ -414,7 +417,7 @@ void Job::checkAnswers(const OpenScreen &screen)
                                                    "--logosuz-yaz verin."_s
                                       : u"Logo yanıt vermedi. Yanıt verince yeniden deneyin."_s);
         });
-    } else if (unasked > 0 && !mayLack && !screen.link->isUnanswered()) {
+    } else if (unasked > 0 && !mayLack && screen.link->isRefused()) {
         throw Failure(u"Belge yazılmadı: %1Nedeni yukarıda; kaynağı düzeltin ya da --logosuz-yaz "
                       "verin."_s.arg(invoices));
     }
@@ -452,14 +455,15 @@ void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
     const QString target = targetOf(outcome.source);
     if (target.isEmpty())
         return screen.writeAutomatically(); // which tells it in its boxes
+    checkAnswers(screen);                   // before the findings of what is missing by that
     if (!mayWrite(screen, outcome, target, streams.tell))
         return;
-    checkAnswers(screen);
     barIfItFails([&] { recover(m_program.folder); });
     QElapsedTimer time;
     time.start();
     const auto failed = passOver([&] {
         Journal journal(m_program.folder, QFileInfo(target).path());
+        const auto state = qScopeGuard([&] { m_isCommitted = journal.isCommitted(); });
         writeInto(screen, journal, target, outcome, streams);
     });
     if (failed) {
@@ -467,9 +471,9 @@ void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
         outcome.status = NothingWritten;
         if (countersArePending(m_program.folder))
             passOver([&] { recover(m_program.folder); });
-        // Else it is the document's place that fails, and not the source; one that is only to be
-        // put there would be written twice if it were tried again.
-        m_isBarred = !isPending(m_program.folder) || countersArePending(m_program.folder);
+        // It is the document's place that fails, and not the source; one that is only to be put
+        // there would be written twice if it were tried again.
+        m_isBarred = !m_isCommitted;
         QString what = u"Belge yazılmadı: "_s;
         if (countersArePending(m_program.folder))
             what = u"Belge yazılmadı, sayaçları bir sonraki çalışma yerine koyacak: "_s;

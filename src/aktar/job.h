@@ -98,6 +98,7 @@ private:
     QStringList m_told;                   // of the notes of the source in hand
     std::pair<qint64, QDateTime> m_begun; // size and time of that source
     bool m_isBarred = false;
+    bool m_isCommitted = false; // and perhaps not yet at its place
 };
 
 } // namespace kervan

@@ -204,6 +204,7 @@ void Journal::commit(const QList<Move> &moves)
         takeBack();
         throw Failure(*failed);
     }
+    m_isCommitted = true;
     finish(m_programFolder, m_folder, moves);
 }
 

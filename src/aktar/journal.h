@@ -36,6 +36,8 @@ public:
     /// names the first file that can't be moved, and what is left waits for recover(). Where one
     /// is gone by then, or its place is taken, all is taken back before the Failure.
     void commit(const QList<Move> &moves);
+    /// Whether it has come to that, be all of it carried out or not.
+    bool isCommitted() const { return m_isCommitted; }
     /// Puts the counters back and throws away what was written.
     void takeBack();
 
@@ -43,6 +45,7 @@ private:
     QString m_programFolder;
     QString m_folder;
     QJsonObject m_counters; // as they were
+    bool m_isCommitted = false;
 };
 
 /// Brings what a killed program left to its end; nothing where there is nothing. Gives a sentence

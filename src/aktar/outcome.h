@@ -39,7 +39,6 @@ struct Outcome
     QStringList notes; ///< what was told in lines, boxes and all
     QStringList countersBefore, countersAfter;
     QDateTime begun;
-    bool isSourceChanged = false; ///< since its reading began, so nothing was written
     qint64 readTime = 0, checkTime = 0, writeTime = 0; ///< milliseconds
 
     int count(Level level) const;

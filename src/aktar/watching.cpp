@@ -1,7 +1,6 @@
 #include "aktar/watching.h"
 
 #include "aktar/command.h"
-#include "aktar/documentname.h"
 #include "base/codepage.h"
 #include "base/failure.h"
 #include "base/filefault.h"
@@ -13,7 +12,6 @@
 #include <QFileInfo>
 #include <QHash>
 #include <QLockFile>
-#include <QSet>
 #include <QThread>
 
 #include <algorithm>
@@ -134,6 +132,11 @@ private:
         QDateTime time;
         bool operator==(const Look &) const = default;
     };
+    static Look lookAt(const QString &path)
+    {
+        const QFileInfo file(path);
+        return {file.size(), file.lastModified()};
+    }
     struct Stuck
     {
         QStringList told;
@@ -142,7 +145,7 @@ private:
     QHash<QString, Look> m_looks;      // of the last time
     QString m_waitsFor;                // what kept it out of the program folder at the last try
     QStringList m_lines;               // of the file in hand
-    QSet<QString> m_changed;           // files that were sent on while they were read
+    QHash<QString, Look> m_tried;      // files in hand as they were at their last try
     QHash<QString, QString> m_refused; // files that could not be taken at the last look, and why
     QHash<QString, Stuck> m_stuck;     // those that could not be put away
     Status m_status = Done;            // of those that were
@@ -168,8 +171,7 @@ Watch::Watch(const Options &options, const Transfer &transfer, const CommandWorl
     if (isInside(QFileInfo(job.targetOf(u"a"_s)).path(), m_folder))
         throw Failure(u"Belgeler izlenen klasörün içine yazılamaz: %1. --hedef ile dışında bir yer "
                       "verin."_s.arg(QDir::toNativeSeparators(job.targetOf(u"{kaynak}"_s))));
-    if (options.isOn(u"uzerine-yaz"_s) && !isFolderAway(options.value(u"hedef"_s)) &&
-        job.targetOf(u"a"_s) == job.targetOf(u"b"_s))
+    if (options.isOn(u"uzerine-yaz"_s) && job.targetOf(u"a"_s) == job.targetOf(u"b"_s))
         throw Failure(
             u"uzerine-yaz ile her dosyanın belgesi bir öncekini ezerdi; --hedef bir klasör "
             "olsun ya da adında {kaynak} geçsin."_s);
@@ -293,6 +295,7 @@ std::optional<Status> Watch::transferAll()
         m_status = worse(m_status, stuck->status); // somebody has taken it away
         return true;
     });
+    m_tried.removeIf([&](const auto &tried) { return !QFileInfo::exists(inHand(tried.key())); });
     if (isPending(m_program.program().folder)) {
         if (const Status entered = enter(); entered != Done)
             return entered;
@@ -301,14 +304,16 @@ std::optional<Status> Watch::transferAll()
     for (const QString &name : waiting(m_work, {u"*"_s})) {
         if (m_world.isEnding())
             break;
-        if (m_changed.contains(name) && !isComplete(inHand(name))) // its sender had only paused
-            return InUse;
-        if (m_changed.remove(name))
-            m_looks.remove(inHand(name));
+        const auto last = m_tried.constFind(name);
+        if (last != m_tried.cend() && *last != lookAt(inHand(name)) && !isComplete(inHand(name)))
+            return InUse; // its sender had only paused
+        m_tried[name] = lookAt(inHand(name));
         if (const Status entered = enter(); entered != Done)
             return entered;
-        const Status one = transferOne(name);
+        Status one = transferOne(name);
         m_program.leave();
+        if (one == InUse && !QFileInfo::exists(inHand(name)) && QFileInfo::exists(m_work))
+            one = NothingWritten;               // somebody has taken it away
         if (one == UsedWrongly || one == InUse) // none overtakes it
             return one;
         if (!m_stuck.contains(name))
@@ -341,8 +346,7 @@ bool Watch::hasMore() const
 // Whoever copies a file here writes on it between two looks, or its time is but a moment ago.
 bool Watch::isComplete(const QString &path)
 {
-    const QFileInfo file(path);
-    const Look look{file.size(), file.lastModified()};
+    const Look look = lookAt(path);
     const auto before = m_looks.constFind(path);
     const bool isSame = before != m_looks.cend() && *before == look;
     m_looks[path] = look;
@@ -394,8 +398,6 @@ Status Watch::transferOne(const QString &name)
         if (const auto failed = passOver([&] { putAway(name, outcome); }))
             tell(name + u": Yeniden denenecek. "_s + failed->description());
     }
-    if (outcome.isSourceChanged)
-        m_changed << name;
     if (QFileInfo::exists(inHand(name)))
         m_stuck[name] = {m_lines, isPending(m_program.program().folder) ? Done : outcome.status};
     if (before.isEmpty() || !m_stuck.contains(name))

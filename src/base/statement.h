@@ -36,8 +36,10 @@ public:
     {
         const bool stays =
             std::ranges::all_of(part, [](QChar c) { return c.isLetterOrNumber() || c == u'_'; });
-        if (!m_breaking && !stays)
+        if (!m_breaking && !stays) {
             m_breaking = part.toString();
+            m_isOfName = true;
+        }
         m_text += part;
         return *this;
     }
@@ -46,6 +48,8 @@ public:
     const QString &text() const { return m_text; }
     /// The first value or name that does not stay in its place, if there is one.
     const std::optional<QString> &breakingValue() const { return m_breaking; }
+    /// Whether that is one, and no name: another row may do.
+    bool isOfItsValue() const { return m_breaking && !m_isOfName; }
 
 private:
     // Apostrophes in pairs stand for one each, and stay inside. A NUL ends the text for an engine,
@@ -66,6 +70,7 @@ private:
 
     QString m_text;
     std::optional<QString> m_breaking;
+    bool m_isOfName = false; // and not of a value
 };
 
 } // namespace kervan

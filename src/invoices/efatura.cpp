@@ -11,6 +11,7 @@ using namespace Qt::StringLiterals;
 int efaturabul(Grid &l1, ScreenLink &link, ProgressField &ilerleme, Boxes &boxes, Notes &bilgi)
 {
     int row = 0;
+    link.beginReading();
     ilerleme.start(l1.rows());
     const auto failed = passOver([&] {
         const auto work = link.busy().with(u"E-fatura müşterileri Logo'dan soruluyor…"_s);

@@ -53,7 +53,8 @@ SqlRows ScreenLink::run(const Statement &statement)
     const auto failed = passOver([&] { rows = connection->run(statement); });
     if (failed && connection == m_connection && !connection->isOpen())
         durum.setText(u"SQL Bağlantı Yok"_s);
-    m_isUnanswered = m_isUnanswered || (failed && !statement.breakingValue());
+    m_isUnanswered = m_isUnanswered || (failed && !statement.isOfItsValue());
+    m_isRefused = m_isRefused || statement.isOfItsValue();
     if (failed)
         throw Failure(*failed);
     return rows;

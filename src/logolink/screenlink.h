@@ -26,9 +26,12 @@ public:
     /// by it, `durum` says so.
     SqlRows run(const Statement &statement);
 
-    /// Whether a statement of it has remained without an answer. One that was not sent for its
-    /// value is none of those: it would never be.
+    /// A reading begins, of which the next two tell.
+    void beginReading() { m_isUnanswered = m_isRefused = false; }
+    /// Whether a statement has remained without an answer.
     bool isUnanswered() const { return m_isUnanswered; }
+    /// Whether one was not sent, and never will be, for a value that comes from the source.
+    bool isRefused() const { return m_isRefused; }
 
     Busy &busy() { return m_program.busy; }
 
@@ -41,6 +44,7 @@ private:
     Program &m_program;
     std::shared_ptr<SqlConnection> m_connection;
     bool m_isUnanswered = false;
+    bool m_isRefused = false;
 };
 
 } // namespace kervan

@@ -58,6 +58,7 @@ void Sayimform::dosyaac(const QString &path)
 void Sayimform::sayimdosyasikoku()
 {
     bilgi.begin();
+    link.beginReading();
     okuma.begin(m_dosyayolu);
     const auto report = qScopeGuard([this] { okuma.end(); });
     bilgi.add(endWithReport(m_program.boxes, [this] {

@@ -757,8 +757,8 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QCOMPARE(b.written(), QStringList());
         QCOMPARE(b.fatura(u"a.xml"_s, {u"--logosuz-yaz"_s}), DoneWithFindings);
         const auto count = [&] {
-            return b.run(
-                {u"sayim"_s, samplePath(u"sayim.txt"_s), u"--hedef"_s, b.document(u"sayim.xml"_s)});
+            return b.run({u"sayim"_s, samplePath(u"sayim.txt"_s), u"--hata-varsa-yazma"_s,
+                          u"--hedef"_s, b.document(u"sayim.xml"_s)});
         };
         QCOMPARE(count(), InUse);
         writeBytes(b.sideFile(u"sqlbaglan.kvz"_s), "sunucu\r\nben\r\n\r\nLOGO\r\n7\r\n");
@@ -778,6 +778,9 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QVERIFY2(b.says(u"SQL komutunu bozar"_s), qPrintable(b.told.join(u'\n')));
         QCOMPARE(b.written(), QStringList());
         QCOMPARE(b.fatura(u"a.xml"_s, {u"--logosuz-yaz"_s}), DoneWithFindings);
+        const QString settings = b.sideFile(u"sqlbaglan.kvz"_s); // whose firm is of all sources
+        writeBytes(settings, "sunucu\r\nben\r\ngizli\r\nLOGO\r\n7 Merkez\r\n");
+        QCOMPARE(b.fatura(u"b.xml"_s), InUse);
     }
 
     void anAnswerThatIsNotWaitedForAtTheEndGivesNoDocument()
