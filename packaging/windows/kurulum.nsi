@@ -9,7 +9,7 @@ ManifestDPIAware true
 
 !define NAME "Kervan Transfer"
 !define OWN "Software\Kervan\Kurulum"
-!define BESIDE "$INSTDIR\.kervan-yeni" ; the new program until the old one goes
+!define BESIDE "$INSTDIR\.kervan-yeni" ; the new program, and so not the uninstaller's to remove
 !define LISTED "Software\Microsoft\Windows\CurrentVersion\Uninstall\KervanTransfer"
 
 !include MUI2.nsh
@@ -228,7 +228,6 @@ Section Uninstall
     !insertmacro QuitWhileOpen
     !include "${FILES}"
     Delete "$INSTDIR\kaldir.exe"
-    RMDir /r "${BESIDE}" ; of an installation that was killed
     RMDir "$INSTDIR" ; goes only when nothing of the user's is in it
     ReadRegStr $0 HKCU "${OWN}" "Klasor"
     ${If} $0 == $INSTDIR ; else they are those of an installation elsewhere
