@@ -207,11 +207,12 @@ wine_unzipped() { # ZIP
         done
         wine taskkill /im kervan-transfer.exe # asked to close, and not ended
         wait $!
-        before=${before:-$(own_files "$folder")}
-        [[ $(own_files "$folder") == "$before" ]]
+        before=${before:-$(cd "$folder" && sha256sum ./*.dbs)}
+        [[ $(cd "$folder" && sha256sum ./*.dbs) == "$before" ]]
     done
     [[ ! -e $folder/cokme-raporu.txt ]]
-    echo "Unpacked, started twice and closed: $(wc -l <<<"$before") files laid out"
+    [[ -d $folder/txt && -d "$folder/logo xml" && $(wc -l <<<"$before") == 3 ]]
+    echo "Unpacked, started twice and closed: its databases and folders are laid out"
 }
 
 wine_test() { # PROGRAM INSTALLER ZIP
