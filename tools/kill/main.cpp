@@ -98,13 +98,13 @@ public:
         for (const Kind &kind : kinds()) {
             if (!done.contains(kind.name))
                 return false;
-            m_remains.learn(kind.name);
+            m_remains.learn(kind.name, done[kind.name]);
         }
         Victim command;
         beginCommand(command);
         if (!command.ends())
             return false;
-        m_remains.learn(u"komut"_s);
+        m_remains.learn(u"komut"_s, m_number); // it came to its end
         return true;
     }
 

@@ -77,7 +77,7 @@ Remains::Document Remains::read(const QString &path)
     return document;
 }
 
-void Remains::learn(const QString &name)
+void Remains::learn(const QString &name, int told)
 {
     const QDir folder(m_place + u"/belge"_s);
     for (const QString &file : folder.entryList({name + u"-*.xml"_s}, QDir::Files)) {
@@ -85,6 +85,9 @@ void Remains::learn(const QString &name)
         m_known[document.name] = document.content;
         for (const QByteArray &number : document.numbers)
             m_numbers[number] = file;
+        if (!document.numbers.isEmpty() &&
+            file.section(u'-', 1, 1).section(u'.', 0, 0).toInt() > told)
+            m_parted[counterOf(document.numbers)] = file; // its writer was killed too
         QFile::remove(folder.filePath(file));
     }
 }

@@ -19,8 +19,8 @@ class Remains
 public:
     explicit Remains(QString place);
 
-    /// How documents of this name look when nobody is killed.
-    void learn(const QString &name);
+    /// How documents of this name look when nobody is killed, up to the last one that was told.
+    void learn(const QString &name, int told);
     /// Takes the sample records out of the table that is counted.
     void emptyTable();
     /// Behind a kill: `done` is the last number of each word that the program told, `first` the one
