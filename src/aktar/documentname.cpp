@@ -16,6 +16,14 @@ namespace {
 
 constexpr std::array<QStringView, 3> placeholders{u"{kaynak}", u"{tarih}", u"{saat}"};
 
+bool isFolderAway(const QString &given)
+{
+    const QString name = QDir::fromNativeSeparators(given);
+    const bool isOfDocument = name.isEmpty() || name.contains(u'{') || name.endsWith(u'/') ||
+                              name.endsWith(u".xml"_s, Qt::CaseInsensitive);
+    return !isOfDocument && !QFileInfo(name).isDir();
+}
+
 } // namespace
 
 void checkDocumentName(QString given)
@@ -27,18 +35,18 @@ void checkDocumentName(QString given)
                       "{saat}"_s.arg(given));
 }
 
-bool isFolderAway(const QString &given)
+void checkFolderIsThere(const QString &given)
 {
-    const QString name = QDir::fromNativeSeparators(given);
-    const bool isOfDocument = name.isEmpty() || name.contains(u'{') || name.endsWith(u'/') ||
-                              name.endsWith(u".xml"_s, Qt::CaseInsensitive);
-    return !isOfDocument && !QFileInfo(name).isDir();
+    if (isFolderAway(given))
+        throw Failure(
+            u"%1 klasörü yok ya da ulaşılamıyor. Belge adı verecekseniz .xml ile bitirin."_s.arg(
+                QDir::toNativeSeparators(given)));
 }
 
 QString documentNameOf(const QString &given, const QString &source, const QDateTime &now)
 {
     QString name = QDir::fromNativeSeparators(given);
-    if (name.endsWith(u'/') || QFileInfo(name).isDir())
+    if (name.endsWith(u'/') || QFileInfo(name).isDir() || isFolderAway(given))
         name = QDir(name).filePath(placeholders[0].toString());
     name.replace(placeholders[1].toString(), now.toString(u"yyyyMMdd"_s));
     name.replace(placeholders[2].toString(), now.toString(u"HHmmss"_s));

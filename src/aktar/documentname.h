@@ -11,8 +11,9 @@ namespace kervan {
 /// A Failure if it holds other words in braces than there are.
 void checkDocumentName(QString given);
 
-/// Whether it can be a folder alone, and there is none of that name now.
-bool isFolderAway(const QString &given);
+/// A Failure if it can be a folder alone, and there is none of that name now: a share that is away
+/// for a moment is no name of a document.
+void checkFolderIsThere(const QString &given);
 
 /// The full name of the document of a source.
 QString documentNameOf(const QString &given, const QString &source, const QDateTime &now);

@@ -1,5 +1,6 @@
 #include "aktar/job.h"
 
+#include "aktar/answers.h"
 #include "aktar/documentname.h"
 #include "aktar/listing.h"
 #include "base/failure.h"
@@ -34,13 +35,6 @@ constexpr auto caseOfNames = Qt::CaseInsensitive;
 #else
 constexpr auto caseOfNames = Qt::CaseSensitive;
 #endif
-
-// Size and time of a file, which tell whether it is still the same.
-std::pair<qint64, QDateTime> stateOf(const QString &path)
-{
-    const QFileInfo file(path);
-    return {file.size(), file.lastModified()};
-}
 
 QString nameOf(const QString &path)
 {
@@ -161,9 +155,7 @@ bool Job::onlyReads() const
 
 QString Job::targetOf(const QString &source) const
 {
-    QString given = m_options.value(u"hedef"_s);
-    if (isFolderAway(given))
-        given += u'/';
+    const QString given = m_options.value(u"hedef"_s);
     return given.isEmpty() ? m_automatic : documentNameOf(given, source, m_program.clock.now());
 }
 
@@ -174,7 +166,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
     outcome.begun = m_program.clock.now();
     m_told.clear();
     m_isBarred = m_isCommitted = false;
-    m_begun = stateOf(outcome.source);
+    m_source = stateOf(outcome.source);
     m_program.db.forgetFailures();
     const Streams named{streams.out, [&, name = nameOf(source)](const QString &line) {
                             streams.tell(name + u": "_s + line);
@@ -190,7 +182,8 @@ Outcome Job::run(const QString &source, const Streams &streams)
     const std::vector<Step> steps = stepsOf(screen);
     const auto failed = passOver([&] {
         barIfItFails([&] {
-            checkTargetFolder();
+            if (!onlyReads() || m_selection.unwritten)
+                checkFolderIsThere(m_options.value(u"hedef"_s));
             // One that can't be read would be begun anew.
             outcome.countersBefore = outcome.countersAfter = countersOf(m_program.folder);
         });
@@ -218,7 +211,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
                  "yeniden deneyin."_s.arg(onlyReads() ? u"Bakılamadı"_s : u"Belge yazılmadı"_s,
                                           m_program.db.heldFile()));
     }
-    if (outcome.status == NothingWritten && !m_isCommitted && hasChanged(outcome.source)) {
+    if (outcome.status == NothingWritten && !m_isCommitted && stateOf(outcome.source) != m_source) {
         m_isBarred = true;
         own.tell(u"Kaynak okunurken değişti, belgesi yazılmadı: gönderilmesi bitince yeniden "
                  "deneyin."_s);
@@ -289,7 +282,7 @@ void Job::read(OpenScreen &screen, const std::vector<Step> &steps, Outcome &outc
             .cure = u"Kaynağı okumanın bittiği satırda düzeltin."_s};
     const QString folder = QFileInfo(targetOf(outcome.source)).path();
     const Chosen chosen = selectRows(screen, m_selection, folder);
-    m_isBarred = chosen.isBarred || (m_selection.eInvoice && lacksAnswers(screen));
+    m_isBarred = chosen.isBarred || (m_selection.eInvoice && lacksAnswers(screen, m_program));
     for (const QString &line : chosen.lines)
         streams.tell(u"Seçim: "_s + line);
     outcome.findings += chosen.findings;
@@ -372,55 +365,13 @@ void Job::tellNotes(const Notes &notes, const Streams &streams)
     }
 }
 
-// A share that is away for a moment is no name of a document.
-void Job::checkTargetFolder() const
-{
-    const QString given = m_options.value(u"hedef"_s);
-    if ((!onlyReads() || m_selection.unwritten) && isFolderAway(given))
-        throw Failure(
-            u"%1 klasörü yok ya da ulaşılamıyor. Belge adı verecekseniz .xml ile bitirin."_s.arg(
-                QDir::toNativeSeparators(given)));
-}
-
-bool Job::hasChanged(const QString &source) const
-{
-    return stateOf(source) != m_begun;
-}
-
-// Whoever has no connection at all works without; one that is away for a moment comes back.
-bool Job::lacksAnswers(const OpenScreen &screen) const
-{
-    const int unasked = screen.unasked ? screen.unasked() : 0;
-    if (!screen.link ||
-        !(screen.link->isUnanswered() || (unasked > 0 && !screen.link->isRefused())))
-        return false;
-    const QString settings = m_program.path(u"sqlbaglan.kvz");
-    bool isSetUp = QFileInfo::exists(settings);
-    passOver([&] { isSetUp = areComplete(readSqlSettings(settings)); });
-    return isSetUp;
-}
-
 void Job::checkAnswers(const OpenScreen &screen)
 {
-    const int unasked = screen.unasked ? screen.unasked() : 0;
-    const QString invoices =
-        u"%1 faturanın müşterisi Logo'dan sorulamadı, e-fatura müşterisiyse de e-fatura olmadan "
-        "yazılırdı. "_s.arg(unasked);
-    const bool mayLack = unasked > 0 && m_options.isOn(u"logosuz-yaz"_s);
-    if (lacksAnswers(screen)) {
-        barIfItFails([&] {
-            if (m_isEnding())
-                throw Failure(u"Logo'nun yanıtı beklenmeden durduruldu."_s);
-            if (mayLack)
-                return;
-            throw Failure(unasked > 0 ? invoices + u"Logo yanıt verince yeniden deneyin ya da "
-                                                   "--logosuz-yaz verin."_s
-                                      : u"Logo yanıt vermedi. Yanıt verince yeniden deneyin."_s);
-        });
-    } else if (unasked > 0 && !mayLack && screen.link->isRefused()) {
-        throw Failure(u"Belge yazılmadı: %1Nedeni yukarıda; kaynağı düzeltin ya da --logosuz-yaz "
-                      "verin."_s.arg(invoices));
-    }
+    const auto lack = lackOf(screen, m_program, m_options.isOn(u"logosuz-yaz"_s), m_isEnding());
+    if (lack && lack->isOfSource)
+        throw Failure(u"Belge yazılmadı: "_s + lack->why);
+    if (lack)
+        barIfItFails([&] { throw Failure(lack->why); });
 }
 
 bool Job::mayWrite(const OpenScreen &screen, const Outcome &outcome, const QString &target,
@@ -455,7 +406,7 @@ void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
     const QString target = targetOf(outcome.source);
     if (target.isEmpty())
         return screen.writeAutomatically(); // which tells it in its boxes
-    checkAnswers(screen);                   // before the findings of what is missing by that
+    checkAnswers(screen);
     if (!mayWrite(screen, outcome, target, streams.tell))
         return;
     barIfItFails([&] { recover(m_program.folder); });
@@ -535,7 +486,7 @@ void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target,
         streams.tell(u"Belge yazılmadı, sayaçlar önceki gibi: nedeni yukarıda."_s);
         return;
     }
-    if (hasChanged(outcome.source)) { // its lines may be of one that was sent on, or cut short
+    if (stateOf(outcome.source) != m_source) { // sent on or cut short since its list was read
         outcome.documents.clear();
         return journal.takeBack();
     }

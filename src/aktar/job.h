@@ -1,16 +1,14 @@
 #pragma once
 
 #include "aktar/commandports.h"
+#include "aktar/filestate.h"
 #include "aktar/journal.h"
 #include "aktar/outcome.h"
 #include "aktar/selection.h"
 #include "aktar/transfers.h"
 #include "store/program.h"
 
-#include <QDateTime>
-
 #include <functional>
-#include <utility>
 #include <vector>
 
 namespace kervan {
@@ -70,13 +68,9 @@ private:
     bool isHeldUp() const { return !m_program.db.heldFile().isEmpty(); }
     /// Whether definitions or prices could not be read.
     bool lacksData() const;
-    /// Whether Logo, which is set up here, did not answer what the reading asked it.
-    bool lacksAnswers(const OpenScreen &screen) const;
-    /// A Failure where a document would be without what Logo has to tell.
+    /// A Failure where a document would be without what Logo has to tell. Comes in front of the
+    /// findings, some of which are of just that.
     void checkAnswers(const OpenScreen &screen);
-    void checkTargetFolder() const;
-    /// Whether the source is another one than the one whose reading began.
-    bool hasChanged(const QString &source) const;
     void tellNotes(const Notes &notes, const Streams &streams);
     void write(OpenScreen &screen, Outcome &outcome, const Streams &streams);
     void writeInto(OpenScreen &screen, Journal &journal, const QString &target, Outcome &outcome,
@@ -94,9 +88,9 @@ private:
         return false;
     };
     Selection m_selection;
-    QString m_automatic;                  // the document that the settings name
-    QStringList m_told;                   // of the notes of the source in hand
-    std::pair<qint64, QDateTime> m_begun; // size and time of that source
+    QString m_automatic; // the document that the settings name
+    QStringList m_told;  // of the notes of the source in hand
+    FileState m_source;  // of the one in hand, as its reading began
     bool m_isBarred = false;
     bool m_isCommitted = false; // and perhaps not yet at its place
 };

@@ -1,6 +1,7 @@
 #include "aktar/watching.h"
 
 #include "aktar/command.h"
+#include "aktar/filestate.h"
 #include "base/codepage.h"
 #include "base/failure.h"
 #include "base/filefault.h"
@@ -126,26 +127,15 @@ private:
     int m_pause; // seconds
     OpenFolder m_program;
     QLockFile m_lock;
-    struct Look
-    {
-        qint64 size;
-        QDateTime time;
-        bool operator==(const Look &) const = default;
-    };
-    static Look lookAt(const QString &path)
-    {
-        const QFileInfo file(path);
-        return {file.size(), file.lastModified()};
-    }
     struct Stuck
     {
         QStringList told;
         Status status = Done;
     };
-    QHash<QString, Look> m_looks;      // of the last time
+    QHash<QString, FileState> m_looks; // of the last time
     QString m_waitsFor;                // what kept it out of the program folder at the last try
     QStringList m_lines;               // of the file in hand
-    QHash<QString, Look> m_tried;      // files in hand as they were at their last try
+    QHash<QString, FileState> m_tried; // files in hand as they were at their last try
     QHash<QString, QString> m_refused; // files that could not be taken at the last look, and why
     QHash<QString, Stuck> m_stuck;     // those that could not be put away
     Status m_status = Done;            // of those that were
@@ -305,15 +295,16 @@ std::optional<Status> Watch::transferAll()
         if (m_world.isEnding())
             break;
         const auto last = m_tried.constFind(name);
-        if (last != m_tried.cend() && *last != lookAt(inHand(name)) && !isComplete(inHand(name)))
+        if (last != m_tried.cend() && *last != stateOf(inHand(name)) && !isComplete(inHand(name)))
             return InUse; // its sender had only paused
-        m_tried[name] = lookAt(inHand(name));
+        m_tried[name] = stateOf(inHand(name));
         if (const Status entered = enter(); entered != Done)
             return entered;
         Status one = transferOne(name);
         m_program.leave();
+        // Somebody has taken it away.
         if (one == InUse && !QFileInfo::exists(inHand(name)) && QFileInfo::exists(m_work))
-            one = NothingWritten;               // somebody has taken it away
+            one = NothingWritten;
         if (one == UsedWrongly || one == InUse) // none overtakes it
             return one;
         if (!m_stuck.contains(name))
@@ -346,7 +337,7 @@ bool Watch::hasMore() const
 // Whoever copies a file here writes on it between two looks, or its time is but a moment ago.
 bool Watch::isComplete(const QString &path)
 {
-    const Look look = lookAt(path);
+    const FileState look = stateOf(path);
     const auto before = m_looks.constFind(path);
     const bool isSame = before != m_looks.cend() && *before == look;
     m_looks[path] = look;
