@@ -10,6 +10,7 @@ ManifestDPIAware true
 !define NAME "Kervan Transfer"
 !define OWN "Software\Kervan\Kurulum"
 !define BESIDE "$INSTDIR\.kervan-yeni" ; the new program, and so not the uninstaller's to remove
+!define ASIDE "$INSTDIR\.kervan-eski" ; the old one, until the new one stands
 !define LISTED "Software\Microsoft\Windows\CurrentVersion\Uninstall\KervanTransfer"
 
 !include MUI2.nsh
@@ -96,22 +97,15 @@ Function IsInProgramFiles
     ${Loop}
 FunctionEnd
 
-Function .onInstFailed
-    SetOutPath "$INSTDIR"
-    RMDir /r "${BESIDE}"
-FunctionEnd
-
-; Brings a file that is unpacked to its place; a scanner may look into it for a moment. $6 names the
-; first one that stayed.
-Function Place
-    Pop $4
+; Gives $1 the name $2; a scanner may look into it for a moment. $6 names, as $4, the first one that
+; stayed as it was, behind which none is tried any more.
+Function Move
     ${For} $5 1 20
         ${If} $6 != ""
             Return
         ${EndIf}
         ClearErrors
-        Delete "$INSTDIR\$4"
-        Rename "${BESIDE}\$4" "$INSTDIR\$4"
+        Rename "$1" "$2"
         ${IfNot} ${Errors}
             Return
         ${EndIf}
@@ -119,10 +113,58 @@ Function Place
     ${Next}
     StrCpy $6 "$4"
 FunctionEnd
-!macro Place NAME
-    Push "${NAME}"
-    Call Place
+
+; The steps of an update, each of which is made for all of the program's folders and files: MOVES
+; names them. What is put back is what a step behind it left aside, or an installer that was killed.
+Function SetAside
+    ${If} ${FileExists} "$INSTDIR\$4"
+        StrCpy $1 "$INSTDIR\$4"
+        StrCpy $2 "${ASIDE}\$4"
+        Call Move
+    ${EndIf}
+FunctionEnd
+Function PutBack
+    ${If} ${FileExists} "${ASIDE}\$4"
+    ${AndIfNot} ${FileExists} "$INSTDIR\$4"
+        StrCpy $1 "${ASIDE}\$4"
+        StrCpy $2 "$INSTDIR\$4"
+        Call Move
+    ${EndIf}
+FunctionEnd
+Function Place
+    StrCpy $1 "${BESIDE}\$4"
+    StrCpy $2 "$INSTDIR\$4"
+    Call Move
+FunctionEnd
+!macro OfFolder NAME
+    !if ${STEP} == SetAside
+        CreateDirectory "${ASIDE}\${NAME}"
+    !else
+        CreateDirectory "$INSTDIR\${NAME}"
+    !endif
 !macroend
+!macro OfFile NAME
+    StrCpy $4 "${NAME}"
+    Call ${STEP}
+!macroend
+!macro ForAll WHAT
+    StrCpy $6 ""
+    !define STEP ${WHAT}
+    !include "${MOVES}"
+    !undef STEP
+!macroend
+
+Function RestoreOld
+    !insertmacro ForAll PutBack
+    ${If} $6 == ""
+        RMDir /r "${ASIDE}"
+    ${EndIf}
+FunctionEnd
+
+Function .onInstFailed
+    SetOutPath "$INSTDIR"
+    RMDir /r "${BESIDE}"
+FunctionEnd
 
 Function .onVerifyInstDir
     Call IsInProgramFiles
@@ -144,22 +186,35 @@ FunctionEnd
 !macroend
 
 Section "-Program"
+    ${If} ${FileExists} "${ASIDE}\*.*"
+        Call RestoreOld
+    ${EndIf}
     !insertmacro QuitWhileOpen
     !insertmacro UnpackBeside
+    ; A file that another program keeps shows here, and the old program becomes whole again.
+    CreateDirectory "${ASIDE}"
+    !insertmacro ForAll SetAside
+    ${If} $6 != ""
+        StrCpy $7 $6
+        Call RestoreOld
+        RMDir /r "${BESIDE}"
+        !insertmacro Refuse "$7 başka bir programda açık; eski sürüm olduğu gibi duruyor. O programı kapatıp kurulumu yeniden çalıştırın." 7
+    ${EndIf}
     ; What an older version laid out goes by its own list.
     ${If} ${FileExists} "$INSTDIR\kaldir.exe"
         ExecWait '"$INSTDIR\kaldir.exe" /S _?=$INSTDIR' $0
         ${If} $0 != 0
+            Call RestoreOld
             RMDir /r "${BESIDE}"
             !insertmacro Refuse "Eski sürüm kaldırılamadı." 6
         ${EndIf}
     ${EndIf}
-    StrCpy $6 ""
-    !include "${MOVES}"
+    !insertmacro ForAll Place
     ${If} $6 != ""
         !insertmacro Refuse "$6 yerine konamadı; başka bir program kullanıyor olabilir. Kurulumu yeniden çalıştırın." 7
     ${EndIf}
     RMDir /r "${BESIDE}"
+    RMDir /r "${ASIDE}"
     ClearErrors
     SetOutPath "$INSTDIR\ornekler"
     SetOverwrite off ; somebody may have worked in them

@@ -79,12 +79,12 @@ make_installer() { # FOLDER FILE VERSION ICON
         (cd "$folder" && find . -mindepth 1 -depth -type d ! -name ornekler -printf '%P\n') | tr / '\\' \
             | sed 's/.*/RMDir "$INSTDIR\\&"/'
     } >"$list"
-    # shellcheck disable=SC1003,SC2016
+    # shellcheck disable=SC1003
     {
         (cd "$folder" && find . -mindepth 1 -type d ! -name ornekler -printf '%P\n') | sort | tr / '\\' \
-            | sed 's/.*/CreateDirectory "$INSTDIR\\&"/'
+            | sed 's/.*/!insertmacro OfFolder "&"/'
         (cd "$folder" && find . -type f ! -path './ornekler/*' -printf '%P\n') | sort | tr / '\\' \
-            | sed 's/.*/!insertmacro Place "&"/'
+            | sed 's/.*/!insertmacro OfFile "&"/'
     } >"$moves"
     makensis -V2 -INPUTCHARSET UTF8 "-DPROGRAM=$folder" "-DFILES=$PWD/$list" "-DMOVES=$PWD/$moves" \
         "-DTARGET=$2" "-DVERSION=$3" "-DNUMBERS=$(cut -d . -f 1-4 <<<"$3.0.0.0")" "-DICON=$4" "-DSIZE=$(du -sk "$folder" | cut -f 1)" packaging/windows/kurulum.nsi

@@ -135,6 +135,16 @@ refuse_while_open() { # INSTALLER TARGET PROGRAM [ARGUMENTS]
     wait $! || true
 }
 
+# While another program keeps one of its files.
+refuse_while_kept() { # INSTALLER TARGET FOLDER NAME
+    printf 'ping -n 90 127.0.0.1 <%s >nul\r\n' "$4" >"$WINEPREFIX/drive_c/keep.bat"
+    (cd "$3" && exec timeout 120 wine cmd /c 'C:\keep.bat') &
+    sleep 5
+    refused 7 "$1" "$2"
+    wine taskkill /f /im ping.exe
+    wait $! || true
+}
+
 # As a user starts it, it goes on as a copy of itself and is back at once.
 uninstall() { # FOLDER
     wine "$1/kaldir.exe" /S
@@ -160,7 +170,8 @@ wine_install() { # INSTALLER
     before=$(own_files "$folder")
     program=$(program_files "$folder")
     install_into "$1" "$target"
-    [[ $(program_files "$folder") == "$program" && ! -e $folder/.kervan-yeni ]]
+    [[ $(program_files "$folder") == "$program" ]]
+    [[ ! -e $folder/.kervan-yeni && ! -e $folder/.kervan-eski ]]
     [[ $(own_files "$folder") == "$before" && $(count_links) == 1 ]]
     wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\KervanTransfer' /v DisplayVersion
     refused 5 "$1" 'C:\Program Files\Kervan'
@@ -170,6 +181,8 @@ wine_install() { # INSTALLER
     refused 7 "$1" "$target"
     rm "$folder/.kervan-yeni"
     [[ $(program_files "$folder") == "$program" ]]
+    refuse_while_kept "$1" "$target" "$folder" Qt6Sql.dll
+    [[ $(program_files "$folder") == "$program" && ! -e $folder/.kervan-eski ]]
     refuse_while_open "$1" "$target" "$folder/kervan-transfer.exe"
     mkdir "$WINEPREFIX/drive_c/gelen"
     echo 'aktarim = cari' >"$WINEPREFIX/drive_c/gelen.ini"

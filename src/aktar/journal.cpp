@@ -242,7 +242,17 @@ QString recover(const QString &programFolder)
     for (const auto &move : object[u"tasi"].toArray())
         moves << Move{move[0].toString(), move[1].toString(), move[2].toBool()};
     finish(programFolder, folder, moves);
-    return u"Yarıda kalan aktarım tamamlandı: belgeleri yerlerine kondu."_s;
+    QStringList there, gone;
+    for (const Move &move : std::as_const(moves)) {
+        if (move.to.endsWith(u".xml"_s, Qt::CaseInsensitive))
+            (QFile::exists(move.to) ? there : gone) << QDir::toNativeSeparators(move.to);
+    }
+    QString told = u"Yarıda kalan aktarım tamamlandı."_s;
+    if (!there.isEmpty())
+        told += u" Yerinde: %1."_s.arg(there.join(u", "_s));
+    if (!gone.isEmpty())
+        told += u" Yerinde yok, Logo'ya alınıp alınmadığına bakın: %1."_s.arg(gone.join(u", "_s));
+    return told;
 }
 
 Opening recoverForWindow(const QString &programFolder)

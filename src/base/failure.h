@@ -29,6 +29,10 @@ public:
     const QStringList &choices() const { return m_choices; }
     /// Whether a file as a whole is what failed, and no value in it.
     bool isOfFile() const { return m_isOfFile; }
+    /// Whether the place is at fault that was to take a file, and not what was to be written: a
+    /// full disk, a share that is away.
+    bool isOfPlace() const { return m_isOfPlace; }
+    void setOfPlace(bool isOfPlace) { m_isOfPlace = isOfPlace; }
 
     /// The same as one of a file.
     static Failure ofFile(QString description, QString headline, QStringList choices = {})
@@ -43,6 +47,7 @@ private:
     QString m_headline;
     QStringList m_choices;
     bool m_isOfFile = false;
+    bool m_isOfPlace = false;
 };
 
 /// Carries out one step; a failure of it is passed over and given back, and the caller goes on.

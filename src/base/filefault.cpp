@@ -32,13 +32,13 @@ constexpr QStringView readOnly = u"disk salt okunur";
 constexpr QStringView full = u"disk dolu";
 constexpr QStringView inUse = u"başka bir programda açık";
 constexpr QStringView longName = u"adı çok uzun";
+constexpr QStringView unusableLetter = u"dosya adında kullanılamayan bir harf var";
 constexpr QStringView tooLarge = u"dosya bu diske sığmayacak kadar büyük";
 constexpr QStringView tooMany = u"çok fazla dosya açık";
 constexpr QStringView damaged = u"disk hata veriyor";
 constexpr QStringView noMemory = u"bellek yetmiyor";
 
 #ifdef Q_OS_WIN
-constexpr QStringView unusableLetter = u"dosya adında kullanılamayan bir harf var";
 constexpr qsizetype longestName = 255 - 7; // of letters, since a file has seven more while written
 
 constexpr auto words = std::to_array<Word>({
@@ -101,6 +101,12 @@ QStringView wordOf(int fault)
 }
 
 } // namespace
+
+bool isOfPlace(int fault)
+{
+    const QStringView word = wordOf(fault);
+    return !word.isEmpty() && word != longName && word != tooLarge && word != unusableLetter;
+}
 
 bool isOpenElsewhere([[maybe_unused]] const QString &path)
 {

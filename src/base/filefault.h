@@ -20,6 +20,10 @@ int lastFault();
 /// Why the file could not be opened, read or written, in a few Turkish words.
 QString filefault(const QFileDevice &file, int fault);
 
+/// Whether a fault of the system's is one of the place where a file was to be written, and not of
+/// its name or size: once there is room, a right, the share again, it can be written.
+bool isOfPlace(int fault);
+
 /// Whether another program has the file open in a way that keeps everybody else out; only Windows
 /// knows that.
 bool isOpenElsewhere(const QString &path);

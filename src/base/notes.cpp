@@ -12,6 +12,7 @@ void Notes::begin()
     m_written.clear();
     m_choices.clear();
     m_hasFailed = false;
+    m_hasLackedPlace = false;
     Q_EMIT changed();
 }
 
@@ -20,6 +21,7 @@ void Notes::add(const std::optional<Failure> &failed)
     if (!failed)
         return;
     m_hasFailed = true;
+    m_hasLackedPlace = m_hasLackedPlace || failed->isOfPlace();
     if (!failed->choices().isEmpty())
         m_choices = failed->choices();
     tell(failed->headline(), failed->description());

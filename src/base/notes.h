@@ -48,6 +48,9 @@ public:
     /// Whether a step of it ended in a Failure.
     bool hasFailed() const { return m_hasFailed; }
 
+    /// Whether one of them was the fault of the place where a file was to be written.
+    bool hasLackedPlace() const { return m_hasLackedPlace; }
+
     /// What there is instead of what failed, if that is known.
     const QStringList &choices() const { return m_choices; }
 
@@ -66,6 +69,7 @@ private:
     QList<Written> m_written;
     QStringList m_choices;
     bool m_hasFailed = false;
+    bool m_hasLackedPlace = false;
 };
 
 } // namespace kervan

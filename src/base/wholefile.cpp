@@ -61,9 +61,13 @@ void WholeFile::commit()
         waitWhileOpen(m_file.fileName());
     // The last buffer is flushed here, since commit() does not look at what its own flush gives.
     attempt([&] { return m_file.flush() && m_file.commit(); });
-    if (!m_fine)
-        throw fileFailure(m_file.fileName(), u"yazılamadı"_s,
-                          m_nameFault.isEmpty() ? filefault(m_file, m_fault) : m_nameFault);
+    if (!m_fine) {
+        Failure failed =
+            fileFailure(m_file.fileName(), u"yazılamadı"_s,
+                        m_nameFault.isEmpty() ? filefault(m_file, m_fault) : m_nameFault);
+        failed.setOfPlace(isOfPlace(m_fault));
+        throw failed;
+    }
     if (!m_isKept)
         throw Failure(
             u"%1 yazıldı, ama bu diskte dosyalara hak verilemiyor: klasörü açabilen herkes "

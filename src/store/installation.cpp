@@ -53,11 +53,16 @@ QList<DatabaseFile> databaseFiles()
     };
 }
 
-// Made under another name first, so that a broken installation leaves no half database.
-void make(const QString &path, const QStringList &statements)
+// As nobody calls a file of his own.
+QString unfinishedName(const QString &name)
 {
-    const QString unfinished = path + u".yeni"_s;
-    QFile::remove(unfinished);
+    return u".kervan-kurulum-"_s + name;
+}
+
+// Made under another name first, so that a broken installation leaves no half database.
+void make(const QDir &folder, const QString &name, const QStringList &statements)
+{
+    const QString unfinished = folder.filePath(unfinishedName(name));
     QString fault;
     {
         QSqlDatabase db = QSqlDatabase::addDatabase(u"QSQLITE"_s, u"installation"_s);
@@ -72,16 +77,19 @@ void make(const QString &path, const QStringList &statements)
     }
     QSqlDatabase::removeDatabase(u"installation"_s);
     if (fault.isEmpty())
-        return moveFile(unfinished, path);
+        return;
     QFile::remove(unfinished);
-    throw Failure(u"%1 kurulamadı: %2"_s.arg(QDir::toNativeSeparators(path), fault));
+    throw Failure(
+        u"%1 kurulamadı: %2"_s.arg(QDir::toNativeSeparators(folder.filePath(name)), fault));
 }
 
 } // namespace
 
 bool isNewFolder(const QString &programFolder)
 {
-    return QDir(programFolder).entryList({u"*.dbs"_s, u"*.kvz"_s}, QDir::Files).isEmpty();
+    const QDir folder(programFolder);
+    return folder.entryList({u"*.dbs"_s, u"*.kvz"_s}, QDir::Files).isEmpty() ||
+           !folder.entryList({unfinishedName(u"*.dbs"_s)}, QDir::Files | QDir::Hidden).isEmpty();
 }
 
 void install(const QString &programFolder)
@@ -92,11 +100,17 @@ void install(const QString &programFolder)
             throw Failure(
                 u"%1 klasörü açılamadı."_s.arg(QDir::toNativeSeparators(folder.filePath(name))));
     }
+    // All are made before the first has its name: one that lacks it tells the next start to go on.
+    QStringList made;
     for (const DatabaseFile &file : databaseFiles()) {
-        const QString path = folder.filePath(file.name);
-        if (!QFile::exists(path))
-            make(path, file.statements);
+        QFile::remove(folder.filePath(unfinishedName(file.name)));
+        if (folder.exists(file.name))
+            continue;
+        make(folder, file.name, file.statements);
+        made << file.name;
     }
+    for (const QString &name : std::as_const(made))
+        moveFile(folder.filePath(unfinishedName(name)), folder.filePath(name));
 }
 
 } // namespace kervan

@@ -551,6 +551,9 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QDir().mkpath(b.document(u"uzak"_s));
         QCOMPARE(b.fatura(u"z.xml"_s, {u"--sec"_s, u"no=F9"_s}), NothingWritten);
         QCOMPARE(readBytes(b.document(u"uzak/b.xml"_s)), "b");
+        const QString told = b.told.filter(u"tamamlandı"_s).value(0);
+        QVERIFY2(told.contains(u"b.xml. Yerinde yok"_s) && told.endsWith(u"a.xml."),
+                 qPrintable(told));
         QVERIFY(!QFile::exists(b.document(u"a.xml"_s))); // once is enough
         QCOMPARE(b.counter(), " 99 \r\n");
         QVERIFY(!isPending(b.folder));
@@ -1113,6 +1116,27 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         QCOMPARE(status, NothingWritten);
         QVERIFY(w.b.says(u"Belge yazılmadı"_s));
         QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif"_s);
+        QCOMPARE(w.watch(), Done);
+        QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
+    }
+
+    void aFullDiskIsNoFaultOfTheFile()
+    {
+        Watched w;
+        const SmallDisk disk(w.b.documents);
+        if (!disk.isThere())
+            QSKIP("no disk of its own can be mounted here");
+        const QByteArray counter = w.b.counter();
+        w.drop(u"bir.bif"_s);
+        for (const int blocks : {0, 2}) { // no document, and but one of the two
+            disk.leave(blocks);
+            QCOMPARE(w.watch(), InUse);
+            QVERIFY2(w.b.says(u"disk dolu"_s), qPrintable(w.b.told.join(u'\n')));
+            QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif"_s);
+            QCOMPARE(w.b.written(), QStringList(u"ballast"_s));
+            QCOMPARE(w.b.counter(), counter);
+            disk.empty();
+        }
         QCOMPARE(w.watch(), Done);
         QCOMPARE(w.files(u"aktarilan"_s), u"bir.bif bir.bif.rapor.txt"_s);
     }

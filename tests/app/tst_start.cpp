@@ -118,6 +118,28 @@ private Q_SLOTS:
             QFile::remove(folder.filePath(name));
         QVERIFY(!isNewFolder(folder.path())); // it has lost them
     }
+
+    void aLayingOutThatWasCutShortGoesOn()
+    {
+        const QTemporaryDir folder;
+        install(folder.path());
+        const QString kept = folder.filePath(u"data.dbs"_s);
+        const QString cut = folder.filePath(u"stokozkod.dbs"_s);
+        const QString rest = folder.filePath(u".kervan-kurulum-stokozkod.dbs"_s);
+        QVERIFY(QFile::rename(cut, rest)); // killed before it had its name
+        QVERIFY(QFile::resize(rest, 100));
+        const QByteArray before = readBytes(kept);
+        QVERIFY(isNewFolder(folder.path()));
+        install(folder.path());
+        QVERIFY(!isNewFolder(folder.path()));
+        QCOMPARE(readBytes(kept), before);
+        QVERIFY(readBytes(cut).startsWith("SQLite format 3") && QFileInfo(cut).size() > 100);
+        writeBytes(rest, "x"); // beside its whole file
+        QFile::remove(folder.filePath(u"fatozkod.dbs"_s));
+        install(folder.path());
+        QFile::remove(kept);
+        QVERIFY(!isNewFolder(folder.path()));
+    }
 };
 
 int main(int argc, char **argv)
