@@ -48,6 +48,23 @@ QMap<QString, QString> readByDriver(const QString &text, bool doubled)
     return pairs;
 }
 
+// Of names without an instance: "host" or "host,port".
+void expectServer(const QMap<QString, QString> &pairs, const QString &entered, bool isMicrosoft)
+{
+    if (entered.contains(u'\\'))
+        return;
+    const qsizetype comma = entered.indexOf(u',');
+    const QString host = entered.left(comma).trimmed();
+    const QString port = comma < 0 ? QString() : entered.mid(comma + 1).trimmed();
+    if (isMicrosoft) {
+        fuzz::expectSame(pairs[u"Server"_s], port.isEmpty() ? host : host + u',' + port,
+                         "another server");
+        return;
+    }
+    fuzz::expectSame(pairs[u"Server"_s], host, "another host");
+    fuzz::expectSame(pairs[u"Port"_s], port.isEmpty() ? u"1433"_s : port, "another port");
+}
+
 void checkDrivers(const SqlSettings &settings)
 {
     const QString text = connectionText(settings);
@@ -78,6 +95,7 @@ void checkDrivers(const SqlSettings &settings)
         fuzz::expect(keys.isEmpty() || pairs.keys() == keys, "other keys than the designed ones",
                      words);
         fuzz::expectSame(pairs[u"UID"_s], settings.user, "another user");
+        expectServer(pairs, settings.server, isMicrosoft);
         fuzz::expectSame(pairs[u"PWD"_s], settings.password, "another password");
         fuzz::expectSame(pairs[u"Database"_s], settings.database, "another database");
     }

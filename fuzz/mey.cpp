@@ -19,7 +19,10 @@ void kervan::fuzz::take(QByteArrayView input)
     St st(desk().program);
     st.load();
     st.okunurBicim.setChecked(way % 2 == 0);
+    const int shown = desk().boxes.shown;
     st.manualac();
+    expect(!st.l1.isEmpty() || desk().boxes.shown > shown || st.bilgi.hasFailed(),
+           "a workbook gives nothing without a word");
     if (!st.l1.isEmpty()) {
         const auto sheet = readSheet(desk().dialogs.source, u"cari mey"_s);
         expect(st.l1.rows() == sheet->rows(), "not a row for each record");
@@ -34,10 +37,12 @@ void kervan::fuzz::take(QByteArrayView input)
     st.birimsetisec();
     if (way % 3 == 0)
         checksOf(st)->finish();
+    const int before = desk().boxes.shown;
     st.manualkaydet();
     const QString target = pathOf(u"belge.xml"_s);
     if (!QFile::exists(target))
-        return;
+        return expect(desk().boxes.shown > before || st.bilgi.hasFailed(),
+                      "no document without a word");
     const ReadDocument found = readBack(target, st.okunurBicim.values());
     if (st.okunurBicim.isChecked())
         expect(found.records == st.l1.rows(), "not a card for each row",

@@ -34,9 +34,11 @@ void write(SlipScreen &screen, const SlipCommand &command)
         return;
     const QString target = fuzz::pathOf(u"belge.xml"_s);
     QFile::remove(target);
+    const int shown = fuzz::desk().boxes.shown;
     screen.run(command);
     if (!QFile::exists(target))
-        return;
+        return fuzz::expect(fuzz::desk().boxes.shown > shown || screen.bilgi.hasFailed(),
+                            "no document without a word", command.name);
     const fuzz::ReadDocument found = fuzz::readBack(target, screen.okunurBicim.values());
     if (!screen.okunurBicim.isChecked())
         return;

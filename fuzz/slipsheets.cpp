@@ -1,6 +1,7 @@
 // Workbooks of movements by their cells, on the four slip screens.
 
 #include "base/failure.h"
+#include "check/readback.h"
 #include "slips/columns.h"
 #include "slips/slipchecks.h"
 #include "slips/slipscreen.h"
@@ -50,6 +51,28 @@ void compareList(const SlipScreen &screen, const Sheet &sheet, const SheetLayout
                          field(records[row], rule->field()).remove(u','), "another account");
 }
 
+int amountOf(const SlipScreen &screen, const SlipDocument &document)
+{
+    const auto family = document.ofBankList ? DocumentFamily::BankSlips : DocumentFamily::CashSlips;
+    return listedSlips(screen, family).amount;
+}
+
+// What the rows come to is what their slips do, where all can be read.
+void compareSum(const Grid &grid, int column, const QString &path, const QString &command)
+{
+    const auto listed = writtenRows(grid, DocumentFamily::Unknown, true, -1, column).sum;
+    if (!listed)
+        return;
+    Decimal sum;
+    bool isWhole = true;
+    readDocument(path, [&](const DocumentRecord &record) {
+        isWhole = isWhole && record.sum;
+        sum += record.sum.value_or(Decimal());
+    });
+    fuzz::expect(isWhole, "a slip without its amount", command);
+    fuzz::expectSame(sum.text(), listed->text(), "the slips come to another sum");
+}
+
 Kind kindOf(int which)
 {
     switch (which) {
@@ -93,9 +116,13 @@ void kervan::fuzz::take(QByteArrayView input)
         if (!document)
             continue;
         QFile::remove(target);
+        const int shown = desk().boxes.shown;
         screen.run(command);
-        if (!QFile::exists(target))
+        if (!QFile::exists(target)) {
+            expect(desk().boxes.shown > shown || screen.bilgi.hasFailed(),
+                   "no document without a word", command.name);
             continue;
+        }
         const ReadDocument found = readBack(target, screen.okunurBicim.values());
         const SlipDocument &written = document->document();
         if (!screen.okunurBicim.isChecked() || !written.takesTicked())
@@ -103,5 +130,6 @@ void kervan::fuzz::take(QByteArrayView input)
         const Grid &grid = written.ofBankList ? screen.l2 : screen.l1;
         expect(found.records == grid.tickedCount(), "not a slip for each ticked row", command.name,
                QString::number(found.records));
+        compareSum(grid, amountOf(screen, written), target, command.name);
     }
 }

@@ -61,6 +61,16 @@ QString wanted(const BookCell &cell)
     return {};
 }
 
+// Whether a cell gives a text, which makes its row and its column part of the sheet.
+bool isFilled(const BookCell &cell)
+{
+    if (const auto *text = std::get_if<QString>(&cell.value))
+        return !text->isEmpty();
+    if (const auto *formula = std::get_if<BookCell::Formula>(&cell.value))
+        return !std::get<QString>(formula->result).isEmpty();
+    return true;
+}
+
 void readCellsBack(const QByteArray &cells)
 {
     const QString path = fuzz::pathOf(u"kitap.xls"_s);
@@ -68,6 +78,20 @@ void readCellsBack(const QByteArray &cells)
     rows.prepend({u"kose"_s}); // so that records and fields count from the first corner
     writeXls(path, u"A"_s, rows);
     const auto sheet = readSheet(path, u"A"_s);
+    qsizetype filledRows = 0;
+    qsizetype filledColumns = 0;
+    for (qsizetype row = 0; row < rows.size(); ++row) {
+        for (qsizetype column = 0; column < rows[row].size(); ++column) {
+            if (!isFilled(rows[row][column]))
+                continue;
+            filledRows = row + 1;
+            filledColumns = std::max(filledColumns, column + 1);
+        }
+    }
+    fuzz::expect(sheet->rows() == filledRows, "another count of records",
+                 QString::number(sheet->rows()), QString::number(filledRows));
+    fuzz::expect(sheet->columns() == filledColumns, "another count of fields",
+                 QString::number(sheet->columns()), QString::number(filledColumns));
     for (int row = 0; row < sheet->rows(); ++row) {
         for (int column = 0; column < sheet->columns(); ++column) {
             const BookCell cell = rows[row].value(column);
@@ -78,10 +102,13 @@ void readCellsBack(const QByteArray &cells)
                 fuzz::expect(sheet->kind(row, column) == Sheet::Kind::Date, "a date is lost", text);
             else if (!moment && !number)
                 fuzz::expectSame(text, wanted(cell), "another text comes back");
-            else if (number && cell.format.isEmpty())
+            else if (number && cell.format.isEmpty()) {
+                fuzz::expect(sheet->number(row, column) == *number, "another number comes back",
+                             text, QString::number(*number));
                 fuzz::expect(std::abs(kervan::number(text).value_or(*number) - *number) <=
                                  std::abs(*number) * 1e-14,
-                             "another number comes back", text, QString::number(*number));
+                             "another number in words", text, QString::number(*number));
+            }
         }
     }
 }

@@ -65,6 +65,14 @@ private:
     };
 };
 
+/// Boxes that nobody sees; all questions are answered with yes.
+class CountedBoxes : public QuietBoxes
+{
+public:
+    int shown = 0;
+    void show(const Box &) override { ++shown; }
+};
+
 /// An installed program folder with some definitions, one for all inputs.
 class Desk
 {
@@ -101,7 +109,7 @@ public:
         store(pathOf(u"kdvmu.kvz"_s), "genel\r\nsatir\r\n");
     }
 
-    QuietBoxes boxes;
+    CountedBoxes boxes;
     GivenDialogs dialogs;
     StoppedClock clock;
     DesignedServer server;
