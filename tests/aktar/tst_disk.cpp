@@ -250,6 +250,69 @@ private Q_SLOTS:
         }
         QVERIFY(saved > 0);
     }
+
+    void aFolderIsLaidOutWholeOrLaterWhereverTheDiskIsFull()
+    {
+        const QTemporaryDir place;
+        const SmallDisk disk(place.path());
+        if (!disk.isThere())
+            QSKIP("no right to mount a small disk here");
+        const QStringList databases{u"data.dbs"_s, u"fatozkod.dbs"_s, u"stokozkod.dbs"_s};
+        const auto laidOut = [&] {
+            return QDir(place.path()).entryList({u"*.dbs"_s}, QDir::Files | QDir::Hidden);
+        };
+        bool isFull = true;
+        int blocks = 0;
+        for (; isFull; ++blocks) {
+            QVERIFY(blocks < 100);
+            disk.leave(blocks);
+            isFull = passOver([&] { install(place.path()); }).has_value();
+            disk.empty();
+            QCOMPARE(isNewFolder(place.path()), isFull);
+            QVERIFY(!isFull || laidOut() != databases);
+            install(place.path());
+            QVERIFY(!isNewFolder(place.path()));
+            QCOMPARE(laidOut(), databases);
+            for (const QString &name : databases) {
+                OtherProgram other(place.filePath(name));
+                QCOMPARE(other.run(u"pragma integrity_check"_s), u"ok"_s);
+                QVERIFY(other.run(u"select count(*) from sqlite_master"_s) != u"0");
+                QFile::remove(place.filePath(name));
+            }
+        }
+        QVERIFY(blocks > 5);
+    }
+
+    void aDiskThatIsReadOnlyKeepsTablesAndSideFilesAndIsTold()
+    {
+        Desk desk;
+        if (!desk.isThere())
+            QSKIP("no right to mount a small disk here");
+        Program &program = desk.atWork();
+        Urunform prices(program);
+        prices.yukle();
+        DefinitionScreen staff(program, *definitionOf(u"per"));
+        staff.yukle();
+        Kdvmu texts(program);
+        const QStringList all{u"*.dbs"_s, u"*.kvz"_s};
+        const auto before = filesOf(desk.program(), all);
+        prices.l1.setCell(0, Urunform::Fiyat, u"9999"_s);
+        staff.yeni();
+        staff.text(0).setText(u"YENI"_s);
+        texts.genel.setText(u"yeni"_s);
+        QVERIFY(desk.disk().makeReadOnly());
+        desk.told.clear();
+        QVERIFY(!prices.kaydet());
+        QVERIFY2(desk.told.join(u'\n').contains(u"salt okunur"), qPrintable(desk.told.join(u'\n')));
+        staff.kaydet(-1);
+        texts.kaydet();
+        QVERIFY(desk.disk().makeReadOnly(false));
+        QCOMPARE(filesOf(desk.program(), all), before);
+        QVERIFY(prices.kaydet());
+        staff.kaydet(-1);
+        texts.kaydet();
+        QVERIFY(filesOf(desk.program(), all) != before);
+    }
 };
 
 QTEST_GUILESS_MAIN(DiskTest)

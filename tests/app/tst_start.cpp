@@ -1,6 +1,8 @@
 #include "app/crashleft.h"
 #include "base/crashreport.h"
+#include "base/failure.h"
 #include "store/installation.h"
+#include "store/sidefiles.h"
 #include "support/fakes.h"
 #include "support/table.h"
 
@@ -25,17 +27,24 @@ int deeper(int depth)
     return depth < 0 ? 0 : deeper(depth + 1) + room[0];
 }
 
-// What this program does when it is called to crash; a sanitizer would end it politely.
+const QByteArray secret = "Gizli-sifre1";
+
+// What this program does when it is called to crash, with the secret in its hands; a sanitizer
+// would end it politely.
 #ifdef __GNUC__
 [[gnu::no_sanitize("undefined")]]
 #endif
 int crash(const QString &folder, const QString &how)
 {
     reportCrashes(folder);
+    const QString text = u"Server=s;UID=sa;PWD="_s + QString::fromLatin1(secret);
+    writeLines(folder + u"/sqlbaglan.kvz"_s, {text});
     if (how == u"abort")
         std::abort();
     if (how == u"fatal")
-        qFatal("no platform to be had");
+        qFatal("no platform to be had: %s", qPrintable(text));
+    if (how == u"thrown")
+        throw Failure(text);
     if (how == u"stack")
         return deeper(0);
     volatile int *nowhere = nullptr;
@@ -56,6 +65,7 @@ private Q_SLOTS:
         QTest::newRow("nowhere") << u"nowhere"_s;
         QTest::newRow("abort") << u"abort"_s;
         QTest::newRow("fatal") << u"fatal"_s;
+        QTest::newRow("thrown") << u"thrown"_s;
         QTest::newRow("stack") << u"stack"_s;
     }
     void aCrashLeavesItsPlaceAndVersionAndIsToldOnce()
@@ -78,6 +88,7 @@ private Q_SLOTS:
         QVERIFY2(text.startsWith("Kervan Transfer 9.99, Qt 6."), text);
         QVERIFY2(text.contains("\r\ntst_start"), text); // and a distance
         QVERIFY2(!text.contains(folder.path().toLocal8Bit()) && !text.contains("platform"), text);
+        QVERIFY2(!QByteArray(text).replace('\0', "").contains(secret), text); // in wide letters too
         QVERIFY(QFileInfo(report).fileName().startsWith(u"cokme-2"_s));
         QCOMPARE(leftByCrash(folder.path()), QString());
         QVERIFY(QFile::exists(report));

@@ -3,6 +3,7 @@
 #include "desk.h"
 #include "invoices/fatchecks.h"
 #include "support/findings.h"
+#include "support/memory.h"
 #include "support/table.h"
 
 #include <QFile>
@@ -423,6 +424,32 @@ no date but beyond the limit ;          ; 7000   ; no)"_s);
         QCOMPARE(d.reads, 3);
         d.list.tumgoster(); // an empty list stays empty
         QCOMPARE(d.reads, 3);
+    }
+
+    // It is written while it is made, so that many invoices need no more than few.
+    void anExportHoldsNoDocument()
+    {
+#ifdef __SANITIZE_ADDRESS__
+        QSKIP("the sanitizer gives no memory back");
+#endif
+        Desk desk;
+        constexpr int invoices = 6000;
+        QByteArray bif;
+        for (int i = 0; i < invoices; ++i)
+            bif += header({.no = u"F"_s + QString::number(i)}) + goods(u"P1") + goods(u"P2");
+        desk.open(bif);
+        desk.l1.setAllTicked(true);
+        resetPeak();
+        const double before = peakSinceReset();
+        if (before <= 0)
+            QSKIP("the system does not tell");
+        desk.expectDone();
+        desk.exportTo(u"belge.xml"_s);
+        const double taken = peakSinceReset() - before;
+        const double document =
+            static_cast<double>(QFileInfo(desk.t.path(u"belge.xml"_s)).size()) / 1e6;
+        QVERIFY(document > 20);
+        QVERIFY2(taken < document / 4, qPrintable(u"%1 MB"_s.arg(taken)));
     }
 };
 

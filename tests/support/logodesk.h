@@ -5,6 +5,7 @@
 #include "store/sidefiles.h"
 #include "support/driving.h"
 #include "support/fakes.h"
+#include "support/readstatement.h"
 #include "support/tds/tdsstandin.h"
 
 namespace kervan {
@@ -34,7 +35,8 @@ public:
     }
 };
 
-/// The program's windows, with the machine's real driver between them and the stand-in.
+/// The program's windows, with the machine's real driver between them and the stand-in. At the end
+/// a statement that nobody designed fails the test.
 class LogoDesk
 {
 public:
@@ -50,6 +52,16 @@ public:
         fillLogo(logo, 12);
         window.show();
     }
+    ~LogoDesk()
+    {
+        for (const QString &statement : logo.statements()) {
+            if (!isDesigned(statement))
+                QTest::qFail(qPrintable(statement), __FILE__, __LINE__);
+        }
+    }
+    LogoDesk(const LogoDesk &) = delete;
+    LogoDesk &operator=(const LogoDesk &) = delete;
+
     template<class Widget>
     Widget *find(const char *screen, const char *name)
     {

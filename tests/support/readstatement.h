@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QRegularExpression>
 #include <QString>
 #include <QStringList>
 
@@ -35,6 +36,22 @@ inline ReadStatement::ReadStatement(const QString &statement)
         }
     }
     isOne = !inside && !isCut;
+}
+
+/// Whether it is one of the four statements that Logo is ever sent. A firm is digits, but whatever
+/// a firm's line begins with stays a part of a name.
+inline bool isDesigned(const QString &statement)
+{
+    static const QRegularExpression shape(QStringLiteral(
+        "\\A(?:select \\* from L_CAPIFIRM"
+        "|Select \\* from LG_[\\p{L}\\p{N}_]*_CLCARD where CODE=\\?"
+        "|Select ITEM\\.CODE as ITEMKOD, UNIT\\.CODE as BIRIMKOD from LG_([\\p{L}\\p{N}_]*)"
+        "_UNITBARCODE BAR WITH\\(NOLOCK\\) LEFT OUTER JOIN LG_\\1_ITEMS ITEM WITH\\(NOLOCK\\) "
+        "ON \\(BAR\\.ITEMREF  =  ITEM\\.LOGICALREF\\) LEFT OUTER JOIN LG_\\1_UNITSETL UNIT "
+        "WITH\\(NOLOCK\\) ON \\(BAR\\.UNITLINEREF = UNIT\\.LOGICALREF\\) where BAR\\.BARCODE=\\?"
+        "|UPDATE LG_[\\p{L}\\p{N}_]*_CLCARD SET DEFINITION_=\\? where CODE=\\?)\\z"));
+    const ReadStatement read(statement);
+    return read.isOne && shape.match(read.fixed).hasMatch();
 }
 
 } // namespace kervan
