@@ -65,12 +65,13 @@ private:
     };
 };
 
-/// Boxes that nobody sees; all questions are answered with yes.
+/// Boxes that nobody sees, and how many told of something that is not done; all questions are
+/// answered with yes.
 class CountedBoxes : public QuietBoxes
 {
 public:
     int shown = 0;
-    void show(const Box &) override { ++shown; }
+    void show(const Box &box) override { shown += box.icon == Icon::Information ? 0 : 1; }
 };
 
 /// An installed program folder with some definitions, one for all inputs.

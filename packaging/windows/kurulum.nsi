@@ -60,11 +60,19 @@ VIAddVersionKey /LANG=1055 LegalCopyright ""
     Quit
 !macroend
 
-!macro QuitWhileRunning PROGRAM WHY
-    ${If} ${FileExists} "$INSTDIR\${PROGRAM}.exe"
+!macro Undo
+!macroend
+!macro UndoSetAside
+    Call RestoreOld
+    RMDir /r "${BESIDE}"
+!macroend
+
+!macro QuitWhileRunning UNDO FOLDER PROGRAM WHY
+    ${If} ${FileExists} "${FOLDER}\${PROGRAM}.exe"
         ClearErrors
-        FileOpen $0 "$INSTDIR\${PROGRAM}.exe" a
+        FileOpen $0 "${FOLDER}\${PROGRAM}.exe" a
         ${If} ${Errors}
+            !insertmacro ${UNDO}
             !insertmacro Refuse "${WHY}" 3
         ${EndIf}
         FileClose $0
@@ -72,11 +80,13 @@ VIAddVersionKey /LANG=1055 LegalCopyright ""
 !macroend
 
 ; The program's own files can't be replaced or removed while one of them runs.
-!macro QuitWhileOpen
-    !insertmacro QuitWhileRunning kervan-transfer "${NAME} açık. Programı kapatıp yeniden deneyin."
-    !insertmacro QuitWhileRunning kervan-aktar \
+!macro QuitWhileOpen UNDO FOLDER
+    !insertmacro QuitWhileRunning ${UNDO} "${FOLDER}" kervan-transfer \
+        "${NAME} açık. Programı kapatıp yeniden deneyin."
+    !insertmacro QuitWhileRunning ${UNDO} "${FOLDER}" kervan-aktar \
         "kervan-aktar çalışıyor (bir aktarım ya da izlenen bir klasör). Durdurup yeniden deneyin."
-    !insertmacro QuitWhileRunning kervan-kurulum "kervan-kurulum çalışıyor. Bitince yeniden deneyin."
+    !insertmacro QuitWhileRunning ${UNDO} "${FOLDER}" kervan-kurulum \
+        "kervan-kurulum çalışıyor. Bitince yeniden deneyin."
 !macroend
 
 ; Sets $0 to 1 for Program Files and what is below it, else to nothing. The short names are compared,
@@ -115,11 +125,24 @@ Function Move
 FunctionEnd
 
 ; The steps of an update, each of which is made for all of the program's folders and files: MOVES
-; names them. What is put back is what a step behind it left aside, or an installer that was killed.
+; names them. The last two undo the first two, also those of an installer that was killed.
 Function SetAside
     ${If} ${FileExists} "$INSTDIR\$4"
         StrCpy $1 "$INSTDIR\$4"
         StrCpy $2 "${ASIDE}\$4"
+        Call Move
+    ${EndIf}
+FunctionEnd
+Function Place
+    StrCpy $1 "${BESIDE}\$4"
+    StrCpy $2 "$INSTDIR\$4"
+    Call Move
+FunctionEnd
+Function TakeOut
+    ${If} ${FileExists} "${ASIDE}\$4"
+    ${AndIf} ${FileExists} "$INSTDIR\$4"
+        StrCpy $1 "$INSTDIR\$4"
+        StrCpy $2 "${BESIDE}\$4"
         Call Move
     ${EndIf}
 FunctionEnd
@@ -130,11 +153,6 @@ Function PutBack
         StrCpy $2 "$INSTDIR\$4"
         Call Move
     ${EndIf}
-FunctionEnd
-Function Place
-    StrCpy $1 "${BESIDE}\$4"
-    StrCpy $2 "$INSTDIR\$4"
-    Call Move
 FunctionEnd
 !macro OfFolder NAME
     !if ${STEP} == SetAside
@@ -186,32 +204,39 @@ FunctionEnd
 !macroend
 
 Section "-Program"
-    ${If} ${FileExists} "${ASIDE}\*.*"
+    ; What an installer that was killed left: the unpacked program goes before the old one does, so
+    ; the old one is whole as long as there is some of the other.
+    ${If} ${FileExists} "${BESIDE}\*.*"
+    ${AndIf} ${FileExists} "${ASIDE}\*.*"
+        !insertmacro ForAll TakeOut
         Call RestoreOld
     ${EndIf}
-    !insertmacro QuitWhileOpen
+    RMDir /r "${ASIDE}"
+    !insertmacro QuitWhileOpen Undo "$INSTDIR"
     !insertmacro UnpackBeside
     ; A file that another program keeps shows here, and the old program becomes whole again.
     CreateDirectory "${ASIDE}"
     !insertmacro ForAll SetAside
     ${If} $6 != ""
         StrCpy $7 $6
-        Call RestoreOld
-        RMDir /r "${BESIDE}"
+        !insertmacro UndoSetAside
         !insertmacro Refuse "$7 başka bir programda açık; eski sürüm olduğu gibi duruyor. O programı kapatıp kurulumu yeniden çalıştırın." 7
     ${EndIf}
+    !insertmacro QuitWhileOpen UndoSetAside "${ASIDE}" ; started while the new one was unpacked
     ; What an older version laid out goes by its own list.
     ${If} ${FileExists} "$INSTDIR\kaldir.exe"
         ExecWait '"$INSTDIR\kaldir.exe" /S _?=$INSTDIR' $0
         ${If} $0 != 0
-            Call RestoreOld
-            RMDir /r "${BESIDE}"
+            !insertmacro UndoSetAside
             !insertmacro Refuse "Eski sürüm kaldırılamadı." 6
         ${EndIf}
     ${EndIf}
     !insertmacro ForAll Place
     ${If} $6 != ""
-        !insertmacro Refuse "$6 yerine konamadı; başka bir program kullanıyor olabilir. Kurulumu yeniden çalıştırın." 7
+        StrCpy $7 $6
+        !insertmacro ForAll TakeOut
+        !insertmacro UndoSetAside
+        !insertmacro Refuse "$7 yerine konamadı; başka bir program kullanıyor olabilir. Kurulumu yeniden çalıştırın." 7
     ${EndIf}
     RMDir /r "${BESIDE}"
     RMDir /r "${ASIDE}"
@@ -280,9 +305,13 @@ Function .onInit
 FunctionEnd
 
 Section Uninstall
-    !insertmacro QuitWhileOpen
+    !insertmacro QuitWhileOpen Undo "$INSTDIR"
     !include "${FILES}"
     Delete "$INSTDIR\kaldir.exe"
+    ${If} $EXEDIR != $INSTDIR ; called by a person, and not by an update that has them in hand
+        RMDir /r "${BESIDE}"
+        RMDir /r "${ASIDE}"
+    ${EndIf}
     RMDir "$INSTDIR" ; goes only when nothing of the user's is in it
     ReadRegStr $0 HKCU "${OWN}" "Klasor"
     ${If} $0 == $INSTDIR ; else they are those of an installation elsewhere

@@ -183,6 +183,12 @@ wine_install() { # INSTALLER
     [[ $(program_files "$folder") == "$program" ]]
     refuse_while_kept "$1" "$target" "$folder" Qt6Sql.dll
     [[ $(program_files "$folder") == "$program" && ! -e $folder/.kervan-eski ]]
+    # Behind an installer that was killed when one new file stood and another did not.
+    mkdir "$folder"/.kervan-{eski,yeni}
+    mv "$folder"/Qt6{Core,Gui}.dll "$folder/.kervan-eski/"
+    echo "yeni" >"$folder/Qt6Core.dll"
+    refuse_while_kept "$1" "$target" "$folder" Qt6Sql.dll
+    [[ $(program_files "$folder") == "$program" && ! -e $folder/.kervan-eski ]]
     refuse_while_open "$1" "$target" "$folder/kervan-transfer.exe"
     mkdir "$WINEPREFIX/drive_c/gelen"
     echo 'aktarim = cari' >"$WINEPREFIX/drive_c/gelen.ini"

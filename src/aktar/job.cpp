@@ -482,7 +482,7 @@ void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target,
     if (moves.isEmpty() || isHeldUp() || lacksData() || screen.notes.hasFailed() ||
         isRefuted(screen, outcome, streams)) {
         outcome.documents.clear();
-        m_isBarred = screen.notes.hasLackedPlace();
+        m_isBarred = m_isBarred || screen.notes.hasLackedPlace();
         journal.takeBack();
         streams.tell(u"Belge yazılmadı, sayaçlar önceki gibi: nedeni yukarıda."_s);
         return;

@@ -4,11 +4,38 @@
 #include <QDir>
 #include <QStandardPaths>
 
+#ifdef Q_OS_WIN
+#include "base/filefault.h"
+
+#include <windows.h>
+#endif
+
 namespace kervan {
 
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// What the folder is, however it is called.
+QString identityOf(const QString &folder)
+{
+#ifdef Q_OS_WIN // by a mapped drive, a short name, in other cases of its letters
+    constexpr DWORD all = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+    const HANDLE open = CreateFileW(systemName(folder).c_str(), 0, all, nullptr, OPEN_EXISTING,
+                                    FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+    BY_HANDLE_FILE_INFORMATION info{};
+    const bool isTold = open != INVALID_HANDLE_VALUE && GetFileInformationByHandle(open, &info);
+    if (open != INVALID_HANDLE_VALUE)
+        CloseHandle(open);
+    if (isTold)
+        return u"%1 %2 %3"_s.arg(info.dwVolumeSerialNumber)
+            .arg(info.nFileIndexHigh)
+            .arg(info.nFileIndexLow);
+    return QDir(folder).canonicalPath().toCaseFolded();
+#else
+    return QDir(folder).canonicalPath();
+#endif
+}
 
 QString lockPath(const QString &programFolder)
 {
@@ -19,11 +46,8 @@ QString lockPath(const QString &programFolder)
 #endif
     if (place.isEmpty())
         place = QDir::tempPath();
-    QString folder = QDir(programFolder).canonicalPath();
-#ifdef Q_OS_WIN // it may be called by other cases of its letters
-    folder = folder.toCaseFolded();
-#endif
-    const QByteArray key = QCryptographicHash::hash(folder.toUtf8(), QCryptographicHash::Sha1);
+    const QByteArray key =
+        QCryptographicHash::hash(identityOf(programFolder).toUtf8(), QCryptographicHash::Sha1);
     return place + u"/kervan-transfer-%1-%2.lock"_s.arg(qEnvironmentVariable("USER") +
                                                             qEnvironmentVariable("USERNAME"),
                                                         QString::fromLatin1(key.toHex().left(16)));

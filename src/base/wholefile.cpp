@@ -6,6 +6,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 
 #include <chrono>
 #include <mutex>
@@ -65,7 +66,8 @@ void WholeFile::commit()
         Failure failed =
             fileFailure(m_file.fileName(), u"yazılamadı"_s,
                         m_nameFault.isEmpty() ? filefault(m_file, m_fault) : m_nameFault);
-        failed.setOfPlace(isOfPlace(m_fault));
+        failed.setOfPlace(m_nameFault.isEmpty() &&
+                          (isOfPlace(m_fault) || !QFileInfo(m_file.fileName()).dir().exists()));
         throw failed;
     }
     if (!m_isKept)

@@ -21,6 +21,12 @@
 #include <QTabBar>
 #include <QTimer>
 
+#ifdef Q_OS_WIN
+#include <array>
+
+#include <windows.h>
+#endif
+
 using namespace kervan;
 
 namespace {
@@ -368,6 +374,24 @@ private Q_SLOTS:
         QVERIFY(first.take() && elsewhere.take());
         QVERIFY(!InstanceLock(here.path() + u"/../"_s + QDir(here.path()).dirName()).take());
     }
+
+#ifdef Q_OS_WIN
+    void aFolderIsTheSameByAShortNameAndByADriveOfItsOwn()
+    {
+        const QTemporaryDir here;
+        InstanceLock first(here.path());
+        QVERIFY(first.take());
+        const std::wstring folder = QDir::toNativeSeparators(here.path()).toStdWString();
+        std::array<wchar_t, MAX_PATH> letters{};
+        QVERIFY(GetShortPathNameW(folder.c_str(), letters.data(), MAX_PATH) > 0);
+        const QString name = QString::fromWCharArray(letters.data());
+        QVERIFY2(name.contains(u'~'), qPrintable(name));
+        QVERIFY(!InstanceLock(name).take());
+        QVERIFY(DefineDosDeviceW(0, L"R:", folder.c_str()));
+        QVERIFY(!InstanceLock(u"R:/"_s).take());
+        QVERIFY(DefineDosDeviceW(DDD_REMOVE_DEFINITION, L"R:", folder.c_str()));
+    }
+#endif
 
     void aLockThatWasLeftBehindHoldsNobodyUp_data()
     {

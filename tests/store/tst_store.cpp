@@ -81,7 +81,7 @@ stokozkod ; insert into ozkod values (Null ,'ack','ozkod') ; Update ozkod SET oz
         QCOMPARE(s.rows(u"kdv id kdv"_s), u"1|18"_s);
         s.fill({u"Update kdv set kdv = '20' Where id ='1'"_s});
         QVERIFY(QFile::remove(s.path(u"fatozkod.dbs"_s)));
-        writeBytes(s.path(u"fatozkod.dbs.yeni"_s), "yarım kalmış");
+        writeBytes(s.path(u".kervan-kurulum-fatozkod.dbs"_s), "yarım kalmış");
         install(s.folder.path());
         QCOMPARE(contentOf(s.folder.path()), all);
         QCOMPARE(s.rows(u"kdv kdv"_s), u"20"_s);

@@ -23,14 +23,15 @@ inline double peakMegabytes()
 #endif
 }
 
-/// Starts the measure of peakSinceReset() anew, where the system lets it.
-inline void resetPeak()
+/// Starts the measure of peakSinceReset() anew; false where the system does not let it.
+inline bool resetPeak()
 {
 #ifdef Q_OS_LINUX
     malloc_trim(0);
     QFile file(QStringLiteral("/proc/self/clear_refs"));
-    if (file.open(QIODevice::WriteOnly))
-        file.write("5");
+    return file.open(QIODevice::WriteOnly | QIODevice::Unbuffered) && file.write("5") == 1;
+#else
+    return false;
 #endif
 }
 
