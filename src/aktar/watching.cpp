@@ -29,7 +29,8 @@ constexpr QStringView reportEnding = u".rapor.txt";
 // Systems take 255 bytes, Windows as many letters: of the report's name, its number where it meets
 // others, and what a half-written one has behind.
 constexpr std::size_t longestName = 230;
-constexpr int nap = 100; // milliseconds between two looks at whether it is to end
+constexpr int longestRest = 60; // seconds, where the pause is no longer
+constexpr int nap = 100;        // milliseconds between two looks at whether it is to end
 
 QString reportOf(const QString &path)
 {
@@ -139,6 +140,7 @@ private:
     QHash<QString, QString> m_refused; // files that could not be taken at the last look, and why
     QHash<QString, Stuck> m_stuck;     // those that could not be put away
     Status m_status = Done;            // of those that were
+    int m_barred = 0;                  // rounds that something has barred, one behind another
 };
 
 Watch::Watch(const Options &options, const Transfer &transfer, const CommandWorld &world)
@@ -215,6 +217,7 @@ Status Watch::run()
         if (!isPending(m_program.program().folder))
             takeComplete();
         barred = transferAll();
+        m_barred = barred ? m_barred + 1 : 0;
         if (barred && (isOneRound || *barred == UsedWrongly))
             return *barred;
         if (isOneRound && !hasMore())
@@ -426,9 +429,13 @@ void Watch::writeReport(const QString &path, const Outcome &outcome) const
     file.commit();
 }
 
+// Each try reads the source and asks Logo again, so what bars the way is looked at ever more
+// seldom.
 void Watch::rest() const
 {
-    const int naps = std::max(1, m_pause * 1000 / nap);
+    const int seconds =
+        m_pause < longestRest ? std::min(m_pause << std::min(m_barred, 5), longestRest) : m_pause;
+    const int naps = std::max(1, seconds * 1000 / nap);
     for (int i = 0; i < naps && !m_world.isEnding(); ++i)
         QThread::msleep(nap);
 }

@@ -809,6 +809,30 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QCOMPARE(w.watch(), Done);
     }
 
+    void aLogoThatIsAwayIsAskedEverMoreSeldom()
+    {
+        Watched w;
+        w.drop(u"isleniyor/bir.bif"_s);
+        int asked = 0;
+        w.b.sqlServer.answer = [&](const QString &) -> SqlRows {
+            ++asked;
+            throw Failure(u"yok"_s);
+        };
+        QCOMPARE(w.watch(), InUse);
+        const int once = std::exchange(asked, 0);
+        QVERIFY(once > 0);
+        w.recipe += "tek-tur = hayir\n";
+        w.pause = u"1"_s;
+        QElapsedTimer time;
+        time.start();
+        w.b.isEnding = [&] {
+            return time.elapsed() > 3600;
+        };
+        w.watch();
+        QCOMPARE(asked,
+                 2 * once); // at the beginning and two seconds later, but not after one or three
+    }
+
     void aTargetFolderThatIsAwayIsForAnotherTime()
     {
         Watched w;
