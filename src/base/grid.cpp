@@ -54,9 +54,11 @@ int Grid::addRow(const QString &text)
     const int row = rows();
     if (m_refills == 0)
         beginInsertRows({}, row, row);
+    // The rows of a list are alike: room for as many cells as the one before has.
+    const qsizetype likely = row == 0 ? m_columns.size() : m_rows.last().cells.size();
     Row &added = m_rows.emplaceBack();
-    added.cells.resize(m_columns.size());
-    added.cells[0] = text;
+    added.cells.reserve(likely);
+    added.cells << text;
     if (m_refills == 0)
         endInsertRows();
     return row;
@@ -64,14 +66,19 @@ int Grid::addRow(const QString &text)
 
 const QString &Grid::cell(int row, int column) const
 {
+    static const QString neverSet;
     checkColumn(column);
-    return at(row).cells[column];
+    const QStringList &cells = at(row).cells;
+    return column < cells.size() ? cells[column] : neverSet;
 }
 
 void Grid::setCell(int row, int column, const QString &text)
 {
     checkColumn(column);
-    at(row).cells[column] = text;
+    QStringList &cells = at(row).cells;
+    if (column >= cells.size())
+        cells.resize(column + 1);
+    cells[column] = text;
     changed(row, row, column, column);
 }
 

@@ -120,7 +120,7 @@ Q_SIGNALS:
 private:
     struct Row
     {
-        QStringList cells;
+        QStringList cells; // up to the last one that was set
         QString tag;
         bool ticked = false;
     };

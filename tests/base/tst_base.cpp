@@ -46,8 +46,11 @@ private Q_SLOTS:
     {
         Grid grid({{u"A"_s}, {u"B"_s}});
         grid.addRow(u"x"_s);
+        grid.addRow(u"y"_s); // as long as the row before it, and longer where it has to be
+        grid.setCell(1, 1, u"z"_s);
         QCOMPARE(grid.cell(0, 1), QString());
-        for (const auto &[row, column] : {std::pair(1, 0), {-1, 0}, {0, 2}, {0, -1}}) {
+        QCOMPARE(grid.cell(1, 1), u"z"_s);
+        for (const auto &[row, column] : {std::pair(2, 0), {-1, 0}, {0, 2}, {0, -1}}) {
             QVERIFY_THROWS_EXCEPTION(Failure, grid.cell(row, column));
             QVERIFY_THROWS_EXCEPTION(Failure, grid.setCell(row, column, {}));
         }
