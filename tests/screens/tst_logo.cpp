@@ -12,9 +12,12 @@
 #include <QClipboard>
 #include <QComboBox>
 #include <QDialog>
+#include <QDirIterator>
 #include <QLabel>
 #include <QLineEdit>
 #include <QProgressBar>
+#include <QScopeGuard>
+#include <QSettings>
 
 using namespace kervan;
 
@@ -110,6 +113,9 @@ private Q_SLOTS:
     void thePasswordIsNowhereElse()
     {
         LogoDesk desk;
+        QSettings::setPath(QSettings::IniFormat, QSettings::UserScope, desk.t.path(u"masaüstü"_s));
+        QCoreApplication::setOrganizationName(u"Deneme"_s); // so that windows remember things
+        const auto forget = qScopeGuard([] { QCoreApplication::setOrganizationName({}); });
         desk.saveSettings();
         const QString password = TdsStandin::password.toString();
         QStringList seen;
@@ -139,10 +145,16 @@ private Q_SLOTS:
         }
         QVERIFY(seen.filter(u"Login failed for user 'sa'."_s).size() > 0);
         seen << desk.logo.statements();
-        for (const QString &name : QDir(desk.t.folder.path()).entryList(QDir::Files)) {
-            if (name != u"sqlbaglan.kvz")
-                seen << QString::fromLatin1(readBytes(desk.t.path(name)));
+        desk.window.close();
+        bool areRemembered = false;
+        QDirIterator files(desk.t.folder.path(), QDir::Files, QDirIterator::Subdirectories);
+        while (files.hasNext()) {
+            const QFileInfo file = files.nextFileInfo();
+            areRemembered = areRemembered || file.suffix() == u"ini";
+            if (file.fileName() != u"sqlbaglan.kvz")
+                seen << QString::fromLatin1(readBytes(file.filePath()));
         }
+        QVERIFY(areRemembered);
         QCOMPARE(seen.filter(u"Gizli"_s) + seen.filter(u"ifre1"_s), QStringList());
     }
 
