@@ -1,5 +1,7 @@
 #include "stocktake/urunform.h"
 
+#include "text/numbers.h"
+
 #include <QRegularExpression>
 
 namespace kervan {
@@ -12,11 +14,15 @@ std::optional<QString> fiyatoku(const QString &typed)
     static const QRegularExpression plain(u"^-?(\\d+[.,]?\\d*|[.,]\\d+)$"_s);
     static const QRegularExpression twofold(u"^-?[1-9]\\d{0,2}\\.\\d{3}$"_s);
     QString price = typed.trimmed();
+    if (price.isEmpty())
+        return price;
     if (inThrees.match(price).hasMatch())
-        return price.remove(u'.');
-    if (price.isEmpty() || (plain.match(price).hasMatch() && !twofold.match(price).hasMatch()))
-        return price.replace(u'.', u',');
-    return std::nullopt;
+        price.remove(u'.');
+    else if (plain.match(price).hasMatch() && !twofold.match(price).hasMatch())
+        price.replace(u'.', u',');
+    else
+        return std::nullopt;
+    return number(price) ? std::optional(price) : std::nullopt; // nobody could reckon with it
 }
 
 Urunform::Urunform(Program &program)

@@ -10,7 +10,8 @@ namespace kervan {
 
 /// The price that a user means, as it is stored: "1.234,50" is 1234,50 since a comma stands behind
 /// digits in threes, and in "12.5" the point is the comma. An empty text is an empty price.
-/// Nothing where neither is meant, nor where both may be: "1.234".
+/// Nothing where neither is meant, nor where both may be: "1.234"; nor of more digits than any
+/// number has here.
 std::optional<QString> fiyatoku(const QString &typed);
 
 /// The dealer price table `urun`: all of it read into a grid, and all of it written back.
