@@ -12,9 +12,11 @@ _kervan_aktar() {
             | sed -n '/^Komutlar:/,/^$/s/^  \([a-z-]*\) .*/\1/p')" -- "$word")
         return
     fi
-    local options value
+    local options value=
     options=$("$program" "$command" --help 2>/dev/null | sed -n 's/^  \(--.*\)/\1/p')
-    value=$(sed -n "s/^$before \([^ ]*\) .*/\1/p" <<<"$options")
+    if [[ $before =~ ^--[a-z-]+$ ]]; then
+        value=$(sed -n "s/^$before \([^ ]*\) .*/\1/p" <<<"$options")
+    fi
     if [[ $word == -* ]]; then
         mapfile -t COMPREPLY < <(compgen -W "--help $(cut -d ' ' -f 1 <<<"$options")" -- "$word")
     elif [[ $before == --* && $value == *"|"* ]]; then

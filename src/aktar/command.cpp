@@ -1,5 +1,6 @@
 #include "aktar/command.h"
 
+#include "aktar/filestate.h"
 #include "aktar/watching.h"
 #include "base/failure.h"
 #include "base/leftovers.h"
@@ -44,21 +45,22 @@ QString optionLines(const QList<Option> &options)
     return lines;
 }
 
-// Not every shell makes files of "*.bif". The oldest come first, as their slips are to be numbered.
-QStringList expanded(const QStringList &sources)
+// Not every shell makes files of "*.bif". A pattern that no file fits is told.
+QStringList expanded(const QStringList &sources,
+                     const std::function<void(const QString &line)> &tell)
 {
     QStringList files;
     for (const QString &source : sources) {
         const QFileInfo place(source);
-        const bool isPattern = source.contains(u'*') || source.contains(u'?');
-        const QStringList names = isPattern && !place.exists()
-                                      ? place.dir().entryList({place.fileName()}, QDir::Files,
-                                                              QDir::Time | QDir::Reversed)
-                                      : QStringList();
+        if (!(source.contains(u'*') || source.contains(u'?')) || place.exists()) {
+            files << source;
+            continue;
+        }
+        const QStringList names = oldestFirst(place.dir(), {place.fileName()});
         for (const QString &name : names)
             files << place.dir().filePath(name);
         if (names.isEmpty())
-            files << source;
+            tell(u"kervan-aktar: %1 desenine uyan dosya yok."_s.arg(source));
     }
     return files;
 }
@@ -86,20 +88,31 @@ Status runTransfer(const Transfer &transfer, const QStringList &arguments,
         if (options.sources.isEmpty())
             throw Failure(
                 u"Kaynak dosyayı verin; bakın: kervan-aktar %1 --help"_s.arg(transfer.command));
-        options.sources = expanded(options.sources);
+        bool isNoFile = false;
+        options.sources = expanded(options.sources, [&](const QString &line) {
+            isNoFile = true;
+            tell(line);
+        });
         OpenFolder folder(options, world);
         Job job(folder.program(), folder.ports(), transfer, options);
         if (!job.onlyReads())
             status = folder.enter(tell);
         if (status != Done)
             return;
-        for (const QString &source : options.sources) {
-            const Outcome outcome = job.run(source, world.streams);
+        if (isNoFile)
+            status = NothingWritten;
+        for (qsizetype i = 0; i < options.sources.size(); ++i) {
+            const Outcome outcome = job.run(options.sources[i], world.streams);
             status = worse(status, outcome.status);
             if (!options.isOn(u"listele"_s))
                 out(options.isOn(u"json"_s) ? jsonOf(outcome) : textOf(outcome));
-            if (outcome.status == InUse) // none overtakes it: slips are numbered in order
-                break;
+            if (outcome.status != InUse)
+                continue;
+            const QStringList left =
+                options.sources.sliced(i + 1); // in order, as slips are numbered
+            if (!left.isEmpty())
+                tell(u"kervan-aktar: Geçilmeyen kaynaklar: "_s + left.join(u", "_s));
+            break;
         }
     });
     if (!misused)

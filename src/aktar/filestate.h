@@ -1,8 +1,11 @@
 #pragma once
 
 #include <QDateTime>
+#include <QDir>
 #include <QFileInfo>
-#include <QString>
+#include <QStringList>
+
+#include <algorithm>
 
 namespace kervan {
 
@@ -18,6 +21,18 @@ inline FileState stateOf(const QString &path)
 {
     const QFileInfo file(path);
     return {file.size(), file.lastModified()};
+}
+
+/// Names of a folder's files that fit one of the patterns, the oldest first, as their slips are to
+/// be numbered; those of one moment by their names.
+inline QStringList oldestFirst(const QDir &folder, const QStringList &patterns)
+{
+    QFileInfoList files = folder.entryInfoList(patterns, QDir::Files, QDir::Name);
+    std::ranges::stable_sort(files, {}, [](const QFileInfo &file) { return file.lastModified(); });
+    QStringList names;
+    for (const QFileInfo &file : std::as_const(files))
+        names << file.fileName();
+    return names;
 }
 
 } // namespace kervan

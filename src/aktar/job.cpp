@@ -8,8 +8,6 @@
 #include "check/readinessrules.h"
 #include "check/writtendocuments.h"
 #include "store/folders.h"
-#include "text/masks.h"
-#include "text/numbers.h"
 #include "transfer/target.h"
 
 #include <QDir>
@@ -46,26 +44,10 @@ QString cashFileOf(const QString &target)
     return target.chopped(xmlEnding.size()) + cashDocumentEnd.toString();
 }
 
-// "120 fatura" without its number.
-QString kindOf(const Notes::Written &written)
+void tellUnlessEmpty(const QString &line, const Streams &streams)
 {
-    return written.what.section(u' ', 1);
-}
-
-// The sum of a document as it stands in it: nothing where a record has none.
-QString sumOf(const QString &path)
-{
-    Decimal sum;
-    bool isTold = false;
-    bool isWhole = true;
-    readDocument(path, [&](const DocumentRecord &record) {
-        isTold = true;
-        isWhole = isWhole && record.sum;
-        sum += record.sum.value_or(Decimal());
-    });
-    if (!isTold || !isWhole)
-        return {};
-    return masked(toNumber(sum.text()), "#,##0.00"_mask);
+    if (!line.isEmpty())
+        streams.tell(line);
 }
 
 bool isOfSelection(const OpenScreen &screen, const Finding &finding)
@@ -182,6 +164,8 @@ Outcome Job::run(const QString &source, const Streams &streams)
     const std::vector<Step> steps = stepsOf(screen);
     const auto failed = passOver([&] {
         barIfItFails([&] {
+            if (!onlyReads()) // what the source in front left may hold rows of this one
+                tellUnlessEmpty(recover(m_program.folder), own);
             if (!onlyReads() || m_selection.unwritten)
                 checkFolderIsThere(m_options.value(u"hedef"_s));
             // One that can't be read would be begun anew.
@@ -315,12 +299,14 @@ void Job::look(OpenScreen &screen, Outcome &outcome, const Streams &streams) con
                 outcome.findings << finding;
         }
     }
+    if (m_options.isOn(u"denetle"_s))
+        outcome.gaps = checks->gaps();
     outcome.checkTime = time.elapsed();
-    show(outcome, *checks, streams);
+    show(outcome, streams);
 }
 
 // Where the findings are all that is wanted they go to the output.
-void Job::show(const Outcome &outcome, const Checks &checks, const Streams &streams) const
+void Job::show(const Outcome &outcome, const Streams &streams) const
 {
     const bool isAsked = m_options.isOn(u"denetle"_s);
     if (isAsked && m_options.isOn(u"json"_s))
@@ -330,11 +316,8 @@ void Job::show(const Outcome &outcome, const Checks &checks, const Streams &stre
     };
     for (const Finding &finding : outcome.findings)
         line(lineOf(finding));
-    if (!isAsked)
-        return;
-    for (const Gap &gap : checks.gaps())
-        line(u"Eksik: %1 %2, %3 satırda, %4 belgede"_s.arg(
-            gap.kind, gap.code, QString::number(gap.lines), QString::number(gap.documents)));
+    for (const Gap &gap : outcome.gaps)
+        line(lineOf(gap));
 }
 
 // Special codes, which are in databases of their own, are left out where there are none.
@@ -409,7 +392,6 @@ void Job::write(OpenScreen &screen, Outcome &outcome, const Streams &streams)
     checkAnswers(screen);
     if (!mayWrite(screen, outcome, target, streams.tell))
         return;
-    barIfItFails([&] { recover(m_program.folder); });
     QElapsedTimer time;
     time.start();
     const auto failed = passOver([&] {
@@ -473,8 +455,7 @@ void Job::writeInto(OpenScreen &screen, Journal &journal, const QString &target,
     QList<Move> moves;
     for (const Notes::Written &written : screen.notes.written()) {
         const QString path = QDir(folder).filePath(nameOf(written.path));
-        outcome.documents << OutcomeDocument{path, kindOf(written), written.count,
-                                             sumOf(written.path)};
+        outcome.documents << documentOf(written, path);
         moves << Move{written.path, path, m_options.isOn(u"uzerine-yaz"_s)};
     }
     // Nobody looks on: of documents and counters that belong together there are all or none, and

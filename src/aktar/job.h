@@ -60,7 +60,7 @@ private:
     void read(OpenScreen &screen, const std::vector<Step> &steps, Outcome &outcome,
               const Streams &streams);
     void look(OpenScreen &screen, Outcome &outcome, const Streams &streams) const;
-    void show(const Outcome &outcome, const Checks &checks, const Streams &streams) const;
+    void show(const Outcome &outcome, const Streams &streams) const;
     QStringList countersBehind(const OpenScreen &screen, const QString &source) const;
     /// A step that fails by what is no fault of the source: it is for another time.
     void barIfItFails(const std::function<void()> &step);

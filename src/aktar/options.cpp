@@ -7,6 +7,7 @@
 #include "text/dates.h"
 
 #include <QFile>
+#include <QHash>
 #include <QStringDecoder>
 
 #include <algorithm>
@@ -199,6 +200,7 @@ void addRecipe(Options &options, const QString &path, const QStringList &section
     const QStringList given = options.names(); // those of the command line
     const QStringList lines = textOf(file.readAll()).split(u'\n');
     QString section;
+    QHash<QString, QString> saidIn; // by section and key
     for (qsizetype i = 0; i < lines.size(); ++i) {
         const QString line = lines[i].trimmed();
         const auto fault = [&](const QString &what) {
@@ -223,8 +225,14 @@ void addRecipe(Options &options, const QString &path, const QStringList &section
                 continue; // meant for another command
             throw fault(u"\"%1\" %2 komutunun bir seçeneği değil."_s.arg(key, sections.last()));
         }
+        const QString value = withoutQuotes(line.sliced(sign + 1).trimmed());
+        QString &said = saidIn[section + u'/' + key];
+        if (!said.isNull() && said != value && !find(known, key)->many)
+            throw fault(
+                u"\"%1\" iki kez verildi: \"%2\" ve \"%3\". Birini seçin."_s.arg(key, said, value));
+        said = value.isNull() ? u""_s : value;
         if (!given.contains(key))
-            options.give(key, withoutQuotes(line.sliced(sign + 1).trimmed()));
+            options.give(key, value);
     }
     checkWords(options, known);
 }

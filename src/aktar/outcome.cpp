@@ -1,5 +1,9 @@
 #include "aktar/outcome.h"
 
+#include "check/documentreader.h"
+#include "text/masks.h"
+#include "text/numbers.h"
+
 #include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
@@ -13,6 +17,22 @@ namespace kervan {
 using namespace Qt::StringLiterals;
 
 namespace {
+
+// The sum of a document as it stands in it: nothing where a record has none.
+QString sumOf(const QString &path)
+{
+    Decimal sum;
+    bool isTold = false;
+    bool isWhole = true;
+    readDocument(path, [&](const DocumentRecord &record) {
+        isTold = true;
+        isWhole = isWhole && record.sum;
+        sum += record.sum.value_or(Decimal());
+    });
+    if (!isTold || !isWhole)
+        return {};
+    return masked(toNumber(sum.text()), "#,##0.00"_mask);
+}
 
 QString levelOf(const Finding &finding)
 {
@@ -28,6 +48,14 @@ QJsonObject objectOf(const Finding &finding)
     if (finding.row >= 0)
         object[u"satir"_s] = finding.row + 1;
     return object;
+}
+
+QJsonObject objectOf(const Gap &gap)
+{
+    return {{u"tur"_s, gap.kind},
+            {u"kod"_s, gap.code},
+            {u"satir"_s, gap.lines},
+            {u"belge"_s, gap.documents}};
 }
 
 QJsonObject countersOf(const QStringList &counters)
@@ -47,6 +75,14 @@ int Outcome::count(Level level) const
     return static_cast<int>(std::ranges::count(findings, level, &Finding::level));
 }
 
+OutcomeDocument documentOf(const Notes::Written &written, const QString &path)
+{
+    return {.path = path,
+            .kind = written.what.section(u' ', 1), // "120 fatura" without its number
+            .count = written.count,
+            .sum = sumOf(written.path)};
+}
+
 Status worse(Status a, Status b)
 {
     return std::max(a, b);
@@ -63,11 +99,20 @@ QString lineOf(const Finding &finding)
     return line;
 }
 
+QString lineOf(const Gap &gap)
+{
+    return u"Eksik: %1 %2, %3 satırda, %4 belgede"_s.arg(
+        gap.kind, gap.code, QString::number(gap.lines), QString::number(gap.documents));
+}
+
 QString jsonOf(const Outcome &outcome)
 {
     QJsonArray findings;
     for (const Finding &finding : outcome.findings)
         findings << objectOf(finding);
+    QJsonArray gaps;
+    for (const Gap &gap : outcome.gaps)
+        gaps << objectOf(gap);
     QJsonObject object{
         {u"kaynak"_s, outcome.source},
         {u"durum"_s, int(outcome.status)},
@@ -76,6 +121,7 @@ QString jsonOf(const Outcome &outcome)
         {u"hata"_s, outcome.count(Level::Error)},
         {u"uyari"_s, outcome.count(Level::Warning)},
         {u"bulgular"_s, findings},
+        {u"eksikler"_s, gaps},
         {u"iletiler"_s, QJsonArray::fromStringList(outcome.notes)},
         {u"sayaclar"_s, QJsonObject{{u"once"_s, countersOf(outcome.countersBefore)},
                                     {u"sonra"_s, countersOf(outcome.countersAfter)}}},

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "base/notes.h"
 #include "check/finding.h"
 
 #include <QDateTime>
@@ -27,6 +28,9 @@ struct OutcomeDocument
     QString sum;      ///< of the records' amounts; empty where they have none
 };
 
+/// One that was written, read for its sum where it lies; `path` is where it will lie.
+OutcomeDocument documentOf(const Notes::Written &written, const QString &path);
+
 /// What became of one source.
 struct Outcome
 {
@@ -36,6 +40,7 @@ struct Outcome
     int rows = 0;     ///< of the list
     int selected = 0; ///< of them
     QList<Finding> findings;
+    QList<Gap> gaps;   ///< definitions that are missing, where only findings are asked for
     QStringList notes; ///< what was told in lines, boxes and all
     QStringList countersBefore, countersAfter;
     QDateTime begun;
@@ -49,6 +54,8 @@ Status worse(Status a, Status b);
 
 /// A finding as a line: "Hata: satır 3: ...".
 QString lineOf(const Finding &finding);
+/// "Eksik: Birim ADT, 3 satırda, 2 belgede".
+QString lineOf(const Gap &gap);
 /// The outcome as one object for each document, or one where there is none; a line each.
 QString jsonOf(const Outcome &outcome);
 /// The same for the eye.

@@ -14,23 +14,40 @@ using namespace Qt::StringLiterals;
 
 namespace {
 
+Failure none(const QString &said)
+{
+    return Failure(u"--sec %1: önceki --sec ile birlikte hiçbir satıra uymaz."_s.arg(said));
+}
+
 void take(Selection &selection, const QString &said, QDate today)
 {
     const QString word = said.section(u'=', 0, 0).trimmed();
     const QString value = said.section(u'=', 1).trimmed();
     if (word == u"tarih" && !value.isEmpty()) {
         const QString last = value.section(u".."_s, 1);
-        selection.first = dayOf(u"sec"_s, value.section(u".."_s, 0, 0).trimmed(), today);
-        selection.last =
-            value.contains(u".."_s) ? dayOf(u"sec"_s, last.trimmed(), today) : selection.first;
-        checkOrder(u"sec"_s, selection.first, selection.last);
+        const QDate from = dayOf(u"sec"_s, value.section(u".."_s, 0, 0).trimmed(), today);
+        const QDate to = value.contains(u".."_s) ? dayOf(u"sec"_s, last.trimmed(), today) : from;
+        checkOrder(u"sec"_s, from, to);
+        const bool isFirst = !selection.first.isValid();
+        selection.first = isFirst ? from : std::max(from, selection.first);
+        selection.last = isFirst ? to : std::min(to, selection.last);
+        if (selection.first > selection.last)
+            throw none(said);
     } else if (word == u"no" && !value.isEmpty()) {
+        QSet<QString> numbers;
         for (const QString &number : value.split(u',', Qt::SkipEmptyParts))
-            selection.numbers << number.trimmed();
-        selection.numbers.remove(QString());
-        if (selection.numbers.isEmpty()) // which would choose every row
+            numbers << number.trimmed();
+        numbers.remove(QString());
+        if (numbers.isEmpty()) // which would choose every row
             throw Failure(u"--sec no= numara ister: %1"_s.arg(said));
+        if (!selection.numbers.isEmpty())
+            numbers &= selection.numbers;
+        if (numbers.isEmpty())
+            throw none(said);
+        selection.numbers = numbers;
     } else if (said == u"e-fatura" || said == u"e-fatura-degil") {
+        if (selection.eInvoice && *selection.eInvoice != (said == u"e-fatura"))
+            throw none(said);
         selection.eInvoice = said == u"e-fatura";
     } else if (said == u"yazilmamis") {
         selection.unwritten = true;

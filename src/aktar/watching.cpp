@@ -139,6 +139,7 @@ private:
     QHash<QString, FileState> m_tried; // files in hand as they were at their last try
     QHash<QString, QString> m_refused; // files that could not be taken at the last look, and why
     QHash<QString, Stuck> m_stuck;     // those that could not be put away
+    QHash<QString, QString> m_targets; // documents that may be replaced, and by which file's
     Status m_status = Done;            // of those that were
     int m_barred = 0;                  // rounds that something has barred, one behind another
 };
@@ -316,10 +317,9 @@ std::optional<Status> Watch::transferAll()
     return std::nullopt;
 }
 
-// The oldest first, as their slips are to be numbered.
 QStringList Watch::waiting(const QString &folder, const QStringList &patterns) const
 {
-    QStringList names = QDir(folder).entryList(patterns, QDir::Files, QDir::Time | QDir::Reversed);
+    QStringList names = oldestFirst(folder, patterns);
     names.removeIf([](const QString &name) {
         return name == lockName || name.endsWith(reportEnding); // one came back with its file
     });
@@ -375,11 +375,19 @@ Status Watch::transferOne(const QString &name)
     Outcome outcome;
     const auto misused = passOver([&] {
         Job job(m_program.program(), m_program.ports(), m_transfer, m_options);
+        const QString target = job.targetOf(inHand(name));
+        if (const QString other = m_targets.value(target, name); other != name) {
+            outcome.begun = m_world.clock.now();
+            return tell(u"%1: Belgesi %2 dosyasınınkiyle aynı adı alır, onu ezerdi: %3. Dosyanın "
+                        "adını değiştirin."_s.arg(name, other, QDir::toNativeSeparators(target)));
+        }
         job.setEnding(m_world.isEnding);
         job.setClosing([&](const Outcome &done, const QString &staging) {
             return closing(name, done, staging);
         });
         outcome = job.run(inHand(name), {quiet, tell});
+        if (m_options.isOn(u"uzerine-yaz"_s) && !outcome.documents.isEmpty())
+            m_targets[target] = name;
     });
     if (misused) { // no fault of the file: it waits where it came
         m_world.streams.tell(u"kervan-aktar: "_s + misused->description());

@@ -76,9 +76,13 @@ void Grid::setCell(int row, int column, const QString &text)
 {
     checkColumn(column);
     QStringList &cells = at(row).cells;
-    if (column >= cells.size())
-        cells.resize(column + 1);
-    cells[column] = text;
+    if (column < cells.size()) {
+        cells[column] = text;
+    } else {
+        const QString kept = text; // it may be a cell of this very row
+        cells.resize(column);
+        cells << kept;
+    }
     changed(row, row, column, column);
 }
 

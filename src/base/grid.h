@@ -37,7 +37,8 @@ public:
 
     /// Adds a row with the text of its column 0; returns its position.
     int addRow(const QString &text);
-    /// Text of a cell; empty if it was never set. A missing row or column is a Failure.
+    /// Text of a cell; empty if it was never set. A missing row or column is a Failure. Holds until
+    /// a cell of the row is set, or the row goes.
     const QString &cell(int row, int column) const;
     /// Sets a cell; a missing row or column is a Failure.
     void setCell(int row, int column, const QString &text);

@@ -110,6 +110,22 @@ void SlipScreen::readMovements(const SheetLayout &layout, int &record)
     }
 }
 
+// Whether there is a record behind that would be read if none had ended the read.
+bool SlipScreen::hasMore(const SheetLayout &layout, const Reading &reading) const
+{
+    const auto trimmed = [&](int record, int field) {
+        QString text;
+        passOver([&] { text = trimmedField(reading.sheet.text(record, field)); });
+        return text;
+    };
+    for (int record = reading.record + 1; record < reading.sheet.rows(); ++record) {
+        if (!trimmed(record, *layout.endField).isEmpty() &&
+            (!layout.kindField || trimmed(record, *layout.kindField) == takenKind))
+            return true;
+    }
+    return false;
+}
+
 // False when the record ends the read.
 bool SlipScreen::takeRecord(const SheetLayout &layout, Reading &reading)
 {
@@ -128,6 +144,8 @@ bool SlipScreen::takeRecord(const SheetLayout &layout, Reading &reading)
     }
     if (layout.endField && trimmed(*layout.endField).isEmpty()) {
         const int behind = reading.sheet.rows() - reading.record - 1;
+        if (hasMore(layout, reading))
+            okuma.cutShort();
         const QString reason = u"Boş cari kodu okumayı bitirdi"_s;
         reportCell(reading, *layout.endField,
                    behind > 0 ? u"%1, arkasındaki %2 kayıt okunmadı."_s.arg(reason).arg(behind)

@@ -96,6 +96,7 @@ private:
     void caridosyasikoku();
     void readMovements(const SheetLayout &layout, int &record);
     bool takeRecord(const SheetLayout &layout, Reading &reading);
+    bool hasMore(const SheetLayout &layout, const Reading &reading) const;
     void reportCell(const Reading &reading, int field, const QString &reason);
     void keepOddAmount(const SheetLayout &layout, const Reading &reading, int row);
     void reportEmpty(const SheetLayout &layout, const Reading &reading, int row);

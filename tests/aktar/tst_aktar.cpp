@@ -94,6 +94,9 @@ empty variable  ; fatura a.bif --hedef --json                     ; --hedef içi
 no such row     ; fatura a.bif --hedef=b.xml --sec=bazen          ; --sec için "bazen" olmaz
 no number       ; fatura a.bif --hedef=b.xml --sec=no=,           ; --sec no= numara ister
 no such day     ; fatura a.bif --hedef=b.xml --sec=tarih=yarın    ; "yarın" bir gün değil
+no day of both  ; fatura a.bif --hedef=b.xml --sec=tarih=dun --sec=tarih=bugun ; hiçbir satıra
+no number left  ; fatura a.bif --hedef=b.xml --sec=no=1,2 --sec=no=3 ; hiçbir satıra
+neither of two  ; fatura a.bif --hedef=b.xml --sec=e-fatura --sec=e-fatura-degil ; hiçbir satıra
 no such firm    ; fatura a.bif --hedef=b.xml --firma=YOK          ; Olanlar: MERKEZ ŞUBE, İZMİR ŞUBE
 one of words    ; cari a.txt --hedef=b.xml --belge=sil            ; Olanlar: ekle, guncelle
 not of cards    ; cari a.txt --hedef=b.xml --sec=e-fatura         ; listenin hepsini yazar
@@ -191,6 +194,8 @@ numbers           ; --sec=no=F2,F4,F9                   ; F2 F4
 e-invoices        ; --sec=e-fatura                      ;
 the others        ; --sec=e-fatura-degil                ; F1 F2 F3 F4
 both              ; --sec=no=F2,F4 --sec=tarih=dun      ; F4
+one in both       ; --sec=no=F2,F4 --sec=no=F4,F1       ; F4
+days in both      ; --sec=tarih=01.03.2024..07.03.2024 --sec=tarih=dun..bugun ; F1 F4
 the screen's days ; --ilk-tarih=07.03.2024 --son-tarih=07.03.2024 ; F1 F4
 nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
     }
@@ -287,6 +292,16 @@ json now             ; bicim = csv               ; --json              ; json)"_
         QCOMPARE(filesOf(b.folder, {u"*"_s}), before);
         QCOMPARE(b.written(), QStringList());
         QCOMPARE(b.fatura(u"a.xml"_s), DoneWithFindings);
+
+        const QStringList sheet{u"duzey"_s, samplePath() + u"/denetim-duzey-fatura.xlsx"_s,
+                                u"--denetle"_s};
+        b.run(sheet);
+        const auto missing = b.out.count(u"Eksik: "_s);
+        QVERIFY2(missing > 0, qPrintable(b.out));
+        b.run(sheet + QStringList{u"--json"_s});
+        const QJsonObject told = QJsonDocument::fromJson(b.out.toUtf8()).object();
+        QCOMPARE(told[u"eksikler"].toArray().size(), missing);
+        QVERIFY(!told[u"eksikler"][0][u"kod"].toString().isEmpty());
     }
 
     void nothingIsNotInOrder_data()
@@ -424,6 +439,12 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
     {
         Branch b;
         QFile::copy(b.source, b.place.filePath(u"ertesi.bif"_s));
+        const auto setTime = [&b](const QString &name, QTime time) {
+            QFile file(b.place.filePath(name));
+            return file.open(QIODevice::ReadWrite) &&
+                   file.setFileTime(QDateTime({2024, 3, 7}, time), QFile::FileModificationTime);
+        };
+        QVERIFY(setTime(u"ertesi.bif"_s, {8, 1}) && setTime(u"gün.bif"_s, {8, 0}));
         QCOMPARE(b.run({u"fatura"_s, b.place.filePath(u"*.bif"_s), u"--hedef"_s,
                         b.document(u"{kaynak}-{tarih}"_s), u"--firma"_s, u"MERKEZ ŞUBE"_s,
                         u"--sec"_s, u"no=F1"_s}),
@@ -432,6 +453,20 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
                  QStringList({u"ertesi-20240308-KASANAKIT.xml"_s, u"ertesi-20240308.xml"_s,
                               u"gün-20240308-KASANAKIT.xml"_s, u"gün-20240308.xml"_s}));
         QVERIFY(readBytes(b.document(u"ertesi-20240308-KASANAKIT.xml"_s)).contains("KN000046"));
+
+        const QStringList nightly{u"cari"_s, u"--hedef"_s, b.document(u"gece/"_s)};
+        QDir().mkpath(b.document(u"gece"_s));
+        const QString pattern = b.place.filePath(u"*.txt"_s);
+        QCOMPARE(b.run(nightly + QStringList{pattern}), NothingWritten);
+        QCOMPARE(b.told, QStringList{u"kervan-aktar: %1 desenine uyan dosya yok."_s.arg(pattern)});
+        for (const QString &name : {u"3.txt"_s, u"1.txt"_s, u"2.txt"_s}) {
+            writeBytes(b.place.filePath(name), "CR00000001MARKET\r\n");
+            QVERIFY(setTime(name, {8, 0}));
+        }
+        b.run(nightly + QStringList{pattern});
+        QVERIFY2(b.out.indexOf(u"1.xml"_s) < b.out.indexOf(u"2.xml"_s) &&
+                     b.out.indexOf(u"2.xml"_s) < b.out.indexOf(u"3.xml"_s),
+                 qPrintable(b.out));
     }
 
     void aRecipeGivesWhatTheCommandLineLeavesOpen()
@@ -469,6 +504,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
                                              u"2. satır: \"firmam\" fatura"_s},
               {"[faturalar]\n", u"1. satır: \"faturalar\" bir komut değil"_s},
               {"\nfirma MERKEZ\n", u"2. satır: \"anahtar = değer\" olmalı"_s},
+              {"kdv = 8\nkdv = 1\n", u"2. satır: \"kdv\" iki kez verildi"_s},
               {"bicim = pdf\n", u"--bicim için \"pdf\" olmaz"_s}}) {
             b.recipe(bytes);
             QCOMPARE(b.run(arguments), UsedWrongly);
@@ -1309,6 +1345,22 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
             QVERIFY2(w.b.says(u"izlenen klasörün içine yazılamaz"_s), qPrintable(target));
             QCOMPARE(w.files(u"."_s), u"bir.bif"_s);
         }
+    }
+
+    void aDocumentIsReplacedByAFileOfItsNameAlone()
+    {
+        Watched w;
+        w.recipe += "uzerine-yaz = evet\ndesen = *.bif *.txt\n";
+        w.drop(u"bir.bif"_s);
+        QCOMPARE(w.watch(), Done);
+        w.drop(u"bir.bif"_s);
+        QCOMPARE(w.watch(), Done); // sent again
+        w.drop(u"iki.bif"_s);
+        w.drop(u"iki.txt"_s);
+        QCOMPARE(w.watch(), NothingWritten);
+        QVERIFY2(w.b.says(u"Belgesi iki.bif dosyasınınkiyle aynı adı alır"_s),
+                 qPrintable(w.b.told.join(u'\n')));
+        QCOMPARE(w.files(u"hatali"_s), u"iki.txt iki.txt.rapor.txt"_s);
     }
 
     void aFileIsTakenOnceItIsComplete()
