@@ -1,6 +1,7 @@
 #include "support/harness.h"
 
 #include "base/codepage.h"
+#include "base/linereader.h"
 
 #include <QCoreApplication>
 #include <QFile>
@@ -80,7 +81,8 @@ QByteArray shifted(Pieces &pieces, qsizetype pieceOfReader)
     return beginning + QByteArray(pieceOfReader - beginning.size() - place, ' ') + end;
 }
 
-// Decoded line by line, as broken UTF-8 gives other letters where a line end cuts it.
+// Decoded line by line, as broken UTF-8 gives other letters where a line end cuts it, and each only
+// as far as a reader takes it.
 QStringList plainLines(QByteArrayView bytes)
 {
     const bool isUtf8 = bytes.startsWith(utf8Mark);
@@ -91,6 +93,7 @@ QStringList plainLines(QByteArrayView bytes)
     if (lines.last().isEmpty())
         lines.removeLast();
     for (QString &line : lines) {
+        line.truncate(LineReader::longestLine);
         if (isUtf8)
             line = QString::fromUtf8(line.toLatin1());
     }

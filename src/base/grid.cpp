@@ -79,9 +79,9 @@ void Grid::setCell(int row, int column, const QString &text)
     if (column < cells.size()) {
         cells[column] = text;
     } else {
-        const QString kept = text; // it may be a cell of this very row
+        QString kept = text; // it may be a cell of this very row
         cells.resize(column);
-        cells << kept;
+        cells << std::move(kept);
     }
     changed(row, row, column, column);
 }
