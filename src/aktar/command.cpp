@@ -106,7 +106,7 @@ Status runTransfer(const Transfer &transfer, const QStringList &arguments,
             status = worse(status, outcome.status);
             if (!options.isOn(u"listele"_s))
                 out(options.isOn(u"json"_s) ? jsonOf(outcome) : textOf(outcome));
-            if (outcome.status != InUse)
+            if (outcome.status != Barred)
                 continue;
             const QStringList left =
                 options.sources.sliced(i + 1); // in order, as slips are numbered
@@ -224,7 +224,8 @@ QString helpText()
            "  2   en az bir kaynağın belgesi yazılmadı ya da bakılacak bir şey yok\n"
            "  64  yanlış kullanım\n"
            "  75  kaynağın kusuru olmayan bir engel: klasörler, veritabanı, Logo; sonra yeniden "
-           "deneyin\n"_s;
+           "deneyin\n"
+           "  76  klasör kullanımda: pencere açık ya da başka bir kervan-aktar çalışıyor\n"_s;
 }
 
 QString helpText(const QString &command, const QString &arguments, const QString &what,

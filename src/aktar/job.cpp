@@ -190,7 +190,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
     if (failed)
         own.tell(failed->description());
     if (isHeldUp()) {
-        outcome.status = InUse;
+        outcome.status = Barred;
         own.tell(u"%1, %2 başka bir programda açık: tanımlar ya da fiyatlar okunamıyor. Sonra "
                  "yeniden deneyin."_s.arg(onlyReads() ? u"Bakılamadı"_s : u"Belge yazılmadı"_s,
                                           m_program.db.heldFile()));
@@ -201,7 +201,7 @@ Outcome Job::run(const QString &source, const Streams &streams)
                  "deneyin."_s);
     }
     if (m_isBarred && outcome.status == NothingWritten)
-        outcome.status = InUse;
+        outcome.status = Barred;
     const bool isClean =
         outcome.findings.isEmpty() && m_told.isEmpty() && m_ports.boxes.warnings().isEmpty();
     if (outcome.status == Done && !isClean)

@@ -16,7 +16,8 @@ enum Status {
     DoneWithFindings = 1,
     NothingWritten = 2,
     UsedWrongly = 64,
-    InUse = 75, ///< what is no fault of the source: folders, databases, Logo; try later
+    Barred = 75, ///< by what is no fault of the source: folders, databases, Logo; try later
+    InUse = 76,  ///< the folder is, by a window or another command; try later
 };
 
 /// A document that was written.

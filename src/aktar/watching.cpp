@@ -300,16 +300,16 @@ std::optional<Status> Watch::transferAll()
             break;
         const auto last = m_tried.constFind(name);
         if (last != m_tried.cend() && *last != stateOf(inHand(name)) && !isComplete(inHand(name)))
-            return InUse; // its sender had only paused
+            return Barred; // its sender had only paused
         m_tried[name] = stateOf(inHand(name));
         if (const Status entered = enter(); entered != Done)
             return entered;
         Status one = transferOne(name);
         m_program.leave();
         // Somebody has taken it away.
-        if (one == InUse && !QFileInfo::exists(inHand(name)) && QFileInfo::exists(m_work))
+        if (one == Barred && !QFileInfo::exists(inHand(name)) && QFileInfo::exists(m_work))
             one = NothingWritten;
-        if (one == UsedWrongly || one == InUse) // none overtakes it
+        if (one == UsedWrongly || one == Barred) // none overtakes it
             return one;
         if (!m_stuck.contains(name))
             m_status = worse(m_status, one);

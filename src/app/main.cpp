@@ -82,7 +82,7 @@ int main(int argc, char **argv)
     const kervan::Opening opening = kervan::recoverForWindow(folder);
     if (!opening.mayOpen) {
         boxes.show({opening.told});
-        return kervan::InUse;
+        return kervan::Barred;
     }
     if (inFolder.isAlone())
         kervan::settle(folder);

@@ -228,7 +228,7 @@ nothing written   ; --yazilmislari-atla                 ; F1 F2 F3 F4)"_s);
         if (QSysInfo::kernelType() != u"linux")
             QSKIP("no file that can't be read by anybody");
         QVERIFY(QFile::link(u"/proc/self/mem"_s, b.document(u"a.xml"_s)));
-        QCOMPARE(b.fatura(u"b.xml"_s, {u"--yazilmislari-atla"_s}), InUse);
+        QCOMPARE(b.fatura(u"b.xml"_s, {u"--yazilmislari-atla"_s}), Barred);
         QVERIFY2(b.says(u"a.xml atlandı"_s) && b.says(u"hiçbir satır seçilmedi"_s),
                  qPrintable(b.told.join(u'\n')));
         QFile::remove(b.document(u"a.xml"_s));
@@ -643,15 +643,15 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         const QString counter = b.sideFile(u"kasacariislemno.kvz"_s);
         QFile::remove(counter);
         QDir().mkpath(counter + u"/dolu"_s);
-        QCOMPARE(b.fatura(u"a.xml"_s), InUse);
+        QCOMPARE(b.fatura(u"a.xml"_s), Barred);
         QVERIFY(b.says(u"Belge yazılmadı: "_s) && b.says(u"kasacariislemno.kvz okunamadı"_s));
-        QCOMPARE(b.fatura({}, {u"--denetle"_s}), InUse);
+        QCOMPARE(b.fatura({}, {u"--denetle"_s}), Barred);
         QVERIFY(QFile::exists(counter) && b.written().isEmpty() && !isPending(b.folder));
         Watched w; // no fault of its file
         w.drop(u"bir.bif"_s);
         QFile::rename(w.b.sideFile(u"kasacariislemno.kvz"_s), w.b.sideFile(u"sayac"_s));
         QDir().mkpath(w.b.sideFile(u"kasacariislemno.kvz"_s));
-        QCOMPARE(w.watch(), InUse);
+        QCOMPARE(w.watch(), Barred);
         QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif"_s);
         QVERIFY(QDir().rmdir(w.b.sideFile(u"kasacariislemno.kvz"_s)));
         QFile::rename(w.b.sideFile(u"sayac"_s), w.b.sideFile(u"kasacariislemno.kvz"_s));
@@ -689,7 +689,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
             QSKIP("no file that can be read and not replaced");
         QVERIFY(QFile::link(u"/proc/version"_s, b.sideFile(u"kasacariislemno.kvz"_s)));
         const int status = b.fatura(u"a.xml"_s);
-        QVERIFY(status == NothingWritten || status == InUse); // by the rights of who tests
+        QVERIFY(status == NothingWritten || status == Barred); // by the rights of who tests
         QCOMPARE(b.written(), QStringList());
         QVERIFY(!isPending(b.folder));
         QVERIFY(b.says(u"Belge yazılmadı, sayaçlar önceki gibi"_s));
@@ -791,9 +791,9 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
     {
         Branch b;
         b.sqlServer.opens = false;
-        QCOMPARE(b.fatura(u"a.xml"_s, {u"--sec=e-fatura-degil"_s}), InUse);
+        QCOMPARE(b.fatura(u"a.xml"_s, {u"--sec=e-fatura-degil"_s}), Barred);
         QVERIFY2(b.says(u"Logo'dan sorulamadı, hiçbir satır"_s), qPrintable(b.told.join(u'\n')));
-        QCOMPARE(b.fatura(u"a.xml"_s), InUse);
+        QCOMPARE(b.fatura(u"a.xml"_s), Barred);
         QVERIFY2(b.says(u"Logo yanıt verince"_s), qPrintable(b.told.join(u'\n')));
         QCOMPARE(b.written(), QStringList());
         QCOMPARE(b.fatura(u"a.xml"_s, {u"--logosuz-yaz"_s}), DoneWithFindings);
@@ -801,7 +801,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
             return b.run({u"sayim"_s, samplePath(u"sayim.txt"_s), u"--hata-varsa-yazma"_s,
                           u"--hedef"_s, b.document(u"sayim.xml"_s)});
         };
-        QCOMPARE(count(), InUse);
+        QCOMPARE(count(), Barred);
         writeBytes(b.sideFile(u"sqlbaglan.kvz"_s), "sunucu\r\nben\r\n\r\nLOGO\r\n7\r\n");
         QCOMPARE(b.fatura(u"d.xml"_s), DoneWithFindings); // no password yet, so none to wait for
         QVERIFY(QFile::remove(b.sideFile(u"sqlbaglan.kvz"_s))); // who never had a connection
@@ -821,7 +821,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QCOMPARE(b.fatura(u"a.xml"_s, {u"--logosuz-yaz"_s}), DoneWithFindings);
         const QString settings = b.sideFile(u"sqlbaglan.kvz"_s); // whose firm is of all sources
         writeBytes(settings, "sunucu\r\nben\r\ngizli\r\nLOGO\r\n7 Merkez\r\n");
-        QCOMPARE(b.fatura(u"b.xml"_s), InUse);
+        QCOMPARE(b.fatura(u"b.xml"_s), Barred);
     }
 
     void anAnswerThatIsNotWaitedForAtTheEndGivesNoDocument()
@@ -837,7 +837,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
             isEnding = true;
             throw Failure(u"beklenmedi"_s);
         });
-        QCOMPARE(w.watch(), InUse);
+        QCOMPARE(w.watch(), Barred);
         QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif"_s);
         QCOMPARE(w.b.written(), QStringList());
         isEnding = false;
@@ -854,7 +854,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
             ++asked;
             throw Failure(u"yok"_s);
         };
-        QCOMPARE(w.watch(), InUse);
+        QCOMPARE(w.watch(), Barred);
         const int once = std::exchange(asked, 0);
         QVERIFY(once > 0);
         w.recipe += "tek-tur = hayir\n";
@@ -879,10 +879,10 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         QVERIFY(QFile::copy(w.b.source, second));
         QVERIFY(QDir().rename(w.b.documents, away));
         const QStringList both{u"fatura"_s, w.b.source, second, u"--hedef"_s, w.b.documents};
-        QCOMPARE(w.b.run(both), InUse);
-        QCOMPARE(w.b.run(both + QStringList{u"--listele"_s, u"--sec=yazilmamis"_s}), InUse);
+        QCOMPARE(w.b.run(both), Barred);
+        QCOMPARE(w.b.run(both + QStringList{u"--listele"_s, u"--sec=yazilmamis"_s}), Barred);
         QVERIFY2(w.b.says(u"ulaşılamıyor"_s), qPrintable(w.b.told.join(u'\n')));
-        QCOMPARE(w.watch(), InUse);
+        QCOMPARE(w.watch(), Barred);
         QVERIFY(!QFile::exists(w.b.documents + u".xml"_s));
         QVERIFY(QDir().rename(away, w.b.documents));
         QCOMPARE(w.watch(), Done);
@@ -916,14 +916,14 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
             QFile::remove(w.b.source);
             return {{u"ACCEPTEINV"_s}, {{u"0"_s}}};
         });
-        QCOMPARE(w.b.fatura(u"bir.xml"_s), InUse);
+        QCOMPARE(w.b.fatura(u"bir.xml"_s), Barred);
         w.b.sqlServer.answer = [&](const QString &) -> SqlRows {
             QFile source(w.in(u"isleniyor/bir.bif"_s));
             if (source.open(QIODevice::Append))
                 source.write("\r\n");
             return {{u"ACCEPTEINV"_s}, {{u"0"_s}}};
         };
-        QCOMPARE(w.watch(), InUse);
+        QCOMPARE(w.watch(), Barred);
         QVERIFY2(w.b.says(u"okunurken değişti"_s), qPrintable(w.b.told.join(u'\n')));
         QCOMPARE(w.b.written(), QStringList());
         QCOMPARE(w.b.counter(), counter);
@@ -951,9 +951,9 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
     {
         Branch b;
         const auto before = filesOf(b.folder, {u"*"_s});
-        QCOMPARE(b.fatura(u"yok/a.xml"_s), InUse);
+        QCOMPARE(b.fatura(u"yok/a.xml"_s), Barred);
         QVERIFY(b.says(u"Hedef klasöre yazılamıyor"_s));
-        QCOMPARE(b.fatura(u"yok"_s), InUse); // a folder, and no document beside it
+        QCOMPARE(b.fatura(u"yok"_s), Barred); // a folder, and no document beside it
         QVERIFY(b.says(u".xml ile bitirin"_s));
         QCOMPARE(b.written(), QStringList());
         QCOMPARE(filesOf(b.folder, {u"*"_s}), before);
@@ -1006,14 +1006,14 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         {
             OtherProgram backup(w.b.sideFile(u"data.dbs"_s));
             backup.run(u"begin exclusive"_s);
-            QCOMPARE(w.watch(), InUse); // and it waits
+            QCOMPARE(w.watch(), Barred); // and it waits
             QVERIFY2(w.b.says(u"data.dbs"_s) && w.b.says(u"Belge yazılmadı"_s),
                      qPrintable(w.b.told.join(u'\n')));
             QVERIFY(w.b.says(u"bir.bif"_s) != w.b.says(u"iki.bif"_s)); // none overtakes the other
             QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif iki.bif"_s);
             QCOMPARE(w.b.written(), QStringList());
-            QCOMPARE(w.b.fatura(u"a.xml"_s), InUse);
-            QCOMPARE(w.b.fatura({}, {u"--denetle"_s}), InUse);
+            QCOMPARE(w.b.fatura(u"a.xml"_s), Barred);
+            QCOMPARE(w.b.fatura({}, {u"--denetle"_s}), Barred);
             QCOMPARE(w.b.out, QString()); // no findings of what could not be asked for
             QCOMPARE(w.b.counter(), counter);
         }
@@ -1047,7 +1047,7 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         {
             OtherProgram backup(b.sideFile(fetch("database")));
             backup.run(u"begin exclusive"_s);
-            QCOMPARE(b.run(arguments), InUse);
+            QCOMPARE(b.run(arguments), Barred);
             QVERIFY(b.says(fetch("database") + u" başka bir programda açık"_s));
             QCOMPARE(b.written(), QStringList());
             QCOMPARE(filesOf(b.folder, {u"*.kvz"_s}), before);
@@ -1115,7 +1115,7 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         w.recipe = recipe + "[fatura]\nbicim = csv\n"; // that is for its lists
         FolderLock window(w.b.folder, FolderLock::Who::Window);
         QVERIFY(window.take());
-        QCOMPARE(w.watch(), InUse);
+        QCOMPARE(w.watch(), Barred);
         w.recipe += "bekle = 600\ntek-tur = hay\xC4\xB1r\n"; // a signal is heard in between
         w.b.isEnding = [looks = 0]() mutable {
             return ++looks > 6;
@@ -1192,7 +1192,7 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         w.drop(u"bir.bif"_s);
         for (const int blocks : {0, 2}) { // no document, and but one of the two
             disk.leave(blocks);
-            QCOMPARE(w.watch(), InUse);
+            QCOMPARE(w.watch(), Barred);
             QVERIFY2(w.b.says(u"disk dolu"_s), qPrintable(w.b.told.join(u'\n')));
             QCOMPARE(w.files(u"isleniyor"_s), u"bir.bif"_s);
             QCOMPARE(w.b.written(), QStringList(u"ballast"_s));
@@ -1296,13 +1296,13 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         const QByteArray document = readBytes(w.b.document(u"bir.xml"_s));
         {
             const OpenElsewhere logo(w.b.document(u"bir.xml"_s), FILE_SHARE_READ);
-            QCOMPARE(w.b.fatura(u"bir.xml"_s, {u"--uzerine-yaz"_s}), InUse);
+            QCOMPARE(w.b.fatura(u"bir.xml"_s, {u"--uzerine-yaz"_s}), Barred);
             QVERIFY(w.b.says(u"başka bir programda açık"_s));
         }
         QVERIFY(readBytes(w.b.document(u"bir.xml"_s)) == document && !isPending(w.b.folder));
         {
             const OpenElsewhere backup(w.b.sideFile(u"kasacariislemno.kvz"_s));
-            QCOMPARE(w.b.fatura(u"iki.xml"_s), InUse);
+            QCOMPARE(w.b.fatura(u"iki.xml"_s), Barred);
         }
         QCOMPARE(w.b.counter(), counter);
         QCOMPARE(w.b.fatura(u"iki.xml"_s), Done);
