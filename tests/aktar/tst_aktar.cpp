@@ -1115,7 +1115,7 @@ one stock code  ; stokozkod.dbs ; stok stoklar.txt --ozel-kod2=ICECEK)"_s);
         w.recipe = recipe + "[fatura]\nbicim = csv\n"; // that is for its lists
         FolderLock window(w.b.folder, FolderLock::Who::Window);
         QVERIFY(window.take());
-        QCOMPARE(w.watch(), Barred);
+        QCOMPARE(w.watch(), InUse);
         w.recipe += "bekle = 600\ntek-tur = hay\xC4\xB1r\n"; // a signal is heard in between
         w.b.isEnding = [looks = 0]() mutable {
             return ++looks > 6;
