@@ -64,11 +64,11 @@ VIAddVersionKey /LANG=1055 LegalCopyright ""
 !macroend
 !macro UndoSetAside
     Call RestoreOld
-    RMDir /r "${BESIDE}"
 !macroend
 
 !macro QuitWhileRunning UNDO FOLDER PROGRAM WHY
     ${If} ${FileExists} "${FOLDER}\${PROGRAM}.exe"
+        SetFileAttributes "${FOLDER}\${PROGRAM}.exe" NORMAL ; one that is only read is not open
         ClearErrors
         FileOpen $0 "${FOLDER}\${PROGRAM}.exe" a
         ${If} ${Errors}
@@ -125,7 +125,8 @@ Function Move
 FunctionEnd
 
 ; The steps of an update, each of which is made for all of the program's folders and files: MOVES
-; names them. The last two undo the first two, also those of an installer that was killed.
+; names them. The last two undo the first two, also those of an installer that was killed; where there
+; is nothing to undo they do nothing.
 Function SetAside
     ${If} ${FileExists} "$INSTDIR\$4"
         StrCpy $1 "$INSTDIR\$4"
@@ -172,16 +173,37 @@ FunctionEnd
     !undef STEP
 !macroend
 
+; The unpacked program goes out before the old one comes back, so the old one is whole as long as there
+; is some of the other. Where $6 names a file that stayed, both are kept: the next run goes on.
 Function RestoreOld
-    !insertmacro ForAll PutBack
+    !insertmacro ForAll TakeOut
+    ${If} $6 == ""
+        !insertmacro ForAll PutBack
+    ${EndIf}
     ${If} $6 == ""
         RMDir /r "${ASIDE}"
+        RMDir /r "${BESIDE}"
     ${EndIf}
 FunctionEnd
 
+!macro RefuseKept
+    !insertmacro Refuse "$6 başka bir programda açık, eski sürüm geri konamadı. O programı kapatıp kurulumu yeniden çalıştırın." 7
+!macroend
+; Behind a file, named by $6, that could not be moved.
+!macro UndoAndRefuse WHY
+    StrCpy $7 $6
+    Call RestoreOld
+    ${If} $6 != ""
+        !insertmacro RefuseKept
+    ${EndIf}
+    !insertmacro Refuse "$7 ${WHY}" 7
+!macroend
+
 Function .onInstFailed
     SetOutPath "$INSTDIR"
-    RMDir /r "${BESIDE}"
+    ${IfNot} ${FileExists} "${ASIDE}\*.*"
+        RMDir /r "${BESIDE}"
+    ${EndIf}
 FunctionEnd
 
 Function .onVerifyInstDir
@@ -204,12 +226,26 @@ FunctionEnd
 !macroend
 
 Section "-Program"
-    ; What an installer that was killed left: the unpacked program goes before the old one does, so
-    ; the old one is whole as long as there is some of the other.
+    ; As the system spells it, since names are compared with it.
+    CreateDirectory "$INSTDIR"
+    GetFullPathName $0 "$INSTDIR"
+    ${If} $0 != ""
+        StrCpy $INSTDIR $0
+    ${EndIf}
+    ClearErrors
+    FileOpen $0 "$INSTDIR\.kervan-deneme" w
+    ${If} ${Errors}
+        !insertmacro Refuse "$INSTDIR klasörüne yazılamıyor. Yazma hakkınız olan bir klasör seçin." 7
+    ${EndIf}
+    FileClose $0
+    Delete "$INSTDIR\.kervan-deneme"
+    ; What an installer that was killed left.
     ${If} ${FileExists} "${BESIDE}\*.*"
     ${AndIf} ${FileExists} "${ASIDE}\*.*"
-        !insertmacro ForAll TakeOut
         Call RestoreOld
+        ${If} $6 != ""
+            !insertmacro RefuseKept
+        ${EndIf}
     ${EndIf}
     RMDir /r "${ASIDE}"
     !insertmacro QuitWhileOpen Undo "$INSTDIR"
@@ -218,14 +254,12 @@ Section "-Program"
     CreateDirectory "${ASIDE}"
     !insertmacro ForAll SetAside
     ${If} $6 != ""
-        StrCpy $7 $6
-        !insertmacro UndoSetAside
-        !insertmacro Refuse "$7 başka bir programda açık; eski sürüm olduğu gibi duruyor. O programı kapatıp kurulumu yeniden çalıştırın." 7
+        !insertmacro UndoAndRefuse "başka bir programda açık; eski sürüm olduğu gibi duruyor. O programı kapatıp kurulumu yeniden çalıştırın."
     ${EndIf}
     !insertmacro QuitWhileOpen UndoSetAside "${ASIDE}" ; started while the new one was unpacked
     ; What an older version laid out goes by its own list.
     ${If} ${FileExists} "$INSTDIR\kaldir.exe"
-        ExecWait '"$INSTDIR\kaldir.exe" /S _?=$INSTDIR' $0
+        ExecWait '"$INSTDIR\kaldir.exe" /S /guncelleme _?=$INSTDIR' $0
         ${If} $0 != 0
             !insertmacro UndoSetAside
             !insertmacro Refuse "Eski sürüm kaldırılamadı." 6
@@ -233,10 +267,7 @@ Section "-Program"
     ${EndIf}
     !insertmacro ForAll Place
     ${If} $6 != ""
-        StrCpy $7 $6
-        !insertmacro ForAll TakeOut
-        !insertmacro UndoSetAside
-        !insertmacro Refuse "$7 yerine konamadı; başka bir program kullanıyor olabilir. Kurulumu yeniden çalıştırın." 7
+        !insertmacro UndoAndRefuse "yerine konamadı; başka bir program kullanıyor olabilir. Kurulumu yeniden çalıştırın."
     ${EndIf}
     RMDir /r "${BESIDE}"
     RMDir /r "${ASIDE}"
@@ -256,6 +287,11 @@ Section "-Program"
     ${If} $0 != 0
         !insertmacro Refuse "Program klasörü hazırlanamadı:$\r$\n$1" 4
     ${EndIf}
+    ReadRegStr $0 HKCU "${OWN}" "Klasor"
+    ${If} $0 == $INSTDIR ; those that are wanted are made anew behind this
+        Delete "$SMPROGRAMS\${NAME}.lnk"
+        Delete "$DESKTOP\${NAME}.lnk"
+    ${EndIf}
     WriteRegStr HKCU "${OWN}" "Klasor" "$INSTDIR"
     WriteRegStr HKCU "${LISTED}" "DisplayName" "${NAME}"
     WriteRegStr HKCU "${LISTED}" "DisplayVersion" "${VERSION}"
@@ -269,7 +305,7 @@ Section "-Program"
     WriteRegDWORD HKCU "${LISTED}" "NoRepair" 1
 SectionEnd
 
-Section "Başlat menüsü"
+Section "Başlat menüsü" InMenu
     CreateShortcut "$SMPROGRAMS\${NAME}.lnk" "$INSTDIR\kervan-transfer.exe"
 SectionEnd
 
@@ -294,30 +330,54 @@ Function .onInit
         SetErrorLevel 5
         Quit
     ${EndIf}
-    ; An icon that the user took away doesn't come back with a newer version, but with a program that
+    ; An entry that the user took away doesn't come back with a newer version, but with a program that
     ; was uninstalled before.
     ReadRegStr $0 HKCU "${OWN}" "Klasor"
     ${If} $0 != ""
     ${AndIf} ${FileExists} "$0\kaldir.exe"
-    ${AndIfNot} ${FileExists} "$DESKTOP\${NAME}.lnk"
-        !insertmacro UnselectSection ${OnDesktop}
+        ${IfNot} ${FileExists} "$SMPROGRAMS\${NAME}.lnk"
+            !insertmacro UnselectSection ${InMenu}
+        ${EndIf}
+        ${IfNot} ${FileExists} "$DESKTOP\${NAME}.lnk"
+            !insertmacro UnselectSection ${OnDesktop}
+        ${EndIf}
     ${EndIf}
 FunctionEnd
 
+; Between the files and the folders of FILES. What an update can't delete is in nobody's way; a person
+; gets another try.
+!macro FilesAreGone
+    ${If} ${Errors}
+    ${AndIf} $8 == ""
+        !insertmacro Refuse "Programın bazı dosyaları silinemedi, başka bir program kullanıyor olabilir. O programı kapatıp yeniden kaldırın." 7
+    ${EndIf}
+!macroend
+
 Section Uninstall
+    ; $8: an update calls it, which has the folders and entries in hand.
+    StrCpy $8 ""
+    ${GetParameters} $0
+    ClearErrors
+    ${GetOptions} $0 "/guncelleme" $1
+    ${IfNot} ${Errors}
+    ${OrIf} $EXEDIR == $INSTDIR ; by an older installer, as one that a person calls is a copy
+        StrCpy $8 1
+    ${EndIf}
+    ReadRegStr $7 HKCU "${OWN}" "Klasor"
+    GetFullPathName $7 "$7"
     !insertmacro QuitWhileOpen Undo "$INSTDIR"
+    ClearErrors
     !include "${FILES}"
     Delete "$INSTDIR\kaldir.exe"
-    ${If} $EXEDIR != $INSTDIR ; called by a person, and not by an update that has them in hand
+    ${If} $8 == ""
         RMDir /r "${BESIDE}"
         RMDir /r "${ASIDE}"
-    ${EndIf}
-    RMDir "$INSTDIR" ; goes only when nothing of the user's is in it
-    ReadRegStr $0 HKCU "${OWN}" "Klasor"
-    ${If} $0 == $INSTDIR ; else they are those of an installation elsewhere
-        Delete "$SMPROGRAMS\${NAME}.lnk"
-        Delete "$DESKTOP\${NAME}.lnk"
-        DeleteRegKey HKCU "${LISTED}"
+        RMDir "$INSTDIR" ; goes only when nothing of the user's is in it
+        ${If} $7 == $INSTDIR ; else they are those of an installation elsewhere
+            Delete "$SMPROGRAMS\${NAME}.lnk"
+            Delete "$DESKTOP\${NAME}.lnk"
+            DeleteRegKey HKCU "${LISTED}"
+        ${EndIf}
     ${EndIf}
     DetailPrint "Veritabanları, tanımlar, ayarlar ve belgeler $INSTDIR klasöründe kaldı."
 SectionEnd

@@ -65,6 +65,7 @@ stage_program() { # BUILD FOLDER
 make_zip() { # FOLDER FILE
     rm -f "$2"
     (cd "$(dirname "$1")" && zip -q -r -9 -X "$2" "$(basename "$1")")
+    (($(stat -c %s "$2") <= 25000000)) || { echo "$2 is larger than 25 MB" >&2 && return 1; }
 }
 
 # The uninstaller removes exactly what was laid out, so it is given the list, and the installer what
@@ -76,6 +77,7 @@ make_installer() { # FOLDER FILE VERSION ICON
     {
         (cd "$folder" && find . -type f ! -path './ornekler/*' -printf '%P\n') | sort | tr / '\\' \
             | sed 's/.*/Delete "$INSTDIR\\&"/'
+        echo '!insertmacro FilesAreGone'
         (cd "$folder" && find . -mindepth 1 -depth -type d ! -name ornekler -printf '%P\n') | tr / '\\' \
             | sed 's/.*/RMDir "$INSTDIR\\&"/'
     } >"$list"

@@ -135,20 +135,31 @@ refuse_while_open() { # INSTALLER TARGET PROGRAM [ARGUMENTS]
     wait $! || true
 }
 
-# While another program keeps one of its files.
-refuse_while_kept() { # INSTALLER TARGET FOLDER NAME
-    printf 'ping -n 90 127.0.0.1 <%s >nul\r\n' "$4" >"$WINEPREFIX/drive_c/keep.bat"
-    (cd "$3" && exec timeout 120 wine cmd /c 'C:\keep.bat') &
+# Runs the command while another program keeps a file of the folder.
+while_kept() { # FOLDER NAME COMMAND...
+    printf 'ping -n 90 127.0.0.1 <%s >nul\r\n' "$2" >"$WINEPREFIX/drive_c/keep.bat"
+    (cd "$1" && exec timeout 120 wine cmd /c 'C:\keep.bat') &
+    local keeper=$!
     sleep 5
-    refused 7 "$1" "$2"
+    "${@:3}"
     wine taskkill /f /im ping.exe
-    wait $! || true
+    wait "$keeper" || true
+}
+
+refuse_while_kept() { # INSTALLER TARGET FOLDER NAME
+    while_kept "$3" "$4" refused 7 "$1" "$2"
 }
 
 # As a user starts it, it goes on as a copy of itself and is back at once.
 uninstall() { # FOLDER
     wine "$1/kaldir.exe" /S
     wineserver -w
+}
+
+# While something else runs; it has to be done by then.
+uninstall_meanwhile() { # FOLDER
+    wine "$1/kaldir.exe" /S
+    sleep 15
 }
 
 # The entries of the start menu and of the desktop.
@@ -169,9 +180,10 @@ wine_install() { # INSTALLER
     echo "benim" >"$folder/ornekler/kasa.kvz"
     before=$(own_files "$folder")
     program=$(program_files "$folder")
-    install_into "$1" "$target"
+    chmod a-w "$folder/kervan-transfer.exe"
+    install_into "$1" 'C:\Windows\..\Çalışma Yeri\.\Kervan' # the same folder
     [[ $(program_files "$folder") == "$program" ]]
-    [[ ! -e $folder/.kervan-yeni && ! -e $folder/.kervan-eski ]]
+    [[ -z $(find "$folder" -name '.kervan-*') ]]
     [[ $(own_files "$folder") == "$before" && $(count_links) == 1 ]]
     wine reg query 'HKCU\Software\Microsoft\Windows\CurrentVersion\Uninstall\KervanTransfer' /v DisplayVersion
     refused 5 "$1" 'C:\Program Files\Kervan'
@@ -187,6 +199,8 @@ wine_install() { # INSTALLER
     mkdir "$folder"/.kervan-{eski,yeni}
     mv "$folder"/Qt6{Core,Gui}.dll "$folder/.kervan-eski/"
     echo "yeni" >"$folder/Qt6Core.dll"
+    refuse_while_kept "$1" "$target" "$folder" Qt6Core.dll
+    [[ -e $folder/.kervan-eski/Qt6Core.dll && -e $folder/.kervan-eski/Qt6Gui.dll ]]
     refuse_while_kept "$1" "$target" "$folder" Qt6Sql.dll
     [[ $(program_files "$folder") == "$program" && ! -e $folder/.kervan-eski ]]
     refuse_while_open "$1" "$target" "$folder/kervan-transfer.exe"
@@ -201,7 +215,13 @@ wine_install() { # INSTALLER
     [[ $(count_links) == 0 ]]
     install_into "$1" "$target"
     [[ $(count_links) == 2 ]]
+    find "$WINEPREFIX/drive_c" -path '*/Start Menu/*' -name 'Kervan Transfer.lnk' -delete
+    install_into "$1" "$target"
+    [[ $(count_links) == 1 ]]
+    while_kept "$folder" Qt6Sql.dll uninstall_meanwhile "$folder"
+    [[ -e $folder/kaldir.exe && $(count_links) == 1 ]] # it can be called again
     uninstall "$folder"
+    [[ $(count_links) == 0 ]]
     after=$(own_files "$folder")
     diff <(echo "$before") <(echo "$after")
     left=$(find "$folder" -name '*.exe' -o -name '*.dll' -o -name kilavuz)

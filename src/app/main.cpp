@@ -1,6 +1,6 @@
 #include "aktar/journal.h"
 #include "aktar/outcome.h"
-#include "app/crashleft.h"
+#include "app/folderstate.h"
 #include "app/instancelock.h"
 #include "app/lastnet.h"
 #include "app/realports.h"
@@ -17,37 +17,12 @@
 #include <QApplication>
 #include <QDir>
 #include <QScopeGuard>
-#include <QTemporaryFile>
 
 using namespace Qt::StringLiterals;
 
 namespace {
 
 constexpr auto patience = std::chrono::seconds(5); // for a transfer that goes on without a window
-
-bool canBeWritten(const QString &folder)
-{
-    QTemporaryFile file(folder + u"/kervan-XXXXXX.tmp"_s);
-    return file.open();
-}
-
-// What the user should know of the program folder, one line; empty if all is well.
-QString stateOf(const QString &folder, const QString &recovered)
-{
-    QStringList sentences;
-    if (const QString report = kervan::leftByCrash(folder); !report.isEmpty())
-        sentences << u"%1 geçen sefer yarıda kapandı; raporu: %2"_s.arg(
-            kervan::isOfCommand(report) ? u"kervan-aktar"_s : u"Program"_s,
-            QDir::toNativeSeparators(report));
-    if (!canBeWritten(folder))
-        sentences
-            << u"Program klasörüne yazılamıyor, ayarlar ve numaralar saklanamaz. Yazma hakkınız "
-               "olan bir yere taşıyın ya da bu hakkı isteyin: %1"_s.arg(
-                   QDir::toNativeSeparators(folder));
-    if (!recovered.isEmpty())
-        sentences << recovered;
-    return sentences.join(u"  "_s);
-}
 
 } // namespace
 
@@ -102,7 +77,7 @@ int main(int argc, char **argv)
     sqlServer.waitBy([&wait](const auto &hasCome) { return wait.until(hasCome); });
     application.tellBy([&window](const QString &sentence) { window.tellFault(sentence); });
     const auto untold = qScopeGuard([&application] { application.tellBy(nullptr); });
-    window.tell(stateOf(folder, opening.told));
+    window.tell(kervan::folderState(folder, opening.told));
     window.show();
     return QApplication::exec();
 }

@@ -212,7 +212,7 @@ std::optional<QString> ScreenDialogs::saveName(const FileQuestion &question)
                        folderOf(fullName(m_folder, question.start)), qtFilter(question.filter));
     dialog.setAcceptMode(QFileDialog::AcceptSave);
     dialog.setOption(QFileDialog::DontConfirmOverwrite);
-    // The desktop's own dialog has no such field, and shows what is there in its own way.
+    // The desktop's own dialog has no such field; its list alone shows what is there.
     if (auto *name = dialog.findChild<QLineEdit *>(u"fileNameEdit"_s))
         QObject::connect(name, &QLineEdit::textChanged, &dialog,
                          [&dialog](const QString &typed) { tellWhatIsThere(dialog, typed); });

@@ -1,4 +1,5 @@
 #include "app/crashleft.h"
+#include "app/folderstate.h"
 #include "base/crashreport.h"
 #include "base/failure.h"
 #include "store/installation.h"
@@ -117,6 +118,23 @@ private Q_SLOTS:
         crashAt({9, 7, 0}, true);
         QCOMPARE(leftByCrash(folder.path()), folder.filePath(u"cokme-20240307-090700.txt"_s));
         QCoreApplication::setOrganizationName({});
+    }
+
+    void whatIsWrongWithTheFolderIsToldInOneLine()
+    {
+        const QTemporaryDir folder;
+        QCOMPARE(folderState(folder.path(), {}), QString());
+        writeBytes(folder.filePath(u"cokme-raporu.txt"_s), "kervan-aktar 2.21.1");
+        const QString told = folderState(folder.path(), u"Yarım kalan aktarım tamamlandı."_s);
+        QVERIFY2(told.startsWith(u"kervan-aktar geçen sefer yarıda kapandı; raporu: "_s) &&
+                     told.endsWith(u".txt  Yarım kalan aktarım tamamlandı."_s),
+                 qPrintable(told));
+        const QString gone =
+            folder.filePath(u"yok"_s); // nobody can write there, whatever his rights
+        QCOMPARE(folderState(gone, {}),
+                 u"Program klasörüne yazılamıyor, ayarlar ve numaralar saklanamaz. Yazma hakkınız "
+                 "olan bir yere taşıyın ya da bu hakkı isteyin: "_s +
+                     QDir::toNativeSeparators(gone));
     }
 
     void onlyAFolderWithoutDataIsNew()
