@@ -9,6 +9,13 @@
 
 namespace kervan {
 
+/// How a disk of the system compares names.
+#ifdef Q_OS_WIN
+constexpr auto caseOfNames = Qt::CaseInsensitive;
+#else
+constexpr auto caseOfNames = Qt::CaseSensitive;
+#endif
+
 /// What tells whether a file is still the same one; of one that isn't there nothing.
 struct FileState
 {

@@ -28,11 +28,6 @@ namespace {
 constexpr std::array<QStringView, 2> ofWindows{u"var olan dosya", u"belge klasörü"};
 
 constexpr QStringView xmlEnding = u".xml";
-#ifdef Q_OS_WIN
-constexpr auto caseOfNames = Qt::CaseInsensitive;
-#else
-constexpr auto caseOfNames = Qt::CaseSensitive;
-#endif
 
 QString nameOf(const QString &path)
 {
@@ -114,7 +109,7 @@ Job::Job(Program &program, CommandPorts ports, const Transfer &transfer, const O
     const QString target = options.value(u"hedef"_s);
     checkDocumentName(target);
     if (options.isOn(u"otomatik"_s)) {
-        if (!target.isEmpty() || options.sources.size() != 1)
+        if (!target.isEmpty() || options.sources.size() > 1)
             throw Failure(u"--otomatik tek kaynağın belgesini ayarlardaki adla yazar; --hedef ile "
                           "birlikte verilmez."_s);
         return;

@@ -139,9 +139,10 @@ private:
     QHash<QString, FileState> m_tried; // files in hand as they were at their last try
     QHash<QString, QString> m_refused; // files that could not be taken at the last look, and why
     QHash<QString, Stuck> m_stuck;     // those that could not be put away
-    QHash<QString, QString> m_targets; // documents that may be replaced, and by which file's
-    Status m_status = Done;            // of those that were
-    int m_barred = 0;                  // rounds that something has barred, one behind another
+    QHash<QString, QString>
+        m_targets;          // documents of this run that may be replaced, and by which file's
+    Status m_status = Done; // of those that were
+    int m_barred = 0;       // rounds that something has barred, one behind another
 };
 
 Watch::Watch(const Options &options, const Transfer &transfer, const CommandWorld &world)
@@ -375,11 +376,15 @@ Status Watch::transferOne(const QString &name)
     Outcome outcome;
     const auto misused = passOver([&] {
         Job job(m_program.program(), m_program.ports(), m_transfer, m_options);
-        const QString target = job.targetOf(inHand(name));
-        if (const QString other = m_targets.value(target, name); other != name) {
+        const QString path = job.targetOf(inHand(name));
+        const QString target = caseOfNames == Qt::CaseSensitive ? path : path.toCaseFolded();
+        const QString other = m_targets.value(target, name);
+        if (other.compare(name, caseOfNames) != 0) {
             outcome.begun = m_world.clock.now();
-            return tell(u"%1: Belgesi %2 dosyasınınkiyle aynı adı alır, onu ezerdi: %3. Dosyanın "
-                        "adını değiştirin."_s.arg(name, other, QDir::toNativeSeparators(target)));
+            outcome.source = inHand(name);
+            outcome.notes << u"Belgesi %1 dosyasınınkiyle aynı adı alır, onu ezerdi: %2. Dosyanın "
+                             "adını değiştirin."_s.arg(other, QDir::toNativeSeparators(path));
+            return tell(u"%1: %2"_s.arg(name, outcome.notes.last()));
         }
         job.setEnding(m_world.isEnding);
         job.setClosing([&](const Outcome &done, const QString &staging) {
