@@ -459,7 +459,7 @@ no row    ; fatura gün.bif --sec=no=F9   ; seçilen satır yok)"_s);
         const QString pattern = b.place.filePath(u"*.txt"_s);
         QCOMPARE(b.run(nightly + QStringList{pattern}), NothingWritten);
         QCOMPARE(b.told, QStringList{u"kervan-aktar: %1 desenine uyan dosya yok."_s.arg(pattern)});
-        QCOMPARE(b.run({u"cari"_s, u"--otomatik"_s, pattern}), NothingWritten);
+        QCOMPARE(b.run({u"fatura"_s, u"--otomatik"_s, pattern}), NothingWritten);
         for (const QString &name : {u"3.txt"_s, u"1.txt"_s, u"2.txt"_s}) {
             writeBytes(b.place.filePath(name), "CR00000001MARKET\r\n");
             QVERIFY(setTime(name, {8, 0}));
